@@ -1,0 +1,28 @@
+// The operands of the NUMBER benchmarks: shuffled, from a fixed seed, and the same texts for every library.
+
+#ifndef DV_BENCH_NUMBER_OPERANDS_H
+#define DV_BENCH_NUMBER_OPERANDS_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace dv::bench {
+
+inline constexpr int operand_count = 4096;
+inline constexpr int sort_count = 1'000'000;
+
+// SHORT: 2 to 8 significant digits, two decimals, a quarter negative: amounts.
+// LONG: 30 to 38 significant digits, 5 to 20 of them before the point.
+enum class operands_e { SHORT, LONG };
+const char *name_of(operands_e kind);
+
+std::vector<std::string> decimals(operands_e kind, int count, uint64_t seed);
+std::vector<std::string> integers(operands_e kind, int count, uint64_t seed);  // the same digits, no point
+std::vector<int64_t> machine_integers(operands_e kind, int count, uint64_t seed);
+std::vector<double> machine_doubles(operands_e kind, int count,
+                                    uint64_t seed);  // LONG: random bits, 1E-100..1E100
+
+}  // namespace dv::bench
+
+#endif  // DV_BENCH_NUMBER_OPERANDS_H

@@ -1,0 +1,151 @@
+// Correctly rounded conversion of a binary floating-point value to a fixed count of decimal digits.
+//
+// m x 2^e x 10^scale is rounded to an integer. The short way multiplies m by the first 128 bits of 10^scale:
+// the product is too small by less than two units of m, so the rounding is certain unless the fraction comes
+// that close to one half. The long way, for those and for significands of more than 64 bits, writes the value
+// as a quotient of two integers and divides in binary, digit by digit.
+
+#include "binary_to_decimal.h"
+
+#include <array>
+
+#include "power_of_ten.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int _word_count =
+    14;  // 896 bits: 128-bit significand, 10^151 (502 bits) and the quotient's 70 bits
+
+// An unsigned integer, least significant word first.
+struct big_t {
+    uint64_t word[_word_count];
+};
+
+void multiply_(big_t &x, uint64_t factor) {
+    uint64_t carry = 0;
+    for (uint64_t &word : x.word) {
+        const uint128_t product = uint128_t{word} * factor + carry;
+        word = static_cast<uint64_t>(product);
+        carry = static_cast<uint64_t>(product >> 64);
+    }
+}
+
+void multiply_by_power_of_ten_(big_t &x, int power) {
+    for (; power >= 19; power -= 19) multiply_(x, 10'000'000'000'000'000'000u);
+    for (; power > 0; --power) multiply_(x, 10);
+}
+
+void shift_left_(big_t &x, int bits) {
+    const int words = bits / 64;
+    const int rest = bits % 64;
+    for (int i = _word_count - 1; i >= 0; --i) {
+        const uint64_t high = i >= words ? x.word[i - words] : 0;
+        const uint64_t low = i > words ? x.word[i - words - 1] : 0;
+        x.word[i] = high << rest | low >> 1 >> (63 - rest);
+    }
+}
+
+void shift_right_once_(big_t &x) {
+    for (int i = 0; i < _word_count; ++i) {
+        x.word[i] = x.word[i] >> 1 | (i + 1 < _word_count ? x.word[i + 1] << 63 : 0);
+    }
+}
+
+// Negative, 0 or positive as x is below, equal to or above y.
+int compare_(const big_t &x, const big_t &y) {
+    for (int i = _word_count - 1; i >= 0; --i) {
+        if (x.word[i] != y.word[i]) return x.word[i] < y.word[i] ? -1 : 1;
+    }
+    return 0;
+}
+
+void subtract_(big_t &x, const big_t &y) {
+    bool borrow = false;
+    for (int i = 0; i < _word_count; ++i) {
+        uint64_t difference = 0;
+        const bool first = __builtin_sub_overflow(x.word[i], y.word[i], &difference);
+        const bool second = __builtin_sub_overflow(difference, uint64_t{borrow}, &x.word[i]);
+        borrow = first | second;
+    }
+}
+
+constexpr int _quotient_bits = 70;  // 10^21 < 2^70: one digit more than asked for, when the scale is too high
+
+// numerator / denominator rounded to an integer, an exact half to even; the quotient is below 2^70.
+uint128_t divide_and_round_(big_t numerator, big_t denominator) {
+    shift_left_(denominator, _quotient_bits);
+    uint128_t quotient = 0;
+    for (int i = 0; i < _quotient_bits; ++i) {
+        shift_right_once_(denominator);
+        quotient <<= 1;
+        if (compare_(numerator, denominator) >= 0) {
+            subtract_(numerator, denominator);
+            quotient |= 1;
+        }
+    }
+    shift_left_(numerator, 1);
+    const int against_half = compare_(numerator, denominator);
+    return quotient + (against_half > 0 || (against_half == 0 && (quotient & 1) != 0) ? 1 : 0);
+}
+
+// value x 10^scale rounded to an integer, whatever the operands.
+uint128_t scale_and_round_exactly_(binary_float_t value, int scale) {
+    big_t numerator{
+        {static_cast<uint64_t>(value.significand), static_cast<uint64_t>(value.significand >> 64)}};
+    big_t denominator{{1}};
+    multiply_by_power_of_ten_(scale >= 0 ? numerator : denominator, scale >= 0 ? scale : -scale);
+    shift_left_(value.exponent >= 0 ? numerator : denominator,
+                value.exponent >= 0 ? value.exponent : -value.exponent);
+    return divide_and_round_(numerator, denominator);
+}
+
+// The same for a result of 20 to 70 bits.
+uint128_t scale_and_round_(binary_float_t value, int scale) {
+    if (value.significand >> 64 != 0) return scale_and_round_exactly_(value, scale);
+    const auto significand = static_cast<uint64_t>(value.significand);
+    const int normalizing = std::countl_zero(significand);
+    const uint64_t normalized = significand << normalizing;
+    const uint128_t power = power_of_ten_significand(scale);
+    // 192 bits, of which the first `integer_bits` are the result and the others a fraction.
+    const uint128_t low = uint128_t{normalized} * static_cast<uint64_t>(power);
+    const uint128_t high =
+        uint128_t{normalized} * static_cast<uint64_t>(power >> 64) + static_cast<uint64_t>(low >> 64);
+    const int integer_bits = 192 + value.exponent - normalizing + power_of_ten_exponent(scale);
+    const uint128_t quotient = high >> (128 - integer_bits);
+    const uint128_t fraction = high << integer_bits;  // its first 128 - integer_bits bits, the rest 0
+
+    // What the power lacks, two units of 192 bits, and what `fraction` leaves out, 64 of them, add up to less
+    // than 2^66 of the 192: below 2^(66 - 192 + 128 + integer_bits) in units of the fraction.
+    constexpr uint128_t half = uint128_t{1} << 127;
+    const uint128_t uncertainty = uint128_t{4} << integer_bits;
+    if (fraction < half - uncertainty) return quotient;
+    if (fraction > half) return quotient + 1;
+    return scale_and_round_exactly_(value, scale);
+}
+
+constexpr int _digits_max = 20;
+
+constexpr auto _powers_of_ten = [] {
+    std::array<uint128_t, _digits_max + 1> table{1};
+    for (size_t i = 1; i < table.size(); ++i) table[i] = table[i - 1] * 10;
+    return table;
+}();
+
+// floor(log10(2^power)), exact for |power| < 1650.
+constexpr int floor_log10_of_power_of_two_(int power) { return power * 315653 >> 20; }
+
+}  // namespace
+
+decimal_float_t dv::impl::round_to_decimal(binary_float_t value, int digits) {
+    // The decimal exponent or one less: value lies between 2^power and 2^(power + 1).
+    const int power = bit_length(value.significand) - 1 + value.exponent;
+    int scale = digits - 1 - floor_log10_of_power_of_two_(power);
+    const uint128_t one_digit_more = _powers_of_ten[static_cast<size_t>(digits)];
+    uint128_t significand = scale_and_round_(value, scale);
+    if (significand >= one_digit_more) significand = scale_and_round_(value, --scale);
+    // A carry into a new digit leaves a power of ten, so nothing is lost with the last zero.
+    if (significand == one_digit_more) return {significand / 10, 1 - scale};
+    return {significand, -scale};
+}

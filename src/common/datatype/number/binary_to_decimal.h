@@ -1,0 +1,33 @@
+// A binary floating-point value as decimal digits, correctly rounded: what printf's "%.*e" prints.
+
+#ifndef DV_NUMBER_BINARY_TO_DECIMAL_H
+#define DV_NUMBER_BINARY_TO_DECIMAL_H
+
+#include "number_limb.h"
+
+namespace dv::impl {
+
+// significand x 2^exponent; the significand is not 0.
+struct binary_float_t {
+    uint128_t significand;
+    int exponent;
+};
+
+// significand x 10^exponent.
+struct decimal_float_t {
+    uint128_t significand;
+    int exponent;
+};
+
+constexpr int bit_length(uint128_t value) {
+    const auto high = static_cast<uint64_t>(value >> 64);
+    return high != 0 ? 128 - std::countl_zero(high) : 64 - std::countl_zero(static_cast<uint64_t>(value));
+}
+
+// Rounds to `digits` significant decimal digits (1..20), an exact half to the even digit; the significand of
+// the result has exactly that many. The value lies between 2^-440 and 2^424.
+decimal_float_t round_to_decimal(binary_float_t value, int digits);
+
+}  // namespace dv::impl
+
+#endif  // DV_NUMBER_BINARY_TO_DECIMAL_H

@@ -1,0 +1,158 @@
+// Floating-point numbers in and out.
+//
+// In: the digits that printf's scientific format prints, 8, 16 or 20 of them by type, taken from the exact
+// binary value; a float keeps 7 of its 8, an exact half going down.
+// Out: the first nine base-100 digits as an integer, scaled by a power of 100 in long double. The powers are
+// those that repeated multiplication gives, so that results do not depend on how they are computed.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "../error.h"
+#include "binary_to_decimal.h"
+#include "number_round.h"
+
+using namespace dv::impl;
+
+namespace {
+
+enum class rounding_t { none, half_down_by_one_digit };
+
+// How a type is read into a NUMBER.
+struct reading_t {
+    int printed_digits;
+    rounding_t then;
+};
+constexpr reading_t _float_reading = {8, rounding_t::half_down_by_one_digit};
+constexpr reading_t _double_reading = {16, rounding_t::none};
+constexpr reading_t _long_double_reading = {20, rounding_t::none};
+
+constexpr int _decimal_exponent_max = 2 * NUMBER_EXPONENT_MAX - 1;    // 125
+constexpr int _decimal_exponent_min = 2 * (NUMBER_EXPONENT_MIN - 1);  // -130
+
+// A finite positive value as an integer times a power of two; exact.
+binary_float_t take_apart_(double v) {
+    constexpr int fraction_bits = std::numeric_limits<double>::digits - 1;
+    constexpr uint64_t hidden_bit = uint64_t{1} << fraction_bits;
+    constexpr int lowest_exponent =
+        std::numeric_limits<double>::min_exponent - std::numeric_limits<double>::digits;
+    const auto bits = std::bit_cast<uint64_t>(v);
+    const uint64_t fraction = bits & (hidden_bit - 1);
+    const int biased = static_cast<int>(bits >> fraction_bits);
+    if (biased == 0) return {fraction, lowest_exponent};  // subnormal
+    return {fraction | hidden_bit, biased - 1 + lowest_exponent};
+}
+
+binary_float_t take_apart_(long double v) {
+    constexpr int significand_bits = std::numeric_limits<long double>::digits;
+    int exponent = 0;
+    const long double fraction = std::frexp(v, &exponent);
+    return {static_cast<uint128_t>(std::ldexp(fraction, significand_bits)), exponent - significand_bits};
+}
+
+// Raises as the text reader would on what printf prints.
+[[noreturn]] void raise_as_text_(error_code code) {
+    raise(error_at(code, __FILE__, __LINE__, "number_from_str"));
+}
+
+// The digits of a finite positive value; raises when they lie outside the range of NUMBER.
+decimal_float_t printed_digits_(binary_float_t value, int digits) {
+    // Far outside, by powers of two: 10^-132 > 2^-440, 10^127 < 2^424.
+    const int power = bit_length(value.significand) - 1 + value.exponent;
+    if (power >= 424) raise_as_text_(ERR_NUMBER_OVERFLOW);
+    if (power < -440) raise_as_text_(ERR_NUMBER_UNDERFLOW);
+    const decimal_float_t decimal = round_to_decimal(value, digits);
+    const int decimal_exponent = decimal.exponent + digits - 1;
+    if (decimal_exponent > _decimal_exponent_max) raise_as_text_(ERR_NUMBER_OVERFLOW);
+    if (decimal_exponent < _decimal_exponent_min) raise_as_text_(ERR_NUMBER_UNDERFLOW);
+    return decimal;
+}
+
+template <typename Float>  // double or long double
+void from_floating_(number_t *x, Float v, const reading_t &reading) {
+    DV_ASSERT(number_is_nonnull_ptr(x));
+    if (v == 0) return store_zero(*x);
+    if (!std::isfinite(v)) raise_as_text_(ERR_NUMBER_TEXT);
+    decimal_float_t decimal = printed_digits_(take_apart_(std::fabs(v)), reading.printed_digits);
+    if (reading.then == rounding_t::half_down_by_one_digit) {
+        const bool away = decimal.significand % 10 > 5;
+        decimal = {decimal.significand / 10 + (away ? 1 : 0), decimal.exponent + 1};
+    }
+    store_decimal(*x, std::signbit(v), decimal.significand, decimal.exponent);
+}
+
+// ---- out ----
+
+constexpr int _digits_taken_max = 9;
+constexpr int _power_max = NUMBER_EXPONENT_MAX + 1 + NUMBER_DIGITS_MAX;
+
+// 100^n as repeated multiplication gives it, rounded from 100^14 on where long double has 64 bits.
+constexpr auto _power_of_100 = [] {
+    std::array<long double, _power_max> table{};
+    long double power = 1;
+    for (long double &entry : table) {
+        entry = power;
+        power *= 100;
+    }
+    return table;
+}();
+
+// Outside the bounds of float, by exponent and the first two digits: three bytes of the record.
+bool exceeds_float_(const number_t &x) {
+    constexpr int compared_bytes = 3;
+    const auto beyond = [&](int row) {
+        number_t bound{};
+        memcpy(&bound, &_number_limit[row], NUMBER_ROW_SIZE);
+        number_t head{};
+        memcpy(&head, &x, std::min<size_t>(x.size + size_t{1}, 1 + compared_bytes));
+        return memcmp(&head.signexp, &bound.signexp, compared_bytes);
+    };
+    return beyond(2 * NUMBER_TYPE_FLOAT) < 0 || beyond(2 * NUMBER_TYPE_FLOAT + 1) > 0;
+}
+
+long double to_long_double_(const number_t &x) {
+    if (number_is_zero(x)) return 0;
+    const int taken = std::min(number_digit_count(x), _digits_taken_max);
+    const long_coef coef = load_coef<3>(x);
+    const uint64_t integer =
+        taken <= COEF_WORD_DIGITS
+            ? limb_from_digits(coef.word[0] >> (8 * (COEF_WORD_DIGITS - taken)))
+            : limb_from_digits(coef.word[0]) * 100 + static_cast<uint64_t>(coef_digit(coef, 8));
+    const int power = number_exponent(x) - taken;  // [-73, 62]
+    const auto unscaled = static_cast<long double>(integer);
+    const long double magnitude = power < 0 ? unscaled / _power_of_100[static_cast<size_t>(-power)]
+                                            : unscaled * _power_of_100[static_cast<size_t>(power)];
+    return number_is_negative(x) ? -magnitude : magnitude;
+}
+
+}  // namespace
+
+extern "C" {
+
+const int _float_covers_number = 0;
+const int _double_covers_number = 1;
+const int _long_double_covers_number = 1;
+
+void number_from_float(number_t *x, float v) { from_floating_(x, double{v}, _float_reading); }
+void number_from_double(number_t *x, double v) { from_floating_(x, v, _double_reading); }
+void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, _long_double_reading); }
+
+void number_to_float(const number_t *x, float *y) {
+    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    if (!number_is_zero(*x) && exceeds_float_(*x)) raise(ERR_NUMBER_TARGET_RANGE);
+    *y = static_cast<float>(to_long_double_(*x));
+}
+
+void number_to_double(const number_t *x, double *y) {
+    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    *y = static_cast<double>(to_long_double_(*x));
+}
+
+void number_to_long_double(const number_t *x, long double *y) {
+    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    *y = to_long_double_(*x);
+}
+
+}  // extern "C"

@@ -1,0 +1,156 @@
+// Text to NUMBER.
+//
+//   text   = blanks [sign] digits [ "." digits ] [ ("E" | "e") [sign] digits ] blanks
+//
+// with at least one digit in front of the exponent. The first 38 digits from the first that is not 0 are
+// kept, later ones only count. The kept characters are laid out so that pairs begin at even distances from
+// the decimal point, and eight of them at a time become four base-100 digits.
+
+#include <algorithm>
+
+#include "../error.h"
+#include "number_layout.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int64_t _exponent_text_max = 1'000'000'000'000;  // exponents are cut off here, far beyond any range
+
+constexpr bool is_digit_(char c) { return static_cast<unsigned char>(c - '0') <= 9; }
+
+struct text_cursor_t {
+    const char *pos;
+    const char *end;
+
+    bool at(char c) const { return pos < end && *pos == c; }
+    bool at_digit() const { return pos < end && is_digit_(*pos); }
+    int64_t skip(char c) {
+        const char *const begin = pos;
+        while (at(c)) ++pos;
+        return pos - begin;
+    }
+    int64_t skip_digits() {
+        const char *const begin = pos;
+        while (at_digit()) ++pos;
+        return pos - begin;
+    }
+    // "-" or "+"; true for "-".
+    bool skip_sign() {
+        const bool negative = at('-');
+        if (negative || at('+')) ++pos;
+        return negative;
+    }
+};
+
+// The digits of a number in front of its exponent: 0.kkkk x 10^point.
+struct kept_digits_t {
+    char text[48];  // one '0' in front, for values that begin with half a pair; '0' behind the kept digits
+    int count = 0;
+    int64_t point = 0;
+
+    kept_digits_t() { memset(text, '0', sizeof text); }
+
+    void keep(const char *digits, int64_t run) {
+        const auto room = static_cast<int>(std::min<int64_t>(run, NUMBER_PRECISION_MAX - count));
+        memcpy(text + 1 + count, digits, static_cast<size_t>(room));
+        count += room;
+    }
+};
+
+// Reads digits and point; false when there is no digit.
+bool read_digits_(text_cursor_t &cursor, kept_digits_t &kept) {
+    bool any = cursor.skip('0') != 0;
+    const char *digits = cursor.pos;
+    const int64_t integer_digits = cursor.skip_digits();
+    kept.keep(digits, integer_digits);
+    kept.point = integer_digits;
+    any |= integer_digits != 0;
+    if (!cursor.at('.')) return any;
+
+    ++cursor.pos;
+    if (kept.count == 0) {
+        kept.point = -cursor.skip('0');
+        any |= kept.point != 0;
+    }
+    digits = cursor.pos;
+    const int64_t fraction_digits = cursor.skip_digits();
+    kept.keep(digits, fraction_digits);
+    return any || fraction_digits != 0;
+}
+
+// Reads an exponent of any length behind its "E"; false when it has no digit.
+bool read_exponent_(text_cursor_t &cursor, int64_t &exponent) {
+    const bool negative = cursor.skip_sign();
+    if (!cursor.at_digit()) return false;
+    int64_t magnitude = 0;
+    for (; cursor.at_digit(); ++cursor.pos) {
+        magnitude = std::min(magnitude * 10 + (*cursor.pos - '0'), _exponent_text_max);
+    }
+    exponent = negative ? -magnitude : magnitude;
+    return true;
+}
+
+// Eight digit characters as four base-100 digits in the low half of a word.
+constexpr uint64_t pair_up_(const char *text) {
+    uint64_t characters = 0;
+    for (int i = 0; i < 8; ++i) characters = characters << 8 | static_cast<uint8_t>(text[i]);
+    const uint64_t digits = characters - in_each_byte('0');
+    const uint64_t pairs = (digits >> 8 & 0x00FF00FF00FF00FF) * 10 + (digits & 0x00FF00FF00FF00FF);
+    const uint64_t fours = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
+    return (fours | fours >> 16) & 0xFFFFFFFF;
+}
+static_assert(pair_up_("12340099") == 0x0C220063);
+
+constexpr uint64_t coef_word_(const char *text) { return pair_up_(text) << 32 | pair_up_(text + 8); }
+
+// Stores 0.kkkk x 10^point. An odd point puts its first digit alone into a pair, behind a '0'.
+// Raises in the name of the reader that calls it.
+void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const char *reader) {
+    const int64_t exponent = (kept.point + 1) >> 1;  // floor: point may be negative
+    const char *const text = kept.text + ((kept.point & 1) != 0 ? 0 : 1);
+    const long_coef coef = {{coef_word_(text), coef_word_(text + 16), pair_up_(text + 32) << 32}};
+    if (coef.word[0] == 0) return store_zero(x);
+    if (exponent > NUMBER_EXPONENT_MAX) raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, reader));
+    if (exponent < NUMBER_EXPONENT_MIN) raise(error_at(ERR_NUMBER_UNDERFLOW, __FILE__, __LINE__, reader));
+    store_coef(x, negative, static_cast<int>(exponent), coef);
+}
+
+text_cursor_t cursor_over_(const char *str, int len) {
+    return {str, str + (len > 0 ? static_cast<size_t>(len) : strlen(str))};
+}
+
+}  // namespace
+
+extern "C" void number_from_str(number_t *x, int len, const char *str, const char *format) {
+    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
+    (void)format;
+    text_cursor_t cursor = cursor_over_(str, len);
+    cursor.skip(' ');
+    const bool negative = cursor.skip_sign();
+    kept_digits_t kept;
+    if (!read_digits_(cursor, kept)) raise(ERR_NUMBER_TEXT);
+    int64_t exponent = 0;
+    if (cursor.at('E') || cursor.at('e')) {
+        ++cursor.pos;
+        if (!read_exponent_(cursor, exponent)) raise(ERR_NUMBER_TEXT);
+    }
+    cursor.skip(' ');
+    if (cursor.pos != cursor.end) raise(ERR_NUMBER_TEXT);
+    kept.point += exponent;
+    store_kept_(*x, negative, kept, __func__);
+}
+
+extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const char *format) {
+    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
+    text_cursor_t cursor = cursor_over_(str, len);
+    cursor.skip(' ');
+    const bool negative = cursor.skip_sign();
+    cursor.skip('0');
+    const char *const digits = cursor.pos;
+    kept_digits_t kept;
+    kept.point = cursor.skip_digits();
+    if (cursor.pos != cursor.end) return number_from_str(x, len, str, format);
+    kept.keep(digits, kept.point);
+    store_kept_(*x, negative, kept, __func__);
+}

@@ -1,0 +1,184 @@
+// Machine integers in and out, the limit table, and the range check.
+//
+// A 64-bit magnitude is at most ten base-100 digits: two limbs of eight. Every integer type goes through one
+// template over 64-bit values; the bounds come from numeric_limits and are rows of the limit table too.
+
+#include <limits>
+
+#include "../error.h"
+#include "number_limb.h"
+
+using namespace dv::impl;
+
+namespace {
+
+template <typename Int>
+constexpr void from_integer_(number_t &x, Int v) {
+    const bool negative = v < 0;
+    const auto magnitude = static_cast<uint64_t>(v);
+    store_decimal(x, negative, negative ? 0 - magnitude : magnitude, 0);
+}
+
+// Magnitude of the integer part; anything above 10^20 as 10^20.
+constexpr uint128_t truncated_magnitude_(const number_t &x) {
+    constexpr uint128_t too_large = uint128_t{10'000'000'000} * 10'000'000'000;
+    const int digits = number_exponent(x);  // base-100 digits in front of the point
+    if (number_is_zero(x) || digits <= 0) return 0;
+    if (digits > 10) return too_large;
+    const long_coef coef = load_coef<3>(x);
+    if (digits <= COEF_WORD_DIGITS)
+        return limb_from_digits(coef.word[0] >> (8 * (COEF_WORD_DIGITS - digits)));
+    const int behind = digits - COEF_WORD_DIGITS;
+    return uint128_t{limb_from_digits(coef.word[0])} * (behind == 1 ? 100 : 10'000) +
+           limb_from_digits(coef.word[1] >> (8 * (COEF_WORD_DIGITS - behind)));
+}
+
+// Does the integer part fit? A value below zero never fits an unsigned type, whatever its integer part.
+template <typename Int>
+constexpr bool in_range_(const number_t &x, uint128_t magnitude) {
+    constexpr auto highest = static_cast<uint64_t>(std::numeric_limits<Int>::max());
+    if (!number_is_negative(x)) return magnitude <= highest;
+    if constexpr (std::numeric_limits<Int>::is_signed) return magnitude <= uint128_t{highest} + 1;
+    return number_is_zero(x);
+}
+
+template <typename Int>
+constexpr bool is_in_range_(const number_t &x) {
+    return in_range_<Int>(x, truncated_magnitude_(x));
+}
+
+// False: outside the range, nothing stored.
+template <typename Int>
+[[nodiscard]] bool to_integer_(const number_t *x, Int *y) {
+    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    const uint128_t magnitude = truncated_magnitude_(*x);
+    if (!in_range_<Int>(*x, magnitude)) return false;
+    const auto low = static_cast<uint64_t>(magnitude);
+    *y = static_cast<Int>(number_is_negative(*x) ? 0 - low : low);
+    return true;
+}
+
+bool is_within_floating_bounds_(const number_t &x, int type) {
+    number_t lowest{}, highest{};
+    memcpy(&lowest, &_number_limit[2 * type], NUMBER_ROW_SIZE);
+    memcpy(&highest, &_number_limit[2 * type + 1], NUMBER_ROW_SIZE);
+    return number_is_zero(x) || (number_cmp(&x, &lowest) >= 0 && number_cmp(&x, &highest) <= 0);
+}
+
+number_t &assert_target_(number_t *x) {
+    DV_ASSERT(number_is_nonnull_ptr(x));
+    return *x;
+}
+
+constexpr number_row_t row_of_(const number_t &x) {
+    number_row_t row{};
+    row.byte[0] = x.size;
+    row.byte[1] = x.signexp;
+    for (int i = 0; i < x.size - 1; ++i) row.byte[2 + i] = x.coef[i];
+    return row;
+}
+
+template <typename Int>
+constexpr number_row_t row_(Int v) {
+    number_t x{};
+    from_integer_(x, v);
+    return row_of_(x);
+}
+
+constexpr number_row_t row_(bool negative, const long_coef &coef, int exponent) {
+    number_t x{};
+    store_coef(x, negative, exponent, coef);
+    return row_of_(x);
+}
+
+template <typename Int>
+using limits_ = std::numeric_limits<Int>;
+
+// FLT_MAX prints as 3.4028235e+38; at 7 digits the exact half goes down. The wider types exceed NUMBER.
+constexpr long_coef _float_max = {{digits_from_limb(3'40'28'23'00'00'00'00), 0, 0}};
+constexpr int _float_max_exponent = 20;
+constexpr long_coef _largest = {{in_each_byte(99), in_each_byte(99), in_each_byte(99) << (64 - 3 * 8)}};
+
+}  // namespace
+
+extern "C" {
+
+// clang-format off
+const number_row_t _number_limit[NUMBER_LIMIT_ROWS] = {
+    row_(limits_<int8_t>::min()),   row_(limits_<int8_t>::max()),
+    row_(limits_<uint8_t>::min()),  row_(limits_<uint8_t>::max()),
+    row_(limits_<int16_t>::min()),  row_(limits_<int16_t>::max()),
+    row_(limits_<uint16_t>::min()), row_(limits_<uint16_t>::max()),
+    row_(limits_<int32_t>::min()),  row_(limits_<int32_t>::max()),
+    row_(limits_<uint32_t>::min()), row_(limits_<uint32_t>::max()),
+    row_(limits_<int64_t>::min()),  row_(limits_<int64_t>::max()),
+    row_(limits_<uint64_t>::min()), row_(limits_<uint64_t>::max()),
+    row_(/*negative=*/true, _float_max, _float_max_exponent), row_(/*negative=*/false, _float_max, _float_max_exponent),
+    row_(/*negative=*/true, _largest, NUMBER_EXPONENT_MAX),   row_(/*negative=*/false, _largest, NUMBER_EXPONENT_MAX),
+    row_(/*negative=*/true, _largest, NUMBER_EXPONENT_MAX),   row_(/*negative=*/false, _largest, NUMBER_EXPONENT_MAX),
+};
+// clang-format on
+
+uchar number_range_check(const number_t *x, int type) {
+    DV_ASSERT(number_is_valid_ptr(x));
+    switch (type) {
+        case NUMBER_TYPE_INT8:
+            return is_in_range_<int8_t>(*x);
+        case NUMBER_TYPE_UINT8:
+            return is_in_range_<uint8_t>(*x);
+        case NUMBER_TYPE_INT16:
+            return is_in_range_<int16_t>(*x);
+        case NUMBER_TYPE_UINT16:
+            return is_in_range_<uint16_t>(*x);
+        case NUMBER_TYPE_INT32:
+            return is_in_range_<int32_t>(*x);
+        case NUMBER_TYPE_UINT32:
+            return is_in_range_<uint32_t>(*x);
+        case NUMBER_TYPE_INT64:
+            return is_in_range_<int64_t>(*x);
+        case NUMBER_TYPE_UINT64:
+            return is_in_range_<uint64_t>(*x);
+        case NUMBER_TYPE_FLOAT:
+        case NUMBER_TYPE_DOUBLE:
+        case NUMBER_TYPE_LONG_DOUBLE:
+            return is_within_floating_bounds_(*x, type);
+        default:
+            return 0;
+    }
+}
+
+void number_from_int8(number_t *x, int8_t v) { from_integer_(assert_target_(x), v); }
+void number_from_int16(number_t *x, int16_t v) { from_integer_(assert_target_(x), v); }
+void number_from_int32(number_t *x, int32_t v) { from_integer_(assert_target_(x), v); }
+void number_from_int64(number_t *x, int64_t v) { from_integer_(assert_target_(x), v); }
+void number_from_uint8(number_t *x, uint8_t v) { from_integer_(assert_target_(x), v); }
+void number_from_uint16(number_t *x, uint16_t v) { from_integer_(assert_target_(x), v); }
+void number_from_uint32(number_t *x, uint32_t v) { from_integer_(assert_target_(x), v); }
+void number_from_uint64(number_t *x, uint64_t v) { from_integer_(assert_target_(x), v); }
+
+void number_to_int8(const number_t *x, int8_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_int16(const number_t *x, int16_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_int32(const number_t *x, int32_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_int64(const number_t *x, int64_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_uint8(const number_t *x, uint8_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_uint16(const number_t *x, uint16_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_uint32(const number_t *x, uint32_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+void number_to_uint64(const number_t *x, uint64_t *y) {
+    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+}
+
+}  // extern "C"

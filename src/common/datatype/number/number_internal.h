@@ -1,0 +1,18 @@
+// What the NUMBER area offers to itself across files and to other areas, beyond the public header.
+
+#ifndef DV_NUMBER_INTERNAL_H
+#define DV_NUMBER_INTERNAL_H
+
+#include "dvtypes/number.h"
+
+namespace dv::impl {
+
+// number_round_at_withmode for any 64-bit position. A NULL value and zero stay.
+void number_round_at(number_t &x, int64_t pos, int rmode);
+
+// Copies a record's meaningful bytes, never more than 23 whatever its size byte says.
+void number_copy(number_t &x, const number_t &y);
+
+}  // namespace dv::impl
+
+#endif  // DV_NUMBER_INTERNAL_H

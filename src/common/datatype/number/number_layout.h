@@ -1,0 +1,188 @@
+// The bytes of a NUMBER record: the only place that knows how sign, exponent and digits are stored.
+//
+// A record in work is taken apart into sign, base-100 exponent and coefficient. The coefficient holds one
+// base-100 digit (0..99) per byte of one or three 64-bit words, the most significant digit in the top byte of
+// the first word, unused bytes 0; so whole words of digits are loaded, added and stored at once.
+
+#ifndef DV_NUMBER_LAYOUT_H
+#define DV_NUMBER_LAYOUT_H
+
+#include <array>
+#include <bit>
+#include <cstddef>
+
+#include "../bytes.h"
+#include "dvtypes/number.h"
+
+namespace dv::impl {
+
+inline constexpr uint8_t NUMBER_SIGNEXP_EXCESS = 0xC0;  // of a positive value; a negative one is complemented
+inline constexpr uint8_t NUMBER_SIGNEXP_ZERO = 0x80;
+inline constexpr uint8_t NUMBER_SIGN_BIT = 0x80;      // set in signexp: zero or positive
+inline constexpr uint8_t NUMBER_DIGIT_EXCESS = 0x80;  // digit byte of 0; digits are added or subtracted
+inline constexpr int NUMBER_SIZE_MAX = sizeof(number_t) - 1;
+
+static_assert(sizeof(number_t) == 23 && alignof(number_t) == 1);
+static_assert(offsetof(number_t, signexp) == 1 && offsetof(number_t, coef) == 2);
+
+// The same value in every byte of a word.
+constexpr uint64_t in_each_byte(uint8_t value) { return value * 0x0101010101010101u; }
+
+// A coefficient of 8 * Words base-100 digits; see above.
+template <int Words>
+struct coef_t {
+    uint64_t word[Words];
+};
+
+inline constexpr int COEF_WORD_DIGITS = 8;
+using short_coef = coef_t<1>;
+using long_coef = coef_t<3>;
+
+// Ones in the bytes of the first `digits` (any number) digits of the word that begins with digit `first`.
+constexpr uint64_t leading_digits_mask(int digits, int first = 0) {
+    const int count = digits - first;
+    if (count >= COEF_WORD_DIGITS) return ~uint64_t{0};
+    return count <= 0 ? 0 : ~uint64_t{0} << (64 - 8 * count);
+}
+
+// By digit count: the bytes that hold digits, and what makes the zero digit behind them the terminator.
+// Counts are hard to predict, so they select a row and never a branch. A count is taken modulo the number of
+// rows: what no record should have (-1, 21 and more) reads as no digits or as 20.
+struct digit_count_row_t {
+    uint64_t mask[3];
+    uint64_t to_terminator[3];
+};
+inline constexpr unsigned DIGIT_COUNT_MODULUS = 32;
+inline constexpr auto DIGIT_COUNT_ROWS = [] {
+    std::array<digit_count_row_t, DIGIT_COUNT_MODULUS> rows{};
+    for (int count = 0; count < int{DIGIT_COUNT_MODULUS} - 1; ++count) {
+        const int digits = count < NUMBER_DIGITS_MAX ? count : int{NUMBER_DIGITS_MAX};
+        auto &row = rows[static_cast<size_t>(count)];
+        for (int i = 0; i < 3; ++i) row.mask[i] = leading_digits_mask(digits, COEF_WORD_DIGITS * i);
+        row.to_terminator[digits / 8] = uint64_t{NUMBER_TOP - NUMBER_DIGIT_EXCESS} << (56 - 8 * (digits % 8));
+    }
+    return rows;
+}();
+constexpr const digit_count_row_t &digit_count_row(int count) {
+    return DIGIT_COUNT_ROWS[static_cast<unsigned>(count) % DIGIT_COUNT_MODULUS];
+}
+
+constexpr bool number_is_null(const number_t &x) { return x.size == 0; }
+
+// No digits; a NULL value counts as zero where it is not accepted.
+constexpr bool number_is_zero(const number_t &x) { return x.size <= 1; }
+
+constexpr bool number_is_negative(const number_t &x) { return (x.signexp & NUMBER_SIGN_BIT) == 0; }
+
+// What stands in front of the digits. Signs are hard to predict too, so they are kept as masks.
+struct number_head_t {
+    uint64_t sign;  // all ones for a negative value, else 0
+    int exponent;   // base-100 exponent E of 0.d1 d2 ... x 100^E
+    int count;      // digits; outside 0..20 only if the size byte is wrong
+};
+
+constexpr number_head_t read_head(const number_t &x) {
+    const int negative = (x.signexp >> 7) - 1;  // -1 or 0
+    return {static_cast<uint64_t>(static_cast<int64_t>(negative)),
+            (x.signexp ^ (negative & 0xFF)) - NUMBER_SIGNEXP_EXCESS, x.size - 1 + negative};
+}
+
+constexpr int number_exponent(const number_t &x) { return read_head(x).exponent; }
+
+// Digits of a record, 0..20 whatever its size byte says.
+constexpr int number_digit_count(const number_t &x) {
+    const int count = read_head(x).count;
+    return count < 0 ? 0 : count > NUMBER_DIGITS_MAX ? int{NUMBER_DIGITS_MAX} : count;
+}
+
+// Loads the first 8 digits, or all of them; reads nothing outside the record.
+template <int Words>
+constexpr coef_t<Words> load_coef(const number_t &x, const number_head_t &head) {
+    static_assert(Words == 1 || Words == 3);
+    constexpr uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS);
+    const auto &mask = digit_count_row(head.count).mask;
+    const auto digits = [&](uint64_t bytes, int i) {
+        const uint64_t digit_bytes = (bytes & mask[i]) | (excess & ~mask[i]);  // past the digits: 0
+        return ((digit_bytes - excess) ^ head.sign) -
+               head.sign;  // bytes - excess, or excess - bytes: no borrows
+    };
+    coef_t<Words> coef{};
+    coef.word[0] = digits(load_be64(x.coef), 0);
+    if constexpr (Words == 3) {
+        // The last word begins 3 bytes early, so as to end with the record.
+        coef.word[1] = digits(load_be64(x.coef + 8), 1);
+        coef.word[2] = digits(load_be64(x.coef + 13) << 24, 2);
+    }
+    return coef;
+}
+
+template <int Words>
+constexpr coef_t<Words> load_coef(const number_t &x) {
+    return load_coef<Words>(x, read_head(x));
+}
+
+// Of a word that is not 0.
+constexpr int leading_zero_bytes(uint64_t word) {
+    return static_cast<int>(static_cast<unsigned>(std::countl_zero(word)) / 8);
+}
+constexpr int trailing_zero_bytes(uint64_t word) {
+    return static_cast<int>(static_cast<unsigned>(std::countr_zero(word)) / 8);
+}
+
+// Digits of a coefficient up to its last that is not 0; 0 for zero.
+template <int Words>
+constexpr int coef_digit_count(const coef_t<Words> &coef) {
+    for (int i = Words - 1; i >= 0; --i) {
+        if (coef.word[i] != 0) return COEF_WORD_DIGITS * (i + 1) - trailing_zero_bytes(coef.word[i]);
+    }
+    return 0;
+}
+
+constexpr void store_zero(number_t &x) {
+    x.size = 1;
+    x.signexp = NUMBER_SIGNEXP_ZERO;
+}
+
+// Stores a value that is not zero: first digit not 0, at most 20 digits, exponent in range. Trailing zero
+// digits are left out. `sign` is all ones for a negative value, else 0.
+template <int Words>
+constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const coef_t<Words> &coef) {
+    static_assert(Words == 1 || Words == 3);
+    constexpr uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS);
+    const int count = coef_digit_count(coef);
+    const auto &to_terminator = digit_count_row(count).to_terminator;
+    const auto bytes = [&](int i) {
+        return excess + ((coef.word[i] ^ sign) - sign) + (to_terminator[i] & sign);
+    };
+    x.size = static_cast<uint8_t>(1 + count + static_cast<int>(sign & 1));
+    x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + exponent) ^ static_cast<int>(sign & 0xFF));
+    const uint64_t first = bytes(0);
+    store_be64(x.coef, first);
+    if constexpr (Words == 3) {
+        const uint64_t second = bytes(1);
+        store_be64(x.coef + 8, second);
+        store_be64(x.coef + 13, second << 40 | bytes(2) >> 24);
+    } else {
+        x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;  // the terminator behind eight digits, else past the record
+    }
+}
+
+constexpr uint64_t sign_mask(bool negative) { return negative ? ~uint64_t{0} : 0; }
+
+template <int Words>
+constexpr void store_coef(number_t &x, bool negative, int exponent, const coef_t<Words> &coef) {
+    store_coef(x, sign_mask(negative), exponent, coef);
+}
+
+static_assert([] {
+    number_t minus_128{};
+    store_coef(minus_128, /*negative=*/true, /*exponent=*/2,
+               short_coef{{uint64_t{1} << 56 | uint64_t{28} << 48}});
+    return minus_128.size == 4 && minus_128.signexp == 0x3D && minus_128.coef[0] == 0x7F &&
+           minus_128.coef[1] == 0x64 && minus_128.coef[2] == NUMBER_TOP && number_exponent(minus_128) == 2 &&
+           load_coef<3>(minus_128).word[0] == (uint64_t{1} << 56 | uint64_t{28} << 48);
+}());
+
+}  // namespace dv::impl
+
+#endif  // DV_NUMBER_LAYOUT_H

@@ -1,0 +1,159 @@
+// dvtypes/dvtypes.hpp: the C++ face of the library. Header only; C++20.
+//
+//   dv::error      a raise of the library as an exception: code, place, message arguments, message
+//   dv::guarded    runs library calls and turns a raise into dv::error
+//   dv::number     NUMBER as a value: conversions, operators, comparison, text
+//
+// Every operation that can raise goes through one dv_protect, so it works over any base library that has it.
+// What dv::guarded runs must not own anything: no object with a destructor may be alive in it when a raise
+// leaves it. Objects outside of it are safe.
+
+#ifndef DVTYPES_DVTYPES_HPP
+#define DVTYPES_DVTYPES_HPP
+
+#include <compare>
+#include <concepts>
+#include <cstring>
+#include <exception>
+#include <ostream>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "dvtypes/base.h"
+#include "dvtypes/number.h"
+
+namespace dv {
+
+// A raise of the library.
+class error : public std::exception {
+  public:
+    explicit error(const dv_error_t &record) : record_(record) {}
+
+    int code() const noexcept { return record_.code; }
+    const char *what() const noexcept override { return record_.message; }
+
+    // Where it was raised: the name of the source file alone, the line, the function.
+    const char *file() const noexcept { return record_.file; }
+    int line() const noexcept { return record_.line; }
+    const char *function() const noexcept { return record_.function; }
+
+    // The values that fill the message, as text.
+    size_t argument_count() const noexcept { return static_cast<size_t>(record_.arg_count); }
+    std::string_view argument(size_t i) const noexcept { return record_.args[i]; }
+
+    const dv_error_t &record() const noexcept { return record_; }
+
+  private:
+    dv_error_t record_;
+};
+
+// Calls body(); throws dv::error when it raises. Returns what body returns, which must be trivially copyable.
+template <typename Body>
+auto guarded(Body &&body) {
+    using body_t = std::remove_reference_t<Body>;
+    using result_t = std::invoke_result_t<body_t &>;
+    dv_error_t record;
+    if constexpr (std::is_void_v<result_t>) {
+        const auto call = [](void *arg) { (*static_cast<body_t *>(arg))(); };
+        if (dv_protect(call, &body, &record) != 0) throw error(record);
+    } else {
+        static_assert(std::is_trivially_copyable_v<result_t>);
+        struct call_t {
+            body_t &body;
+            result_t result;
+        } call_with{body, {}};
+        const auto call = [](void *arg) {
+            auto *with = static_cast<call_t *>(arg);
+            with->result = with->body();
+        };
+        if (dv_protect(call, &call_with, &record) != 0) throw error(record);
+        return call_with.result;
+    }
+}
+
+// SQL NUMBER that is not NULL. A plain 23-byte value: copying it copies the record.
+class number {
+  public:
+    number() noexcept { number_assign(&record_, _number_zero); }
+    number(std::signed_integral auto v) noexcept { number_from_int64(&record_, v); }
+    number(std::unsigned_integral auto v) noexcept { number_from_uint64(&record_, v); }
+    explicit number(double v) {
+        guarded([&] { number_from_double(&record_, v); });
+    }
+    // Text as number_from_str reads it; throws -5074, -5068, -5069.
+    explicit number(std::string_view text) {
+        // An empty view would be taken for a text that ends at its NUL.
+        const std::string_view given = text.empty() ? std::string_view(" ") : text;
+        guarded([&] { number_from_str(&record_, static_cast<int>(given.size()), given.data(), nullptr); });
+    }
+    explicit number(const number_t &record) noexcept { number_assign(&record_, &record); }
+
+    number &operator+=(const number &y) { return apply(number_add, y); }
+    number &operator-=(const number &y) { return apply(number_sub, y); }
+    number &operator*=(const number &y) { return apply(number_mul, y); }
+    number &operator/=(const number &y) { return apply(number_div, y); }
+    number &operator%=(const number &y) { return apply(number_mod, y); }
+
+    friend number operator+(number x, const number &y) { return x += y; }
+    friend number operator-(number x, const number &y) { return x -= y; }
+    friend number operator*(number x, const number &y) { return x *= y; }
+    friend number operator/(number x, const number &y) { return x /= y; }
+    friend number operator%(number x, const number &y) { return x %= y; }
+    friend number operator-(number x) noexcept {
+        number_negate(&x.record_);
+        return x;
+    }
+    friend number abs(number x) noexcept {
+        number_abs(&x.record_);
+        return x;
+    }
+    // The lowest kept digit has the weight 10^pos.
+    friend number round(number x, int pos = 0, number_rmode_e mode = NUMBER_RMODE_HALF_UP) {
+        guarded([&] { number_round_at_withmode(&x.record_, pos, mode); });
+        return x;
+    }
+
+    friend bool operator==(const number &x, const number &y) noexcept {
+        return number_cmp(&x.record_, &y.record_) == 0;
+    }
+    friend std::strong_ordering operator<=>(const number &x, const number &y) noexcept {
+        return number_cmp(&x.record_, &y.record_) <=> 0;
+    }
+
+    // Throws -5072 outside the range of the type; the fraction is cut off.
+    int64_t to_int64() const {
+        int64_t v = 0;
+        guarded([&] { number_to_int64(&record_, &v); });
+        return v;
+    }
+    double to_double() const {
+        double v = 0;
+        guarded([&] { number_to_double(&record_, &v); });
+        return v;
+    }
+    // The normal (positional) form, in full: ".5", "-1200".
+    std::string to_string() const {
+        char text[NUMBER_NORMAL_TEXT_SIZE];
+        guarded([&] { number_to_str(&record_, sizeof text, text, nullptr); });
+        return text;
+    }
+    friend std::ostream &operator<<(std::ostream &out, const number &x) { return out << x.to_string(); }
+
+    const number_t &record() const noexcept { return record_; }
+    // The meaningful bytes from signexp on, whose bytewise order is the order of the values.
+    std::span<const uint8_t> key() const noexcept { return {&record_.signexp, record_.size}; }
+
+  private:
+    number &apply(void (*operation)(number_t *, const number_t *), const number &y) {
+        guarded([&] { operation(&record_, &y.record_); });
+        return *this;
+    }
+
+    number_t record_;
+};
+
+}  // namespace dv
+
+#endif  // DVTYPES_DVTYPES_HPP

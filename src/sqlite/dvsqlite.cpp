@@ -1,0 +1,33 @@
+// The SQLite extension: dvtypes' values and functions in SQL. One self-contained file with one entry point.
+
+#include "dvtypes/base.h"
+#include "sql_function.h"
+
+SQLITE_EXTENSION_INIT1
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int _oldest_sqlite = 3'040'000;
+
+constexpr const sql_function_table *_function_tables[] = {&general_functions, &number_functions};
+constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
+
+}  // namespace
+
+// Called by SQLite when it loads the file; the name follows from the file's.
+extern "C" DV_EXPORT int sqlite3_dvsqlite_init(sqlite3 *db, char **message, const sqlite3_api_routines *api) {
+    SQLITE_EXTENSION_INIT2(api)
+    if (sqlite3_libversion_number() < _oldest_sqlite) {
+        *message = sqlite3_mprintf("dvsqlite needs SQLite 3.40 or later, this is %s", sqlite3_libversion());
+        return SQLITE_ERROR;
+    }
+    const int code = sql_register_functions(db, _function_tables);
+    if (code != SQLITE_OK) return code;
+    for (const sql_aggregate_table *table : _aggregate_tables) {
+        const int table_code = sql_register_aggregates(db, *table);
+        if (table_code != SQLITE_OK) return table_code;
+    }
+    return SQLITE_OK;
+}

@@ -1,0 +1,131 @@
+// Scalar functions: registration of overload sets, and one call from SQLite to a body and back.
+//
+// SQLite knows one function per name and number of arguments and keeps its overloads with it. Conversions of
+// arguments and the body run under one recovery point per call.
+
+#include "sql_function.h"
+
+#include <cstring>
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int _overloads_max = 8;
+
+// The rows of one name and number of parameters; SQLite keeps it with the function.
+struct overload_set {
+    const char *name;
+    int count;
+    const sql_function *rows[_overloads_max];
+};
+
+int param_count_(const sql_function &function) {
+    int count = 0;
+    while (count < SQL_PARAMS_MAX && function.params[count] != SQL_KIND_NONE) ++count;
+    return count;
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Calls
+// ---------------------------------------------------------------------------------------------------------
+
+// How many leading arguments a function takes.
+int accepted_count_(const sql_function &function, const sql_call &call) {
+    int count = 0;
+    while (count < call.argc && sql_accepts(function.params[count], call.args[count].kind)) ++count;
+    return count;
+}
+
+const sql_function *choose_(const overload_set &set, const sql_call &call) {
+    for (int i = 0; i < set.count; ++i) {
+        if (accepted_count_(*set.rows[i], call) == call.argc) return set.rows[i];
+    }
+    return nullptr;
+}
+
+// Names the first bad argument of the overloads that take most of the leading arguments.
+void fail_without_overload_(const overload_set &set, const sql_call &call) {
+    int position = 0;
+    sql_kind expected[_overloads_max];
+    size_t expected_count = 0;
+    for (int i = 0; i < set.count; ++i) {
+        const int accepted = accepted_count_(*set.rows[i], call);
+        if (accepted < position) continue;
+        if (accepted > position) expected_count = 0;
+        position = accepted;
+        expected[expected_count++] = set.rows[i]->params[position];
+    }
+    sql_fail_with_kind(call.context, set.name, position, call.args[position], {expected, expected_count});
+}
+
+void run_(void *arg) {
+    auto &call = *static_cast<sql_call *>(arg);
+    for (int i = 0; i < call.argc; ++i) sql_convert(call.args[i], call.function->params[i]);
+    call.function->body(call);
+}
+
+bool is_null_result_(const overload_set &set, const sql_call &call) {
+    for (int i = 0; i < call.argc; ++i) {
+        if (call.args[i].kind == SQL_KIND_NULL && set.rows[0]->params[i] != SQL_KIND_ANY) return true;
+    }
+    return false;
+}
+
+void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
+    const auto &set = *static_cast<const overload_set *>(sqlite3_user_data(context));
+    sql_call call;
+    call.context = context;
+    call.argc = argc;
+    call.raw = argv;
+    for (int i = 0; i < argc; ++i) call.args[i] = sql_decode(argv[i]);
+    if (is_null_result_(set, call)) return;  // the result is SQL NULL until one is set
+
+    call.function = choose_(set, call);
+    if (call.function == nullptr) return fail_without_overload_(set, call);
+    dv_error_t error;
+    if (dv_protect(run_, &call, &error) != 0) sql_fail_with_raise(context, set.name, error);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Registration
+// ---------------------------------------------------------------------------------------------------------
+
+bool is_overload_(const sql_function &x, const sql_function &y) {
+    return strcmp(x.name, y.name) == 0 && param_count_(x) == param_count_(y);
+}
+
+// The overloads of a function, in the order of the tables.
+overload_set collect_(const sql_function &function, std::span<const sql_function_table *const> tables) {
+    overload_set set{function.name, 0, {}};
+    for (const sql_function_table *table : tables) {
+        for (const sql_function &row : *table) {
+            if (is_overload_(row, function) && set.count < _overloads_max) set.rows[set.count++] = &row;
+        }
+    }
+    return set;
+}
+
+int register_(sqlite3 *db, const overload_set &set) {
+    auto *kept = static_cast<overload_set *>(sqlite3_malloc(sizeof set));
+    if (kept == nullptr) return SQLITE_NOMEM;
+    *kept = set;
+    // SQLite releases the set with the function, and when it refuses the function.
+    return sqlite3_create_function_v2(db, set.name, param_count_(*set.rows[0]),
+                                      SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, kept, call_,
+                                      nullptr, nullptr, sqlite3_free);
+}
+
+}  // namespace
+
+int dv::impl::sql_register_functions(sqlite3 *db, std::span<const sql_function_table *const> tables) {
+    for (const sql_function_table *table : tables) {
+        for (const sql_function &row : *table) {
+            const overload_set set = collect_(row, tables);
+            if (set.rows[0] != &row) continue;  // registered with the first overload
+            const int code = register_(db, set);
+            if (code != SQLITE_OK) return code;
+        }
+    }
+    return SQLITE_OK;
+}

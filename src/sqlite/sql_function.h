@@ -1,0 +1,84 @@
+// SQL functions as rows of tables: one table per file, listed in dvsqlite.cpp.
+//
+// A function is a name, the kinds of its parameters and a body. Rows with the same name and number of
+// parameters, wherever they stand, are overloads, told apart by the kinds of the arguments. Argument checks,
+// implicit conversions, the NULL rule and the way from a raise to an SQL error stand in sql_function.cpp
+// once.
+
+#ifndef DV_SQL_FUNCTION_H
+#define DV_SQL_FUNCTION_H
+
+#include <span>
+
+#include "sql_value.h"
+
+namespace dv::impl {
+
+inline constexpr int SQL_PARAMS_MAX = 3;
+
+struct sql_function;
+
+// One call of a function. Bodies run under a recovery point: they may raise, and own nothing.
+struct sql_call {
+    sqlite3_context *context;
+    const sql_function *function;
+    int argc;
+    sqlite3_value **raw;             // the arguments as SQLite passed them
+    sql_value args[SQL_PARAMS_MAX];  // each of the kind that its parameter names
+};
+
+// Rules for every function: an argument of SQL NULL gives SQL NULL, unless its parameter is SQL_KIND_ANY. A
+// NUMBER parameter takes INTEGER and REAL too. The same arguments give the same result, without side effects:
+// all functions are registered as deterministic and innocuous.
+struct sql_function {
+    const char *name;
+    sql_kind params[SQL_PARAMS_MAX];  // SQL_KIND_NONE behind the last
+    void (*body)(sql_call &call);     // gives its result with sql_return, or fails
+};
+
+// An aggregate that is a window function too. step takes a row in and inverse takes it out again; neither
+// gets SQL NULL. value gives the result of the rows that are in. All run under a recovery point. The state
+// is plain memory, all 0 before the first step, and is dropped without notice.
+struct sql_aggregate {
+    const char *name;
+    sql_kind param;
+    int state_size;  // bytes
+    void (*step)(void *state, const sql_value &value);
+    void (*inverse)(void *state, const sql_value &value);
+    void (*value)(sqlite3_context *context, const void *state);
+};
+
+using sql_function_table = std::span<const sql_function>;
+using sql_aggregate_table = std::span<const sql_aggregate>;
+
+extern const sql_function_table general_functions;
+extern const sql_function_table number_functions;
+extern const sql_aggregate_table number_aggregates;
+
+// Makes functions known to a connection; returns an SQLite code. Overloads may stand in different tables, but
+// all tables must come in one call.
+int sql_register_functions(sqlite3 *db, std::span<const sql_function_table *const> tables);
+int sql_register_aggregates(sqlite3 *db, const sql_aggregate_table &table);
+
+// Fails a call because of the value of an argument.
+void sql_fail_with_text(const sql_call &call, const char *text);
+
+// For both kinds of functions, between SQLite and the bodies:
+
+// Does a parameter take a value of this kind?
+bool sql_accepts(sql_kind param, sql_kind kind);
+
+// Makes a value that a parameter takes one of the parameter's kind. May raise.
+void sql_convert(sql_value &value, sql_kind param);
+
+// Fails the call with an error that the library raised.
+void sql_fail_with_raise(sqlite3_context *context, const char *function, const dv_error_t &error);
+
+// Fails the call because of the kind of an argument. Positions count from 0; `expected` are the kinds that
+// would do.
+void sql_fail_with_kind(sqlite3_context *context, const char *function, int position, const sql_value &value,
+                        std::span<const sql_kind> expected);
+
+}  // namespace dv::impl
+
+#endif  // DV_SQL_FUNCTION_H

@@ -1,0 +1,110 @@
+// Values between SQLite and the library: the list of types, decoding of arguments, encoding of results.
+
+#include "sql_value.h"
+
+#include <iterator>
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr const sql_type *_types[] = {&number_type};
+
+struct kind_name {
+    sql_kind kind;
+    const char *name;
+};
+constexpr kind_name _sqlite_kinds[] = {
+    {SQL_KIND_NULL, "NULL"}, {SQL_KIND_INTEGER, "INTEGER"}, {SQL_KIND_REAL, "REAL"},
+    {SQL_KIND_TEXT, "TEXT"}, {SQL_KIND_BLOB, "BLOB"},       {SQL_KIND_ANY, "any value"},
+};
+
+sql_value blob_without_value_(const char *fault) {
+    sql_value value{};
+    value.kind = SQL_KIND_BLOB;
+    value.fault = fault;
+    return value;
+}
+
+sql_value decode_blob_(sqlite3_value *raw) {
+    const auto *bytes = static_cast<const uint8_t *>(sqlite3_value_blob(raw));
+    const int length = sqlite3_value_bytes(raw);
+    if (bytes == nullptr || length == 0) return blob_without_value_("it is empty");
+    const sql_type *type = sql_type_of(bytes[0]);
+    if (type == nullptr) return blob_without_value_("its first byte is no type code");
+
+    sql_value value{};
+    value.kind = type->kind;
+    const char *fault = type->decode(value, bytes + 1, length - 1);
+    return fault == nullptr ? value : blob_without_value_(fault);
+}
+
+sql_value decode_text_(sqlite3_value *raw) {
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(raw));
+    if (bytes == nullptr) return blob_without_value_("there is no memory for its text");
+    return sql_text_value(bytes, sqlite3_value_bytes(raw));
+}
+
+sql_value decode_real_(sqlite3_value *raw) {
+    sql_value value{};
+    value.kind = SQL_KIND_REAL;
+    value.real = sqlite3_value_double(raw);
+    return value;
+}
+
+sql_value null_() {
+    sql_value value{};
+    value.kind = SQL_KIND_NULL;
+    return value;
+}
+
+}  // namespace
+
+const sql_type *dv::impl::sql_type_of(int kind) {
+    for (const sql_type *type : _types) {
+        if (type->kind == kind) return type;
+    }
+    return nullptr;
+}
+
+const char *dv::impl::sql_kind_name(sql_kind kind) {
+    for (const kind_name &row : _sqlite_kinds) {
+        if (row.kind == kind) return row.name;
+    }
+    const sql_type *type = sql_type_of(kind);
+    return type != nullptr ? type->name : "nothing";
+}
+
+sql_value dv::impl::sql_decode(sqlite3_value *raw) {
+    switch (sqlite3_value_type(raw)) {
+        case SQLITE_BLOB:
+            return decode_blob_(raw);
+        case SQLITE_INTEGER:
+            return sql_integer(sqlite3_value_int64(raw));
+        case SQLITE_FLOAT:
+            return decode_real_(raw);
+        case SQLITE_TEXT:
+            return decode_text_(raw);
+        default:
+            return null_();
+    }
+}
+
+void dv::impl::sql_return(sqlite3_context *context, const sql_value &value) {
+    switch (value.kind) {
+        case SQL_KIND_NULL:
+            return sqlite3_result_null(context);
+        case SQL_KIND_INTEGER:
+            return sqlite3_result_int64(context, value.integer);
+        case SQL_KIND_REAL:
+            return sqlite3_result_double(context, value.real);
+        case SQL_KIND_TEXT:
+            return sqlite3_result_text(context, value.text.bytes, value.text.length, SQLITE_TRANSIENT);
+        default:
+            break;
+    }
+    uint8_t stored[SQL_STORED_SIZE_MAX];
+    stored[0] = value.kind;
+    const int length = sql_type_of(value.kind)->encode(value, stored + 1);
+    sqlite3_result_blob(context, stored, length + 1, SQLITE_TRANSIENT);
+}

@@ -1,0 +1,97 @@
+// Values on their way between SQLite and the library.
+//
+// Stored form of a value of the library: a BLOB of one tag byte, the type's code in the type catalogue, and
+// the value's bytes, whose unsigned order is the order of the values. So SQLite's own comparison, ORDER BY,
+// indexes, MIN and MAX order the values of one type.
+//
+// A type is one row (sql_type) that checks and takes apart its bytes, in a file of its own, and is listed in
+// sql_value.cpp.
+
+#ifndef DV_SQL_VALUE_H
+#define DV_SQL_VALUE_H
+
+#include <cstdint>
+#include <type_traits>
+
+#include "dvtypes/number.h"
+#include "sqlite_api.h"
+
+namespace dv::impl {
+
+// What an SQL value is. The library's types are named by their type codes, which are their tags.
+enum sql_kind : uint8_t {
+    SQL_KIND_NONE = 0,  // no parameter
+    SQL_KIND_NUMBER = 1,
+    SQL_KIND_NULL = 0xF0,  // SQLite's own types from here on
+    SQL_KIND_INTEGER,
+    SQL_KIND_REAL,
+    SQL_KIND_TEXT,
+    SQL_KIND_BLOB,  // holds no value of a library type
+    SQL_KIND_ANY    // as a parameter: every value, SQL NULL too
+};
+
+struct sql_text {
+    const char *bytes;  // UTF-8, NUL ended
+    int length;         // the NUL not counted; a text may hold further NULs
+};
+
+struct sql_value {
+    sql_kind kind;
+    union {
+        int64_t integer;
+        double real;
+        sql_text text;
+        const char *fault;  // of a BLOB: why its bytes are no value
+        number_t number;
+    };
+};
+static_assert(std::is_trivial_v<sql_value>);  // a raise passes over it
+
+inline constexpr int SQL_STORED_SIZE_MAX = 23;  // tag and bytes of the longest value, a NUMBER
+
+// A type of the library.
+struct sql_type {
+    sql_kind kind;
+    const char *name;    // as messages call it
+    const char *reader;  // SQL function that reads it from text
+
+    // Reads the bytes behind the tag. Returns NULL, or what is wrong with them. The bytes are anybody's:
+    // nothing that the library would not have written may pass.
+    const char *(*decode)(sql_value &value, const uint8_t *bytes, int length);
+
+    // Writes the bytes behind the tag, at most SQL_STORED_SIZE_MAX - 1; returns how many.
+    int (*encode)(const sql_value &value, uint8_t *bytes);
+};
+
+extern const sql_type number_type;
+
+// The row of a kind, NULL when it is none of the library's.
+const sql_type *sql_type_of(int kind);
+
+// The name of a kind in messages: "NUMBER", "TEXT", ...
+const char *sql_kind_name(sql_kind kind);
+
+// What SQLite passed. A BLOB that is no value of the library becomes SQL_KIND_BLOB. A text lives as long as
+// raw.
+sql_value sql_decode(sqlite3_value *raw);
+
+// Makes a value the result of an SQL function; text is copied.
+void sql_return(sqlite3_context *context, const sql_value &value);
+
+inline sql_value sql_integer(int64_t integer) {
+    sql_value value{};
+    value.kind = SQL_KIND_INTEGER;
+    value.integer = integer;
+    return value;
+}
+
+inline sql_value sql_text_value(const char *bytes, int length) {
+    sql_value value{};
+    value.kind = SQL_KIND_TEXT;
+    value.text = {bytes, length};
+    return value;
+}
+
+}  // namespace dv::impl
+
+#endif  // DV_SQL_VALUE_H
