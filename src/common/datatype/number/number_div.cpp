@@ -136,11 +136,12 @@ long_coef quotient_coef_(const quotient_limbs_t &quotient, int &exponent, bool &
     return coef;
 }
 
-// A record's coefficient with its first digit not 0, which it is anyway unless the record is not canonical.
+// A record's coefficient with its first digit not 0, as every canonical record has it; zero stays zero.
 long_coef load_normalized_(const number_t &x, int &exponent) {
-    long_coef coef = load_coef<3>(x);
-    exponent = number_exponent(x);
-    if (coef_digit(coef, 0) == 0) [[unlikely]]
+    const number_head_t head = read_head(x);
+    long_coef coef = load_coef<3>(x, head);
+    exponent = head.exponent;
+    if (coef_digit(coef, 0) == 0 && !coef_is_zero(coef)) [[unlikely]]
         exponent -= coef_normalize(coef);
     return coef;
 }
