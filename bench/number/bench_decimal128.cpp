@@ -1,6 +1,8 @@
 // _Decimal128: arithmetic of libgcc, text and functions of libdfp. 34 digits, so long operands lose their
 // last.
 
+#ifndef __clang__  // has no decimal floating point in C++
+
 #include "number_bench.h"
 
 typedef float decimal128_t __attribute__((mode(TD)));
@@ -42,3 +44,5 @@ struct decimal128_library_t {
 const bool _registered = register_library<decimal128_library_t>();
 
 }  // namespace
+
+#endif

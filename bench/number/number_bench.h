@@ -171,8 +171,8 @@ void run_from_int64(benchmark::State &state, operands_e kind) {
 template <typename L>
 void run_to_int64(benchmark::State &state, operands_e kind) {
     const auto want = machine_integers(kind, operand_count, 4);
-    std::vector<std::string> texts;
-    for (const int64_t n : want) texts.push_back(std::to_string(n));
+    std::vector<std::string> texts(want.size());
+    for (size_t i = 0; i < want.size(); ++i) texts[i] = std::to_string(want[i]);
     const auto in = read_all<L>(texts);
     std::vector<int64_t> out(in.size());
     run_convert(

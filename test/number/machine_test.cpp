@@ -69,7 +69,7 @@ TYPED_TEST_SUITE(NumberInteger, integers_t);
 TYPED_TEST(NumberInteger, GoesInAndOutUnchanged) {
     using limits = std::numeric_limits<TypeParam>;
     if constexpr (sizeof(TypeParam) <= 2) {
-        for (int v = limits::min(); v <= limits::max(); ++v) {
+        for (int v{limits::min()}; v <= limits::max(); ++v) {
             ASSERT_NO_FATAL_FAILURE(expect_round_trip_(static_cast<TypeParam>(v)));
         }
     }
@@ -143,7 +143,7 @@ void expect_from_float_(T v) {
     char text[64];
     snprintf(text, sizeof text, float_rule_t<T>::format, static_cast<long double>(v));
     const outcome_t want = theirs([&] {
-        const decimal_t x = twin_read(text);
+        decimal_t x = twin_read(text);
         if (x.digits == 0) return x;
         return twin_round(x, top_position(x) - float_rule_t<T>::digits + 1, NUMBER_RMODE_HALF_DOWN);
     });

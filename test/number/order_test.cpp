@@ -50,9 +50,10 @@ TEST(NumberOrder, SeesADifferenceAtEveryByte) {
 TEST(NumberOrder, PutsTheConstantsAroundTheValues) {
     const number_t least_negative = num("-1E-130");
     const number_t least_positive = num("1E-130");
-    const number_t *const ascending[] = {_number_neginf, _number_min,     &least_negative, _number_negzero,
-                                         _number_zero,   _number_poszero, &least_positive, _number_one,
-                                         _number_e,      n1000000000,     _number_max,     _number_posinf};
+    const number_t *const ascending[] = {_number_null,    _number_neginf, _number_min,     &least_negative,
+                                         _number_negzero, _number_zero,   _number_poszero, &least_positive,
+                                         _number_one,     _number_e,      n1000000000,     _number_max,
+                                         _number_posinf};
     for (size_t i = 0; i < std::size(ascending); ++i) {
         for (size_t j = 0; j < std::size(ascending); ++j) {
             const int want = sign_(static_cast<int>(i) - static_cast<int>(j));

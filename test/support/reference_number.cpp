@@ -117,8 +117,7 @@ std::string shortened_scientific_(const decimal_t &x, int buf_size) {
     const int least = (x.negative ? 7 : 6) + (std::abs(top) >= 100 ? 1 : 0);
     if (buf_size < least) throw twin_raise{-3005};
     const int room = buf_size - least;  // a point and digits; a point alone is never written
-    const std::string text =
-        scientific_text(cut_to_precision_(x, room >= 2 ? room : 1, NUMBER_RMODE_HALF_UP));
+    std::string text = scientific_text(cut_to_precision_(x, room >= 2 ? room : 1, NUMBER_RMODE_HALF_UP));
     if (!fits_(text, buf_size)) throw twin_raise{-3005};
     return text;
 }
@@ -186,7 +185,7 @@ decimal_t from_text_digits_(bool negative, std::string digits, long long last_po
     return {negative, big_t(digits), static_cast<int>(top) - (_precision - 1)};
 }
 
-decimal_t whole_(unsigned long long magnitude, bool negative) { return {negative, magnitude, 0}; }
+decimal_t whole_(unsigned long long magnitude) { return {false, magnitude, 0}; }
 
 }  // namespace
 
@@ -313,7 +312,7 @@ bool twin_check(const decimal_t &x, int prec, int scale) {
 }
 
 decimal_t twin_force(const decimal_t &x, int prec, int scale) {
-    const decimal_t rounded =
+    decimal_t rounded =
         scale == NUMBER_NOT_GIVEN ? x : twin_round(x, -std::max(scale, -INT_MAX), NUMBER_RMODE_HALF_UP);
     if (prec == NUMBER_NOT_GIVEN || rounded.digits == 0) return rounded;
     if (scale == NUMBER_NOT_GIVEN) {
@@ -358,7 +357,7 @@ std::string normal_text(const decimal_t &x) {
     const std::string sign = x.negative ? "-" : "";
     if (top < 0) return sign + "." + std::string(static_cast<size_t>(-top - 1), '0') + digits;
     if (count <= top + 1) return sign + digits + std::string(static_cast<size_t>(top + 1 - count), '0');
-    const auto integer_digits = static_cast<size_t>(top + 1);
+    const size_t integer_digits = static_cast<size_t>(top) + 1;
     return sign + digits.substr(0, integer_digits) + "." + digits.substr(integer_digits);
 }
 
@@ -394,7 +393,7 @@ bool twin_in_range(const decimal_t &x, int type) {
     const unsigned long long all_ones = ~0ULL >> (64 - bits);
     const decimal_t truncated = twin_round(x, 0, NUMBER_RMODE_TRUNC);
     const unsigned long long highest = is_unsigned ? all_ones : all_ones >> 1;
-    return compare(magnitude_(truncated), whole_(highest + (truncated.negative ? 1 : 0), false)) <= 0;
+    return compare(magnitude_(truncated), whole_(highest + (truncated.negative ? 1 : 0))) <= 0;
 }
 
 }  // namespace dv::test

@@ -129,12 +129,13 @@ static inline uint64_t number_load_word(const uint8_t *p) {
 }
 
 // Compares two values: negative, 0 or positive as x is below, equal to or above y. Bytewise over signexp and
-// coef; orders the constants for infinities and tiny values as their comments say. Neither record may be a
-// NULL value. Reads inside the 23 bytes of each record only.
+// coef; orders the constants for infinities and tiny values as their comments say, and a NULL value below all
+// others. Reads inside the 23 bytes of each record only.
 static inline int number_cmp(const number_t *x, const number_t *y) {
     const uint8_t *const xp = &x->signexp;
     const uint8_t *const yp = &y->signexp;
-    const unsigned common = x->size < y->size ? x->size : y->size;  // 1..22
+    const unsigned common = x->size < y->size ? x->size : y->size;  // 0..22
+    if (common == 0) return (int)x->size - (int)y->size;
     // Bytes past the shorter record are shifted out: of two records that agree so far, the longer is above.
     unsigned drop = common < 8 ? 64 - 8 * common : 0;
     uint64_t xw = number_load_word(xp) >> drop;

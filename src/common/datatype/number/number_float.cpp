@@ -113,8 +113,8 @@ bool exceeds_float_(const number_t &x) {
 }
 
 long double to_long_double_(const number_t &x) {
-    if (number_is_zero(x)) return 0;
     const int taken = std::min(number_digit_count(x), _digits_taken_max);
+    if (taken == 0) return 0;
     const long_coef coef = load_coef<3>(x);
     const uint64_t integer =
         taken <= COEF_WORD_DIGITS
