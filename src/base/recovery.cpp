@@ -19,7 +19,7 @@ thread_local dv_recovery_t *_innermost = nullptr;
 [[noreturn]] void jump_to_innermost_() {
     dv_recovery_t *const point = _innermost;
     _innermost = point->outer;
-    _longjmp(point->env, 1);
+    longjmp(point->env, 1);  // not _longjmp, which ThreadSanitizer does not follow
 }
 
 }  // namespace
