@@ -66,8 +66,8 @@ DV_EXPORT char *dv_getenv(const char *name);
 // second 0..59 (a leap second is given as 59), usec 0..999999. No pointer may be NULL.
 //
 // Default base library: the UTC offset is kept per thread for at most a minute and never past a change of
-// the offset, so a call costs a clock read. A change of TZ is seen after the host's next tzset(); at once when
-// the zones differ in abbreviations or standard offset, else within the minute.
+// the offset, so a call costs a clock read. A change of TZ is seen after the host's next tzset(); at once
+// when the zones differ in abbreviations or standard offset, else within the minute.
 DV_EXPORT void dv_getlocaltime(int *year, int *month, int *day, int *hour, int *minute, int *second,
                                int *usec);
 
@@ -134,9 +134,9 @@ struct charset_info_s {
     // Changes the case of a text. Returns the bytes written: the whole text, or as many whole characters as
     // dst_size holds. A character whose other case is longer, or is not in the set, stays as it is, so the
     // result is never longer than src_len. INITCAP: a letter after a letter or digit is made lower case, any
-    // other letter upper case. Byte sequences that are no character are copied unchanged. Independent of the C
-    // locale. Default base library: letters of Latin, Greek and Cyrillic, full width too, roman numerals and
-    // circled letters.
+    // other letter upper case. Byte sequences that are no character are copied unchanged. Independent of the
+    // C locale. Default base library: letters of Latin, Greek and Cyrillic, full width too, roman numerals
+    // and circled letters.
     int (*to_case)(const charset_info_t *cs, dvstr_case_e to, const char *src, int src_len, char *dst,
                    int dst_size);
 };
@@ -192,22 +192,23 @@ typedef struct dv_recovery_s {
 DV_EXPORT void dv_recovery_push(dv_recovery_t *recovery);  // what DV_TRY is made of; not for direct use
 DV_EXPORT void dv_recovery_pop(dv_recovery_t *recovery);
 
-#define DV_TRY                                                                        \
-    do {                                                                              \
-        _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wshadow\"") \
-            dv_recovery_t dv_recovery_here;                                           \
-        _Pragma("GCC diagnostic pop") dv_recovery_push(&dv_recovery_here);            \
+// clang-format off
+#define DV_TRY                                                                            \
+    do {                                                                                  \
+        _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wshadow\"")     \
+        dv_recovery_t dv_recovery_here;                                                   \
+        _Pragma("GCC diagnostic pop")                                                     \
+        dv_recovery_push(&dv_recovery_here);                                              \
         if (_setjmp(dv_recovery_here.env) == 0) {
-#define DV_CATCH(caught)                                          \
-    dv_recovery_pop(&dv_recovery_here);                           \
-    }                                                             \
-    else {                                                        \
-        const dv_error_t *const caught = &dv_recovery_here.error; \
-        (void)caught;
-#define DV_END_TRY \
-    }              \
-    }              \
-    while (0)
+#define DV_CATCH(caught)                                                                  \
+            dv_recovery_pop(&dv_recovery_here);                                           \
+        } else {                                                                          \
+            const dv_error_t *const caught = &dv_recovery_here.error;                     \
+            (void)caught;
+#define DV_END_TRY                                                                        \
+        }                                                                                 \
+    } while (0)
+// clang-format on
 
 // ---------------------------------------------------------------------------------------------------------
 // Assertions (default base library)

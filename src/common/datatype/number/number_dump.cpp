@@ -76,7 +76,7 @@ extern "C" void number_println_from_str(const char *dump) {
     number_t x{};
     auto *bytes = reinterpret_cast<uint8_t *>(&x);
     for (size_t i = 0; i < sizeof x; ++i) {
-        const int byte = read_hex_byte_(dump + 3 * i);
+        const int byte = read_hex_byte_(&dump[3 * i]);
         if (byte < 0) break;
         bytes[i] = static_cast<uint8_t>(byte);
         if (dump[3 * i + 2] == '\0') break;

@@ -15,7 +15,7 @@ namespace {
 template <typename Int>
 constexpr void from_integer_(number_t &x, Int v) {
     const bool negative = v < 0;
-    const auto magnitude = static_cast<uint64_t>(v);
+    const auto magnitude = static_cast<uint64_t>(static_cast<int64_t>(v));
     store_decimal(x, negative, negative ? 0 - magnitude : magnitude, 0);
 }
 
@@ -60,8 +60,8 @@ template <typename Int>
 
 bool is_within_floating_bounds_(const number_t &x, int type) {
     number_t lowest{}, highest{};
-    memcpy(&lowest, &_number_limit[2 * type], NUMBER_ROW_SIZE);
-    memcpy(&highest, &_number_limit[2 * type + 1], NUMBER_ROW_SIZE);
+    memcpy(&lowest, _number_limit[2 * type].byte, NUMBER_ROW_SIZE);
+    memcpy(&highest, _number_limit[2 * type + 1].byte, NUMBER_ROW_SIZE);
     return number_is_zero(x) || (number_cmp(&x, &lowest) >= 0 && number_cmp(&x, &highest) <= 0);
 }
 

@@ -22,11 +22,11 @@ struct digit_pair_t {
 constexpr auto coef_to_char = [] {
     std::array<digit_pair_t, 256> table{};
     for (digit_pair_t &pair : table) pair = {{'?', '?'}};
-    for (int digit = 0; digit < 100; ++digit) {
+    for (uint8_t digit = 0; digit < 100; ++digit) {
         const digit_pair_t pair = {
             {static_cast<char>('0' + digit / 10), static_cast<char>('0' + digit % 10)}};
-        table[static_cast<size_t>(NUMBER_DIGIT_EXCESS + digit)] = pair;
-        table[static_cast<size_t>(NUMBER_DIGIT_EXCESS - digit)] = pair;
+        table[NUMBER_DIGIT_EXCESS + digit] = pair;
+        table[NUMBER_DIGIT_EXCESS - digit] = pair;
     }
     return table;
 }();
@@ -42,7 +42,7 @@ struct decimal_t {
 
 void unpack_(const number_t &x, decimal_t &value) {
     const int pairs = std::max(number_digit_count(x), 1);  // a marker of infinity has none: it shows as "??"
-    for (int i = 0; i < pairs; ++i) memcpy(value.text + 2 * i, coef_to_char[x.coef[i]].text, 2);
+    for (int i = 0; i < pairs; ++i) memcpy(&value.text[2 * i], coef_to_char[x.coef[i]].text, 2);
     const bool skip_first = value.text[0] == '0';
     const bool skip_last = value.text[2 * pairs - 1] == '0';
     value.digits = value.text + (skip_first ? 1 : 0);
@@ -106,7 +106,7 @@ void write_scientific_(const decimal_t &value, char *out) {
     *out++ = 'E';
     *out++ = exponent < 0 ? '-' : '+';
     if (magnitude >= 100) *out++ = '1';  // at most 130
-    out = put_(out, coef_to_char[static_cast<size_t>(NUMBER_DIGIT_EXCESS + magnitude % 100)].text, 2);
+    out = put_(out, coef_to_char[NUMBER_DIGIT_EXCESS + static_cast<size_t>(magnitude % 100)].text, 2);
     *out = '\0';
 }
 
