@@ -4,10 +4,11 @@
 // for some sets holds characters back to compose them. Tables have none of this. A row of 256 entries is read
 // when one of them is first needed, by asking a converter for each, from its initial state; from then on
 // conversion is a look-up that any number of threads do at once. The tables are zero-filled memory of the
-// library: pages that nobody uses take no memory, and nothing needs to be released.
+// library: pages that nobody uses take no memory.
 //
 // A sequence counts as one character when it becomes exactly one unit. That covers CP1258 as well, where a
 // base letter (ASCII letters too) and the tone mark behind it are the two bytes of one composed letter.
+// Converters are opened once for each set and direction.
 
 #include "charset_table.h"
 
@@ -59,15 +60,21 @@ static_assert(std::count_if(_sets.begin(), _sets.end(), [](const set_t &set) {
 // iconv_open's answer when it fails: POSIX casts it like this.
 const iconv_t _no_converter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
 
-// One direction of iconv, asked about one short sequence at a time. A plain record: who opens it closes it.
+// One direction of iconv, asked about one short sequence at a time. All zero: not open.
 class converter_t {
   public:
+    // False when it is not open and cannot be opened.
     bool open(const char *const (&to)[2], const char *const (&from)[2]) {
+        if (is_open_) return true;
         converter_ = iconv_open(to[0], from[0]);
         if (converter_ == _no_converter) converter_ = iconv_open(to[1], from[1]);
-        return converter_ != _no_converter;
+        is_open_ = converter_ != _no_converter;
+        return is_open_;
     }
-    void close() { iconv_close(converter_); }
+    void close() {
+        if (is_open_) iconv_close(converter_);
+        is_open_ = false;
+    }
 
     // The bytes that a whole sequence becomes, as a big-endian number with their count in size; 0 bytes when
     // it is not convertible exactly.
@@ -96,29 +103,40 @@ class converter_t {
 
   private:
     iconv_t converter_;
+    bool is_open_;
 };
 
 constexpr const char *_ucs2[2] = {"UCS-2BE", "UTF-16BE"};
 
-// Runs fill_row(converter) once, under the lock, with a converter opened for it. False when iconv lacked
-// memory just now; a set that it does not know is done with for good, with nothing in its rows.
+// Opened when first needed, used under the lock, closed when the library is unloaded.
+enum direction_t { FROM_UCS2, TO_UCS2, DIRECTION_MAX };
+converter_t _converters[DVSTR_CHARSET_MAX][DIRECTION_MAX];
+
+// Runs fill_row(converter) once, under the lock. False when iconv lacked memory just now; a set that it does
+// not know is done with for good, with nothing in its rows.
 template <typename F>
-bool fill_once_(std::atomic<bool> &is_done, const char *const (&to)[2], const char *const (&from)[2],
-                F fill_row) {
+bool fill_once_(std::atomic<bool> &is_done, dvstr_charset_e set, direction_t direction, F fill_row) {
     pthread_mutex_lock(&_fill_lock);
     bool is_done_now = is_done.load(std::memory_order_relaxed);
     if (!is_done_now) {
-        converter_t converter;
-        const bool is_open = converter.open(to, from);
+        const auto &names = _sets[set].names;
+        converter_t &converter = _converters[set][direction];
+        const bool is_open =
+            direction == FROM_UCS2 ? converter.open(names, _ucs2) : converter.open(_ucs2, names);
         is_done_now = is_open || errno == EINVAL;
-        if (is_open) {
-            fill_row(converter);
-            converter.close();
-        }
+        if (is_open) fill_row(converter);
         is_done.store(is_done_now, std::memory_order_release);
     }
     pthread_mutex_unlock(&_fill_lock);
     return is_done_now;
+}
+
+[[gnu::destructor]] void close_converters_() {
+    pthread_mutex_lock(&_fill_lock);
+    for (auto &directions : _converters) {
+        for (converter_t &converter : directions) converter.close();
+    }
+    pthread_mutex_unlock(&_fill_lock);
 }
 
 }  // namespace
@@ -126,7 +144,7 @@ bool fill_once_(std::atomic<bool> &is_done, const char *const (&to)[2], const ch
 dvstr_charset_e charset_table_t::set_() const { return static_cast<dvstr_charset_e>(this - _tables); }
 
 bool charset_table_t::fill_units(size_t row) {
-    return fill_once_(has_units_[row], _sets[set_()].names, _ucs2, [&](converter_t &from_ucs2) {
+    return fill_once_(has_units_[row], set_(), FROM_UCS2, [&](converter_t &from_ucs2) {
         if (row >= 0xD8 && row <= 0xDF) return;  // surrogates
         for (size_t low = row == 0 ? 0x80 : 0; low <= 0xFF; ++low) {
             size_t size = 0;
@@ -139,7 +157,7 @@ bool charset_table_t::fill_units(size_t row) {
 
 bool charset_table_t::fill_lead(uint8_t lead) {
     const set_t &set = _sets[set_()];
-    return fill_once_(has_lead_[lead], _ucs2, set.names, [&](converter_t &to_ucs2) {
+    return fill_once_(has_lead_[lead], set_(), TO_UCS2, [&](converter_t &to_ucs2) {
         if (lead >= 0x80) single_[lead] = to_ucs2.unit({lead}, 1);
         bool is_lead = lead >= 0x80 && single_[lead] == 0;  // of pairs, if only of ones not assigned yet
         for (int second = _first_trail; second <= 0xFF && lead >= set.first_lead; ++second) {
@@ -160,8 +178,7 @@ int charset_table_t::triple(uint8_t lead, uint8_t second, uint8_t third) {
                 to_ucs2.unit({lead, second, static_cast<uint8_t>(i)}, 3);
         }
     };
-    if (!is_ready.load(std::memory_order_acquire) &&
-        !fill_once_(is_ready, _ucs2, _sets[set_()].names, fill_row)) {
+    if (!is_ready.load(std::memory_order_acquire) && !fill_once_(is_ready, set_(), TO_UCS2, fill_row)) {
         return 0;
     }
     return _triples[static_cast<size_t>(second << 8 | third)];
