@@ -36,11 +36,15 @@ void combine_(number_t &x, const operand_t &leading, const operand_t &other, int
     if constexpr (Words == 3) coef_keep(b, NUMBER_DIGITS_MAX);
 
     const uint64_t subtracts = leading.sign ^ other.sign;
-    const uint64_t swaps = sign_mask(coef_less(a, b)) & subtracts;  // the difference is taken of the larger
-    const uint64_t sign = leading.sign ^ swaps;
-    coef_swap_if(swaps, a, b);
+    uint64_t sign = leading.sign;
     coef_complement_if(subtracts, b);
-    const uint64_t carry = coef_add(a, b, subtracts & 1) & ~subtracts;
+    uint64_t carry = coef_add(a, b, subtracts & 1);
+    if (carry < (subtracts & 1)) {  // other was the larger one: a is its complement
+        coef_complement_if(~uint64_t{0}, a);
+        coef_add(a, coef_t<Words>{}, 1);
+        sign = ~sign;
+    }
+    carry &= ~subtracts;
     coef_push_carry(a, carry);
     if constexpr (Words == 3) coef_keep(a, NUMBER_DIGITS_MAX);
     if (coef_is_zero(a)) return store_zero(x);

@@ -36,29 +36,6 @@ constexpr uint64_t coef_add(coef_t<Words> &a, const coef_t<Words> &b, uint64_t c
     return carry;
 }
 
-// a < b, by the borrow of a - b.
-template <int Words>
-constexpr bool coef_less(const coef_t<Words> &a, const coef_t<Words> &b) {
-    bool borrow = false;
-    for (int i = Words - 1; i >= 0; --i) {
-        uint64_t difference = 0;
-        const bool first = __builtin_sub_overflow(a.word[i], b.word[i], &difference);
-        const bool second = __builtin_sub_overflow(difference, uint64_t{borrow}, &difference);
-        borrow = first | second;
-    }
-    return borrow;
-}
-
-// Exchanges a and b where the mask is all ones; leaves them where it is 0.
-template <int Words>
-constexpr void coef_swap_if(uint64_t mask, coef_t<Words> &a, coef_t<Words> &b) {
-    for (int i = 0; i < Words; ++i) {
-        const uint64_t difference = (a.word[i] ^ b.word[i]) & mask;
-        a.word[i] ^= difference;
-        b.word[i] ^= difference;
-    }
-}
-
 // 99 less every digit where the mask is all ones: adding that and a carry of one subtracts.
 template <int Words>
 constexpr void coef_complement_if(uint64_t mask, coef_t<Words> &a) {

@@ -1,4 +1,4 @@
-// Division, modulo and remainder.
+// Division.
 //
 // Both coefficients are read as 48-digit integers (fractions 0.d1 d2 ... times 10^48). The quotient is
 // floor(X / Y x 10^48): an integer part below 100 and three limbs of base 10^16 behind it, always, by long
@@ -146,19 +146,6 @@ long_coef load_normalized_(const number_t &x, int &exponent) {
     return coef;
 }
 
-// x -= q * |y| with q = x / |y| rounded to an integer.
-void subtract_multiple_(number_t &x, const number_t &y, int rmode) {
-    number_t divisor;
-    number_copy(divisor, y);
-    number_abs(&divisor);
-    number_t multiple;
-    number_copy(multiple, x);
-    number_div(&multiple, &divisor);
-    number_round_at(multiple, 0, rmode);
-    number_mul(&multiple, &divisor);
-    number_sub(&x, &multiple);
-}
-
 }  // namespace
 
 extern "C" void number_div(number_t *x, const number_t *y) {
@@ -180,16 +167,4 @@ extern "C" void number_div(number_t *x, const number_t *y) {
     if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
     if (may_exceed_precision(coef, rest_beyond)) round_to_precision(coef, exponent, negative, rest_beyond);
     store_coef(*x, negative, exponent, coef);
-}
-
-extern "C" void number_mod(number_t *x, const number_t *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
-    if (number_is_zero(*y)) return;
-    subtract_multiple_(*x, *y, NUMBER_RMODE_TRUNC);
-}
-
-extern "C" void number_rem(number_t *x, const number_t *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
-    if (number_is_zero(*y)) raise(ERR_NUMBER_DIVISION_BY_ZERO);
-    subtract_multiple_(*x, *y, current_rmode());
 }

@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "../error.h"
-#include "number_layout.h"
+#include "number_limb.h"
 
 using namespace dv::impl;
 
@@ -18,6 +18,15 @@ namespace {
 constexpr int64_t _exponent_text_max = 1'000'000'000'000;  // exponents are cut off here, far beyond any range
 
 constexpr bool is_digit_(char c) { return static_cast<unsigned char>(c - '0') <= 9; }
+
+// A byte below '0' sets its top bit when '0' is taken away, one above '9' when 127 - '9' is added; a byte
+// from 128 on has it set. A borrow or carry can only come from a byte that is no digit anyway.
+bool are_eight_digits_(const char *text) {
+    uint64_t bytes;
+    memcpy(&bytes, text, sizeof bytes);
+    constexpr uint64_t top_bits = in_each_byte(0x80);
+    return (((bytes - in_each_byte('0')) | (bytes + in_each_byte(127 - '9')) | bytes) & top_bits) == 0;
+}
 
 struct text_cursor_t {
     const char *pos;
@@ -32,6 +41,7 @@ struct text_cursor_t {
     }
     int64_t skip_digits() {
         const char *const begin = pos;
+        while (end - pos >= 8 && are_eight_digits_(pos)) pos += 8;
         while (at_digit()) ++pos;
         return pos - begin;
     }
@@ -45,7 +55,7 @@ struct text_cursor_t {
 
 // The digits of a number in front of its exponent: 0.kkkk x 10^point.
 struct kept_digits_t {
-    char text[48];  // one '0' in front, for values that begin with half a pair; '0' behind the kept digits
+    uint8_t text[48];  // one '0' in front, for values that begin with half a pair; '0' behind the kept digits
     int count = 0;
     int64_t point = 0;
 
@@ -92,28 +102,54 @@ bool read_exponent_(text_cursor_t &cursor, int64_t &exponent) {
 }
 
 // Eight digit characters as four base-100 digits in the low half of a word.
-constexpr uint64_t pair_up_(const char *text) {
-    uint64_t characters = 0;
-    for (int i = 0; i < 8; ++i) characters = characters << 8 | static_cast<uint8_t>(text[i]);
-    const uint64_t digits = characters - in_each_byte('0');
+constexpr uint64_t pair_up_(const uint8_t *text) {
+    const uint64_t digits = load_be64(text) - in_each_byte('0');
     const uint64_t pairs = (digits >> 8 & 0x00FF00FF00FF00FF) * 10 + (digits & 0x00FF00FF00FF00FF);
     const uint64_t fours = (pairs | pairs >> 8) & 0x0000FFFF0000FFFF;
     return (fours | fours >> 16) & 0xFFFFFFFF;
 }
-static_assert(pair_up_("12340099") == 0x0C220063);
+static_assert([] {
+    constexpr uint8_t text[] = {'1', '2', '3', '4', '0', '0', '9', '9'};
+    return pair_up_(text) == 0x0C220063;
+}());
 
-constexpr uint64_t coef_word_(const char *text) { return pair_up_(text) << 32 | pair_up_(text + 8); }
+constexpr uint64_t coef_word_(const uint8_t *text) { return pair_up_(text) << 32 | pair_up_(text + 8); }
 
 // Stores 0.kkkk x 10^point. An odd point puts its first digit alone into a pair, behind a '0'.
 // Raises in the name of the reader that calls it.
 void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const char *reader) {
     const int64_t exponent = (kept.point + 1) >> 1;  // floor: point may be negative
-    const char *const text = kept.text + ((kept.point & 1) != 0 ? 0 : 1);
+    const uint8_t *const text = kept.text + ((kept.point & 1) != 0 ? 0 : 1);
     const long_coef coef = {{coef_word_(text), coef_word_(text + 16), pair_up_(text + 32) << 32}};
     if (coef.word[0] == 0) return store_zero(x);
     if (exponent > NUMBER_EXPONENT_MAX) raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, reader));
     if (exponent < NUMBER_EXPONENT_MIN) raise(error_at(ERR_NUMBER_UNDERFLOW, __FILE__, __LINE__, reader));
     store_coef(x, negative, static_cast<int>(exponent), coef);
+}
+
+constexpr int _short_digits_max = 15;  // with one more zero behind them still a limb
+
+// Reads and stores a text of digits and at most one point, up to its end; false: it is none, or too long.
+bool read_short_(number_t &x, bool negative, const text_cursor_t &rest) {
+    if (rest.end - rest.pos > _short_digits_max + 1) return false;
+    uint64_t significand = 0;
+    const char *point = nullptr;
+    for (const char *p = rest.pos; p < rest.end; ++p) {
+        if (is_digit_(*p)) {
+            significand = significand * 10 + static_cast<uint64_t>(*p - '0');
+        } else if (*p == '.' && point == nullptr) {
+            point = p;
+        } else {
+            return false;
+        }
+    }
+    const auto characters = static_cast<int>(rest.end - rest.pos);
+    if (characters - (point != nullptr ? 1 : 0) < 1 || (point == nullptr && characters > _short_digits_max))
+        return false;
+    const int fraction_digits = point == nullptr ? 0 : static_cast<int>(rest.end - point) - 1;
+    const bool half_pair = fraction_digits % 2 != 0;  // digits pair up at even powers of ten
+    store_limb(x, negative, half_pair ? significand * 10 : significand, -(fraction_digits + 1) / 2);
+    return true;
 }
 
 text_cursor_t cursor_over_(const char *str, int len) {
@@ -128,6 +164,7 @@ extern "C" void number_from_str(number_t *x, int len, const char *str, const cha
     text_cursor_t cursor = cursor_over_(str, len);
     cursor.skip(' ');
     const bool negative = cursor.skip_sign();
+    if (read_short_(*x, negative, cursor)) return;
     kept_digits_t kept;
     if (!read_digits_(cursor, kept)) raise(ERR_NUMBER_TEXT);
     int64_t exponent = 0;
@@ -146,6 +183,7 @@ extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const 
     text_cursor_t cursor = cursor_over_(str, len);
     cursor.skip(' ');
     const bool negative = cursor.skip_sign();
+    if (read_short_(*x, negative, cursor)) return;
     cursor.skip('0');
     const char *const digits = cursor.pos;
     kept_digits_t kept;

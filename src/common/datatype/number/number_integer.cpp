@@ -15,8 +15,10 @@ namespace {
 template <typename Int>
 constexpr void from_integer_(number_t &x, Int v) {
     const bool negative = v < 0;
-    const auto magnitude = static_cast<uint64_t>(static_cast<int64_t>(v));
-    store_decimal(x, negative, negative ? 0 - magnitude : magnitude, 0);
+    const auto bits = static_cast<uint64_t>(static_cast<int64_t>(v));
+    const uint64_t magnitude = negative ? 0 - bits : bits;
+    if (magnitude < LIMB_BASE) return store_limb(x, negative, magnitude, 0);
+    store_decimal(x, negative, magnitude, 0);
 }
 
 // Magnitude of the integer part; anything above 10^20 as 10^20.

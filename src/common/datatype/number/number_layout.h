@@ -67,8 +67,6 @@ constexpr const digit_count_row_t &digit_count_row(int count) {
     return DIGIT_COUNT_ROWS[static_cast<unsigned>(count) % DIGIT_COUNT_MODULUS];
 }
 
-constexpr bool number_is_null(const number_t &x) { return x.size == 0; }
-
 // No digits; a NULL value counts as zero where it is not accepted.
 constexpr bool number_is_zero(const number_t &x) { return x.size <= 1; }
 

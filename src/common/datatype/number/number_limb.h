@@ -73,6 +73,14 @@ constexpr limb_quotient_t divide_by_limb_base(uint128_t value) {
     return {quotient, remainder};
 }
 
+// Stores limb x 100^weight; short of the range of NUMBER is for the caller to know.
+constexpr void store_limb(number_t &x, bool negative, uint64_t limb, int weight) {
+    if (limb == 0) return store_zero(x);
+    short_coef coef = {{digits_from_limb(limb)}};
+    const int leading_zeros = coef_normalize(coef);
+    store_coef(x, negative, COEF_WORD_DIGITS - leading_zeros + weight, coef);
+}
+
 // Stores magnitude x 10^exponent, where magnitude is below 10^31 and the value within the range of NUMBER.
 constexpr void store_decimal(number_t &x, bool negative, uint128_t magnitude, int exponent) {
     if ((exponent & 1) != 0) {  // digits pair up at even powers of ten
@@ -80,8 +88,8 @@ constexpr void store_decimal(number_t &x, bool negative, uint128_t magnitude, in
         --exponent;
     }
     const limb_quotient_t limbs = divide_by_limb_base(magnitude);
+    if (limbs.quotient == 0) return store_limb(x, negative, limbs.remainder, exponent / 2);
     long_coef coef = {{digits_from_limb(limbs.quotient), digits_from_limb(limbs.remainder), 0}};
-    if (coef_is_zero(coef)) return store_zero(x);
     const int leading_zeros = coef_normalize(coef);
     store_coef(x, negative, 2 * COEF_WORD_DIGITS - leading_zeros + exponent / 2, coef);
 }
