@@ -7,7 +7,7 @@
 #include "exact_sum.h"
 
 #include "../common/datatype/error.h"
-#include "../common/datatype/number/number_layout.h"
+#include "../common/datatype/number/number_internal.h"
 
 using namespace dv::impl;
 

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "../common/datatype/number/number_layout.h"
+#include "../common/datatype/number/number_internal.h"
 #include "sql_function.h"
 
 using namespace dv::impl;

@@ -1,9 +1,10 @@
-// What the NUMBER area offers to itself across files and to other areas, beyond the public header.
+// What the NUMBER area offers to itself across files and to other areas, beyond the public header: two
+// functions, and the layout of records for those who read or build digits themselves.
 
 #ifndef DV_NUMBER_INTERNAL_H
 #define DV_NUMBER_INTERNAL_H
 
-#include "dvtypes/number.h"
+#include "number_layout.h"
 
 namespace dv::impl {
 
