@@ -185,6 +185,7 @@ extern "C" void number_to_str(const number_t *x, int buf_size, char *str, const 
 
     decimal_t value;
     unpack_(*x, value);
+    buf_size = std::max(buf_size, 0);
     const bool may_be_normal = form != form_t::scientific;
     const bool may_be_scientific = form != form_t::normal;
     if (may_be_normal && try_normal_(value, buf_size, str)) return;
