@@ -56,8 +56,18 @@ constexpr int coef_digit(const coef_t<Words> &a, int place) {
     return static_cast<uint8_t>(a.word[place / 8] >> (56 - 8 * (place % 8)));
 }
 
-// Moves the digits `places` (0..7, 0..23) to the right; what leaves the last word is dropped.
-constexpr void coef_shift_right(short_coef &a, int places) { a.word[0] >>= 8 * places; }
+// Moves the digits `places` (0..7) to the right; what leaves the last word is dropped.
+template <int Words>
+constexpr void coef_shift_within_word(coef_t<Words> &a, int places) {
+    const int bits = 8 * places;
+    for (int i = Words - 1; i > 0; --i) {
+        a.word[i] = a.word[i] >> bits | a.word[i - 1] << 1 << (63 - bits);  // in two steps: bits may be 0
+    }
+    a.word[0] >>= bits;
+}
+
+// The same for 0..7 and for 0..23 places.
+constexpr void coef_shift_right(short_coef &a, int places) { coef_shift_within_word(a, places); }
 
 constexpr void coef_shift_right(long_coef &a, int places) {
     const uint64_t by_8 = places >= 8 ? ~uint64_t{0} : 0;
@@ -65,13 +75,9 @@ constexpr void coef_shift_right(long_coef &a, int places) {
     const auto select = [](uint64_t mask, uint64_t when_set, uint64_t when_clear) {
         return when_clear ^ ((when_clear ^ when_set) & mask);
     };
-    const uint64_t w2 = select(by_16, a.word[0], select(by_8, a.word[1], a.word[2]));
-    const uint64_t w1 = select(by_8, a.word[0], a.word[1]) & ~by_16;
-    const uint64_t w0 = a.word[0] & ~by_8;
-    const int bits = 8 * (places % 8);
-    a.word[2] = w2 >> bits | w1 << 1 << (63 - bits);  // in two steps: bits may be 0
-    a.word[1] = w1 >> bits | w0 << 1 << (63 - bits);
-    a.word[0] = w0 >> bits;
+    a = {{a.word[0] & ~by_8, select(by_8, a.word[0], a.word[1]) & ~by_16,
+          select(by_16, a.word[0], select(by_8, a.word[1], a.word[2]))}};
+    coef_shift_within_word(a, places % 8);
 }
 
 // Moves the digits to the left until the first is not 0; returns by how many places. a is not zero.
@@ -95,7 +101,7 @@ constexpr int coef_normalize(long_coef &a) {
 // Puts a carry of 0 or 1 in front of the first digit; if it is 1, the digits move right and the last is lost.
 template <int Words>
 constexpr void coef_push_carry(coef_t<Words> &a, uint64_t carry) {
-    coef_shift_right(a, static_cast<int>(carry));
+    coef_shift_within_word(a, static_cast<int>(carry));
     a.word[0] |= carry << 56;
 }
 

@@ -53,21 +53,15 @@ constexpr wide_t to_binary_(const limbs_t &x) {
                          x.limb[2]);
 }
 
-// x -= y, where x >= y.
-constexpr void subtract_(wide_t &x, const wide_t &y) {
+// x -= y; true when y was the larger one, and x is 2^256 too large.
+constexpr bool subtract_(wide_t &x, const wide_t &y) {
     uint64_t borrow = 0;
     for (int i = 0; i < 4; ++i) {
-        const uint128_t difference = uint128_t{x.word[i]} - y.word[i] - borrow;
-        x.word[i] = static_cast<uint64_t>(difference);
-        borrow = static_cast<uint64_t>(difference >> 64) & 1;
+        const bool first = __builtin_sub_overflow(x.word[i], y.word[i], &x.word[i]);
+        const bool second = __builtin_sub_overflow(x.word[i], borrow, &x.word[i]);
+        borrow = static_cast<uint64_t>(first | second);
     }
-}
-
-constexpr bool less_(const wide_t &x, const wide_t &y) {
-    for (int i = 3; i > 0; --i) {
-        if (x.word[i] != y.word[i]) return x.word[i] < y.word[i];
-    }
-    return x.word[0] < y.word[0];
+    return borrow != 0;
 }
 
 // A divisor of more than one limb: 10^46 <= value < 10^48, so it has 153 to 160 bits.
@@ -98,10 +92,7 @@ uint64_t divide_step_(wide_t &rest, const wide_divisor_t &divisor) {
         divide_128_by_64(static_cast<uint64_t>(top >> 64), static_cast<uint64_t>(top), divisor.estimator)
             .quotient;
     subtract_(rest, multiply_add_(divisor.value, quotient, 0));
-    while (!less_(rest, divisor.value)) {
-        subtract_(rest, divisor.value);
-        ++quotient;
-    }
+    for (wide_t less = rest; !subtract_(less, divisor.value); ++quotient) rest = less;
     return quotient;
 }
 

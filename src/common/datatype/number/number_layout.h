@@ -99,10 +99,9 @@ constexpr coef_t<Words> load_coef(const number_t &x, const number_head_t &head) 
     static_assert(Words == 1 || Words == 3);
     constexpr uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS);
     const auto &mask = digit_count_row(head.count).mask;
+    // bytes - 128, or 128 - bytes as (255 - bytes) - 127: no byte borrows, and those past the digits give 0.
     const auto digits = [&](uint64_t bytes, int i) {
-        const uint64_t digit_bytes = (bytes & mask[i]) | (excess & ~mask[i]);  // past the digits: 0
-        return ((digit_bytes - excess) ^ head.sign) -
-               head.sign;  // bytes - excess, or excess - bytes: no borrows
+        return ((bytes ^ head.sign) & mask[i]) - ((excess ^ head.sign) & mask[i]);
     };
     coef_t<Words> coef{};
     coef.word[0] = digits(load_be64(x.coef), 0);
@@ -149,8 +148,9 @@ constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const coef_t
     constexpr uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS);
     const int count = coef_digit_count(coef);
     const auto &to_terminator = digit_count_row(count).to_terminator;
+    // 128 + digit, or 128 - digit.
     const auto bytes = [&](int i) {
-        return excess + ((coef.word[i] ^ sign) - sign) + (to_terminator[i] & sign);
+        return (coef.word[i] ^ sign) + (excess - sign) + (to_terminator[i] & sign);
     };
     x.size = static_cast<uint8_t>(1 + count + static_cast<int>(sign & 1));
     x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + exponent) ^ static_cast<int>(sign & 0xFF));

@@ -123,14 +123,18 @@ constexpr bool may_exceed_precision(const long_coef &coef, bool rest_beyond) {
 }
 
 // round_coef at the 38th decimal digit in the default mode: half a unit is added, and what is dropped
-// cleared.
+// cleared. The carry seldom leaves the last word.
 inline void round_half_up_to_precision(long_coef &coef, int &exponent, bool cuts_inside_pair) {
     constexpr int place_shift = 56 - 8 * (PRECISION_CUT_PLACE % 8);
-    const uint64_t carry =
-        coef_add(coef, long_coef{{0, 0, uint64_t{cuts_inside_pair ? 5u : 50u} << place_shift}});
-    const uint64_t pair = coef.word[2] >> place_shift & 0xFF;
+    uint64_t carry = 0;
+    const uint64_t sum =
+        add_digit_words(coef.word[2], uint64_t{cuts_inside_pair ? 5u : 50u} << place_shift, carry);
+    const uint64_t pair = sum >> place_shift & 0xFF;
     const uint64_t kept = cuts_inside_pair ? pair - pair % 10 : 0;
-    coef.word[2] = (coef.word[2] & leading_digits_mask(PRECISION_CUT_PLACE, 16)) | kept << place_shift;
+    coef.word[2] = (sum & leading_digits_mask(PRECISION_CUT_PLACE, 16)) | kept << place_shift;
+    if (carry == 0) return;
+    coef.word[1] = add_digit_words(coef.word[1], 0, carry);
+    coef.word[0] = add_digit_words(coef.word[0], 0, carry);
     coef_push_carry(coef, carry);
     exponent += static_cast<int>(carry);
 }
