@@ -11,16 +11,7 @@ using namespace dv::impl;
 
 namespace {
 
-struct raised_t {
-    dv_error_t error;
-};
-
 thread_local int _protect_depth = 0;
-
-[[noreturn]] void throw_(const dv_error_t &error) {
-    if (_protect_depth == 0) error_abort(error);
-    throw raised_t{error};
-}
 
 }  // namespace
 
@@ -36,19 +27,22 @@ void dv_err_and_jmp(const char *src_file, int line, const char *func_name, int, 
     va_start(args, code);
     error_fill(error, src_file, line, func_name, code, args);
     va_end(args);
-    throw_(error);
+    dv_rethrow(&error);
 }
 
-void dv_rethrow(const dv_error_t *error) { throw_(*error); }
+void dv_rethrow(const dv_error_t *error) {
+    if (_protect_depth == 0) error_abort(*error);
+    throw *error;
+}
 
 int dv_protect(void (*body)(void *arg), void *arg, dv_error_t *error) {
     ++_protect_depth;
     int code = 0;
     try {
         body(arg);
-    } catch (const raised_t &raised) {
-        code = raised.error.code;
-        if (error != nullptr) *error = raised.error;
+    } catch (const dv_error_t &raised) {
+        code = raised.code;
+        if (error != nullptr) *error = raised;
     }
     --_protect_depth;
     return code;

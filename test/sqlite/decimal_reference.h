@@ -12,8 +12,6 @@ namespace dv::test {
 
 using big_t = boost::multiprecision::cpp_int;
 
-inline constexpr int BIG_SCALE = 400;
-
 inline big_t power_of_ten(int exponent) {
     return boost::multiprecision::pow(big_t(10), static_cast<unsigned>(exponent));
 }
@@ -22,39 +20,34 @@ inline big_t power_of_ten(int exponent) {
 inline big_t big_from_text(const std::string &text) {
     const size_t e = text.find('E');
     std::string mantissa = text.substr(0, e);
-    int exponent = e == std::string::npos ? 0 : std::stoi(text.substr(e + 1));
+    int exponent = 400 + (e == std::string::npos ? 0 : std::stoi(text.substr(e + 1)));
     const size_t point = mantissa.find('.');
     if (point != std::string::npos) {
         exponent -= static_cast<int>(mantissa.size() - point - 1);
         mantissa.erase(point, 1);
     }
-    const bool negative = mantissa[0] == '-';
-    mantissa.erase(0, mantissa.find_first_not_of("-0"));  // a leading 0 would mean octal
-    const big_t magnitude = big_t(mantissa.empty() ? "0" : mantissa) * power_of_ten(exponent + BIG_SCALE);
-    return negative ? big_t(-magnitude) : magnitude;
+    mantissa.erase(
+        0, std::min(mantissa.find_first_not_of("-0"), mantissa.size() - 1));  // a leading 0 would mean octal
+    const big_t magnitude = big_t(mantissa) * power_of_ten(exponent);
+    return text[0] == '-' ? big_t(-magnitude) : magnitude;
 }
 
 // Rounds half up to 38 significant digits.
 inline big_t rounded_to_38(const big_t &value) {
     const big_t magnitude = abs(value);
-    const int dropped = static_cast<int>(magnitude.str().size()) - 38;
-    if (dropped <= 0) return value;
-    const big_t unit = power_of_ten(dropped);
+    const big_t unit = power_of_ten(std::max(static_cast<int>(magnitude.str().size()) - 38, 0));
     const big_t rounded = (magnitude + unit / 2) / unit * unit;
     return value < 0 ? big_t(-rounded) : rounded;
 }
 
-// A number with 1 to 38 digits whose first digit has a weight between 10^low and 10^high, in scientific form.
+// A number with 1 to 38 digits, nines and zeros among them, whose first digit has a weight between 10^low and
+// 10^high, in scientific form.
 inline std::string random_decimal(std::mt19937_64 &random, int low, int high) {
     const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
     std::string text = below(2) != 0 ? "-" : "";
-    text += static_cast<char>('1' + below(9));
-    text += '.';
-    const int shape = below(3);  // any digits, many nines, many zeros
-    for (int left = below(38); left > 0; --left) {
-        const char repeated = shape == 1 ? '9' : '0';
-        text += shape == 0 || below(8) == 0 ? static_cast<char>('0' + below(10)) : repeated;
-    }
+    text += std::to_string(1 + below(9)) + ".";
+    const char *const digits = below(2) != 0 ? "0123456789" : "0000099999";
+    for (int left = below(38); left > 0; --left) text += digits[below(10)];
     return text + "E" + std::to_string(low + below(high - low + 1));
 }
 

@@ -1,14 +1,12 @@
 // The rules of NUMBER in decimal positions. See reference_number.h.
 //
 // Base-100 structure shows in three places only, all of which are rules of the type and not of its storage:
-// the range (floor(top / 2) in -65..62), the 20-digit span of addition, and the 24 quotient digits of
-// division.
+// the range, the 20-digit span of addition, and the 24 quotient digits of division.
 
 #include "reference_number.h"
 
 #include <algorithm>
-#include <array>
-#include <climits>
+#include <cctype>
 #include <vector>
 
 namespace dv::test {
@@ -16,384 +14,274 @@ namespace dv::test {
 namespace {
 
 constexpr int _precision = 38;
-constexpr int _pow10_count = 154;  // 10^153 < 2^512
+constexpr const char *_decimal_digits = "0123456789";
 
-// floor(position / 2): the base-100 exponent minus one of a value whose first digit stands there.
-int base100_exponent_(int position) { return position >= 0 ? position / 2 : -((1 - position) / 2); }
-
-int digit_count_(const big_t &n) {
-    int count = 1;
-    while (n >= pow10(count)) ++count;
-    return count;
+const big_t &pow10_(int n) {
+    static const auto powers = [] {
+        std::vector<big_t> table{1};
+        while (table.size() < 300) table.push_back(table.back() * 10);
+        return table;
+    }();
+    return powers.at(static_cast<size_t>(n));
 }
 
-decimal_t in_range_(decimal_t x) {
-    if (x.digits == 0) return {};
-    const int exponent = base100_exponent_(top_position(x));
-    if (exponent > 62) throw twin_raise{-5068};
-    if (exponent < -65) throw twin_raise{-5069};
+// x in units of 10^exponent, which is not above its own.
+big_t in_units_(const decimal_t &x, int exponent) { return x.digits * pow10_(x.exponent - exponent); }
+
+// Position of the first significant base-100 digit: one less than the exponent E of the record.
+int top_pair_(const decimal_t &x) { return top_position(x) >> 1; }
+
+const decimal_t &in_range_(const decimal_t &x) {
+    if (x.digits != 0 && top_pair_(x) > 62) throw twin_raise{-5068};
+    if (x.digits != 0 && top_pair_(x) < -65) throw twin_raise{-5069};
     return x;
 }
 
-decimal_t negated_(decimal_t x) {
-    if (x.digits != 0) x.negative = !x.negative;
-    return x;
+// Does an inexact magnitude grow? against_half compares what is dropped with half a unit.
+bool grows_(int mode, bool negative, bool odd, int against_half) {
+    const bool by_mode[] = {/*TRUNC*/ false,
+                            /*UP*/ true,
+                            /*HALF_DOWN*/ against_half > 0,
+                            /*HALF_UP*/ against_half >= 0,
+                            /*HALF_EVEN*/ against_half > 0 || (against_half == 0 && odd),
+                            /*CEIL*/ !negative,
+                            /*FLOOR*/ negative};
+    return mode >= 0 && mode <= 6 && by_mode[mode];
 }
 
-decimal_t magnitude_(decimal_t x) {
-    x.negative = false;
-    return x;
-}
-
-bool rounds_away_(int mode, bool negative) {
-    return mode == NUMBER_RMODE_UP || (mode == NUMBER_RMODE_CEIL && !negative) ||
-           (mode == NUMBER_RMODE_FLOOR && negative);
-}
-
-bool increments_(int mode, bool negative, bool odd, const big_t &rest, const big_t &unit) {
+// x as a multiple of 10^pos: the one place where digits are dropped.
+decimal_t cut_(const decimal_t &x, int pos, int mode) {
+    if (x.digits == 0 || pos <= x.exponent) return x;
+    const big_t &unit = pow10_(pos - x.exponent);
+    const big_t rest = abs(x.digits % unit);
+    decimal_t result{x.digits / unit, pos};
+    const bool negative = x.digits < 0;
+    const bool odd = result.digits % 2 != 0;
     const big_t twice = rest * 2;
-    if (rest == 0) return false;
-    switch (mode) {
-        case NUMBER_RMODE_HALF_DOWN:
-            return twice > unit;
-        case NUMBER_RMODE_HALF_UP:
-            return twice >= unit;
-        case NUMBER_RMODE_HALF_EVEN:
-            return twice > unit || (twice == unit && odd);
-        default:
-            return rounds_away_(mode, negative);
-    }
+    if (rest != 0 && grows_(mode, negative, odd, twice.compare(unit))) result.digits += negative ? -1 : 1;
+    return result;
 }
 
-decimal_t cut_to_precision_(const decimal_t &x, int digits, int mode) {
-    return x.digits == 0 ? x : twin_round(x, top_position(x) - digits + 1, mode);
+decimal_t to_precision_(const decimal_t &x, int digits, int mode) {
+    return in_range_(cut_(in_range_(x), top_position(x) - digits + 1, mode));
 }
 
-// x without what lies below 10^position.
-decimal_t drop_below_(decimal_t x, int position) {
-    if (x.exponent >= position) return x;
-    const int drop = std::min(position - x.exponent, _pow10_count - 1);
-    x.digits -= x.digits % pow10(drop);
-    return x;
+// x - q * |y|, where q is x / |y| as an integer.
+decimal_t rest_of_(const decimal_t &x, const decimal_t &y, int integer_mode, int mode) {
+    const decimal_t divisor{abs(y.digits), y.exponent};
+    const decimal_t quotient = twin_round(twin_div(x, divisor, mode), 0, integer_mode);
+    return twin_sub(x, twin_mul(quotient, divisor, mode), mode);
 }
 
-big_t aligned_(const decimal_t &x, int exponent) { return x.digits * pow10(x.exponent - exponent); }
-
-// |x| +- |y| with the sign of |x|'s owner; x is the operand with the larger base-100 exponent.
-decimal_t combine_(const decimal_t &x, const decimal_t &y, bool subtract, int mode) {
-    const int lead = base100_exponent_(top_position(x));
-    if (lead - base100_exponent_(top_position(y)) > 19) return x;
-
-    const decimal_t tail = drop_below_(y, 2 * (lead - 19));
-    const int exponent = std::min(x.exponent, tail.exponent);
-    const big_t a = aligned_(x, exponent);
-    const big_t b = aligned_(tail, exponent);
-    decimal_t result{x.negative, 0, exponent};
-    if (!subtract) {
-        result.digits = a + b;
-        if (base100_exponent_(top_position(result)) > lead) {
-            result = drop_below_(in_range_(result), 2 * (lead - 18));
-        }
-    } else if (a >= b) {
-        result.digits = a - b;
-    } else {
-        result.digits = b - a;
-        result.negative = !x.negative;
-    }
-    return cut_to_precision_(in_range_(result), _precision, mode);
-}
-
-std::string digits_of_(const decimal_t &x) {  // without zeros at the end; "0" for zero
-    std::string text = x.digits.str();
+std::string significant_digits_(const decimal_t &x) {  // without zeros at the end; "0" for zero
+    std::string text = big_t(abs(x.digits)).str();
     text.erase(text.find_last_not_of('0') + 1);
     return text.empty() ? "0" : text;
 }
 
-bool fits_(const std::string &text, int buf_size) { return static_cast<int>(text.size()) < buf_size; }
-
-// The scientific form shortened to the buffer; throws when the buffer is too small for it.
-std::string shortened_scientific_(const decimal_t &x, int buf_size) {
-    const int top = top_position(x);
-    const int least = (x.negative ? 7 : 6) + (std::abs(top) >= 100 ? 1 : 0);
-    if (buf_size < least) throw twin_raise{-3005};
-    const int room = buf_size - least;  // a point and digits; a point alone is never written
-    std::string text = scientific_text(cut_to_precision_(x, room >= 2 ? room : 1, NUMBER_RMODE_HALF_UP));
-    if (!fits_(text, buf_size)) throw twin_raise{-3005};
-    return text;
+// Takes the leading characters of the text that are among `characters`, at most `count`.
+std::string_view take_(std::string_view &text, std::string_view characters,
+                       size_t count = std::string::npos) {
+    const std::string_view taken = text.substr(0, std::min(text.find_first_not_of(characters), count));
+    text.remove_prefix(taken.size());
+    return taken;
 }
 
-// The normal form rounded to the buffer; false when the buffer cannot hold it.
-bool shortened_normal_(const decimal_t &x, int buf_size, std::string &text) {
-    const int top = top_position(x);
-    const int integer_part = (x.negative ? 1 : 0) + std::max(top + 1, 0);
-    const int room = buf_size - 1 - integer_part;  // a point and fraction digits
-    if (room < 0 && top >= 0) return false;
-    text = normal_text(twin_round(x, room >= 2 ? 1 - room : 0, NUMBER_RMODE_HALF_UP));
-    return fits_(text, buf_size);
-}
-
-written_t write_(const decimal_t &x, int buf_size, bool normal, bool scientific) {
-    std::string text = x.digits == 0 && !normal ? "0E+00" : normal_text(x);
-    if (normal && fits_(text, buf_size)) return {0, text};
-    if (x.digits == 0) return fits_(text, buf_size) ? written_t{0, text} : written_t{-3005, ""};
-    if (scientific && fits_(scientific_text(x), buf_size)) return {0, scientific_text(x)};
-    if (normal && shortened_normal_(x, buf_size, text)) return {0, text};
-    if (!scientific) return {-3005, ""};
-    return {-5067, shortened_scientific_(x, buf_size)};
-}
-
-// Cursor over a text.
-struct scan_t {
-    std::string_view rest;
-    bool accept(char c) {
-        if (rest.empty() || rest[0] != c) return false;
-        rest.remove_prefix(1);
-        return true;
-    }
-    int skip(char c) {
-        int count = 0;
-        while (accept(c)) ++count;
-        return count;
-    }
-    std::string_view digits() {
-        const size_t count = std::min(rest.find_first_not_of("0123456789"), rest.size());
-        const std::string_view found = rest.substr(0, count);
-        rest.remove_prefix(count);
-        return found;
-    }
-};
-
-long long scan_exponent_(scan_t &scan) {
-    if (!scan.accept('E') && !scan.accept('e')) return 0;
-    const bool negative = scan.accept('-');
-    if (!negative) scan.accept('+');
-    const std::string_view digits = scan.digits();
+long long take_exponent_(std::string_view &text) {
+    if (take_(text, "Ee", 1).empty()) return 0;
+    const bool negative = take_(text, "+-", 1) == "-";
+    const std::string_view digits = take_(text, _decimal_digits);
     if (digits.empty()) throw twin_raise{-5074};
     long long value = 0;
     for (const char c : digits) value = std::min(value * 10 + (c - '0'), 1'000'000'000'000LL);
     return negative ? -value : value;
 }
 
-decimal_t from_text_digits_(bool negative, std::string digits, long long last_position) {
-    const size_t zeros = std::min(digits.find_first_not_of('0'), digits.size());
-    digits.erase(0, zeros);
+// The first 38 of the digits, the last of which stands at last_position.
+decimal_t keep_first_digits_(bool negative, std::string digits, long long last_position) {
+    digits.erase(0, digits.find_first_not_of('0'));
     if (digits.empty()) return {};
     const long long top = last_position + static_cast<long long>(digits.size()) - 1;
     if (top > 125) throw twin_raise{-5068};
     if (top < -130) throw twin_raise{-5069};
     digits.resize(_precision, '0');
-    return {negative, big_t(digits), static_cast<int>(top) - (_precision - 1)};
+    return {big_t((negative ? "-" : "") + digits), static_cast<int>(top) - (_precision - 1)};
 }
 
-decimal_t whole_(unsigned long long magnitude) { return {false, magnitude, 0}; }
+// Rounded to as many fraction digits as the buffer holds behind sign, integer digits and point.
+std::string shortened_normal_(const decimal_t &x, int buf_size) {
+    const int room = buf_size - 1 - (x.digits < 0 ? 1 : 0) - std::max(top_position(x) + 1, 0);
+    return normal_text(twin_round(x, room >= 2 ? 1 - room : 0, NUMBER_RMODE_HALF_UP));
+}
+
+// Rounded to as many digits as the buffer holds beside sign, point and exponent.
+std::string shortened_scientific_(const decimal_t &x, int buf_size) {
+    const int least = (x.digits < 0 ? 7 : 6) + (std::abs(top_position(x)) >= 100 ? 1 : 0);
+    if (buf_size < least) return {};
+    const int room = buf_size - least;  // a point and digits; a point alone is never written
+    return scientific_text(to_precision_(x, room >= 2 ? room : 1, NUMBER_RMODE_HALF_UP));
+}
 
 }  // namespace
 
-const big_t &pow10(int n) {
-    static const std::array<big_t, _pow10_count> powers = [] {
-        std::array<big_t, _pow10_count> table;
-        table[0] = 1;
-        for (size_t i = 1; i < table.size(); ++i) table[i] = table[i - 1] * 10;
-        return table;
-    }();
-    return powers.at(static_cast<size_t>(n));
+int top_position(const decimal_t &x) {
+    if (x.digits == 0) return x.exponent;
+    const big_t magnitude = abs(x.digits);
+    int top = static_cast<int>(0.30102 * msb(magnitude));  // log10(2), rounded down
+    while (magnitude >= pow10_(top + 1)) ++top;
+    return x.exponent + top;
 }
-
-int top_position(const decimal_t &x) { return x.exponent + digit_count_(x.digits) - 1; }
-
-int low_position(const decimal_t &x) { return top_position(x) - static_cast<int>(digits_of_(x).size()) + 1; }
 
 decimal_t decode(const number_t &record) {
     if (record.size <= 1) return {};
     const bool negative = (record.signexp & 0x80) == 0;
     const int count = record.size - 1 - (negative ? 1 : 0);
     const int exponent = negative ? 0x3F - record.signexp : record.signexp - 0xC0;
-    decimal_t x{negative, 0, 2 * (exponent - count)};
-    for (int i = 0; i < count; ++i) {
-        x.digits =
-            x.digits * 100 + static_cast<unsigned>(negative ? 128 - record.coef[i] : record.coef[i] - 128);
-    }
+    decimal_t x{0, 2 * (exponent - count)};
+    for (int i = 0; i < count; ++i) x.digits = x.digits * 100 + (record.coef[i] - 128);
     return x;
 }
 
-number_t encode(const decimal_t &value) {
+number_t encode(const decimal_t &x) {
     number_t record{1, 0x80, {}};
-    if (value.digits == 0) return record;
-    decimal_t x = in_range_(value);
-    const int exponent = base100_exponent_(top_position(x)) + 1;
-    if (x.exponent % 2 != 0) {
-        x.digits *= 10;
-        --x.exponent;
+    if (in_range_(x).digits == 0) return record;
+    std::string digits = significant_digits_(x);
+    if (top_position(x) % 2 == 0) digits.insert(0, "0");
+    if (digits.size() % 2 != 0) digits += '0';
+    const int sign = x.digits < 0 ? -1 : 1;
+    const size_t count = digits.size() / 2;
+    for (size_t i = 0; i < count; ++i) {
+        const int pair = 10 * (digits[2 * i] - '0') + (digits[2 * i + 1] - '0');
+        record.coef[i] = static_cast<uint8_t>(128 + sign * pair);
     }
-    std::vector<int> pairs;  // least significant first
-    for (; x.digits != 0; x.digits /= 100) pairs.push_back(static_cast<int>(x.digits % 100));
-    const auto first = std::find_if(pairs.begin(), pairs.end(), [](int d) { return d != 0; });
-    size_t at = 0;
-    for (auto it = pairs.end(); it != first;) {
-        const int d = *--it;
-        record.coef[at++] = static_cast<uint8_t>(x.negative ? 128 - d : 128 + d);
-    }
-    if (x.negative) record.coef[at++] = NUMBER_TOP;
-    record.size = static_cast<uint8_t>(at + 1);
-    record.signexp = static_cast<uint8_t>(x.negative ? 0x3F - exponent : 0xC0 + exponent);
+    if (sign < 0) record.coef[count] = NUMBER_TOP;
+    record.size = static_cast<uint8_t>(count + (sign < 0 ? 2 : 1));
+    record.signexp = static_cast<uint8_t>((sign < 0 ? 0x3F : 0xC0) + sign * (top_pair_(x) + 1));
     return record;
 }
 
 int compare(const decimal_t &x, const decimal_t &y) {
-    const int xs = x.digits == 0 ? 0 : (x.negative ? -1 : 1);
-    const int ys = y.digits == 0 ? 0 : (y.negative ? -1 : 1);
-    if (xs != ys || xs == 0) return xs - ys;
-    const int tops = top_position(x) - top_position(y);
-    if (tops != 0) return tops > 0 ? xs : -xs;
-    const int exponent = std::min(x.exponent, y.exponent);  // equal tops: at most 40 digits apart
-    return xs * aligned_(x, exponent).compare(aligned_(y, exponent));
+    const int exponent = std::min(x.exponent, y.exponent);
+    return in_units_(x, exponent).compare(in_units_(y, exponent));
 }
 
 decimal_t twin_round(const decimal_t &x, int pos, int mode) {
     if (x.digits == 0 || pos <= x.exponent) return x;
-    if (pos > top_position(x) + 1) {
-        if (pos / 2 > 62) throw twin_raise{-5068};
-        return rounds_away_(mode, x.negative) ? decimal_t{x.negative, 1, pos} : decimal_t{};
-    }
-    const big_t &unit = pow10(pos - x.exponent);
-    decimal_t result{x.negative, x.digits / unit, pos};
-    const bool odd = (result.digits & 1) != 0;
-    if (increments_(mode, x.negative, odd, x.digits % unit, unit)) result.digits += 1;
-    return in_range_(result);
+    if (pos > top_position(x) + 1 && pos / 2 > 62) throw twin_raise{-5068};
+    return in_range_(cut_(x, pos, mode));
 }
 
 decimal_t twin_add(const decimal_t &x, const decimal_t &y, int mode) {
     if (y.digits == 0) return x;
     if (x.digits == 0) return y;
-    const bool subtract = x.negative != y.negative;
-    const bool y_leads = base100_exponent_(top_position(y)) > base100_exponent_(top_position(x));
-    return y_leads ? combine_(y, x, subtract, mode) : combine_(x, y, subtract, mode);
+    const int lead = top_pair_(x);
+    if (top_pair_(y) > lead) return twin_add(y, x, mode);
+    if (lead - top_pair_(y) > 19) return x;
+    const decimal_t tail = cut_(y, 2 * (lead - 19), NUMBER_RMODE_TRUNC);
+    const int exponent = std::min(x.exponent, tail.exponent);
+    decimal_t sum{in_units_(x, exponent) + in_units_(tail, exponent), exponent};
+    if (top_pair_(sum) > lead) sum = cut_(in_range_(sum), 2 * (lead - 18), NUMBER_RMODE_TRUNC);
+    return to_precision_(sum, _precision, mode);
 }
 
 decimal_t twin_sub(const decimal_t &x, const decimal_t &y, int mode) {
-    return twin_add(x, negated_(y), mode);
+    return twin_add(x, {-y.digits, y.exponent}, mode);
 }
 
 decimal_t twin_mul(const decimal_t &x, const decimal_t &y, int mode) {
-    if (x.digits == 0 || y.digits == 0) return {};
-    const decimal_t product{x.negative != y.negative, x.digits * y.digits, x.exponent + y.exponent};
-    return cut_to_precision_(in_range_(product), _precision, mode);
+    return to_precision_({x.digits * y.digits, x.exponent + y.exponent}, _precision, mode);
 }
 
 decimal_t twin_div(const decimal_t &x, const decimal_t &y, int mode) {
     if (y.digits == 0) throw twin_raise{-5070};
     if (x.digits == 0) return {};
-    // As fractions 0.d1 d2 ...: divide by 100^E, that is, read the digits as digits * 10^(exponent - 2E).
-    const int x_exponent = 2 * (base100_exponent_(top_position(x)) + 1);
-    const int y_exponent = 2 * (base100_exponent_(top_position(y)) + 1);
-    const int shift = (x.exponent - x_exponent) - (y.exponent - y_exponent) + 48;  // 24 base-100 digits
-    const big_t numerator = shift >= 0 ? x.digits * pow10(shift) : x.digits;
-    const big_t denominator = shift >= 0 ? y.digits : y.digits * pow10(-shift);
-    const decimal_t quotient{x.negative != y.negative, numerator / denominator, x_exponent - y_exponent - 48};
-    return cut_to_precision_(in_range_(quotient), _precision, mode);
+    // Both as fractions 0.d1 d2 ... x 100^E; the quotient of the fractions in units of 100^-24.
+    const int x_exponent = 2 * (top_pair_(x) + 1);
+    const int y_exponent = 2 * (top_pair_(y) + 1);
+    const big_t numerator = x.digits * pow10_((x.exponent - x_exponent) - (y.exponent - y_exponent) + 48);
+    return to_precision_({numerator / y.digits, x_exponent - y_exponent - 48}, _precision, mode);
 }
 
 decimal_t twin_mod(const decimal_t &x, const decimal_t &y, int mode) {
-    if (y.digits == 0) return x;
-    const decimal_t q = twin_round(twin_div(x, magnitude_(y), mode), 0, NUMBER_RMODE_TRUNC);
-    return twin_sub(x, twin_mul(q, magnitude_(y), mode), mode);
+    return y.digits == 0 ? x : rest_of_(x, y, NUMBER_RMODE_TRUNC, mode);
 }
 
-decimal_t twin_rem(const decimal_t &x, const decimal_t &y, int mode) {
-    const decimal_t q = twin_round(twin_div(x, magnitude_(y), mode), 0, mode);
-    return twin_sub(x, twin_mul(q, magnitude_(y), mode), mode);
-}
+decimal_t twin_rem(const decimal_t &x, const decimal_t &y, int mode) { return rest_of_(x, y, mode, mode); }
 
 bool twin_check(const decimal_t &x, int prec, int scale) {
     if (x.digits == 0) return true;
-    const long long integer_digits = top_position(x) + 1;
-    if (prec != NUMBER_NOT_GIVEN && integer_digits + scale > prec) return false;
-    return scale == NUMBER_NOT_GIVEN || low_position(x) >= -static_cast<long long>(scale);
+    if (prec != NUMBER_NOT_GIVEN && top_position(x) + 1LL + scale > prec) return false;
+    if (scale == NUMBER_NOT_GIVEN) return true;
+    return compare(cut_(x, -std::clamp(scale, -130, 200), NUMBER_RMODE_TRUNC), x) == 0;
 }
 
 decimal_t twin_force(const decimal_t &x, int prec, int scale) {
-    decimal_t rounded =
-        scale == NUMBER_NOT_GIVEN ? x : twin_round(x, -std::max(scale, -INT_MAX), NUMBER_RMODE_HALF_UP);
+    const bool has_scale = scale != NUMBER_NOT_GIVEN;
+    const decimal_t rounded =
+        has_scale ? twin_round(x, -std::clamp(scale, -130, 200), NUMBER_RMODE_HALF_UP) : x;
     if (prec == NUMBER_NOT_GIVEN || rounded.digits == 0) return rounded;
-    if (scale == NUMBER_NOT_GIVEN) {
-        return prec > 0 ? cut_to_precision_(rounded, std::min(prec, 100), NUMBER_RMODE_HALF_UP) : decimal_t{};
-    }
-    if (top_position(rounded) + 1LL + scale > prec) throw twin_raise{-5111};
-    return rounded;
+    if (has_scale && top_position(rounded) + 1LL + scale > prec) throw twin_raise{-5111};
+    if (has_scale) return rounded;
+    return prec > 0 ? to_precision_(x, std::min(prec, 100), NUMBER_RMODE_HALF_UP) : decimal_t{};
 }
 
 decimal_t twin_read(std::string_view text) {
-    scan_t scan{text};
-    scan.skip(' ');
-    const bool negative = scan.accept('-');
-    if (!negative) scan.accept('+');
-    std::string digits(scan.digits());
+    take_(text, " ");
+    const bool negative = take_(text, "+-", 1) == "-";
+    std::string digits(take_(text, _decimal_digits));
     long long last_position = 0;
-    if (scan.accept('.')) {
-        const std::string_view fraction = scan.digits();
+    if (!take_(text, ".", 1).empty()) {
+        const std::string_view fraction = take_(text, _decimal_digits);
         last_position = -static_cast<long long>(fraction.size());
         digits += fraction;
     }
     if (digits.empty()) throw twin_raise{-5074};
-    last_position += scan_exponent_(scan);
-    scan.skip(' ');
-    if (!scan.rest.empty()) throw twin_raise{-5074};
-    return from_text_digits_(negative, digits, last_position);
+    last_position += take_exponent_(text);
+    take_(text, " ");
+    if (!text.empty()) throw twin_raise{-5074};
+    return keep_first_digits_(negative, digits, last_position);
 }
 
 decimal_t twin_read_nt(std::string_view text) {
-    scan_t scan{text};
-    scan.skip(' ');
-    if (!scan.accept('-')) scan.accept('+');
-    scan.skip('0');
-    return scan.rest.empty() ? decimal_t{} : twin_read(text);
+    const std::string_view whole = text;
+    take_(text, " ");
+    take_(text, "+-", 1);
+    take_(text, "0");
+    return text.empty() ? decimal_t{} : twin_read(whole);
 }
 
 std::string normal_text(const decimal_t &x) {
-    if (x.digits == 0) return "0";
-    const std::string digits = digits_of_(x);
+    std::string digits = significant_digits_(x);
     const int top = top_position(x);
-    const auto count = static_cast<int>(digits.size());
-    const std::string sign = x.negative ? "-" : "";
-    if (top < 0) return sign + "." + std::string(static_cast<size_t>(-top - 1), '0') + digits;
-    if (count <= top + 1) return sign + digits + std::string(static_cast<size_t>(top + 1 - count), '0');
-    const size_t integer_digits = static_cast<size_t>(top) + 1;
-    return sign + digits.substr(0, integer_digits) + "." + digits.substr(integer_digits);
+    if (top < 0) digits.insert(0, static_cast<size_t>(-top - 1), '0');
+    const size_t integer_digits = static_cast<size_t>(std::max(top + 1, 0));
+    if (digits.size() < integer_digits) digits.resize(integer_digits, '0');
+    if (digits.size() > integer_digits) digits.insert(integer_digits, ".");
+    return (x.digits < 0 ? "-" : "") + (x.digits == 0 ? "0" : digits);
 }
 
 std::string scientific_text(const decimal_t &x) {
-    if (x.digits == 0) return "0E+00";
-    const std::string digits = digits_of_(x);
-    const int top = top_position(x);
-    std::string exponent = std::to_string(std::abs(top));
-    if (exponent.size() < 2) exponent.insert(0, "0");
-    return (x.negative ? "-" : "") + digits.substr(0, 1) + (digits.size() > 1 ? "." : "") + digits.substr(1) +
-           (top < 0 ? "E-" : "E+") + exponent;
+    std::string digits = significant_digits_(x);
+    const int top = x.digits == 0 ? 0 : top_position(x);
+    if (digits.size() > 1) digits.insert(1, ".");
+    const std::string zero = std::abs(top) < 10 ? "0" : "";
+    return (x.digits < 0 ? "-" : "") + digits + (top < 0 ? "E-" : "E+") + zero +
+           std::to_string(std::abs(top));
 }
 
 written_t twin_write(const decimal_t &x, int buf_size, const char *format) {
-    const char letter = format == nullptr ? 'A' : *format;
-    const bool normal = letter == 'N' || letter == 'n';
-    const bool scientific = letter == 'S' || letter == 's';
-    if (format != nullptr && !normal && !scientific) return {-5075, ""};
+    const int letter = format == nullptr ? -1 : std::toupper(*format);
+    if (letter != -1 && letter != 'N' && letter != 'S') return {-5075, ""};
+    const auto fits = [&](const std::string &text) { return static_cast<int>(text.size()) < buf_size; };
+    if (letter != 'S' && fits(normal_text(x))) return {0, normal_text(x)};
+    if (letter != 'N' && fits(scientific_text(x))) return {0, scientific_text(x)};
+    if (letter != 'S' && fits(shortened_normal_(x, buf_size))) return {0, shortened_normal_(x, buf_size)};
     try {
-        return write_(x, buf_size, !scientific, !normal);
+        const std::string text = letter == 'N' ? "" : shortened_scientific_(x, buf_size);
+        return text.empty() || !fits(text) ? written_t{-3005, ""} : written_t{-5067, text};
     } catch (const twin_raise &raised) {
         return {raised.code, ""};
     }
-}
-
-bool twin_in_range(const decimal_t &x, int type) {
-    if (type == NUMBER_TYPE_FLOAT) return compare(magnitude_(x), {false, 3402823, 32}) <= 0;
-    if (type == NUMBER_TYPE_DOUBLE || type == NUMBER_TYPE_LONG_DOUBLE) return true;
-    if (type < 0 || type >= NUMBER_TYPE_MAX) return false;
-    const bool is_unsigned = type % 2 == 1;
-    const int bits = 8 << type / 2;
-    if (is_unsigned && x.negative && x.digits != 0) return false;
-    const unsigned long long all_ones = ~0ULL >> (64 - bits);
-    const decimal_t truncated = twin_round(x, 0, NUMBER_RMODE_TRUNC);
-    const unsigned long long highest = is_unsigned ? all_ones : all_ones >> 1;
-    return compare(magnitude_(truncated), whole_(highest + (truncated.negative ? 1 : 0))) <= 0;
 }
 
 }  // namespace dv::test

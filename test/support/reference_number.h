@@ -1,4 +1,4 @@
-// A slow twin of NUMBER for the tests: every value is sign * digits * 10^exponent over a 512-bit integer,
+// A slow twin of NUMBER for the tests: every value is digits * 10^exponent over a signed 1024-bit integer,
 // every operation is the long-hand rule in decimal positions. It shares no code, table or representation with
 // the library. Where the library raises, the twin throws twin_raise with the same code.
 
@@ -13,11 +13,10 @@
 
 namespace dv::test {
 
-using big_t = boost::multiprecision::uint512_t;  // the longest intermediate, in twin_div, has 128 digits
+using big_t = boost::multiprecision::int1024_t;  // the longest: 10^125 in units of 10^-168
 
 struct decimal_t {
-    bool negative = false;
-    big_t digits = 0;  // 0: the value is zero
+    big_t digits = 0;  // with the sign; 0: the value is zero
     int exponent = 0;  // decimal; digits may end in zeros
 };
 
@@ -25,16 +24,15 @@ struct twin_raise {
     int code;
 };
 
-// Records. encode takes at most 38 significant digits, and throws when the value is out of range.
+// Records. decode takes any bytes with size <= 22; encode at most 38 significant digits, and throws when the
+// value is out of range.
 decimal_t decode(const number_t &record);
 number_t encode(const decimal_t &x);
 
-const big_t &pow10(int n);            // 0 <= n <= 153
-int top_position(const decimal_t &);  // position of the first significant digit; not for zero
-int low_position(const decimal_t &);  // of the last one; not for zero
+int top_position(const decimal_t &x);  // position of the first significant digit; of zero: its exponent
 int compare(const decimal_t &x, const decimal_t &y);
 
-// Arithmetic, cut to 38 digits in the given mode.
+// Arithmetic, cut to 38 digits in the given mode; twin_round raises as number_round_at_withmode does.
 decimal_t twin_round(const decimal_t &x, int pos, int mode);
 decimal_t twin_add(const decimal_t &x, const decimal_t &y, int mode);
 decimal_t twin_sub(const decimal_t &x, const decimal_t &y, int mode);
@@ -47,7 +45,7 @@ decimal_t twin_rem(const decimal_t &x, const decimal_t &y, int mode);
 bool twin_check(const decimal_t &x, int prec, int scale);
 decimal_t twin_force(const decimal_t &x, int prec, int scale);
 
-// Text. written_t::text is what the buffer must hold; with code -5067 too.
+// Text. twin_write gives what the buffer must hold and the code beside it, 0 or -5067.
 struct written_t {
     int code;
     std::string text;
@@ -57,9 +55,6 @@ decimal_t twin_read_nt(std::string_view text);
 std::string normal_text(const decimal_t &x);
 std::string scientific_text(const decimal_t &x);
 written_t twin_write(const decimal_t &x, int buf_size, const char *format);
-
-// Machine numbers: a number_type_e, integers and float types alike.
-bool twin_in_range(const decimal_t &x, int type);
 
 }  // namespace dv::test
 
