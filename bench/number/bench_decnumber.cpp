@@ -32,6 +32,7 @@ struct decnumber_t {
     static void mul(value &x, const value &y) { decNumberMultiply(&x, &x, &y, &_context); }
     static void div(value &x, const value &y) { decNumberDivide(&x, &x, &y, &_context); }
     static void mod(value &x, const value &y) { decNumberRemainder(&x, &x, &y, &_context); }
+    static void negate(value &x) { decNumberCopyNegate(&x, &x); }
     static void round(value &x) {
         static const value tenth = [] {
             value v;

@@ -3,7 +3,7 @@
 //   name, digits          its name, and how many decimal digits it keeps
 //   value                 its number, copied by assignment
 //   from_text(v, text)    to_text(v, buffer of 64 bytes)
-//   add sub mul div mod (x, y)    round (x, to one decimal)    all in place
+//   add sub mul div mod rem (x, y)    round (x, to one decimal)    negate (x)    all in place
 //   tie_mode              the mode of its round, where that is not NUMBER_RMODE_HALF_UP
 //   less(x, y)    from_int64(x, n)    to_int64(x)    from_double(x, d)    to_double(x)
 //
@@ -228,6 +228,8 @@ decimal_t rounded_to_one_decimal(const decimal_t &x, const decimal_t &, int mode
     return dv::test::twin_round(x, -1, mode);
 }
 
+inline decimal_t negative_of(const decimal_t &x, const decimal_t &, int) { return {-x.digits, x.exponent}; }
+
 template <typename L>
 void register_arithmetic(operands_e kind) {
     using value = typename L::value;
@@ -249,6 +251,14 @@ void register_arithmetic(operands_e kind) {
     if constexpr (requires(value v) { L::mod(v, v); }) {
         add(
             "mod", [](value &x, const value &y) { L::mod(x, y); }, dv::test::twin_mod);
+    }
+    if constexpr (requires(value v) { L::rem(v, v); }) {
+        add(
+            "rem", [](value &x, const value &y) { L::rem(x, y); }, dv::test::twin_rem);
+    }
+    if constexpr (requires(value v) { L::negate(v); }) {
+        add(
+            "neg", [](value &x, const value &) { L::negate(x); }, negative_of);
     }
     if constexpr (requires(value v) { L::less(v, v); }) {
         add_case("cmp", kind, L::name, run_compare<L>);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "../common/datatype/bytes.h"
 #include "charset_codec.h"
 #include "charset_table.h"
 
@@ -125,7 +126,7 @@ int text_from_ucs2_(charset_table_t *table, const uint8_t *src, int src_len, cha
         uint8_t at_the_end[CHARSET_CHAR_SIZE_MAX];
         const bool has_room = dst_size - written >= CHARSET_CHAR_SIZE_MAX;
         uint8_t *const bytes = has_room ? out + written : at_the_end;
-        int size = encode(table, src[i] << 8 | src[i + 1], bytes);
+        int size = encode(table, load_be16(src + i), bytes);
         if (size == 0) size = encode_ascii_(nullptr, '?', bytes);
         if (size > dst_size - written) break;
         if (!has_room) std::memcpy(out + written, at_the_end, static_cast<size_t>(size));
@@ -141,8 +142,8 @@ int text_to_ucs2_(charset_table_t *table, const char *src, int src_len, uint8_t 
     for (int i = 0; i < src_len && dst_size - written >= 2;) {
         const charset_char_t next = decode(table, text + i, src_len - i);
         const int unit = next.unit != CHAR_NONE ? next.unit : '?';
-        dst[written++] = static_cast<uint8_t>(unit >> 8);
-        dst[written++] = static_cast<uint8_t>(unit);
+        store_be16(dst + written, static_cast<uint16_t>(unit));
+        written += 2;
         i += next.size;
     }
     return written;

@@ -53,7 +53,7 @@ int call_(int set, direction_e direction, const bytes_t &src, char *dst, int roo
 }
 
 // The output, among bytes that must stay as they are.
-bytes_t run_(int set, direction_e direction, const bytes_t &src, size_t room = 256) {
+bytes_t run_(int set, direction_e direction, const bytes_t &src, size_t room = 128) {
     bytes_t buffer(room + 16, 'Z');
     const auto written = static_cast<size_t>(call_(set, direction, src, &buffer[8], static_cast<int>(room)));
     bytes_t output = buffer.substr(8, std::min(written, room));
@@ -123,8 +123,7 @@ TEST(Charset, OutputLimitNeverSplitsACharacter) {
         while (units.size() < 40) units += pair_(random() % (0x100U << random() % 9));
         const bytes_t text = run_(set, FROM_UCS2, units);
         bytes_t hostile = text;
-        for (char &byte : hostile)
-            if (random() % 4 == 0) byte = static_cast<char>(random());
+        for (char &byte : hostile) byte = random() % 4 != 0 ? byte : static_cast<char>(random());
         bytes_t in_place = hostile;
         const int written = call_(set, UPPER, in_place, in_place.data(), static_cast<int>(hostile.size()));
         EXPECT_EQ(in_place.substr(0, static_cast<size_t>(written)), run_(set, UPPER, hostile));

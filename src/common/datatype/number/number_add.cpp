@@ -85,13 +85,6 @@ void add_signed_(number_t &x, const number_t &y, uint64_t flip) {
     }
 }
 
-// -x where `flip` is all ones.
-void change_sign_(number_t &x, uint64_t flip) {
-    if (number_is_zero(x)) return;
-    const number_head_t head = read_head(x);
-    store_coef(x, head.sign ^ flip, head.exponent, load_coef<3>(x, head));
-}
-
 }  // namespace
 
 extern "C" void number_add(number_t *x, const number_t *y) {
@@ -110,10 +103,10 @@ extern "C" void number_add_with_mode(number_t *x, const number_t *y, uchar is_ad
 
 extern "C" void number_negate(number_t *x) {
     DV_ASSERT(number_is_valid_ptr(x));
-    change_sign_(*x, ~uint64_t{0});
+    mirror_digits(*x);
 }
 
 extern "C" void number_abs(number_t *x) {
     DV_ASSERT(number_is_valid_ptr(x));
-    if (number_is_negative(*x)) change_sign_(*x, ~uint64_t{0});
+    if (number_is_negative(*x)) mirror_digits(*x);
 }

@@ -172,6 +172,33 @@ constexpr void store_coef(number_t &x, bool negative, int exponent, const coef_t
     store_coef(x, sign_mask(negative), exponent, coef);
 }
 
+// 256 less every byte of a word, each on its own; 0 stays 0. The top bits are left out of the addition, so
+// that no byte carries into another.
+constexpr uint64_t negate_each_byte(uint64_t bytes) {
+    constexpr uint64_t top_bits = in_each_byte(0x80);
+    return ((~bytes & ~top_bits) + in_each_byte(1)) ^ (~bytes & top_bits);
+}
+static_assert(negate_each_byte(0x0001'7F80'81FF'E31D) == 0x00FF'8180'7F01'1DE3);
+
+// -x, byte by byte: 128 + d and 128 - d are each other's mirror image. A NULL value and zero stay.
+inline void mirror_digits(number_t &x) {
+    if (number_is_zero(x)) return;
+    const int count = number_digit_count(x);
+    uint64_t first, second, last;  // the last word begins 3 bytes early, so as to end with the record
+    memcpy(&first, x.coef, sizeof first);
+    memcpy(&second, x.coef + 8, sizeof second);
+    memcpy(&last, x.coef + 13, sizeof last);
+    first = negate_each_byte(first);
+    second = negate_each_byte(second);
+    last = negate_each_byte(last);
+    memcpy(x.coef, &first, sizeof first);
+    memcpy(x.coef + 8, &second, sizeof second);
+    memcpy(x.coef + 13, &last, sizeof last);
+    x.signexp = static_cast<uint8_t>(~x.signexp);
+    x.coef[count] = NUMBER_TOP;  // of a positive result: past the record
+    x.size = static_cast<uint8_t>(1 + count + (number_is_negative(x) ? 1 : 0));
+}
+
 static_assert([] {
     number_t minus_128{};
     store_coef(minus_128, /*negative=*/true, /*exponent=*/2,
