@@ -217,8 +217,7 @@ bool twin_check(const decimal_t &x, int prec, int scale) {
 
 decimal_t twin_force(const decimal_t &x, int prec, int scale) {
     const bool has_scale = scale != NUMBER_NOT_GIVEN;
-    const decimal_t rounded =
-        has_scale ? twin_round(x, -std::clamp(scale, -130, 200), NUMBER_RMODE_HALF_UP) : x;
+    decimal_t rounded = has_scale ? twin_round(x, -std::clamp(scale, -130, 200), NUMBER_RMODE_HALF_UP) : x;
     if (prec == NUMBER_NOT_GIVEN || rounded.digits == 0) return rounded;
     if (has_scale && top_position(rounded) + 1LL + scale > prec) throw twin_raise{-5111};
     if (has_scale) return rounded;
