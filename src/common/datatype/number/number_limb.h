@@ -73,7 +73,7 @@ constexpr limb_quotient_t divide_by_limb_base(uint128_t value) {
     return {quotient, remainder};
 }
 
-// Stores limb x 100^weight; short of the range of NUMBER is for the caller to know.
+// Stores limb x 100^weight, a limb below 10^16; the caller knows the value to be within the range of NUMBER.
 constexpr void store_limb(number_t &x, bool negative, uint64_t limb, int weight) {
     if (limb == 0) return store_zero(x);
     short_coef coef = {{digits_from_limb(limb)}};
