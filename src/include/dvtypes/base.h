@@ -113,6 +113,9 @@ typedef enum dvstr_charset_e {
     DVSTR_CHARSET_MAX = 13
 } dvstr_charset_e;
 
+// A character set by number. An int, because records that hold one may hold anything.
+typedef int32_t dvstr_charset_t;
+
 typedef enum dvstr_case_e { DVSTR_CASE_LOWER = 0, DVSTR_CASE_UPPER = 1, DVSTR_CASE_INITCAP = 2 } dvstr_case_e;
 
 // What a character set can do. All entries are safe from any thread, never write past dst_size, never write

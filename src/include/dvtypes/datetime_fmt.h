@@ -1,0 +1,246 @@
+// dvtypes/datetime_fmt.h: datetime format models, such as YYYY-MM-DD HH24:MI:SS.FF3.
+//
+// A model is a text of elements (YYYY, MON, TZR, ...), quoted literals ("at") and runs of punctuation. It is
+// compiled once into a dt_fmt_ctx_t, for reading or for writing values of one type, and then read only: any
+// number of values and threads may use it at once. A compiled context owns memory until dt_fmt_ctx_reset.
+//
+// Records here have a fixed layout; those who flatten a context (dt_fmt_ctx_serialize) rely on it.
+
+#ifndef DVTYPES_DATETIME_FMT_H
+#define DVTYPES_DATETIME_FMT_H
+
+#include "dvtypes/base.h"
+#include "dvtypes/datetime_unit.h"
+#include "dvtypes/dv_type.h"
+#include "dvtypes/nls.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+// Which writer and reader an element belongs to.
+typedef enum dt_fmt_type_e {
+    DT_FMT_TYPE_DATE = 0,
+    DT_FMT_TYPE_TIME = 1,
+    DT_FMT_TYPE_PUNC = 2,  // punctuation and quoted literals
+    DT_FMT_TYPE_FM = 3,
+    DT_FMT_TYPE_FX = 4,
+    DT_FMT_TYPE_TZ = 5
+} dt_fmt_type_e;
+
+// Letter case in which a word is written, taken from the case of the element: MONTH, month, Month.
+typedef enum dt_fmt_case_type_e {
+    DT_FMT_CASE_UPPER = 0,
+    DT_FMT_CASE_LOWER = 1,
+    DT_FMT_CASE_INIT = 2,
+    DT_FMT_CASE_MAX = 3
+} dt_fmt_case_type_e;
+
+// Suffix of a number: 4th, four, fourth.
+typedef enum dt_fmt_sfx_type_e {
+    DT_FMT_SUFFIX_NONE = 0,
+    DT_FMT_SUFFIX_TH = 1,
+    DT_FMT_SUFFIX_SP = 2,
+    DT_FMT_SUFFIX_SPTH = 3,  // what the suffix THSP gives
+    DT_FMT_SUFFIX_THSP = 4,  // what the suffix SPTH gives; both spell an ordinal
+    DT_FMT_SUFFIX_MAX = 5
+} dt_fmt_sfx_type_e;
+
+typedef enum dt_fmt_token_id_e {
+    DT_FMT_TOKEN_AD = 0,
+    DT_FMT_TOKEN_AD_P = 1,  // A.D.
+    DT_FMT_TOKEN_BC = 2,
+    DT_FMT_TOKEN_BC_P = 3,
+    DT_FMT_TOKEN_CC = 4,
+    DT_FMT_TOKEN_SCC = 5,
+    DT_FMT_TOKEN_IYYY = 6,
+    DT_FMT_TOKEN_IYY = 7,
+    DT_FMT_TOKEN_IY = 8,
+    DT_FMT_TOKEN_I = 9,
+    DT_FMT_TOKEN_YEAR = 10,
+    DT_FMT_TOKEN_SYEAR = 11,
+    DT_FMT_TOKEN_SYYYY = 12,
+    DT_FMT_TOKEN_YYYY = 13,
+    DT_FMT_TOKEN_YYY = 14,
+    DT_FMT_TOKEN_YY = 15,
+    DT_FMT_TOKEN_Y = 16,
+    DT_FMT_TOKEN_RR = 17,
+    DT_FMT_TOKEN_RRRR = 18,
+    DT_FMT_TOKEN_MM = 19,
+    DT_FMT_TOKEN_MON = 20,
+    DT_FMT_TOKEN_MONTH = 21,
+    DT_FMT_TOKEN_RM = 22,
+    DT_FMT_TOKEN_D = 23,
+    DT_FMT_TOKEN_DAY = 24,
+    DT_FMT_TOKEN_DD = 25,
+    DT_FMT_TOKEN_DDD = 26,
+    DT_FMT_TOKEN_DY = 27,
+    DT_FMT_TOKEN_WW = 28,
+    DT_FMT_TOKEN_W = 29,
+    DT_FMT_TOKEN_Q = 30,
+    DT_FMT_TOKEN_IW = 31,
+    DT_FMT_TOKEN_J = 32,
+    DT_FMT_TOKEN_AM = 33,
+    DT_FMT_TOKEN_AM_P = 34,
+    DT_FMT_TOKEN_PM = 35,
+    DT_FMT_TOKEN_PM_P = 36,
+    DT_FMT_TOKEN_HH = 37,
+    DT_FMT_TOKEN_HH12 = 38,
+    DT_FMT_TOKEN_HH24 = 39,
+    DT_FMT_TOKEN_MI = 40,
+    DT_FMT_TOKEN_SS = 41,
+    DT_FMT_TOKEN_SSSSS = 42,
+    DT_FMT_TOKEN_FF = 43,
+    DT_FMT_TOKEN_X = 44,
+    DT_FMT_TOKEN_TZH = 45,
+    DT_FMT_TOKEN_TZM = 46,
+    DT_FMT_TOKEN_TZR = 47,
+    DT_FMT_TOKEN_TZD = 48,
+    DT_FMT_TOKEN_FM = 49,
+    DT_FMT_TOKEN_FX = 50,
+    DT_FMT_TOKEN_DQ = 51,  // quoted literal
+    DT_FMT_TOKEN_SPACE = 52,
+    DT_FMT_TOKEN_MAX = 53,
+    DT_FMT_TOKEN_PUNC = 54  // run of punctuation
+} dt_fmt_token_id_e;
+
+// How a month is read.
+typedef enum dt_fmt_month_type_e {
+    DT_FMT_MON_ABB_NAME = 0,
+    DT_FMT_MON_STD_NAME = 1,
+    DT_FMT_MON_ROM_NAME = 2
+} dt_fmt_month_type_e;
+
+// One compiled element. 40 bytes.
+typedef struct dt_fmt_token_info_s {
+    int32_t id;                  // of dt_fmt_token_id_e
+    int32_t case_type;           // of dt_fmt_case_type_e
+    int32_t sfx_type;            // of dt_fmt_sfx_type_e
+    uint8_t type;                // of dt_fmt_type_e
+    int8_t fprec;                // of FF: the digit behind it, 1..9; else 0
+    int32_t token_len;           // width of an element in characters; bytes of a literal or punctuation
+    char *token;                 // a literal's or punctuation's text, NUL ended, owned; NULL for elements
+    uint8_t is_fill_mode;        // FM was in force behind this element
+    uint8_t is_exact_mode;       // FX was
+    uint8_t next_token_is_punc;  // the next character of the model is punctuation, "+" or "-"
+} dt_fmt_token_info_t;
+
+// A compiled model. 40 bytes. All zero: empty, nothing owned.
+typedef struct dt_fmt_ctx_s {
+    int32_t token_cnt;
+    dt_fmt_token_info_t *token_infos;  // owned
+    uint8_t has_tz_token;
+    dvstr_charset_t charset;          // of the texts written and read
+    dv_nls_date_ctx_t user_date_ctx;  // settings given by dt_fmt_ctx_set_user_nls
+    dv_nls_date_ctx_t nls_date_ctx;   // settings in force
+} dt_fmt_ctx_t;
+
+enum { DT_FMT_ORG_STR_SIZE = 129, DT_FMT_TZ_ABBR_SIZE = 32, DT_FMT_TMP_BUF_SIZE = 64 };
+
+// The working context of one call that compiles, writes or reads.
+struct dt_fmt_parse_ctx_s {
+    const dt_fmt_ctx_t *fmt_ctx;
+    dt_fmt_token_info_t *cur_token_info;
+    char *str;  // the text written or read; reading leaves it as it is
+    int32_t str_len;
+    int32_t str_idx;
+    char org_str[DT_FMT_ORG_STR_SIZE];  // the text read, for messages; not always NUL ended
+    const char *fmt;
+    int32_t fmt_len;
+    int32_t fmt_idx;
+    int32_t ddd;                // day of the year that was read, 0 none
+    dt_fmt_unit_t update_flag;  // fields given so far, and FM and FX
+    uint8_t is_from_str;
+    char tz_abbr[DT_FMT_TZ_ABBR_SIZE];
+    char tmp_buf[DT_FMT_TMP_BUF_SIZE];  // a name of dvtypes/nls.h
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// Compiling
+// ---------------------------------------------------------------------------------------------------------
+
+// Compiles a model.
+//
+//   alloc         gives the memory that the context owns
+//   fmt_ctx       overwritten, so a compiled one is reset first. Korean, Gregorian until a setting is applied
+//   fmt, fmt_len  the model; 0 means up to its NUL, below 0 is an empty model
+//   type          of the values: DV_TYPE_DATE, DV_TYPE_TIME, DV_TYPE_TIMESTAMP; any other takes every element
+//   is_from_str   1: for reading: no field may be given twice, there are no suffixes
+//                 0: for writing: numbers take the suffixes TH, SP, SPTH, THSP
+//   charset       of the texts that will be written and read
+//
+// Elements are recognised without regard to case; of two that fit, the longer one. An unterminated quote runs
+// to the end of the model. FM and FX switch on and, the next time, off.
+//
+// Raises  -5014  an unknown element, or a suffix behind one that is written as a word, or behind a literal
+//         -5011  a DATE model has FF or a time zone element
+//         -5012  a TIME model has a date or time zone element, a TIMESTAMP model a time zone element
+//         -5041  FF0
+//         -5112  a field is given twice ("YEAR", "MONTH", "DAY", "DDD", "AD/BC", "AM/PM", "HOUR", "MINUTE",
+//                "SECOND", "fractions of a second", "TZR", "TZD", "TZH", "TZM")
+//         -5026, -5027, -5028  SSSSS beside an element for hours, minutes, seconds
+//         -5039  SYYYY beside an era     -5040  HH24 beside AM or PM
+//         -5096  TZR or TZD behind TZH or TZM ("TZR", "TZD")
+//         -5097  TZH or TZM behind TZR or TZD ("TZH", "TZM")
+//         what the allocator's throw entry raises
+// (-5112 to -5097 for reading only.) On a raise the context holds what was compiled so far: reset it.
+DV_EXPORT void dt_fmt_ctx_set(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx, const char *fmt, int fmt_len,
+                              dv_type_t type, uchar is_from_str, dvstr_charset_t charset);
+
+// Applies one setting to a compiled context: NLS_DATE_LANGUAGE = ... or NLS_CALENDAR = ... The settings in
+// force become those given so far, so that a calendar that was never given becomes DV_NLS_DATE_CAL_INVALID.
+//
+//   nls, nls_len  the setting; cut at 256 bytes and at a NUL. NULL, "" and a length below 1 change nothing
+//
+// Raises  -11035  no such setting or value
+DV_EXPORT void dt_fmt_ctx_set_user_nls(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx, const char *nls,
+                                       int nls_len);
+
+// Releases what a context owns; it is then empty. An all-zero context is accepted.
+DV_EXPORT void dt_fmt_ctx_reset(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx);
+
+// An upper estimate of the bytes that writing under the model takes, without a NUL; 0 for an empty one. Names
+// in some languages and character sets may take more.
+//
+//   fprec  fractional-second precision of the values' type, the width of an FF without a digit
+DV_EXPORT int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fprec);
+
+// A compiled context as one block: the 40 bytes of dt_fmt_ctx_t, the 40 bytes of each element, then the texts
+// of literals and punctuation with their NULs. Pointers are absolute addresses inside the block, so a block
+// that is moved has them rewritten.
+//
+//   buf_size  at least dt_fmt_ctx_get_serialize_size. Asserts "offset <= buf_size" as the block grows, and
+//   stops
+//             there: nothing is written beyond
+DV_EXPORT int dt_fmt_ctx_get_serialize_size(const dt_fmt_ctx_t *fmt_ctx);
+DV_EXPORT void dt_fmt_ctx_serialize(const dt_fmt_ctx_t *fmt_ctx, char *buf, int buf_size);
+
+// Prepares a working context: all zero but what is given here.
+DV_EXPORT void dt_parse_ctx_init(dt_fmt_parse_ctx_t *parse_ctx, const dt_fmt_ctx_t *fmt_ctx, char *str,
+                                 int str_len, const char *fmt, int fmt_len, uchar is_from_str);
+
+// Reads one element of parse_ctx->fmt at fmt_idx into *cur_token_info, which is all zero, and moves fmt_idx
+// behind it. What dt_fmt_ctx_set is made of. When it raises, the record owns nothing.
+DV_EXPORT void dt_fmt_parse_token(allocator_t *alloc, dt_fmt_parse_ctx_t *parse_ctx);
+
+// ---------------------------------------------------------------------------------------------------------
+// Day names
+// ---------------------------------------------------------------------------------------------------------
+
+// The weekday, 0 (Monday) to 6, of a full or abbreviated day name, in any letter case, or of a number 1
+// (Sunday) to 7.
+//
+//   name, name_len  in the character set; taken whole, blanks included
+//
+// Raises  -5113  none of these: ("day_name", name, "Inconsistent with NLS_DATE_LANGUAGE"), as for a language
+// or
+//                character set that does not exist. Asserts "name != NULL" and
+//                "dv_nls_date_lang_is_valid (lang)".
+DV_EXPORT int dt_fmt_get_day_idx_of_week(const char *name, int name_len, dv_nls_date_lang_t lang,
+                                         dvstr_charset_t charset);
+
+#ifdef __cplusplus
+}  // extern "C"
+#endif
+
+#endif  // DVTYPES_DATETIME_FMT_H
