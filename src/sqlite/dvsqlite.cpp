@@ -11,7 +11,10 @@ namespace {
 
 constexpr int _oldest_sqlite = 3'040'000;
 
-constexpr const sql_function_table *_function_tables[] = {&general_functions, &number_functions};
+constexpr const sql_function_table *_function_tables[] = {
+    &general_functions, &number_functions,   &date_functions,
+    &time_functions,    &interval_functions, &extract_functions,
+};
 constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
 
 }  // namespace

@@ -1,6 +1,9 @@
 // What every SQL function does with its arguments: which kinds a parameter takes, how they are converted, and
 // the text of the SQL error when that fails.
 
+#include <climits>
+#include <cstring>
+
 #include "sql_function.h"
 
 using namespace dv::impl;
@@ -12,6 +15,21 @@ void fail_(sqlite3_context *context, char *text) {
     if (text == nullptr) return sqlite3_result_error_nomem(context);
     sqlite3_result_error(context, text, -1);
     sqlite3_free(text);
+}
+
+const char *separator_(size_t i, size_t count) { return i == 0 ? "" : i + 1 < count ? ", " : " or "; }
+
+// "; to_yminterval() or to_dsinterval() reads text"
+void append_readers_(sqlite3_str *text, std::span<const sql_kind> expected) {
+    const char *readers[SQL_KINDS_MAX];
+    size_t count = 0;
+    for (const sql_kind kind : expected) {
+        const sql_type *type = sql_type_of(kind);
+        if (type != nullptr && type->reader != nullptr) readers[count++] = type->reader;
+    }
+    for (size_t i = 0; i < count; ++i)
+        sqlite3_str_appendf(text, "%s%s()", i == 0 ? "; " : separator_(i, count), readers[i]);
+    if (count > 0) sqlite3_str_appendall(text, " reads text");
 }
 
 }  // namespace
@@ -49,14 +67,37 @@ void dv::impl::sql_fail_with_kind(sqlite3_context *context, const char *function
         return fail_(context, sqlite3_str_finish(text));
     }
     sqlite3_str_appendf(text, "%s where ", sql_kind_name(value.kind));
-    const char *separator = "";
-    for (const sql_kind kind : expected) {
-        sqlite3_str_appendf(text, "%s%s", separator, sql_kind_name(kind));
-        separator = " or ";
-    }
+    for (size_t i = 0; i < expected.size(); ++i)
+        sqlite3_str_appendf(text, "%s%s", separator_(i, expected.size()), sql_kind_name(expected[i]));
     sqlite3_str_appendall(text, " is expected");
-    const sql_type *type = sql_type_of(expected[0]);
-    if (value.kind == SQL_KIND_TEXT && type != nullptr)
-        sqlite3_str_appendf(text, "; %s() reads text", type->reader);
+    if (value.kind == SQL_KIND_TEXT) append_readers_(text, expected);
     fail_(context, sqlite3_str_finish(text));
+}
+
+bool dv::impl::sql_get_ints(const sql_call &call, int first, std::span<int> ints) {
+    for (int i = 0; i < static_cast<int>(ints.size()); ++i) {
+        const sqlite3_int64 integer = call.args[first + i].integer;
+        if (integer < INT_MIN || integer > INT_MAX) {
+            fail_(call.context, sqlite3_mprintf("%s: argument %d is out of range: %lld", call.function->name,
+                                                first + i + 1, integer));
+            return false;
+        }
+        ints[static_cast<size_t>(i)] = static_cast<int>(integer);
+    }
+    return true;
+}
+
+int dv::impl::sql_get_word(const sql_call &call, int position, std::span<const sql_word> words) {
+    const sql_text &given = call.args[position].text;
+    for (const sql_word &word : words) {
+        if (strlen(word.text) == static_cast<size_t>(given.length) &&
+            sqlite3_strnicmp(word.text, given.bytes, given.length) == 0)
+            return word.meaning;
+    }
+    sqlite3_str *text = sqlite3_str_new(sqlite3_context_db_handle(call.context));
+    sqlite3_str_appendf(text, "%s: argument %d is not ", call.function->name, position + 1);
+    for (size_t i = 0; i < words.size(); ++i)
+        sqlite3_str_appendf(text, "%s%s", separator_(i, words.size()), words[i].text);
+    fail_(call.context, sqlite3_str_finish(text));
+    return 0;
 }

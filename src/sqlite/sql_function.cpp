@@ -5,13 +5,15 @@
 
 #include "sql_function.h"
 
+#include <algorithm>
+#include <compare>
 #include <cstring>
 
 using namespace dv::impl;
 
 namespace {
 
-constexpr int _overloads_max = 8;
+constexpr int _overloads_max = 24;
 
 // The rows of one name and number of parameters; SQLite keeps it with the function.
 struct overload_set {
@@ -30,33 +32,46 @@ int param_count_(const sql_function &function) {
 // Calls
 // ---------------------------------------------------------------------------------------------------------
 
-// How many leading arguments a function takes.
-int accepted_count_(const sql_function &function, const sql_call &call) {
-    int count = 0;
-    while (count < call.argc && sql_accepts(function.params[count], call.args[count].kind)) ++count;
-    return count;
+bool takes_(const sql_function &function, const sql_call &call, int position) {
+    return sql_accepts(function.params[position], call.args[position].kind);
+}
+
+// How many arguments a function takes, wherever they stand, and how many up to the first that it does not.
+struct fit {
+    int taken;
+    int leading;
+    auto operator<=>(const fit &) const = default;
+};
+
+fit fit_of_(const sql_function &function, const sql_call &call) {
+    fit found{};
+    for (int i = 0; i < call.argc; ++i) {
+        if (!takes_(function, call, i)) continue;
+        ++found.taken;
+        if (found.leading == i) ++found.leading;
+    }
+    return found;
 }
 
 const sql_function *choose_(const overload_set &set, const sql_call &call) {
     for (int i = 0; i < set.count; ++i) {
-        if (accepted_count_(*set.rows[i], call) == call.argc) return set.rows[i];
+        if (fit_of_(*set.rows[i], call).leading == call.argc) return set.rows[i];
     }
     return nullptr;
 }
 
-// Names the first bad argument of the overloads that take most of the leading arguments.
+// Names the first bad argument of the overloads that fit best.
 void fail_without_overload_(const overload_set &set, const sql_call &call) {
-    int position = 0;
-    sql_kind expected[_overloads_max];
-    size_t expected_count = 0;
+    fit best{};
+    for (int i = 0; i < set.count; ++i) best = std::max(best, fit_of_(*set.rows[i], call));
+    sql_kind expected[SQL_KINDS_MAX];
+    sql_kind *end = expected;
     for (int i = 0; i < set.count; ++i) {
-        const int accepted = accepted_count_(*set.rows[i], call);
-        if (accepted < position) continue;
-        if (accepted > position) expected_count = 0;
-        position = accepted;
-        expected[expected_count++] = set.rows[i]->params[position];
+        const sql_kind param = set.rows[i]->params[best.leading];
+        const bool is_new = std::find(expected, end, param) == end;
+        if (is_new && fit_of_(*set.rows[i], call) == best) *end++ = param;
     }
-    sql_fail_with_kind(call.context, set.name, position, call.args[position], {expected, expected_count});
+    sql_fail_with_kind(call.context, set.name, best.leading, call.args[best.leading], {expected, end});
 }
 
 void run_(void *arg) {
@@ -95,25 +110,30 @@ bool is_overload_(const sql_function &x, const sql_function &y) {
     return strcmp(x.name, y.name) == 0 && param_count_(x) == param_count_(y);
 }
 
-// The overloads of a function, in the order of the tables.
+// The overloads of a function, in the order of the tables. A count above _overloads_max says that there was
+// no room for all.
 overload_set collect_(const sql_function &function, std::span<const sql_function_table *const> tables) {
     overload_set set{function.name, 0, {}};
     for (const sql_function_table *table : tables) {
         for (const sql_function &row : *table) {
-            if (is_overload_(row, function) && set.count < _overloads_max) set.rows[set.count++] = &row;
+            if (!is_overload_(row, function)) continue;
+            if (set.count < _overloads_max) set.rows[set.count] = &row;
+            ++set.count;
         }
     }
     return set;
 }
 
 int register_(sqlite3 *db, const overload_set &set) {
+    if (set.count > _overloads_max) return SQLITE_INTERNAL;
     auto *kept = static_cast<overload_set *>(sqlite3_malloc(sizeof set));
     if (kept == nullptr) return SQLITE_NOMEM;
     *kept = set;
     // SQLite releases the set with the function, and when it refuses the function.
-    return sqlite3_create_function_v2(db, set.name, param_count_(*set.rows[0]),
-                                      SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, kept, call_,
-                                      nullptr, nullptr, sqlite3_free);
+    const sql_function &function = *set.rows[0];
+    return sqlite3_create_function_v2(db, set.name, param_count_(function),
+                                      SQLITE_UTF8 | SQLITE_INNOCUOUS | function.depends, kept, call_, nullptr,
+                                      nullptr, sqlite3_free);
 }
 
 }  // namespace

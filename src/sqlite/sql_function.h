@@ -14,7 +14,7 @@
 
 namespace dv::impl {
 
-inline constexpr int SQL_PARAMS_MAX = 3;
+inline constexpr int SQL_PARAMS_MAX = 6;
 
 struct sql_function;
 
@@ -27,13 +27,17 @@ struct sql_call {
     sql_value args[SQL_PARAMS_MAX];  // each of the kind that its parameter names
 };
 
+// What a result depends on, as SQLite's flag. Only functions of their arguments may stand in indexes and
+// generated columns.
+enum sql_dependence : int { SQL_ON_ARGUMENTS = SQLITE_DETERMINISTIC, SQL_ON_CLOCK = 0 };
+
 // Rules for every function: an argument of SQL NULL gives SQL NULL, unless its parameter is SQL_KIND_ANY. A
-// NUMBER parameter takes INTEGER and REAL too. The same arguments give the same result, without side effects:
-// all functions are registered as deterministic and innocuous.
+// NUMBER parameter takes INTEGER and REAL too. No function has side effects: all are registered as innocuous.
 struct sql_function {
     const char *name;
     sql_kind params[SQL_PARAMS_MAX];  // SQL_KIND_NONE behind the last
     void (*body)(sql_call &call);     // gives its result with sql_return, or fails
+    sql_dependence depends = SQL_ON_ARGUMENTS;
 };
 
 // An aggregate that is a window function too. step takes a row in and inverse takes it out again; neither
@@ -53,6 +57,10 @@ using sql_aggregate_table = std::span<const sql_aggregate>;
 
 extern const sql_function_table general_functions;
 extern const sql_function_table number_functions;
+extern const sql_function_table date_functions;
+extern const sql_function_table time_functions;
+extern const sql_function_table interval_functions;
+extern const sql_function_table extract_functions;
 extern const sql_aggregate_table number_aggregates;
 
 // Makes functions known to a connection; returns an SQLite code. Overloads may stand in different tables, but
@@ -62,6 +70,23 @@ int sql_register_aggregates(sqlite3 *db, const sql_aggregate_table &table);
 
 // Fails a call because of the value of an argument.
 void sql_fail_with_text(const sql_call &call, const char *text);
+
+// The body of a function that takes a value of its result type as it is.
+inline void sql_return_argument(sql_call &call) { sql_return(call.context, call.args[0]); }
+
+// The INTEGER arguments from position `first` on as ints, as many as `ints` has. False when one does not fit;
+// the call has failed then.
+bool sql_get_ints(const sql_call &call, int first, std::span<int> ints);
+
+// A word of a fixed list, such as a field of a date, and what it stands for, which is not 0.
+struct sql_word {
+    const char *text;
+    int meaning;
+};
+
+// The meaning of the word that a TEXT argument is, in any case; 0 when it is none of them: the call has
+// failed then.
+int sql_get_word(const sql_call &call, int position, std::span<const sql_word> words);
 
 // For both kinds of functions, between SQLite and the bodies:
 
@@ -75,7 +100,7 @@ void sql_convert(sql_value &value, sql_kind param);
 void sql_fail_with_raise(sqlite3_context *context, const char *function, const dv_error_t &error);
 
 // Fails the call because of the kind of an argument. Positions count from 0; `expected` are the kinds that
-// would do.
+// would do, without duplicates.
 void sql_fail_with_kind(sqlite3_context *context, const char *function, int position, const sql_value &value,
                         std::span<const sql_kind> expected);
 

@@ -61,8 +61,6 @@ static_assert(NUMBER_SIZE_MAX < SQL_STORED_SIZE_MAX);
 // Functions: in place on the first argument, as in the library
 // ---------------------------------------------------------------------------------------------------------
 
-void same_(sql_call &call) { sql_return(call.context, call.args[0]); }
-
 template <void (*Operation)(number_t *)>
 void unary_(sql_call &call) {
     Operation(&call.args[0].number);
@@ -161,7 +159,7 @@ constexpr sql_kind _integer = SQL_KIND_INTEGER;
 
 constexpr sql_function _functions[] = {
     {"to_number", {SQL_KIND_TEXT}, from_text_},
-    {"to_number", {_number}, same_},
+    {"to_number", {_number}, sql_return_argument},
     {"to_char", {_number}, to_text_},
     {"dv_text", {_number}, to_text_},
     {"dv_add", {_number, _number}, binary_<number_add>},

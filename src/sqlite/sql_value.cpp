@@ -8,7 +8,7 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr const sql_type *_types[] = {&number_type};
+constexpr const sql_type *_types[] = {&number_type, &date_type, &time_type, &itv_ytm_type, &itv_dts_type};
 
 struct kind_name {
     sql_kind kind;
@@ -45,13 +45,6 @@ sql_value decode_text_(sqlite3_value *raw) {
     return sql_text_value(bytes, sqlite3_value_bytes(raw));
 }
 
-sql_value decode_real_(sqlite3_value *raw) {
-    sql_value value{};
-    value.kind = SQL_KIND_REAL;
-    value.real = sqlite3_value_double(raw);
-    return value;
-}
-
 sql_value null_() {
     sql_value value{};
     value.kind = SQL_KIND_NULL;
@@ -82,7 +75,7 @@ sql_value dv::impl::sql_decode(sqlite3_value *raw) {
         case SQLITE_INTEGER:
             return sql_integer(sqlite3_value_int64(raw));
         case SQLITE_FLOAT:
-            return decode_real_(raw);
+            return sql_real(sqlite3_value_double(raw));
         case SQLITE_TEXT:
             return decode_text_(raw);
         default:

@@ -13,6 +13,9 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "dvtypes/datetime.h"
+#include "dvtypes/dv_type.h"
+#include "dvtypes/interval.h"
 #include "dvtypes/number.h"
 #include "sqlite_api.h"
 
@@ -21,7 +24,11 @@ namespace dv::impl {
 // What an SQL value is. The library's types are named by their type codes, which are their tags.
 enum sql_kind : uint8_t {
     SQL_KIND_NONE = 0,  // no parameter
-    SQL_KIND_NUMBER = 1,
+    SQL_KIND_NUMBER = DV_TYPE_NUMBER,
+    SQL_KIND_DATE = DV_TYPE_DATE,
+    SQL_KIND_TIME = DV_TYPE_TIME,
+    SQL_KIND_ITV_YTM = DV_TYPE_ITV_YTM,
+    SQL_KIND_ITV_DTS = DV_TYPE_ITV_DTS,
     SQL_KIND_NULL = 0xF0,  // SQLite's own types from here on
     SQL_KIND_INTEGER,
     SQL_KIND_REAL,
@@ -29,6 +36,8 @@ enum sql_kind : uint8_t {
     SQL_KIND_BLOB,  // holds no value of a library type
     SQL_KIND_ANY    // as a parameter: every value, SQL NULL too
 };
+
+inline constexpr int SQL_KINDS_MAX = 16;  // how many kinds there are, at most
 
 struct sql_text {
     const char *bytes;  // UTF-8, NUL ended
@@ -43,6 +52,10 @@ struct sql_value {
         sql_text text;
         const char *fault;  // of a BLOB: why its bytes are no value
         number_t number;
+        dv_date_t date;
+        dv_time_t time;
+        dv_itv_ytm_t ytm;
+        dv_itv_dts_t dts;
     };
 };
 static_assert(std::is_trivial_v<sql_value>);  // a raise passes over it
@@ -53,7 +66,7 @@ inline constexpr int SQL_STORED_SIZE_MAX = 23;  // tag and bytes of the longest 
 struct sql_type {
     sql_kind kind;
     const char *name;    // as messages call it
-    const char *reader;  // SQL function that reads it from text
+    const char *reader;  // SQL function that reads it from text; NULL: there is none
 
     // Reads the bytes behind the tag. Returns NULL, or what is wrong with them. The bytes are anybody's:
     // nothing that the library would not have written may pass.
@@ -64,6 +77,10 @@ struct sql_type {
 };
 
 extern const sql_type number_type;
+extern const sql_type date_type;
+extern const sql_type time_type;
+extern const sql_type itv_ytm_type;
+extern const sql_type itv_dts_type;
 
 // The row of a kind, NULL when it is none of the library's.
 const sql_type *sql_type_of(int kind);
@@ -82,6 +99,13 @@ inline sql_value sql_integer(int64_t integer) {
     sql_value value{};
     value.kind = SQL_KIND_INTEGER;
     value.integer = integer;
+    return value;
+}
+
+inline sql_value sql_real(double real) {
+    sql_value value{};
+    value.kind = SQL_KIND_REAL;
+    value.real = real;
     return value;
 }
 

@@ -11,6 +11,7 @@ namespace dv::impl {
 // clang-format off
 enum error_code : int {
     ERR_TEXT_BUFFER_SIZE = -3005,            // the text does not fit the output buffer
+    ERR_NUMBER_MODEL = -3006,                // a number model that cannot be used: B, RN for reading
 
     ERR_MONTH_LACKS_DAY = -5005,             // strict month arithmetic: the target month is too short
     ERR_FIELD_UNSUPPORTED = -5006,           // the value's type does not have this field
@@ -50,9 +51,15 @@ enum error_code : int {
     ERR_NUMBER_UNDERFLOW = -5069,            // base-100 exponent minus one below -65
     ERR_NUMBER_DIVISION_BY_ZERO = -5070,
     ERR_NUMBER_TARGET_RANGE = -5072,         // outside the range of the machine type
+    ERR_NUMBER_DOMAIN = -5073,               // outside the domain of the function
     ERR_NUMBER_TEXT = -5074,                 // the text is no number
     ERR_NUMBER_FORMAT = -5075,               // unknown number format
 
+    ERR_ROWID_TEXT = -5080,                  // no digit of base 64; or a row number above 64 bits
+    ERR_ROWID_SGMT = -5081,                  // segment above 32 bits; in a whole rowid the block, too
+    ERR_ROWID_FILE = -5082,                  // file above 16 bits
+    ERR_ROWID_BLOCK = -5083,                 // block above 32 bits, read alone
+    ERR_ROWID_ROW = -5084,                   // row above 16 bits
     ERR_ITV_TOTAL_SECONDS = -5087,           // the days of a total of seconds do not fit 32 bits
     ERR_EXACT_WIDTH = -5088,                 // under FX: a number of another width than its element
     ERR_EXACT_TEXT = -5089,                  // under FX: other punctuation or literal text

@@ -119,7 +119,8 @@ DV_EXPORT void dv_date_from_unit_values(dv_date_t *date, int year, int month, in
                                         int second);
 
 // The local date and time of a POSIX time, by the C library. Note the order of the arguments.
-// Raises  -5114  the year is out of range (also when the C library cannot tell it: its value is then 0)
+// Raises  -5114  the year is out of range (also when the C library cannot tell it: its value is then 0), or
+//                the second is a leap second, in zones that count them
 DV_EXPORT void dv_date_from_epoch_time(time_t t, dv_date_t *date);
 
 // The DATE bytes of a TIMESTAMP; the fraction is cut off.
@@ -134,12 +135,13 @@ DV_EXPORT void dv_date_from_time(dv_date_t *date, const dv_time_t *time);
 
 // The Julian Day Number of the date; the time of day takes no part. Asserts "year != 0".
 // Formulas: Meeus, Astronomical Algorithms, 2nd ed., chapter 7, with divisions that truncate toward zero; so
-// for dates before -4712-03-01 the number differs from a day count by the steps of those formulas.
+// the numbers of dates before -4717-03-01 are a day above a day count, but for every fourth year. Before 1 AD
+// the formulas have other leap years than dt_fmt_get_days_of_mon: 1 BC, 5 BC, 9 BC, ...
 DV_EXPORT int dv_date_to_julian_day(const dv_date_t *date);
 
 // Sets year, month and day to those of a Julian Day Number; the time of day is kept. Inverse of the above for
 // 0..5373484 (day 0 is stored as the year -4713). For any other number the record gets an unspecified date.
-// Raises  -5114  a month or day that the formulas give out of range, for numbers far outside
+// Raises  -5114  a month or day that the formulas give out of range, for numbers far below 0
 DV_EXPORT void dv_date_from_julian_day(dv_date_t *date, int jd);
 
 // Seconds since the beginning of Julian Day 0.
@@ -198,7 +200,7 @@ DV_EXPORT void dv_date_get_last_date(const dv_date_t *date, dv_date_t *result);
 //   charset                 of the name
 //
 // Raises  -5113  the name is none: ("day_name", name, "Inconsistent with NLS_DATE_LANGUAGE")
-//         -5114  the result lies after 9999-12-31
+//         -5114  the result lies before day number 0 or after 9999-12-31
 DV_EXPORT void dv_date_get_next_day(dv_date_t *date, const char *day_name, int day_name_len,
                                     dv_nls_date_lang_t nls_lang, dvstr_charset_t charset);
 
@@ -250,9 +252,10 @@ DV_EXPORT int dv_time_compare(const dv_time_t *time1, const dv_time_t *time2);
 // Seconds since midnight: hour * 3600 + minute * 60 + second + fraction * 1e-9.
 DV_EXPORT double dv_time_to_double(const dv_time_t *time);
 
-// Cuts the fraction to fprec digits, counted from its first significant digit of at most nine: 12345678 ns to
-// 3 is 12300000, 5000000 ns to 2 stays. Raises  -5041  fprec outside 0..9     -5114  a stored fraction of
-// 2^31 and above ("fractional second", ...)
+// Cuts the fraction to fprec digits, counted from its first significant digit: 12345678 ns to 3 is 12300000,
+// 5000000 ns to 2 stays. A stored fraction of ten digits is left as it is.
+// Raises  -5041  fprec outside 0..9
+//         -5114  a stored fraction of 2^31 and above ("fractional second", ...)
 DV_EXPORT void dv_time_trim_fsec(dv_time_t *time, int fprec);
 
 // ---------------------------------------------------------------------------------------------------------

@@ -184,6 +184,8 @@ struct dt_fmt_parse_ctx_s {
 //         -5097  TZH or TZM behind TZR or TZD ("TZH", "TZM")
 //         what the allocator's throw entry raises
 // (-5112 to -5097 for reading only.) On a raise the context holds what was compiled so far: reset it.
+//
+// Not refused, since models in use have it: SYYYY, HH24 and SSSSS twice; HH, HH12 and SSSSS behind HH24.
 DV_EXPORT void dt_fmt_ctx_set(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx, const char *fmt, int fmt_len,
                               dv_type_t type, uchar is_from_str, dvstr_charset_t charset);
 
@@ -209,9 +211,9 @@ DV_EXPORT int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fpre
 // of literals and punctuation with their NULs. Pointers are absolute addresses inside the block, so a block
 // that is moved has them rewritten.
 //
+//   buf       at any address
 //   buf_size  at least dt_fmt_ctx_get_serialize_size. Asserts "offset <= buf_size" as the block grows, and
-//   stops
-//             there: nothing is written beyond
+//             stops there: nothing is written beyond
 DV_EXPORT int dt_fmt_ctx_get_serialize_size(const dt_fmt_ctx_t *fmt_ctx);
 DV_EXPORT void dt_fmt_ctx_serialize(const dt_fmt_ctx_t *fmt_ctx, char *buf, int buf_size);
 
@@ -222,6 +224,118 @@ DV_EXPORT void dt_parse_ctx_init(dt_fmt_parse_ctx_t *parse_ctx, const dt_fmt_ctx
 // Reads one element of parse_ctx->fmt at fmt_idx into *cur_token_info, which is all zero, and moves fmt_idx
 // behind it. What dt_fmt_ctx_set is made of. When it raises, the record owns nothing.
 DV_EXPORT void dt_fmt_parse_token(allocator_t *alloc, dt_fmt_parse_ctx_t *parse_ctx);
+
+// ---------------------------------------------------------------------------------------------------------
+// Writing
+// ---------------------------------------------------------------------------------------------------------
+//
+// The values' to_str functions call one writer per compiled element: parse_ctx is prepared by
+// dt_parse_ctx_init over the output buffer, *cur_token_info is the element. A writer puts its text at
+// str[str_idx] and moves str_idx behind it. With no room left it returns CONV_STATUS_CUT, even if it would
+// have written nothing; a text that is longer than the room is cut to it, with the same result. No NUL is
+// written.
+
+typedef struct dv_date_s dv_date_t;    // dvtypes/datetime.h
+typedef struct dv_time_s dv_time_t;    // dvtypes/datetime.h
+typedef struct dv_ts_tz_s dv_ts_tz_t;  // dvtypes/timestamp.h
+typedef struct timezone_s timezone_t;  // dvtypes/timezone.h
+
+// An element of type DATE.
+// Raises  -5011  an element of another type, or without a writer     -5054  J
+DV_EXPORT conv_status_t dt_fmt_write_date(dt_fmt_parse_ctx_t *parse_ctx, const dv_date_t *date);
+
+// An element of type TIME; fprec is the fractional-second precision of the value's type, 0..9: FF without a
+// digit writes so many digits, X a "." unless it is 0. Raises  -5012  an element of another type, or without
+// a writer     -5041  a precision above 9
+DV_EXPORT conv_status_t dt_fmt_write_time(dt_fmt_parse_ctx_t *parse_ctx, const dv_time_t *time, int fprec);
+
+// A quoted literal or punctuation, as it stands in the model.
+DV_EXPORT conv_status_t dt_fmt_write_punc_token(dt_fmt_parse_ctx_t *parse_ctx);
+
+// ---------------------------------------------------------------------------------------------------------
+// Reading
+// ---------------------------------------------------------------------------------------------------------
+//
+// The values' from_str functions load the record with defaults, prepare parse_ctx over the text (org_str: its
+// first bytes, for messages) and call one reader per compiled element, then the checks below. A reader takes
+// its field at str[str_idx], moves str_idx behind it, stores the field into the record, checked, and adds its
+// bit to update_flag. Nothing is read past str_len.
+//
+// White space is tab, blank, line feed, carriage return and NUL. Without FX it is skipped before each
+// element. The text may end early when only time elements are left; the fields they stand for keep their
+// defaults.
+//
+// Raised by all readers
+//         -5013  an element that can only be written           -5045  the text ended before a DATE element
+//         -5113  a field is missing or is none: (field, the text at that place, the whole text). The fields:
+//                "year", "ad/bc", "month", "day", "day of year", "am/pm", "hour", "minute", "second",
+//                "seconds past midnight", "fractional seconds"; and ("year", "The signed year is not
+//                allowed", the whole text) for a "-" that only SYYYY may have
+//         -5114  a field out of range: (field, value, lowest, highest)
+//         -5088  under FX, a number of another width than its element
+//         -5011  a DATE reader got another element     -5012  a TIME reader did
+
+// An element of type DATE. YY, YYY, Y and RR complete the year from the one in the record.
+DV_EXPORT void dt_fmt_parse_date(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date);
+
+// An element of type TIME.
+//
+//   fprec      fractional-second precision of the value's type
+//   token_idx  index of the element in the context; moved on when further elements are left out with it
+//
+// Raises  -5041  a precision above 9     -5042  the "." before a fraction is missing
+DV_EXPORT void dt_fmt_parse_time(dt_fmt_parse_ctx_t *parse_ctx, dv_time_t *time, int fprec, int *token_idx);
+
+// A quoted literal or punctuation. Without FX any punctuation matches any other.
+// Raises  -5089  under FX, other text     -5042  the "." before a fraction is missing
+DV_EXPORT void dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t *parse_ctx, int *token_idx);
+
+// After the last element: sets month and day from the day of the year, if one was read.
+// Raises  -5113  ("day of year", "366", "366 for leap year") in another year
+//         -5024  it contradicts the month that was read     -5025  it contradicts the day
+DV_EXPORT void dt_fmt_check_ddd(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date);
+
+// Raises  -5010  the rest of the text is not white space
+DV_EXPORT void dt_parse_check_input_trailing_space(dt_fmt_parse_ctx_t *parse_ctx);
+
+// Raises  -5048  is_truncate is 1, and -5049  it is 0, when the rest of the model (fmt from fmt_idx on) is
+// not
+//                white space
+DV_EXPORT void dt_parse_check_fmt_trailing_space(dt_fmt_parse_ctx_t *parse_ctx, uchar is_truncate);
+
+// Does the text at the current element have the form of an ANSI literal (DATE '2024-02-29')? Each moves
+// str_idx behind what it accepts, and raises nothing.
+//
+//   date, time  blanks, then 1 to the element's width of digits; a sign only for SYYYY. Only the numeric DATE
+//               elements, and of the TIME elements HH24, MI, SS and FF
+//   punc        one character of punctuation, "+" or "-", if there is one; always 1
+DV_EXPORT uchar dt_fmt_check_ansi_date(dt_fmt_parse_ctx_t *parse_ctx);
+DV_EXPORT uchar dt_fmt_check_ansi_time(dt_fmt_parse_ctx_t *parse_ctx);
+DV_EXPORT uchar dt_fmt_check_ansi_punc(dt_fmt_parse_ctx_t *parse_ctx);
+
+// ---------------------------------------------------------------------------------------------------------
+// Truncation and rounding
+// ---------------------------------------------------------------------------------------------------------
+
+// Cuts (is_trunc 1) or rounds (0) a date to the unit that one element names, in place.
+//
+//   fmt, fmt_len  the element, in any letter case; not NUL ended
+//
+//   CC SCC                         century; rounds up from year 51
+//   YEAR SYEAR SYYYY YYYY YYY YY Y year; rounds up from July
+//   IYYY IYY IY I                  Monday of ISO week 1 of the date's calendar year; rounds up from July
+//   Q                              quarter; rounds up from the 16th of its second month
+//   MM MON MONTH RM                month; rounds up from the 16th
+//   WW                             week that begins on the weekday of 1 January; rounds up from its fifth day
+//   W                              the same for the 1st of the month
+//   IW                             week that begins on Monday; rounds up from Friday
+//   D DAY DY                       week that begins on Sunday; rounds up from Wednesday noon
+//   DD DDD J                       day; rounds up from noon
+//   HH HH12 HH24                   hour; rounds up from the 30th minute
+//   MI                             minute; rounds up from the 30th second
+//
+// Raises  -5014  any other element, or text behind it     -5114  the result lies out of range
+DV_EXPORT void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_len, uchar is_trunc);
 
 // ---------------------------------------------------------------------------------------------------------
 // Day names

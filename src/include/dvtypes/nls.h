@@ -116,22 +116,24 @@ DV_EXPORT bool dv_nls_date_cal_parse(const char *str, dv_nls_date_cal_t *val);
 DV_EXPORT bool dv_nls_comp_parse(const char *str, dv_nls_comp_t *val);
 
 // A sort: [X] BINARY | EBCDIC | GERMAN | FRENCH | DUTCH, then nothing, _CI (ignores case) or _AI (ignores
-// case and accents). X goes with the three languages only. White space around the name and around the suffix
-// is skipped. At most 256 bytes behind the X. False when it is none; *ctx may then be partly written.
+// case and accents). X is the first character and goes with the three languages only. White space around the
+// name and around the suffix is skipped. At most 256 bytes behind the X. False when it is none, or NULL; *ctx
+// may then be partly written.
 DV_EXPORT bool dv_nls_sort_parse(const char *str, dv_nls_sort_ctx_t *ctx);
 
-// One setting, NAME = VALUE, with white space around both pieces skipped:
+// One setting, NAME = VALUE, with white space around both pieces skipped (as the C locale defines it; a
+// vertical tab only behind a piece):
 //
 //   NLS_DATE_LANGUAGE  *param = DV_NLS_PARAM_DATE_LANG, val points to a dv_nls_date_lang_t
 //   NLS_CALENDAR       *param = DV_NLS_PARAM_DATE_CAL, val points to a dv_nls_date_cal_t
 //   NLS_SORT           *param = DV_NLS_PARAM_SORT, val points to a dv_nls_sort_ctx_t
 //
-//   str  NUL ended, at most 256 bytes
+//   str  NUL ended, at most 256 bytes; NULL is an empty text
 //   val  storage for the largest of the three, since the name decides
 //
-// Raises  -11035  more than one "=", a text of 257 bytes or more, an unknown name, a value that is none of
-// the
-//                 setting's. *param is set before the value is read, so it is set when the value is refused.
+// Raises  -11035  more than one "=", a text of 257 bytes or more, an unknown name, a value that the setting
+//                 does not have (none at all without "="). *param is set before the value is read, and so
+//                 also when the value is refused.
 DV_EXPORT void dv_nls_parse(const char *str, dv_nls_param_t *param, void *val);
 
 // ---------------------------------------------------------------------------------------------------------

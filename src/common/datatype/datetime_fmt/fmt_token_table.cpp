@@ -1,0 +1,97 @@
+// Finding the element that a text begins with, and what the compiler can check about the table of elements.
+//
+// The element is the longest keyword that is a prefix of the text in upper case: MONTH before MON, DDD before
+// DD before D. That alone settles what looks like an exception: "DA" without "Y" is D, "YE" without "AR" is
+// Y, "RRR" is RR and then a lone "R", which is none, as are "H" and "S". Keywords are grouped by first
+// letter, longer ones first, and compared as words of eight characters; a letter has at most five.
+
+#include "datetime_fmt_internal.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr size_t _letters = 26;
+
+struct keyword_t {
+    uint64_t text;  // the first character highest
+    uint64_t mask;  // of its characters
+    int id;
+};
+
+struct keyword_index_t {
+    std::array<keyword_t, DT_FMT_TOKEN_MAX> keywords;
+    std::array<uint8_t, _letters + 1> first;  // of the letter A, B, ..., and the end
+};
+
+constexpr keyword_t keyword_(size_t id) {
+    keyword_t keyword{0, 0, static_cast<int>(id)};
+    int shift = 64;
+    for (const char c : keyword_of(fmt_tokens_[id])) {
+        shift -= 8;
+        keyword.text |= uint64_t{static_cast<uint8_t>(c)} << shift;
+        keyword.mask |= uint64_t{0xFF} << shift;
+    }
+    return keyword;
+}
+
+constexpr keyword_index_t _index = [] {
+    keyword_index_t index{};
+    uint8_t count = 0;
+    for (size_t letter = 0; letter < _letters; ++letter) {
+        index.first[letter] = count;
+        for (size_t length = FMT_KEYWORD_SIZE; length > 0; --length) {
+            for (size_t id = 0; id < DT_FMT_TOKEN_MAX; ++id) {
+                const std::string_view text = keyword_of(fmt_tokens_[id]);
+                if (text.size() != length || text[0] != static_cast<char>('A' + letter)) continue;
+                index.keywords[count++] = keyword_(id);
+            }
+        }
+    }
+    index.first[_letters] = count;
+    return index;
+}();
+
+constexpr int find_(uint64_t word) {
+    const uint64_t letter = (word >> 56) - 'A';
+    if (letter >= _letters) return FMT_TOKEN_NONE;
+    for (size_t i = _index.first[letter]; i < _index.first[letter + 1]; ++i) {
+        const keyword_t &keyword = _index.keywords[i];
+        if ((word & keyword.mask) == keyword.text) return keyword.id;
+    }
+    return FMT_TOKEN_NONE;
+}
+
+static_assert(std::all_of(std::begin(FMT_TOKEN_ROWS), std::end(FMT_TOKEN_ROWS),
+                          [](const auto &row) { return &row - FMT_TOKEN_ROWS == row.id; }));
+static_assert(std::all_of(fmt_tokens_.begin(), fmt_tokens_.end(), [](const dt_fmt_token_t &token) {
+    return keyword_of(token).size() == static_cast<size_t>(token.token_len);
+}));
+
+// An element that is read instead of another one gives the same field, and can be read.
+constexpr bool replaces_(int alternate, const dt_fmt_token_t &token) {
+    if (alternate == FMT_TOKEN_NONE) return true;
+    const dt_fmt_token_t &other = fmt_tokens_.at(static_cast<size_t>(alternate));
+    return other.unit_type == token.unit_type && other.is_input != 0 && token.is_input != 0;
+}
+static_assert(std::all_of(fmt_tokens_.begin(), fmt_tokens_.end(), [](const dt_fmt_token_t &token) {
+    return replaces_(token.alt_token1, token) && replaces_(token.alt_token2, token);
+}));
+
+// All but the literal and the blank are found, whatever follows: "~" stands for that.
+static_assert(_index.first[_letters] == DT_FMT_TOKEN_MAX - 2);
+static_assert(std::all_of(_index.keywords.begin(), _index.keywords.begin() + _index.first[_letters],
+                          [](const keyword_t &keyword) {
+                              constexpr uint64_t tildes = ~uint64_t{0} / 0xFF * '~';
+                              return find_(keyword.text) == keyword.id &&
+                                     find_(keyword.text | (tildes & ~keyword.mask)) == keyword.id;
+                          }));
+static_assert(upper_case(0x60'61'7A'7B'E1'FA'41'00) == 0x60'41'5A'7B'E1'FA'41'00);
+
+}  // namespace
+
+namespace dv::impl {
+
+int find_keyword(std::string_view text) { return find_(upper_case_word(text)); }
+
+}  // namespace dv::impl

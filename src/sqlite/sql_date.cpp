@@ -1,0 +1,209 @@
+// DATE in SQL: its stored form, which is the record, and its functions.
+//
+// Every DATE that a function returns has been checked as a whole, so what is stored is a day of the calendar:
+// a day of the gap in October 1582 has become the 15th, and a 29 February that day numbers count but the
+// calendar lacks (years BC) is an error.
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+
+#include "sql_datetime.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// Stored form
+// ---------------------------------------------------------------------------------------------------------
+
+// Is it the year of a DATE, in the one form of its two bytes?
+bool has_year_(const dv_date_t &date) {
+    dv_date_t canonical{};
+    date_set_year(canonical, date_year(date));
+    return sql_is_field(DT_FMT_UNIT_YEAR, date_year(date)) && canonical.century == date.century &&
+           canonical.year == date.year;
+}
+
+const char *fault_(const dv_date_t &date) {
+    if (date.dummy != 0) return "the last byte of a DATE is 0";
+    if (!has_year_(date)) return "it has no year of a DATE";
+    if (!is_month(date.month)) return "its month is out of range";
+    if (date.day < 1 || date.day > date_month_length(date)) return "its month does not have its day";
+    if (is_in_calendar_gap(date_calendar_day(date))) return "its day was left out of October 1582";
+    return sql_time_of_day_fault(date);
+}
+
+void return_(const sql_call &call, const dv_date_t &date) {
+    sql_value value{};
+    value.kind = SQL_KIND_DATE;
+    value.date = date;
+    dv_date_is_valid(&value.date);
+    sql_return(call.context, value);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Making and writing
+// ---------------------------------------------------------------------------------------------------------
+
+void make_(sql_call &call) {
+    int field[6] = {};
+    if (!sql_get_ints(call, 0, {field, static_cast<size_t>(call.argc)})) return;
+    dv_date_t date{};
+    dv_date_from_unit_values(&date, field[0], field[1], field[2], field[3], field[4], field[5]);
+    return_(call, date);
+}
+
+void current_(sql_call &call) {
+    dv_date_t date{};
+    dv_date_current(&date);
+    return_(call, date);
+}
+
+// YYYY-MM-DD HH:MI:SS, with "-" in front of a year BC.
+void to_text_(sql_call &call) {
+    const dv_date_t &date = call.args[0].date;
+    const int year = date_year(date);
+    char text[sizeof "-9999-12-31 23:59:59"];
+    char *end = text;
+    if (year < 0) *end++ = '-';
+    end = sql_put_digits(end, std::abs(year), 4);
+    *end++ = '-';
+    end = sql_put_digits(end, date.month, 2);
+    *end++ = '-';
+    end = sql_put_digits(end, date.day, 2);
+    *end++ = ' ';
+    end = sql_put_time_of_day(end, date);
+    sql_return(call.context, sql_text_value(text, static_cast<int>(end - text)));
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Arithmetic
+// ---------------------------------------------------------------------------------------------------------
+
+void add_months_(sql_call &call) {
+    int months = 0;
+    if (!sql_get_ints(call, 1, {&months, 1})) return;
+    dv_date_t &date = call.args[0].date;
+    dv_date_add_month(&date, months, /*is_from_itv=*/0);
+    return_(call, date);
+}
+
+void add_days_(sql_call &call) {
+    dv_date_t &date = call.args[0].date;
+    double days = 0;
+    number_to_double(&call.args[1].number, &days);
+    dv_date_add_day(&date, days);
+    return_(call, date);
+}
+
+template <double (*Difference)(const dv_date_t *, const dv_date_t *)>
+void difference_(sql_call &call) {
+    sql_return(call.context, sql_real(Difference(&call.args[0].date, &call.args[1].date)));
+}
+
+void last_day_(sql_call &call) {
+    dv_date_t &date = call.args[0].date;
+    dv_date_get_last_date(&date, &date);
+    return_(call, date);
+}
+
+// Months are held to 32 bits, where any date has long left the calendar and the library says so.
+void add_interval_(dv_date_t &date, const sql_value &interval, int sign) {
+    if (interval.kind == SQL_KIND_ITV_YTM) {
+        const int64_t months = std::clamp<int64_t>(sql_total_months(interval.ytm), -INT_MAX, INT_MAX);
+        return dv_date_add_month(&date, sign * static_cast<int>(months), /*is_from_itv=*/1);
+    }
+    if (sign > 0) return dv_date_add_itv_dts(&date, &interval.dts);
+    dv_date_sub_itv_dts(&date, &interval.dts);
+}
+
+// A date and an interval, in either order.
+void add_(sql_call &call) {
+    const int place = call.args[0].kind == SQL_KIND_DATE ? 0 : 1;
+    dv_date_t &date = call.args[place].date;
+    add_interval_(date, call.args[1 - place], 1);
+    return_(call, date);
+}
+
+void sub_(sql_call &call) {
+    dv_date_t &date = call.args[0].date;
+    add_interval_(date, call.args[1], -1);
+    return_(call, date);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Named weekdays
+// ---------------------------------------------------------------------------------------------------------
+
+// A language is named, or set as in "NLS_DATE_LANGUAGE = KOREAN". DV_NLS_DATE_LANG_INVALID when the text is
+// neither.
+dv_nls_date_lang_t language_of_(const sql_text &text) {
+    dv_nls_date_lang_t language = DV_NLS_DATE_LANG_INVALID;
+    if (strlen(text.bytes) != static_cast<size_t>(text.length)) return language;
+    if (strchr(text.bytes, '=') == nullptr) {
+        dv_nls_date_lang_parse(text.bytes, &language);
+        return language;
+    }
+    union {
+        dv_nls_date_lang_t language;
+        dv_nls_date_cal_t calendar;
+        dv_nls_sort_ctx_t sort;
+    } setting;
+    dv_nls_param_t param = DV_NLS_PARAM_MAX;
+    dv_nls_parse(text.bytes, &param, &setting);
+    return param == DV_NLS_PARAM_DATE_LANG ? setting.language : language;
+}
+
+void next_named_day_(sql_call &call, dv_nls_date_lang_t language) {
+    dv_date_t &date = call.args[0].date;
+    const sql_text &name = call.args[1].text;
+    dv_date_get_next_day(&date, name.bytes, name.length, language, DVSTR_CHARSET_UTF8);
+    return_(call, date);
+}
+
+void next_day_(sql_call &call) { next_named_day_(call, DV_NLS_DATE_LANG_AMERICAN); }
+
+void next_day_in_language_(sql_call &call) {
+    const dv_nls_date_lang_t language = language_of_(call.args[2].text);
+    if (!dv_nls_date_lang_is_valid(language)) return sql_fail_with_text(call, "argument 3 is no language");
+    next_named_day_(call, language);
+}
+
+constexpr sql_kind _date = SQL_KIND_DATE;
+constexpr sql_kind _integer = SQL_KIND_INTEGER;
+constexpr sql_kind _text = SQL_KIND_TEXT;
+
+constexpr sql_function _functions[] = {
+    {"dv_date", {_integer, _integer, _integer}, make_},
+    {"dv_date", {_integer, _integer, _integer, _integer, _integer, _integer}, make_},
+    {"sysdate", {}, current_, SQL_ON_CLOCK},
+    {"dv_text", {_date}, to_text_},
+    {"dv_cmp", {_date, _date}, sql_compare_records<&sql_value::date, dv_date_compare>},
+    {"add_months", {_date, _integer}, add_months_},
+    {"dv_add_days", {_date, SQL_KIND_NUMBER}, add_days_},
+    {"dv_date_diff", {_date, _date}, difference_<dv_date_sub>},
+    {"months_between", {_date, _date}, difference_<dv_date_months_between>},
+    {"last_day", {_date}, last_day_},
+    {"next_day", {_date, _text}, next_day_},
+    {"next_day", {_date, _text, _text}, next_day_in_language_},
+    {"dv_add", {_date, SQL_KIND_ITV_YTM}, add_},
+    {"dv_add", {_date, SQL_KIND_ITV_DTS}, add_},
+    {"dv_add", {SQL_KIND_ITV_YTM, _date}, add_},
+    {"dv_add", {SQL_KIND_ITV_DTS, _date}, add_},
+    {"dv_sub", {_date, SQL_KIND_ITV_YTM}, sub_},
+    {"dv_sub", {_date, SQL_KIND_ITV_DTS}, sub_},
+};
+
+}  // namespace
+
+constinit const sql_type dv::impl::date_type = {
+    SQL_KIND_DATE,
+    "DATE",
+    /*reader=*/nullptr,
+    sql_decode_record<&sql_value::date, fault_>,
+    sql_encode_record<&sql_value::date>,
+};
+
+constinit const sql_function_table dv::impl::date_functions = _functions;

@@ -1,0 +1,82 @@
+// What the SQL forms of DATE, TIME and the intervals share: stored forms that are the record itself, and
+// pieces of their texts.
+
+#ifndef DV_SQL_DATETIME_H
+#define DV_SQL_DATETIME_H
+
+#include <cstring>
+
+#include "../common/datatype/datetime/datetime_internal.h"
+#include "sql_function.h"
+
+namespace dv::impl {
+
+// ---------------------------------------------------------------------------------------------------------
+// Types whose stored form is their record. Record is its member of sql_value, such as &sql_value::date.
+// ---------------------------------------------------------------------------------------------------------
+
+// Fault(record) says what is wrong with any bytes, NULL when nothing is; it may not raise.
+template <auto Record, auto Fault>
+const char *sql_decode_record(sql_value &value, const uint8_t *bytes, int length) {
+    auto &record = value.*Record;
+    if (length != static_cast<int>(sizeof record)) return "it does not have the length of its type";
+    memcpy(&record, bytes, sizeof record);
+    return Fault(record);
+}
+
+template <auto Record>
+int sql_encode_record(const sql_value &value, uint8_t *bytes) {
+    constexpr int size = sizeof(value.*Record);
+    static_assert(size < SQL_STORED_SIZE_MAX);
+    memcpy(bytes, &(value.*Record), size);
+    return size;
+}
+
+// The body of a comparison; Compare gives -1, 0 or 1.
+template <auto Record, auto Compare>
+void sql_compare_records(sql_call &call) {
+    sql_return(call.context, sql_integer(Compare(&(call.args[0].*Record), &(call.args[1].*Record))));
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Time of day
+// ---------------------------------------------------------------------------------------------------------
+
+inline bool sql_is_field(dt_fmt_unit_e unit, int value) { return is_in_range(range_of(unit), value); }
+
+template <typename Record>  // of DATE or TIME
+const char *sql_time_of_day_fault(const Record &record) {
+    const bool is_time_of_day = sql_is_field(DT_FMT_UNIT_HOUR, record.hour) &&
+                                sql_is_field(DT_FMT_UNIT_MINUTE, record.minute) &&
+                                sql_is_field(DT_FMT_UNIT_SECOND, record.second);
+    return is_time_of_day ? nullptr : "its time of day is out of range";
+}
+
+// Writes a number that is not negative in decimal, with zeros in front; returns the end.
+inline char *sql_put_digits(char *out, int number, int digits) {
+    for (int i = digits - 1; i >= 0; --i, number /= 10) out[i] = static_cast<char>('0' + number % 10);
+    return out + digits;
+}
+
+template <typename Record>  // HH:MI:SS of a DATE or TIME
+char *sql_put_time_of_day(char *out, const Record &record) {
+    out = sql_put_digits(out, record.hour, 2);
+    *out++ = ':';
+    out = sql_put_digits(out, record.minute, 2);
+    *out++ = ':';
+    return sql_put_digits(out, record.second, 2);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Intervals
+// ---------------------------------------------------------------------------------------------------------
+
+// The library's own total wraps at 32 bits; this one holds for all years.
+inline int64_t sql_total_months(const dv_itv_ytm_t &itv) {
+    return int64_t{dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_YEAR)} * MONTHS_PER_YEAR +
+           dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_MONTH);
+}
+
+}  // namespace dv::impl
+
+#endif  // DV_SQL_DATETIME_H

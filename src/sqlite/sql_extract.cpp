@@ -1,0 +1,76 @@
+// dv_extract: one field of a DATE, a TIME or an interval.
+//
+// Results are integers, but the seconds of a TIME and of an INTERVAL DAY TO SECOND, which have a fraction: a
+// NUMBER. The fields of an interval have its sign.
+
+#include "sql_datetime.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// The field that the first argument names; DT_FMT_UNIT_NONE when it is none: the call has failed then.
+dt_fmt_unit_t field_(const sql_call &call) {
+    constexpr sql_word fields[] = {
+        {"YEAR", DT_FMT_UNIT_YEAR}, {"MONTH", DT_FMT_UNIT_MONTH},   {"DAY", DT_FMT_UNIT_DAY},
+        {"HOUR", DT_FMT_UNIT_HOUR}, {"MINUTE", DT_FMT_UNIT_MINUTE}, {"SECOND", DT_FMT_UNIT_SECOND},
+    };
+    return sql_get_word(call, 0, fields);
+}
+
+sql_value seconds_(int seconds, int nanoseconds) {
+    sql_value value{};
+    value.kind = SQL_KIND_NUMBER;
+    number_from_int64(&value.number, seconds * int64_t{NSEC_PER_SEC} + nanoseconds);
+    number_div(&value.number, n1000000000);
+    return value;
+}
+
+sql_value of_date_(const sql_value &from, dt_fmt_unit_t unit) {
+    return sql_integer(dv_date_get_field(&from.date, unit));
+}
+
+sql_value of_time_(const sql_value &from, dt_fmt_unit_t unit) {
+    const int field = dv_time_get_field(&from.time, unit);
+    if (unit != DT_FMT_UNIT_SECOND) return sql_integer(field);
+    return seconds_(field, static_cast<int>(time_nanoseconds(from.time)));
+}
+
+sql_value of_ytm_(const sql_value &from, dt_fmt_unit_t unit) {
+    if (unit != DT_FMT_UNIT_YEAR && unit != DT_FMT_UNIT_MONTH) raise(ERR_FIELD_UNSUPPORTED);
+    return sql_integer(dv_itv_ytm_get_field(&from.ytm, unit));
+}
+
+sql_value of_dts_(const sql_value &from, dt_fmt_unit_t unit) {
+    const int second_of_day = dv_itv_dts_get_field(&from.dts, DT_FMT_UNIT_SECOND);
+    switch (unit) {
+        case DT_FMT_UNIT_DAY:
+            return sql_integer(dv_itv_dts_get_field(&from.dts, DT_FMT_UNIT_DAY));
+        case DT_FMT_UNIT_HOUR:
+            return sql_integer(second_of_day / SEC_PER_HOUR);
+        case DT_FMT_UNIT_MINUTE:
+            return sql_integer(second_of_day % SEC_PER_HOUR / SEC_PER_MINUTE);
+        case DT_FMT_UNIT_SECOND:
+            return seconds_(second_of_day % SEC_PER_MINUTE,
+                            dv_itv_dts_get_field(&from.dts, DT_FMT_UNIT_FSEC));
+        default:
+            raise(ERR_FIELD_UNSUPPORTED);
+    }
+}
+
+template <sql_value (*Extract)(const sql_value &from, dt_fmt_unit_t unit)>
+void extract_(sql_call &call) {
+    const dt_fmt_unit_t unit = field_(call);
+    if (unit != DT_FMT_UNIT_NONE) sql_return(call.context, Extract(call.args[1], unit));
+}
+
+constexpr sql_function _functions[] = {
+    {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_DATE}, extract_<of_date_>},
+    {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_TIME}, extract_<of_time_>},
+    {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_ITV_YTM}, extract_<of_ytm_>},
+    {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_ITV_DTS}, extract_<of_dts_>},
+};
+
+}  // namespace
+
+constinit const sql_function_table dv::impl::extract_functions = _functions;

@@ -1,0 +1,197 @@
+// DATE and TIME: fields, arithmetic, differences, clocks, and records of any bytes under every operation.
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cmath>
+
+#include "datetime_support.h"
+
+using namespace dv::test;
+
+namespace {
+
+const int *_pinned = nullptr;  // the seven fields of the local time
+
+int64_t seconds_(const dv_date_t &date) { return static_cast<int64_t>(dv_date_to_double(&date)); }
+
+TEST(DateField, HasItsByteAndItsRange) {
+    constexpr int ranges[][2] = {{-9999, 9999}, {1, 12}, {1, 31},         {0, 23},
+                                 {0, 59},       {0, 59}, {0, 999'999'999}};
+    for (int bit = 0; bit < 7; ++bit) {
+        const int unit = 1 << bit, low = ranges[bit][0], high = ranges[bit][1];
+        for (const int value : {low - 1, low, 0, high, high + 1, INT32_MIN}) {
+            const bool is_valid = value >= low && value <= high && (bit > 0 || value != 0);
+            dv_date_t date{}, want = bit == 0 ? make_date(value, 0, 0) : date;
+            dv_time_t time{};
+            if (bit > 0) reinterpret_cast<uint8_t *>(&want)[bit + 1] = static_cast<uint8_t>(value);
+            const int code = raise_of([&] { dv_date_set_field(&date, unit, value, 1, 0); });
+            ASSERT_EQ(code, !is_valid ? -5114 : bit == 6 ? -5006 : 0) << unit << " " << value;
+            ASSERT_TRUE(code != 0 || (date == want && dv_date_get_field(&date, unit) == value))
+                << describe(date);
+            const int time_code = raise_of([&] { dv_time_set_field(&time, unit, value, 1, 1); });
+            ASSERT_EQ(time_code, !is_valid ? -5114 : bit < 3 ? -5006 : 0) << unit << " " << value;
+            if (time_code == 0) {
+                ASSERT_EQ(dv_time_get_field(&time, unit), value);
+            }
+        }
+    }
+}
+
+// Counts of every unit are one arithmetic on seconds since day number 0, and go back again.
+TEST(DateAdd, IsArithmeticOnSeconds) {
+    constexpr int units[] = {DT_FMT_UNIT_SECOND, DT_FMT_UNIT_MINUTE, DT_FMT_UNIT_HOUR, DT_FMT_UNIT_DAY};
+    constexpr int64_t weights[] = {1, 60, 3600, 86400, 1};
+    number_source source(2);
+    for (long round = scaled(200'000); round > 0; --round) {
+        const dv_date_t date = random_date(source);
+        const int way = source.pick(0, 4);
+        const int64_t n = (static_cast<int64_t>(source.bits()) >> source.pick(24, 62)) / weights[way];
+        const int64_t end = seconds_(date) + n * weights[way];
+        const auto add = [&](dv_date_t &to, int64_t count) {
+            if (way == 4) return dv_date_add_day(&to, static_cast<double>(count) / 86400);
+            dv_date_add_field(&to, units[way], count);
+        };
+        dv_date_t sum = date;
+        const bool is_day = end >= 0 && end / 86400 <= DV_JULIAN_DAY_MAX;
+        ASSERT_EQ(raise_of([&] { add(sum, n); }), is_day ? 0 : -5114) << describe(date) << " + " << n;
+        if (!is_day) continue;
+        ASSERT_EQ(seconds_(sum), end) << describe(date) << " + " << n << " by " << way;
+        add(sum, -n);
+        ASSERT_EQ(sum, date) << n << " by " << way;
+    }
+}
+
+TEST(DateAddMonth, CountsMonthsAndKeepsTheEndOfTheMonth) {
+    number_source source(3);
+    for (long round = scaled(200'000); round > 0; --round) {
+        const dv_date_t date = random_date(source);
+        const int n = (static_cast<int32_t>(source.bits()) >> source.pick(0, 28)) | 1;
+        const int old_year = dv_date_get_field(&date, DT_FMT_UNIT_YEAR);
+        const double months = 12.0 * old_year + date.month - 1 + n;
+        const auto year = static_cast<int>(std::floor(months / 12));
+        const auto month = static_cast<int>(months - 12.0 * year) + 1;
+        const int length = dt_fmt_get_days_of_mon(year, month);
+        const bool was_last = date.day == dt_fmt_get_days_of_mon(old_year, date.month);
+        const int day = was_last ? length : std::min<int>(date.day, length);
+        const int is_strict = source.pick(0, 1);
+        const int day_code = is_strict != 0 && date.day > length ? -5005 : 0;
+        const int want = year == 0 || std::abs(year) > 9999 ? -5114 : day_code;
+        dv_date_t sum = date;
+        const int code = raise_of([&] { dv_date_add_month(&sum, n, is_strict != 0 ? 1 : 0); });
+        ASSERT_EQ(code, want) << describe(date) << " + " << n;
+        if (code != 0) continue;
+        ASSERT_EQ(sum, make_date(year, month, day, date.hour, date.minute, date.second))
+            << describe(date) << n;
+    }
+}
+
+// The manual's sums, every step in the precision that it gives.
+TEST(DateDifference, IsWeighedInSinglePrecision) {
+    constexpr double hour = 0.0416666679084301f, minute = 0.0006944444612599909f,
+                     second = 1.1574074051168282e-05f;
+    const auto days = [](const dv_date_t &d) {
+        return dv_date_to_julian_day(&d) + d.hour * hour + d.minute * minute + d.second * second;
+    };
+    const auto part = [](const dv_date_t &d) {
+        const float time = static_cast<float>(d.hour) * 216000.0f + static_cast<float>(d.minute) * 3600.0f;
+        return static_cast<double>((time + d.second) / 5184000.0f + d.day) / 31.0;
+    };
+    number_source source(4);
+    for (long round = scaled(100'000); round > 0; --round) {
+        dv_date_t x = random_date(source), y = random_date(source);
+        ASSERT_EQ(dv_date_sub(&x, &y), days(x) - days(y)) << describe(x) << " - " << describe(y);
+        x.day = static_cast<uint8_t>(1 + x.day % 27);  // not the last of a month
+        const int whole = (x.century * 100 + x.year - y.century * 100 - y.year) * 12 + x.month - y.month;
+        const double want = whole + (x.day == y.day ? 0 : part(x) - part(y));
+        ASSERT_EQ(dv_date_months_between(&x, &y), want) << describe(x) << " - " << describe(y);
+    }
+}
+
+TEST(DateNextDay, IsTheNamedDayOneToSevenDaysAhead) {
+    constexpr const char *names[] = {"MONDAY", "Tue", "wednesday", "THU", "6", "sat", "1"};
+    for (int i = 0; i < 700; ++i) {
+        const int number = DV_JULIAN_DAY_GREGORIAN - 40 + i / 7;
+        dv_date_t date{};
+        dv_date_from_julian_day(&date, number);
+        dv_date_get_next_day(&date, names[i % 7], 0, DV_NLS_DATE_LANG_AMERICAN, DVSTR_CHARSET_ASCII);
+        const int ahead = dv_date_to_julian_day(&date) - number;
+        ASSERT_TRUE(ahead >= 1 && ahead <= 7 && (number + ahead) % 7 == i % 7) << describe(date);
+    }
+}
+
+TEST(Clock, FillsWhatTheValueHas) {
+    if (DV_TEST_SHARED == 0) GTEST_SKIP() << "a static library binds the clock for good";
+    constexpr int now[] = {2024, 2, 29, 13, 14, 15, 500001};
+    dv_date_t date[3];
+    dv_time_t time;
+    _pinned = now;
+    dv_date_init(&date[0]);
+    dv_date_current(&date[1]);
+    dv_time_current(&time);
+    dv_date_from_time(&date[2], &time);
+    _pinned = nullptr;
+    EXPECT_EQ(date[0], make_date(2024, 2, 1));
+    EXPECT_EQ(date[1], make_date(2024, 2, 29, 13, 14, 15));
+    EXPECT_EQ(time, (dv_time_t{13, 14, 15, 0, {0x1D, 0xCD, 0x68, 0xE8}}));
+    EXPECT_EQ(date[2], date[1]);
+}
+
+TEST(Time, TrimsItsFractionFromTheFirstSignificantDigit) {
+    for (const auto &[fraction, kept, want] :
+         {std::array{12345678, 3, 12300000}, {5000000, 2, 5000000}, {99, 0, 0}}) {
+        dv_time_t time{};
+        dv_time_from_unit_values(&time, 23, 59, 58, fraction);
+        EXPECT_EQ(dv_time_to_double(&time), 86398 + fraction * 1e-9);
+        dv_time_trim_fsec(&time, kept);
+        EXPECT_EQ(dv_time_get_field(&time, DT_FMT_UNIT_FSEC), want) << fraction << " to " << kept;
+    }
+}
+
+// Nothing but the documented raises, nothing beside the record, and of a timestamp its own bytes.
+TEST(Date, OfAnyBytesIsHandledByEveryOperation) {
+    constexpr void (*operations[])(dv_date_t *, dv_time_t *, int64_t) = {
+        [](dv_date_t *d, dv_time_t *, int64_t n) { dv_date_set_field(d, 1 << (n & 7), 99, 0, 1); },
+        [](dv_date_t *d, dv_time_t *, int64_t n) { dv_date_add_day(d, std::bit_cast<double>(n)); },
+        [](dv_date_t *d, dv_time_t *, int64_t n) { dv_date_add_field(d, 1 << (n & 7), n); },
+        [](dv_date_t *d, dv_time_t *, int64_t n) { dv_date_add_month(d, static_cast<int>(n), n & 1); },
+        [](dv_date_t *d, dv_time_t *, int64_t) { dv_date_months_between(d, &max_dv_date); },
+        [](dv_date_t *d, dv_time_t *, int64_t) { dv_date_get_last_date(d, d); },
+        [](dv_date_t *d, dv_time_t *, int64_t) { dv_date_get_next_day(d, "7", 1, 0, 0); },
+        [](dv_date_t *d, dv_time_t *, int64_t) { dv_date_to_system_time(d); },
+        [](dv_date_t *, dv_time_t *t, int64_t n) { dv_time_trim_fsec(t, n & 7); },
+    };
+    number_source source(7);
+    const assertion_watch watch;
+    for (long round = scaled(500'000); round > 0; --round) {
+        dv_ts_tz_t noise;
+        source.fill(&noise, sizeof noise);
+        const guarded date(8), time(8);
+        auto *const d = reinterpret_cast<dv_date_t *>(date.text());
+        auto *const t = reinterpret_cast<dv_time_t *>(time.text());
+        dv_date_from_timestamp(d, &noise.utc);
+        dv_time_from_ts_tz(t, &noise);
+        ASSERT_TRUE(std::memcmp(d, &noise, 8) == 0 && std::memcmp(t, &noise.utc.hour, 8) == 0)
+            << describe(*d);
+        const int64_t n = static_cast<int64_t>(source.bits()) >> source.pick(0, 63);
+        const auto i = static_cast<size_t>(source.pick(0, std::size(operations) - 1));
+        const int code = raise_of([&] { operations[i](d, t, n); });
+        ASSERT_TRUE(code == 0 || code == -5114 || code == -5005 || code == -5006) << code;
+        ASSERT_TRUE(date.intact() && time.intact()) << i << " " << describe(*d) << " " << n;
+    }
+}
+
+}  // namespace
+
+// Takes the place of the host's clock, which the library never binds itself; forwards to it unless pinned.
+#if DV_TEST_SHARED
+extern "C" void dv_getlocaltime(int *year, int *month, int *day, int *hour, int *minute, int *second,
+                                int *usec) {
+    const auto real = reinterpret_cast<decltype(&dv_getlocaltime)>(dlsym(RTLD_NEXT, "dv_getlocaltime"));
+    if (_pinned == nullptr) return real(year, month, day, hour, minute, second, usec);
+    int *const fields[] = {year, month, day, hour, minute, second, usec};
+    for (size_t i = 0; i < std::size(fields); ++i) *fields[i] = _pinned[i];
+}
+#endif

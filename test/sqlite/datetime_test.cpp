@@ -1,0 +1,134 @@
+// DATE, TIME and the intervals in SQL: BLOBs that somebody else wrote, order in a table, laws of arithmetic,
+// edges, the clock. What each function gives is in the manual's examples.
+
+#include <random>
+
+#include "sqlite_session.h"
+
+using namespace dv::test;
+
+namespace {
+
+// Stored forms with fields at their bounds.
+constexpr const char *_blobs[] = {
+    "X'057864021D173B3B00'",  // 2000-02-29 23:59:59
+    "X'0573B60A0F00000000'",  // 1582-10-15, the day after the gap
+    "X'0501010C1F00000000'",  // 9999 BC
+    "X'056463011F00000000'",  // 1 BC, beside the year 0
+    "X'06173B3B003B9AC9FF'",         "X'087B9AC9FF16'", "X'083FFFFFFF00'", "X'097B9AC9FF4001517F7B9AC9FF'",
+    "X'09400000003FFFFFFF40000000'",
+};
+
+// SQL that makes a value from the fields of a stored form, by its tag: #1 is the byte behind that, in
+// hexadecimal.
+std::string made_anew_(const std::string &blob) {
+    constexpr const char *makers[] = {
+        "dv_date(0x#1 * 100 + 0x#2 - 10100, 0x#3, 0x#4, 0x#5, 0x#6, 0x#7)",
+        "dv_time(0x#1, 0x#2, 0x#3, 0x#5#6#7#8)",
+        "",
+        "numtoyminterval((0x#1#2#3#4 - 0x40000000) * 12 + 0x#5 - 11, 'MONTH')",
+        R"(numtodsinterval(dv_add((0x#1#2#3#4 - 0x40000000) * 86400 + 0x#5#6#7#8 - 0x40000000,
+                                  dv_div(0x#9#A#B#C - 0x40000000, 1000000000)), 'SECOND'))",
+    };
+    std::string sql = makers[blob[3] - '5'];
+    for (size_t at = sql.find('#'); at != std::string::npos; at = sql.find('#', at))
+        sql.replace(at, 2, blob, 2 + 2 * std::stoul(sql.substr(at + 1, 1), nullptr, 16), 2);
+    return sql;
+}
+
+}  // namespace
+
+TEST(SqlDatetime, BlobIsTakenExactlyWhenItIsTheFormOfAValue) {
+    sqlite_session session;
+    std::mt19937_64 random(11);
+    int taken = 0;
+    for (size_t i = 0; i < 20000; ++i) {
+        std::string blob = _blobs[i % std::size(_blobs)];
+        for (auto changes = random() % 3; changes > 0; --changes)
+            blob[4 + random() % (blob.size() - 5)] = "0123456789ABCDEF"[random() % 16];
+        const std::string anew = session.value("SELECT quote(" + made_anew_(blob) + ")");
+        if (random() % 64 == 0) blob.insert(blob.size() - 1, "00");
+        const std::string got = session.value("SELECT dv_cmp(v, v) FROM (SELECT " + blob + " AS v)");
+        const bool is_refused = got.starts_with("error: dv_cmp: argument 1 is a BLOB that holds no value");
+        EXPECT_TRUE(anew == blob ? got == "0" : is_refused)
+            << blob << " gives " << got << ", its fields give " << anew;
+        taken += anew == blob ? 1 : 0;
+    }
+    EXPECT_TRUE(taken > 5000 && taken < 15000) << taken;
+}
+
+// 2000 rows whose dates d and e, times t and intervals y and s rise with the id; d begins in 9999 BC, e in
+// 1700 AD; groups of four dates lie within some months. months and nanos are what y and s are made of. Every
+// key is a multiple of a step and a pseudo-random part of the step.
+constexpr const char *_table = R"(CREATE TABLE t AS WITH RECURSIVE
+    row(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM row LIMIT 2000),
+    key(id, seconds, time, months, nanos) AS (SELECT i + 1,
+        i / 4 * 1140480000 + i % 4 * (1 + i / 4 * 7919 % 3000000),
+        i * 43000000000 + i * i * i * 7919 % 43000000000,
+        (i - 1000) * 5000000 + i * i * 7919 % 5000000,
+        (i - 1000) * 2000000000000000 + i * i * i * 104729 % 2000000000000000 FROM row)
+    SELECT id, months, nanos,
+        dv_date(seconds / 29030400 - 9999 + (seconds / 29030400 >= 9999), seconds / 2419200 % 12 + 1,
+                seconds / 86400 % 28 + 1, seconds / 3600 % 24, seconds / 60 % 60, seconds % 60) AS d,
+        dv_time(time / 3600000000000, time / 60000000000 % 60, time / 1000000000 % 60, time % 1000000000) AS t,
+        numtoyminterval(months, 'month') AS y,
+        numtodsinterval(dv_div(nanos, 1000000000), 'second') AS s,
+        dv_add(dv_add_days(dv_date(1700, 1, 1), id * 1423), numtodsinterval(id * 43, 'second')) AS e FROM key)";
+
+// What holds for any two rows.
+constexpr const char *_laws[] = {
+    "dv_cmp(a.d, b.d) = sign(a.id - b.id) AND dv_cmp(a.t, b.t) = dv_cmp(a.y, b.y)",
+    "dv_cmp(a.y, b.y) = sign(a.id - b.id) AND dv_cmp(a.s, b.s) = dv_cmp(a.d, b.d)",
+    "to_yminterval(dv_text(a.y)) = a.y AND to_dsinterval(dv_text(a.s)) = a.s",
+    "dv_add(a.y, b.y) = numtoyminterval(a.months + b.months, 'MONTH')",
+    "dv_add(a.s, b.s) = numtodsinterval(dv_div(a.nanos + b.nanos, 1000000000), 'SECOND')",
+    "dv_sub(a.y, b.y) = dv_add(a.y, dv_neg(b.y)) AND dv_sub(a.s, b.s) = dv_add(a.s, dv_neg(b.s))",
+    "dv_mul(a.y, 2) = dv_add(a.y, a.y) AND dv_mul(-0.5, a.s) = dv_neg(dv_div(a.s, 2))",
+    "dv_extract('YEAR', a.y) * 12 + dv_extract('MONTH', a.y) = a.months",
+    R"(dv_add(dv_extract('DAY', a.s) * 86400 + dv_extract('HOUR', a.s) * 3600,
+              dv_add(dv_extract('MINUTE', a.s) * 60, dv_extract('SECOND', a.s))) = dv_div(a.nanos, 1000000000))",
+    "dv_text(a.e) = datetime('1700-01-01', (a.id * 1423) || ' days', (a.id * 43) || ' seconds')",
+    "dv_sub(dv_add(a.e, b.s), b.s) = a.e AND dv_add(b.s, a.e) = dv_add(a.e, b.s)",
+    "abs(dv_date_diff(dv_add(a.e, b.s), a.e) - b.nanos / 86400e9) < 1e-4",
+    "months_between(add_months(last_day(a.e), b.id), last_day(a.e)) = b.id",
+};
+
+TEST(SqlDatetime, OrderAndLawsHoldInAnIndexedTable) {
+    sqlite_session session;
+    session.rows(_table);
+    for (const std::string column : {"d", "t", "y", "s"}) {
+        session.rows("DROP INDEX IF EXISTS by_column");
+        session.rows("CREATE INDEX by_column ON t(" + column + ")");
+        const std::string places = "SELECT id, row_number() OVER (ORDER BY " + column + ") AS place FROM t";
+        EXPECT_EQ(session.value("SELECT count(*) FROM (" + places + ") WHERE id <> place"), "0") << column;
+    }
+    const std::string pairs = "SELECT count(*) FROM t a JOIN t b ON b.id = a.id * 7 % 2000 + 1 WHERE ";
+    for (const std::string law : _laws) EXPECT_EQ(session.value(pairs + law), "2000") << law;
+}
+
+// How an error message ends.
+constexpr const char *_errors[][2] = {
+    {"dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'))", "(dv-5114)"},  // 2^32 + 8 months
+    {"dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'))", "(dv-5064)"},
+    {"dv_add(to_dsinterval('999999999 23:59:59'), to_dsinterval('0 0:0:1'))", "(dv-5064)"},
+    {"dv_div(to_yminterval('1-0'), 0)", "(dv-5065)"},
+    {"dv_extract('YEAR' || char(0), dv_date(1, 1, 1))", "is not YEAR, MONTH, DAY, HOUR, MINUTE or SECOND"},
+    {"next_day(dv_date(2024, 1, 1), '')", "(dv-5113)"},
+    {"next_day(dv_date(2024, 1, 1), 'MON', 'AMERICAN' || char(0))", "argument 3 is no language"},
+};
+
+TEST(SqlDatetime, WhatCannotBeIsAnError) {
+    sqlite_session session;
+    for (const auto &[call, want] : _errors) {
+        const std::string got = session.value(std::string("SELECT ") + call);
+        EXPECT_TRUE(got.starts_with("error: ") && got.ends_with(want)) << call << ": " << got;
+    }
+}
+
+TEST(SqlDatetime, SysdateIsTheClockAndServesNoIndex) {
+    sqlite_session session;
+    EXPECT_EQ(session.value("SELECT datetime('now', 'localtime') <= dv_text(sysdate())"), "1");
+    const std::string earlier = session.value("SELECT dv_text(sysdate())");
+    EXPECT_LE(earlier, session.value("SELECT datetime('now', 'localtime')"));
+    EXPECT_TRUE(session.value("CREATE TABLE t(a, b AS (sysdate()))").starts_with("error: non-determin"));
+}
