@@ -19,11 +19,14 @@ endif()
 set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 
 # Compiles a target's C++ so that it needs libc and libm alone at run time: no type information, no guards
-# around local statics. Unwind tables stay: a host's base library may raise by exception. An object that needs
-# the C++ runtime all the same fails to link.
+# around local statics, no handlers of exceptions. Unwind tables stay: a host's base library may raise by an
+# exception, which passes through. Headers of the standard library have functions that name the runtime unless
+# the optimiser sees that they do not need it, so it always looks a little. An object that needs the C++ runtime
+# all the same fails to link.
 function(dv_without_cxx_runtime target)
     target_compile_options(${target} PRIVATE
-        $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti -fno-threadsafe-statics -fasynchronous-unwind-tables>)
+        $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti -fno-threadsafe-statics -fno-exceptions -fasynchronous-unwind-tables>
+        $<$<CONFIG:Debug>:-O1>)
     set_target_properties(${target} PROPERTIES LINKER_LANGUAGE C)
     get_target_property(type ${target} TYPE)
     if(type MATCHES "SHARED|MODULE" AND NOT DV_SANITIZE)  # sanitizers leave their runtime to the program

@@ -168,16 +168,24 @@ int placeholder_(std::string_view text) {
     return is_one ? text[1] - '0' : 0;
 }
 
+// The number of the placeholder in the remark, " ({3})", that text begins with, or 0.
+int remark_(std::string_view text) {
+    if (!text.starts_with(" (")) return 0;
+    text.remove_prefix(2);
+    return placeholder_(text);
+}
+
 void fill_in_(dv_error_t &error, std::string_view text) {
     bounded_text_t message(error.message);
     while (!text.empty()) {
-        const bool is_remark = text.substr(0, 2) == " (" && placeholder_(text.substr(2)) != 0;
-        if (is_remark && error.args[placeholder_(text.substr(2)) - 1][0] == '\0') {
+        const int remark = remark_(text);
+        if (remark != 0 && error.args[remark - 1][0] == '\0') {
             text.remove_prefix(std::string_view(" ({1})").size());
             continue;
         }
         const int number = placeholder_(text);
-        message.append(number != 0 ? error.args[number - 1] : text.substr(0, 1));
+        message.append(number != 0 ? std::string_view(error.args[number - 1])
+                                   : std::string_view(text.data(), 1));
         text.remove_prefix(number != 0 ? 3 : 1);
     }
 }

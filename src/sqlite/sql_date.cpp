@@ -35,14 +35,6 @@ const char *fault_(const dv_date_t &date) {
     return sql_time_of_day_fault(date);
 }
 
-void return_(const sql_call &call, const dv_date_t &date) {
-    sql_value value{};
-    value.kind = SQL_KIND_DATE;
-    value.date = date;
-    dv_date_is_valid(&value.date);
-    sql_return(call.context, value);
-}
-
 // ---------------------------------------------------------------------------------------------------------
 // Making and writing
 // ---------------------------------------------------------------------------------------------------------
@@ -52,13 +44,13 @@ void make_(sql_call &call) {
     if (!sql_get_ints(call, 0, {field, static_cast<size_t>(call.argc)})) return;
     dv_date_t date{};
     dv_date_from_unit_values(&date, field[0], field[1], field[2], field[3], field[4], field[5]);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 void current_(sql_call &call) {
     dv_date_t date{};
     dv_date_current(&date);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 // YYYY-MM-DD HH:MI:SS, with "-" in front of a year BC.
@@ -87,7 +79,7 @@ void add_months_(sql_call &call) {
     if (!sql_get_ints(call, 1, {&months, 1})) return;
     dv_date_t &date = call.args[0].date;
     dv_date_add_month(&date, months, /*is_from_itv=*/0);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 void add_days_(sql_call &call) {
@@ -95,7 +87,7 @@ void add_days_(sql_call &call) {
     double days = 0;
     number_to_double(&call.args[1].number, &days);
     dv_date_add_day(&date, days);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 template <double (*Difference)(const dv_date_t *, const dv_date_t *)>
@@ -106,7 +98,7 @@ void difference_(sql_call &call) {
 void last_day_(sql_call &call) {
     dv_date_t &date = call.args[0].date;
     dv_date_get_last_date(&date, &date);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 // Months are held to 32 bits, where any date has long left the calendar and the library says so.
@@ -124,13 +116,13 @@ void add_(sql_call &call) {
     const int place = call.args[0].kind == SQL_KIND_DATE ? 0 : 1;
     dv_date_t &date = call.args[place].date;
     add_interval_(date, call.args[1 - place], 1);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 void sub_(sql_call &call) {
     dv_date_t &date = call.args[0].date;
     add_interval_(date, call.args[1], -1);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -160,7 +152,7 @@ void next_named_day_(sql_call &call, dv_nls_date_lang_t language) {
     dv_date_t &date = call.args[0].date;
     const sql_text &name = call.args[1].text;
     dv_date_get_next_day(&date, name.bytes, name.length, language, DVSTR_CHARSET_UTF8);
-    return_(call, date);
+    sql_return_date(call, date);
 }
 
 void next_day_(sql_call &call) { next_named_day_(call, DV_NLS_DATE_LANG_AMERICAN); }
@@ -180,6 +172,7 @@ constexpr sql_function _functions[] = {
     {"dv_date", {_integer, _integer, _integer, _integer, _integer, _integer}, make_},
     {"sysdate", {}, current_, SQL_ON_CLOCK},
     {"dv_text", {_date}, to_text_},
+    {"to_char", {_date}, to_text_},
     {"dv_cmp", {_date, _date}, sql_compare_records<&sql_value::date, dv_date_compare>},
     {"add_months", {_date, _integer}, add_months_},
     {"dv_add_days", {_date, SQL_KIND_NUMBER}, add_days_},
@@ -201,7 +194,7 @@ constexpr sql_function _functions[] = {
 constinit const sql_type dv::impl::date_type = {
     SQL_KIND_DATE,
     "DATE",
-    /*reader=*/nullptr,
+    "to_date",
     sql_decode_record<&sql_value::date, fault_>,
     sql_encode_record<&sql_value::date>,
 };

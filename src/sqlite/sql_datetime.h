@@ -39,6 +39,20 @@ void sql_compare_records(sql_call &call) {
 }
 
 // ---------------------------------------------------------------------------------------------------------
+// Dates
+// ---------------------------------------------------------------------------------------------------------
+
+// Makes a DATE the result, as a day of the calendar. Raises -5114 for a day BC that day numbers know and the
+// calendar lacks.
+inline void sql_return_date(const sql_call &call, const dv_date_t &date) {
+    sql_value value{};
+    value.kind = SQL_KIND_DATE;
+    value.date = date;
+    dv_date_is_valid(&value.date);
+    sql_return(call.context, value);
+}
+
+// ---------------------------------------------------------------------------------------------------------
 // Time of day
 // ---------------------------------------------------------------------------------------------------------
 

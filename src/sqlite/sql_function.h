@@ -59,6 +59,7 @@ extern const sql_function_table general_functions;
 extern const sql_function_table number_functions;
 extern const sql_function_table date_functions;
 extern const sql_function_table time_functions;
+extern const sql_function_table datetime_model_functions;
 extern const sql_function_table interval_functions;
 extern const sql_function_table extract_functions;
 extern const sql_aggregate_table number_aggregates;

@@ -222,6 +222,8 @@ constexpr sql_function _functions[] = {
     {"numtodsinterval", {_number, _text}, number_to_dts_},
     {"dv_text", {_ytm}, ytm_to_text_},
     {"dv_text", {_dts}, dts_to_text_},
+    {"to_char", {_ytm}, ytm_to_text_},
+    {"to_char", {_dts}, dts_to_text_},
     {"dv_cmp", {_ytm, _ytm}, sql_compare_records<&sql_value::ytm, dv_itv_ytm_compare>},
     {"dv_cmp", {_dts, _dts}, sql_compare_records<&sql_value::dts, dv_itv_dts_compare>},
     {"dv_add", {_ytm, _ytm}, add_ytm_<1>},

@@ -105,23 +105,26 @@ bool rounds_to_zero_on_the_left_(number_t x) {
     return number_cmp(&x, &half) < 0;
 }
 
-void round_at_(sql_value &value, int64_t places) {
+void round_at_(sql_value &value, int64_t places, number_rmode_e mode) {
     // The library refuses units beyond its range even where they round to zero.
     if (places < _leftmost_place ||
-        (places == _leftmost_place && rounds_to_zero_on_the_left_(value.number))) {
+        (places == _leftmost_place &&
+         (mode == NUMBER_RMODE_TRUNC || rounds_to_zero_on_the_left_(value.number)))) {
         return store_zero(value.number);
     }
     const auto pos = static_cast<int>(-std::min(places, _rightmost_place));
-    number_round_at_withmode(&value.number, pos, NUMBER_RMODE_HALF_UP);
+    number_round_at_withmode(&value.number, pos, mode);
 }
 
+template <number_rmode_e Mode>
 void round_(sql_call &call) {
-    round_at_(call.args[0], 0);
+    round_at_(call.args[0], 0, Mode);
     sql_return(call.context, call.args[0]);
 }
 
+template <number_rmode_e Mode>
 void round_to_places_(sql_call &call) {
-    round_at_(call.args[0], call.args[1].integer);
+    round_at_(call.args[0], call.args[1].integer, Mode);
     sql_return(call.context, call.args[0]);
 }
 
@@ -170,8 +173,10 @@ constexpr sql_function _functions[] = {
     {"dv_rem", {_number, _number}, binary_<number_rem>},
     {"dv_neg", {_number}, unary_<number_negate>},
     {"dv_abs", {_number}, unary_<number_abs>},
-    {"dv_round", {_number}, round_},
-    {"dv_round", {_number, _integer}, round_to_places_},
+    {"dv_round", {_number}, round_<NUMBER_RMODE_HALF_UP>},
+    {"dv_round", {_number, _integer}, round_to_places_<NUMBER_RMODE_HALF_UP>},
+    {"dv_trunc", {_number}, round_<NUMBER_RMODE_TRUNC>},
+    {"dv_trunc", {_number, _integer}, round_to_places_<NUMBER_RMODE_TRUNC>},
     {"dv_cmp", {_number, _number}, compare_},
     {"dv_cast_number", {_number, _integer}, cast_to_precision_},
     {"dv_cast_number", {_number, _integer, _integer}, cast_to_precision_and_scale_},

@@ -39,6 +39,7 @@ constexpr sql_function _functions[] = {
     {"dv_time", {_integer, _integer, _integer}, make_},
     {"dv_time", {_integer, _integer, _integer, _integer}, make_},
     {"dv_text", {_time}, to_text_},
+    {"to_char", {_time}, to_text_},
     {"dv_cmp", {_time, _time}, sql_compare_records<&sql_value::time, dv_time_compare>},
 };
 

@@ -1,25 +1,8 @@
-// The scalar functions of NUMBER in SQL: the manual's examples, NULL, kinds of arguments, errors.
-
-#include <fstream>
+// The scalar functions of NUMBER in SQL: NULL, kinds of arguments, errors.
 
 #include "sqlite_session.h"
 
 using namespace dv::test;
-
-// Every line "SELECT ...;  -- result" of the manual.
-TEST(SqlManual, ExamplesGiveWhatTheySay) {
-    const std::string here = __FILE__;
-    std::ifstream manual(here.substr(0, here.rfind("/test/")) + "/docs/sql.md");
-    sqlite_session session;
-    int examples = 0;
-    for (std::string line; std::getline(manual, line);) {
-        const size_t comment = line.find(";  -- ");
-        if (!line.starts_with("SELECT ") || comment == std::string::npos) continue;
-        EXPECT_EQ(session.value(line.substr(0, comment)), line.substr(comment + 6)) << line;
-        ++examples;
-    }
-    EXPECT_GE(examples, 20);
-}
 
 // A result, or how an error message ends. Table r has the rows i = 1 to 200001.
 constexpr const char *_edges[][2] = {

@@ -127,9 +127,9 @@ int read_token_(reading_t &in, const token_t &token, kind_t field_kind) {
     return ERR_ITV_QUALIFIER;
 }
 
-int read_tokens_(reading_t &in, int type, kind_t field_kind) {
-    if (type < 0 || type >= DV_ITV_QUALIFIER_MAX) return ERR_ITV_QUALIFIER;
-    const dv_itv_fmt_t &row = _itv_fmt[type];
+bool has_row_(int type) { return type >= 0 && type < DV_ITV_QUALIFIER_MAX; }
+
+int read_tokens_(reading_t &in, const dv_itv_fmt_t &row, kind_t field_kind) {
     for (int i = 0; i < row.size; ++i) {
         const int error = read_token_(in, _tokens[static_cast<size_t>(row.token[i])], field_kind);
         if (error != 0) return error;
@@ -140,34 +140,45 @@ int read_tokens_(reading_t &in, int type, kind_t field_kind) {
 
 // ---- whole texts ----
 
+// Goes to the first character that is no blank. A negative length is taken for an empty text.
 reading_t start_(const char *str, int str_len, int prec, int leading_unit) {
-    if (str == NULL || str_len < 0) str = "";
-    const size_t length = str_len > 0 ? static_cast<size_t>(str_len) : strlen(str);
-    return {str, str + length, false, 0, 0, itv_leading_limit(prec) * leading_unit};
+    const bool is_given = str != NULL && str_len >= 0;
+    const char *const text = is_given ? str : "";
+    const size_t length = is_given && str_len > 0 ? static_cast<size_t>(str_len) : strlen(text);
+    reading_t in = {text, text + length, false, 0, 0, itv_leading_limit(prec) * leading_unit};
+    skip_blanks_(in);
+    return in;
 }
 
-int read_interval_(reading_t &in, int type, kind_t field_kind) {
-    skip_blanks_(in);
-    if (in.at == in.end) return ERR_ITV_TEXT;
+void take_sign_(reading_t &in) {
     in.is_negative = *in.at == '-';
     if (*in.at == '-' || *in.at == '+') ++in.at;
-    return read_tokens_(in, type, field_kind);
 }
 
 // The names of the steps that find faults, which reports give.
 struct step_names_t {
-    const char *whole_text, *field, *leading_precision;
+    const char *whole_text, *field, *qualifier, *leading_precision;
 };
 constexpr step_names_t _ytm_steps = {"dv_itv_ytm_from_str", "_dv_itv_ytm_parse_value",
-                                     "dv_itv_ytm_check_leading_prec"};
-constexpr step_names_t _dts_steps = {"dv_itv_dts_from_str", "_dv_itv_dts_parse_value",
+                                     "_dv_itv_ytm_parse_value", "dv_itv_ytm_check_leading_prec"};
+constexpr step_names_t _dts_steps = {"dv_itv_dts_from_str", "_dv_itv_dts_parse_value", "dv_itv_dts_from_str",
                                      "dv_itv_dts_check_leading_prec"};
 
+const char *step_of_(int error, const step_names_t &steps) {
+    switch (error) {
+        case ERR_TRAILING_TEXT:
+            return steps.whole_text;
+        case ERR_ITV_LEADING_PRECISION:
+            return steps.leading_precision;
+        case ERR_ITV_QUALIFIER:
+            return steps.qualifier;
+        default:
+            return steps.field;
+    }
+}
+
 [[noreturn]] void raise_fault_(int error, const step_names_t &steps, int line = __builtin_LINE()) {
-    const char *const step = error == ERR_TRAILING_TEXT           ? steps.whole_text
-                             : error == ERR_ITV_LEADING_PRECISION ? steps.leading_precision
-                                                                  : steps.field;
-    raise(error_at(error, __builtin_FILE(), line, step));
+    raise(error_at(error, __builtin_FILE(), line, step_of_(error, steps)));
 }
 
 // Half away from zero, at a decimal place.
@@ -180,27 +191,42 @@ int32_t rounded_(int32_t nsec, int fprec) {
     return nsec < 0 ? kept - unit : kept + unit;
 }
 
+// A fraction that rounds up to a second is left in the seconds, also past a whole day. It borrows from them
+// where the text's sign is not theirs: hours and minutes that wrapped around change it.
+void store_(dv_itv_dts_t &itv, int64_t total, int32_t nsec) {
+    itv_set_total_seconds(itv, total);
+    const int32_t seconds = itv_seconds(itv) + nsec / ITV_NSEC_PER_SEC;
+    const int32_t rest = nsec % ITV_NSEC_PER_SEC;
+    const int32_t borrow = seconds > 0 && rest < 0 ? 1 : seconds < 0 && rest > 0 ? -1 : 0;
+    itv_set_seconds(itv, seconds - borrow);
+    itv_set_nanoseconds(itv, rest + borrow * ITV_NSEC_PER_SEC);
+}
+
 }  // namespace
 
 extern "C" {
 
 void dv_itv_ytm_from_str(dv_itv_ytm_t *itv, const char *str, int str_len, int type, int prec) {
     if (!is_itv_given(itv)) return;
+    itv_set_total_months(*itv, 0);
     reading_t in = start_(str, str_len, prec, ITV_MONTHS_PER_YEAR);
-    const int error = read_interval_(in, type, kind_t::months);
+    if (in.at == in.end) raise(ERR_ITV_TEXT);
+    if (!has_row_(type)) raise(ERR_ITV_QUALIFIER);
+    take_sign_(in);
+    const int error = read_tokens_(in, _itv_fmt[type], kind_t::months);
     itv_set_total_months(*itv, in.total);
     if (error != 0) raise_fault_(error, _ytm_steps);
 }
 
 void dv_itv_dts_from_str(dv_itv_dts_t *itv, const char *str, int str_len, int type, int prec, int fprec) {
     if (!is_itv_given(itv)) return;
+    store_(*itv, 0, 0);
     reading_t in = start_(str, str_len, prec, ITV_SEC_PER_DAY);
-    const int error = read_interval_(in, type, kind_t::seconds);
-    const int32_t nsec = rounded_(in.nsec, fprec);
-    itv_set_total_seconds(*itv, in.total);
-    // A fraction that rounds up to a second is left in the seconds, also past a whole day.
-    itv_set_seconds(*itv, itv_seconds(*itv) + nsec / ITV_NSEC_PER_SEC);
-    itv_set_nanoseconds(*itv, nsec % ITV_NSEC_PER_SEC);
+    if (in.at == in.end) raise(ERR_ITV_TEXT);
+    if (!has_row_(type)) raise(ERR_ITV_QUALIFIER);
+    take_sign_(in);
+    const int error = read_tokens_(in, _itv_fmt[type], kind_t::seconds);
+    store_(*itv, in.total, rounded_(in.nsec, fprec));
     if (error != 0) raise_fault_(error, _dts_steps);
 }
 

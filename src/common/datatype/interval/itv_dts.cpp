@@ -102,13 +102,12 @@ constexpr int32_t trimmed_(int32_t nsec, int fprec) {
 
 // ---- totals as floating point and NUMBER ----
 
-void check_valid_dts_val_(double days) {
-    if (!(days >= INT32_MIN && days <= INT32_MAX)) raise(ERR_ITV_TOTAL_SECONDS);
-}
+bool is_valid_dts_val_(double days) { return days >= INT32_MIN && days <= INT32_MAX; }
 
 void set_total_(dv_itv_dts_t &dts, double total_secs) {
     const double days = std::trunc(total_secs / ITV_SEC_PER_DAY);
-    check_valid_dts_val_(days);
+    if (!is_valid_dts_val_(days))
+        raise(error_at(ERR_ITV_TOTAL_SECONDS, __FILE__, __LINE__, "dv_itv_dts_set_total_sec"));
     itv_set_days(dts, static_cast<int32_t>(days));
     itv_set_seconds(dts, static_cast<int32_t>(total_secs - days * ITV_SEC_PER_DAY));
 }

@@ -1,0 +1,129 @@
+// DATE as text, truncated and rounded: the entry points that hand their work to format models.
+
+#include <cstring>
+
+#include "../datetime_fmt/fmt_walk.h"
+#include "../datetime_fmt/temporary_model.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// The readers and writers of time elements touch hour, minute and second alone, which lie in a DATE as in a
+// TIME.
+dv_time_t *clock_of_(dv_date_t &date) { return reinterpret_cast<dv_time_t *>(&date.hour); }
+const dv_time_t *clock_of_(const dv_date_t &date) { return reinterpret_cast<const dv_time_t *>(&date.hour); }
+
+bool is_null_(const dv_date_t &date) { return memcmp(&date, &null_dv_date, sizeof date) == 0; }
+
+model_text_t reading_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_TYPE_DATE, true}; }
+model_text_t writing_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_TYPE_DATE, false}; }
+
+// Must the present give the year or the month?
+bool needs_present_(const dt_fmt_ctx_t &model) {
+    bool has_year = false, has_month = false;
+    for (int i = 0; i < fmt_token_count(model); ++i) {
+        const int32_t id = model.token_infos[i].id;
+        has_year |= id == DT_FMT_TOKEN_YYYY || id == DT_FMT_TOKEN_SYYYY;
+        has_month |= (id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD;
+    }
+    return !has_year || !has_month;
+}
+
+// The first of the present month, without a look at the clock where the model overwrites all that it tells.
+void load_defaults_(dv_date_t &date, const dt_fmt_ctx_t &model) {
+    if (needs_present_(model)) return dv_date_init(&date);
+    date_set_calendar(date, 1, 1, 1);
+    date_set_clock(date, 0, 0, 0);
+}
+static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);  // MM, MON, MONTH, RM
+
+struct unit_text_t {
+    const char *fmt;
+    int fmt_len;
+};
+
+// NULL and "" mean "DD".
+unit_text_t unit_text_(const char *fmt, int fmt_len) {
+    if (fmt == NULL || *fmt == '\0') return {"DD", 2};
+    return {fmt, fmt_len != 0 ? fmt_len : text_length(fmt)};
+}
+
+}  // namespace
+
+extern "C" void dv_date_from_str(dv_date_t *date, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx) {
+    if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx)) return;
+    const int length = str_len != 0 ? str_len : text_length(str);
+    if (length < 1) raise(ERR_TEXT_LENGTH);
+    load_defaults_(*date, *fmt_ctx);
+    dt_fmt_parse_ctx_t ctx;
+    begin_reading(ctx, *fmt_ctx, str, length);
+    read_by_model(ctx, {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0},
+                  ERR_MODEL_FOR_DATE);
+    dt_fmt_check_ddd(&ctx, date);
+    dt_parse_check_input_trailing_space(&ctx);
+    dv_date_is_valid(date);
+}
+
+extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx) {
+    if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx)) return CONV_STATUS_WHOLE;
+    if (str_len < 1) raise(ERR_TEXT_LENGTH);
+    if (is_null_(*date)) {
+        *str = '\0';
+        return CONV_STATUS_WHOLE;
+    }
+    dt_fmt_parse_ctx_t ctx;
+    dt_parse_ctx_init(&ctx, fmt_ctx, str, str_len, NULL, 0, /*is_from_str=*/0);
+    return write_by_model(ctx, {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/false, 0},
+                          ERR_MODEL_FOR_DATE);
+}
+
+extern "C" void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int str_len, const char *fmt,
+                                            int fmt_len) {
+    if (!is_given_fmt(fmt)) return;
+    with_model(reading_(fmt, fmt_len),
+               [=](const dt_fmt_ctx_t &model) { dv_date_from_str(date, str, str_len, &model); });
+}
+
+extern "C" long dv_date_to_str_DEPRECATED(const dv_date_t *date, char *str, int str_len, const char *fmt,
+                                          int fmt_len) {
+    if (!is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
+    long status = CONV_STATUS_WHOLE;
+    with_model(writing_(fmt, fmt_len), [=, &status](const dt_fmt_ctx_t &model) {
+        status = dv_date_to_str(date, str, str_len, &model);
+    });
+    return status;
+}
+
+extern "C" void dv_date_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt) {
+    dv_date_t now;
+    dv_date_current(&now);
+    dv_date_to_str(&now, buf, buf_len, fmt);
+}
+
+extern "C" void dv_date_current_str_DEPRECATED(char *buf, int buf_len, const char *fmt, int fmt_len) {
+    dv_date_t now;
+    dv_date_current(&now);
+    dv_date_to_str_DEPRECATED(&now, buf, buf_len, fmt, fmt_len);
+}
+
+extern "C" int dv_date_get_length(const char *fmt, int fmt_len) {
+    if (!is_given_fmt(fmt)) return 0;
+    return predicted_length(writing_(fmt, fmt_len), 0);
+}
+
+extern "C" void dv_date_check_format(const char *fmt, int fmt_len) {
+    if (is_given_fmt(fmt)) check_model(reading_(fmt, fmt_len));
+}
+
+extern "C" void dv_date_trunc(dv_date_t *date, const char *fmt, int fmt_len) {
+    if (fmt_len < 0) raise(ERR_MODEL_ELEMENT);
+    const unit_text_t unit = unit_text_(fmt, fmt_len);
+    dt_fmt_trunc_or_round(date, unit.fmt, unit.fmt_len, /*is_trunc=*/1);
+}
+
+extern "C" void dv_date_round(dv_date_t *date, const char *fmt, int fmt_len) {
+    if (fmt_len < 0) raise(ERR_MODEL_ELEMENT);
+    const unit_text_t unit = unit_text_(fmt, fmt_len);
+    dt_fmt_trunc_or_round(date, unit.fmt, unit.fmt_len, /*is_trunc=*/0);
+}

@@ -1,0 +1,135 @@
+// What the readers of format elements share.
+
+#include "fmt_read.h"
+
+#include <algorithm>
+
+#include "../nls/nls_internal.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// A copy of a text for a message, cut to what an error record keeps, without a NUL inside.
+struct message_text_t {
+    char text[DV_ERROR_TEXT_MAX];
+    explicit message_text_t(std::string_view from) {
+        const size_t length = std::min({from.size(), from.find('\0'), sizeof text - 1});
+        *std::copy_n(from.data(), length, text) = '\0';
+    }
+};
+
+char lower_(uint8_t c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c); }
+
+// How many characters at the beginning of a name are ASCII, and whether the text begins with them in any
+// letter case. All character sets have ASCII, so that most names need no conversion.
+struct ascii_part_t {
+    int length;
+    bool matches;
+};
+ascii_part_t compare_ascii_part_(std::string_view text, const nls_date_lang_val_t &name) {
+    int i = 0;
+    for (; 2 * i < name.len; ++i) {
+        const uint16_t unit = load_be16(name.val + 2 * i);
+        if (unit >= 0x80) break;
+        const auto at = static_cast<size_t>(i);
+        if (at >= text.size() ||
+            lower_(static_cast<uint8_t>(text[at])) != lower_(static_cast<uint8_t>(unit))) {
+            return {i, false};
+        }
+    }
+    return {i, true};
+}
+
+// How many bytes at the beginning of a text are a name, in any letter case; 0: none.
+int nls_prefix_length_(std::string_view text, const nls_date_lang_val_t &name, dvstr_charset_t charset) {
+    const ascii_part_t ascii = compare_ascii_part_(text, name);
+    if (!ascii.matches) return 0;
+    if (2 * ascii.length == name.len) return ascii.length;
+    char stored[NLS_NAME_BYTES_MAX];
+    const int length = nls_name(stored, NLS_NAME_BYTES_MAX, name, charset);
+    if (length == 0 || text.size() < static_cast<size_t>(length)) return 0;
+    if (memcmp(text.data(), stored, static_cast<size_t>(length)) == 0) return length;
+
+    const charset_info_t &info = _charset_info[charset];
+    char given_lower[NLS_NAME_BYTES_MAX], stored_lower[NLS_NAME_BYTES_MAX];
+    const int given_size =
+        info.to_case(&info, DVSTR_CASE_LOWER, text.data(), length, given_lower, NLS_NAME_BYTES_MAX);
+    const int stored_size =
+        info.to_case(&info, DVSTR_CASE_LOWER, stored, length, stored_lower, NLS_NAME_BYTES_MAX);
+    const bool is_equal =
+        given_size == stored_size && memcmp(given_lower, stored_lower, static_cast<size_t>(given_size)) == 0;
+    return is_equal ? length : 0;
+}
+
+std::string_view whole_of_(const dt_fmt_parse_ctx_t &ctx) {
+    return {ctx.str, static_cast<size_t>(std::max(ctx.str_len, 0))};
+}
+
+}  // namespace
+
+void dv::impl::raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field, const char *text,
+                                error_at where) {
+    const message_text_t whole(whole_of_(ctx));
+    raise(where, field, text, whole.text);
+}
+
+void dv::impl::raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field, error_at where) {
+    const message_text_t here(rest_of(ctx));
+    raise_field_text(ctx, field, here.text, where);
+}
+
+void dv::impl::skip_and_check_punc_token_(dt_fmt_parse_ctx_t &ctx) {
+    if (!is_exact(ctx)) skip_white_space(ctx);
+    if (ctx.str_idx != 0 || ctx.cur_token_info->id == DT_FMT_TOKEN_SYYYY) return;
+    if (rest_of(ctx).starts_with('-')) raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, ERR_FIELD_TEXT);
+}
+
+void dv::impl::check_omitted_time_token_(const dt_fmt_parse_ctx_t &ctx, int &token_idx) {
+    if (ctx.cur_token_info->type == DT_FMT_TYPE_DATE) raise(ERR_TEXT_ENDED);
+    const dt_fmt_token_info_t *const elements = ctx.fmt_ctx->token_infos;
+    for (int i = token_idx + 1; i < ctx.fmt_ctx->token_cnt; ++i) {
+        if (elements[i].type == DT_FMT_TYPE_DATE) raise(ERR_TEXT_ENDED);
+    }
+    token_idx = std::max(token_idx, ctx.fmt_ctx->token_cnt - 1);
+}
+
+number_field_t dv::impl::find_number(const dt_fmt_parse_ctx_t &ctx, int width) {
+    int at = ctx.str_idx;
+    const auto next_is = [&](auto holds) { return at < ctx.str_len && holds(ctx.str[at]); };
+    number_field_t number{};
+    if (next_is([](char c) { return c == '+' || c == '-'; })) number.is_negative = ctx.str[at++] == '-';
+    while (next_is(is_blank)) ++at;
+    for (; number.digit_count < width && next_is(is_digit); ++number.digit_count) {
+        number.value = number.value * 10 + (ctx.str[at++] - '0');
+    }
+    number.end = at;
+    return number;
+}
+
+int dv::impl::take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width, error_at missing,
+                          error_at wrong_width) {
+    const number_field_t number = find_number(ctx, width);
+    if (number.digit_count == 0 || number.is_negative) raise_field_text(ctx, field, missing);
+    if (is_exact(ctx) && number.digit_count != width) raise(wrong_width);
+    ctx.str_idx = number.end;
+    return number.value;
+}
+
+int dv::impl::match_name(const dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *const *lists, int idx,
+                         int skipped) {
+    const int32_t lang = ctx.fmt_ctx->nls_date_ctx.lang;
+    if (!dv_nls_date_lang_is_valid(lang)) {
+        assert_failed("dv_nls_date_lang_is_valid (lang)");
+        return 0;
+    }
+    std::string_view text = rest_of(ctx);
+    text.remove_prefix(static_cast<size_t>(skipped));
+    const nls_date_lang_val_t *const *const cases =
+        lists + (lists == rm_month_tab_ ? 0 : lang * NLS_DATE_LANG_CASES);
+    for (const int kase : {DT_FMT_CASE_UPPER, DT_FMT_CASE_LOWER}) {
+        const int length = nls_prefix_length_(text, cases[kase][idx], ctx.fmt_ctx->charset);
+        if (length > 0) return length;
+    }
+    return 0;
+}

@@ -1,0 +1,79 @@
+// The walk over a model's elements, for reading and for writing.
+
+#include "fmt_walk.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// Does the type have what an element stands for?
+template <typename Parts>
+bool has_element_(const Parts &value, const dt_fmt_token_info_t &element) {
+    switch (element.type) {
+        case DT_FMT_TYPE_DATE:
+            return value.date != nullptr;
+        case DT_FMT_TYPE_TIME:
+            return value.time != nullptr && (value.has_fraction || element.id != DT_FMT_TOKEN_FF);
+        case DT_FMT_TYPE_TZ:
+            return value.skips_zone;
+        default:
+            return true;
+    }
+}
+
+conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value) {
+    switch (ctx.cur_token_info->type) {
+        case DT_FMT_TYPE_DATE:
+            return dt_fmt_write_date(&ctx, value.date);
+        case DT_FMT_TYPE_TIME:
+            return dt_fmt_write_time(&ctx, value.time, value.fprec);
+        case DT_FMT_TYPE_PUNC:
+            return dt_fmt_write_punc_token(&ctx);
+        default:
+            return CONV_STATUS_WHOLE;
+    }
+}
+
+}  // namespace
+
+void dv::impl::begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, const char *str,
+                             int str_len) {
+    const int length = std::min<int>(str_len, DV_DATETIME_TEXT_MAX);
+    dt_parse_ctx_init(&ctx, &model, const_cast<char *>(str), length, NULL, 0, /*is_from_str=*/1);
+    memcpy(ctx.org_str, str, static_cast<size_t>(length));
+}
+static_assert(int{DV_DATETIME_TEXT_MAX} == int{DT_FMT_ORG_STR_SIZE});
+
+void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, error_at refused) {
+    const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
+    for (int i = 0; i < model.token_cnt; ++i) {
+        ctx.cur_token_info = &model.token_infos[i];
+        if (!has_element_(value, *ctx.cur_token_info)) raise(refused);
+        switch (ctx.cur_token_info->type) {
+            case DT_FMT_TYPE_DATE:
+                dt_fmt_parse_date(&ctx, value.date);
+                break;
+            case DT_FMT_TYPE_TIME:
+                dt_fmt_parse_time(&ctx, value.time, value.fprec, &i);
+                break;
+            case DT_FMT_TYPE_PUNC:
+                dt_fmt_parse_punc_token(&ctx, &i);
+                break;
+            default:
+                break;
+        }
+    }
+}
+
+conv_status_t dv::impl::write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value,
+                                       error_at refused) {
+    const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
+    for (int i = 0; i < model.token_cnt; ++i) {
+        ctx.cur_token_info = &model.token_infos[i];
+        if (!has_element_(value, *ctx.cur_token_info)) raise(refused);
+        const conv_status_t status = write_element_(ctx, value);
+        if (status != CONV_STATUS_WHOLE) return status;
+    }
+    if (ctx.str_idx < ctx.str_len) ctx.str[ctx.str_idx] = '\0';
+    return CONV_STATUS_WHOLE;
+}

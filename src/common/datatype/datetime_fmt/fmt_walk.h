@@ -1,0 +1,53 @@
+// A value's text under a compiled model, element by element: what the from_str and to_str functions of all
+// datetime types are made of.
+
+#ifndef DV_FMT_WALK_H
+#define DV_FMT_WALK_H
+
+#include <climits>
+
+#include "fmt_element.h"
+
+namespace dv::impl {
+
+inline bool is_given(const dt_fmt_ctx_t *fmt_ctx) {
+    DV_ASSERT(fmt_ctx != NULL);
+    return fmt_ctx != NULL;
+}
+inline bool is_given_str(const char *str) {
+    DV_ASSERT(str != NULL);
+    return str != NULL;
+}
+inline bool is_given_fmt(const char *fmt) {
+    DV_ASSERT(fmt != NULL);
+    return fmt != NULL;
+}
+
+inline int text_length(const char *text) { return static_cast<int>(strnlen(text, INT_MAX)); }
+
+// Prepares a working context for reading a text, of which the first DV_DATETIME_TEXT_MAX bytes are looked at.
+void begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, const char *str, int str_len);
+
+// A value in parts. An element of a part that is not there is refused.
+template <typename Date, typename Time>
+struct datetime_parts_t {
+    Date *date;         // or nullptr
+    Time *time;         // without has_fraction only hour, minute and second are touched
+    bool has_fraction;  // FF is refused without
+    bool skips_zone;    // else zone elements are refused
+    int fprec;          // fractional-second precision of the type
+};
+
+using readable_parts_t = datetime_parts_t<dv_date_t, dv_time_t>;
+using writable_parts_t = datetime_parts_t<const dv_date_t, const dv_time_t>;
+
+// Runs the readers over the text of a working context. `refused` is raised for elements that the type lacks.
+void read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, error_at refused);
+
+// Runs the writers over the buffer of a working context, and ends the text with a NUL when a byte is left for
+// it. Stops at the first element that does not fit.
+conv_status_t write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value, error_at refused);
+
+}  // namespace dv::impl
+
+#endif  // DV_FMT_WALK_H

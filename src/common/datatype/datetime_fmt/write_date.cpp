@@ -1,0 +1,156 @@
+// Writing the elements of a date.
+//
+// A word is a name in the context's language or a spelled year; a number is one row: what it counts, and how
+// many of its last digits are written.
+
+#include "../nls/nls_internal.h"
+#include "calendar_week.h"
+#include "fmt_write.h"
+#include "spell_number.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// Words
+// ---------------------------------------------------------------------------------------------------------
+
+void spell_cardinal_(char *&end, int value) {
+    char words[SPELLED_TEXT_SIZE];
+    end = std::copy_n(words, spell_number(words, value, /*is_ordinal=*/false), end);
+}
+
+// As one number where the year of the century is below 11, else as two: NINETEEN NINETY-NINE.
+conv_status_t put_spelled_year_(dt_fmt_parse_ctx_t &ctx, int year, bool is_signed) {
+    char words[2 * SPELLED_TEXT_SIZE];
+    char *end = words;
+    if (is_signed) *end++ = year < 1 ? '-' : ' ';
+    const int magnitude = year < 0 ? -year : year;
+    const int century = magnitude / 100, rest = magnitude % 100;
+    if (rest < 11) {
+        spell_cardinal_(end, magnitude);
+    } else {
+        if (century > 0) {
+            spell_cardinal_(end, century);
+            *end++ = ' ';
+        }
+        spell_cardinal_(end, rest);
+    }
+    return put_words(ctx, {words, static_cast<size_t>(end - words)});
+}
+
+int month_index_(const calendar_day_t &d) { return d.month - 1; }
+int weekday_index_(const calendar_day_t &d) { return weekday(day_number(d)); }
+int era_index_(const calendar_day_t &d) { return d.year < 0 ? 2 : 0; }
+int dotted_era_index_(const calendar_day_t &d) { return era_index_(d) + 1; }
+
+// An element whose word is a name: the list that it comes from, its index there, and the width of its column
+// in the context's language.
+struct name_element_t {
+    char *(*get)(dt_fmt_parse_ctx_t *ctx, int idx, int kase);
+    int (*index)(const calendar_day_t &d);
+    int nls_pad_widths_t::*width;  // or nullptr
+};
+
+constexpr int _roman_month_width = 4;
+
+constexpr auto _name_elements = [] {
+    std::array<name_element_t, DT_FMT_TOKEN_MAX> elements{};
+    elements[DT_FMT_TOKEN_AD] = {nls_date_lang_get_std_adbc, era_index_, nullptr};
+    elements[DT_FMT_TOKEN_AD_P] = {nls_date_lang_get_std_adbc, dotted_era_index_, nullptr};
+    elements[DT_FMT_TOKEN_BC] = elements[DT_FMT_TOKEN_AD];
+    elements[DT_FMT_TOKEN_BC_P] = elements[DT_FMT_TOKEN_AD_P];
+    elements[DT_FMT_TOKEN_MON] = {nls_date_lang_get_abb_month, month_index_, &nls_pad_widths_t::abb_month};
+    elements[DT_FMT_TOKEN_MONTH] = {nls_date_lang_get_std_month, month_index_, &nls_pad_widths_t::std_month};
+    elements[DT_FMT_TOKEN_RM] = {nls_date_lang_get_rom_month, month_index_, nullptr};
+    elements[DT_FMT_TOKEN_DAY] = {nls_date_lang_get_std_day, weekday_index_, &nls_pad_widths_t::std_day};
+    elements[DT_FMT_TOKEN_DY] = {nls_date_lang_get_abb_day, weekday_index_, &nls_pad_widths_t::abb_day};
+    return elements;
+}();
+
+int width_of_(const name_element_t &element, int32_t id, int32_t lang) {
+    if (id == DT_FMT_TOKEN_RM) return _roman_month_width;
+    if (element.width == nullptr || !dv_nls_date_lang_is_valid(lang)) return 0;
+    return NLS_PAD_WIDTHS[lang].*element.width;
+}
+
+conv_status_t dv_date_write_str_val_(dt_fmt_parse_ctx_t &ctx, const calendar_day_t &d) {
+    const int32_t id = ctx.cur_token_info->id;
+    if (id == DT_FMT_TOKEN_YEAR || id == DT_FMT_TOKEN_SYEAR) {
+        return put_spelled_year_(ctx, d.year, id == DT_FMT_TOKEN_SYEAR);
+    }
+    const name_element_t &element = _name_elements[static_cast<size_t>(id)];
+    if (element.get == nullptr) raise(ERR_MODEL_FOR_DATE);
+    const char *write_str = element.get(&ctx, element.index(d), ctx.cur_token_info->case_type);
+    DV_ASSERT(write_str != NULL);
+    return put_name(ctx, write_str, width_of_(element, id, ctx.fmt_ctx->nls_date_ctx.lang));
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Numbers
+// ---------------------------------------------------------------------------------------------------------
+
+constexpr int weeks_(int days) { return (days + DAYS_PER_WEEK - 1) / DAYS_PER_WEEK; }
+
+int dv_date_write_num_val_(int32_t id, const calendar_day_t &d) {
+    const int years = d.year < 0 ? -d.year : d.year;
+    switch (id) {
+        case DT_FMT_TOKEN_CC:
+        case DT_FMT_TOKEN_SCC:
+            return years / 100 + (years % 100 != 0 ? 1 : 0);
+        case DT_FMT_TOKEN_IYYY:
+            return iso_week_of(d).year % 10000;
+        case DT_FMT_TOKEN_IYY:
+            return iso_week_of(d).year % 1000;
+        case DT_FMT_TOKEN_IY:
+            return iso_week_of(d).year % 100;
+        case DT_FMT_TOKEN_I:
+            return iso_week_of(d).year % 10;
+        case DT_FMT_TOKEN_SYYYY:
+            return d.year % 10000;
+        case DT_FMT_TOKEN_YYYY:
+        case DT_FMT_TOKEN_RRRR:
+            return years % 10000;
+        case DT_FMT_TOKEN_YYY:
+            return years % 1000;
+        case DT_FMT_TOKEN_YY:
+        case DT_FMT_TOKEN_RR:
+            return years % 100;
+        case DT_FMT_TOKEN_Y:
+            return years % 10;
+        case DT_FMT_TOKEN_MM:
+            return d.month;
+        case DT_FMT_TOKEN_DD:
+            return d.day;
+        case DT_FMT_TOKEN_D:
+            return (weekday(day_number(d)) + 1) % DAYS_PER_WEEK + 1;
+        case DT_FMT_TOKEN_DDD:
+            return day_of_year(d);
+        case DT_FMT_TOKEN_WW:
+            return weeks_(day_of_year(d));
+        case DT_FMT_TOKEN_W:
+            return weeks_(d.day);
+        case DT_FMT_TOKEN_Q:
+            return (d.month + 2) / 3;
+        case DT_FMT_TOKEN_IW:
+            return iso_week_of(d).week;
+        case DT_FMT_TOKEN_J:
+            raise(ERR_J_NOT_WRITABLE);
+        default:
+            raise(ERR_MODEL_FOR_DATE);
+    }
+}
+
+}  // namespace
+
+extern "C" conv_status_t dt_fmt_write_date(dt_fmt_parse_ctx_t *parse_ctx, const dv_date_t *date) {
+    if (!is_given(parse_ctx) || !is_given(date)) return CONV_STATUS_WHOLE;
+    if (room_of(*parse_ctx) < 1) return CONV_STATUS_CUT;
+    const dt_fmt_token_t *element = current_keyword(*parse_ctx);
+    if (element == NULL || element->type != DT_FMT_TYPE_DATE) raise(ERR_MODEL_FOR_DATE);
+    const calendar_day_t d = date_calendar_day(*date);
+    if (element->is_str_fmt) return dv_date_write_str_val_(*parse_ctx, d);
+    return put_number(*parse_ctx, dv_date_write_num_val_(parse_ctx->cur_token_info->id, d),
+                      min_digits(*element));
+}

@@ -1,0 +1,47 @@
+// Values written and read under models, for tests and fuzzers.
+
+#ifndef DV_TEST_MODEL_TEXT_H
+#define DV_TEST_MODEL_TEXT_H
+
+#include "compiled_model.h"
+#include "datetime_support.h"
+
+namespace dv::test {
+
+inline void set_language(compiled_model &model, const std::string &language,
+                         int charset = DVSTR_CHARSET_UTF8) {
+    const std::string setting = "NLS_DATE_LANGUAGE = " + language;
+    dt_fmt_ctx_set_user_nls(&model, &model.ctx, setting.data(), static_cast<int>(setting.size()));
+    model.ctx.charset = charset;
+}
+
+// The text of a value, or "code: message".
+template <typename Write>
+std::string text_or_error(Write write) {
+    char text[2048] = {};
+    dv_error_t error;
+    if (raise_of([&] { write(text, static_cast<int>(sizeof text)); }, &error) == 0) return text;
+    return std::to_string(error.code) + ": " + error.message;
+}
+
+inline std::string written(const compiled_model &model, const dv_date_t &date) {
+    return text_or_error([&](char *text, int size) { dv_date_to_str(&date, text, size, &model.ctx); });
+}
+
+inline std::string written(std::string_view model, const dv_date_t &date) {
+    compiled_model compiled(model, /*is_reading=*/false, DV_TYPE_DATE);
+    set_language(compiled, "AMERICAN");
+    return written(compiled, date);
+}
+
+// Reads from a block that ends where the text ends. The raised code, or 0 and the date.
+inline int read(const compiled_model &model, std::string_view text, dv_date_t &date,
+                dv_error_t *error = nullptr) {
+    const guarded block(text.size(), text.data());
+    return raise_of([&] { dv_date_from_str(&date, block.text(), static_cast<int>(text.size()), &model.ctx); },
+                    error);
+}
+
+}  // namespace dv::test
+
+#endif  // DV_TEST_MODEL_TEXT_H
