@@ -8,6 +8,13 @@
 
 namespace dv::test {
 
+inline compiled_model writing(std::string_view model, int type = DV_TYPE_DATE) {
+    return compiled_model(model, /*is_reading=*/false, type);
+}
+inline compiled_model reading(std::string_view model, int type = DV_TYPE_DATE) {
+    return compiled_model(model, /*is_reading=*/true, type);
+}
+
 inline void set_language(compiled_model &model, const std::string &language,
                          int charset = DVSTR_CHARSET_UTF8) {
     const std::string setting = "NLS_DATE_LANGUAGE = " + language;
@@ -29,7 +36,7 @@ inline std::string written(const compiled_model &model, const dv_date_t &date) {
 }
 
 inline std::string written(std::string_view model, const dv_date_t &date) {
-    compiled_model compiled(model, /*is_reading=*/false, DV_TYPE_DATE);
+    compiled_model compiled = writing(model);
     set_language(compiled, "AMERICAN");
     return written(compiled, date);
 }

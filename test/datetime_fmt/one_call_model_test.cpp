@@ -97,7 +97,7 @@ TEST(AnsiLiteral, AcceptsItsFormAlone) {
         {"HH24:MI", "13:", false},
     };
     for (const auto &[model, text, want] : cases) {
-        const compiled_model compiled(model, true);
+        const compiled_model compiled = reading(model, DV_TYPE_TS_TZ);
         const guarded block(strlen(text), text);
         dt_fmt_parse_ctx_t ctx;
         dt_parse_ctx_init(&ctx, &compiled.ctx, block.text(), static_cast<int>(strlen(text)), nullptr, 0, 1);

@@ -54,28 +54,34 @@ bool is_ambiguous_(std::string_view mode, std::string_view year, std::string_vie
     return (mode == "FX" && has_name) || (mode == "FM" && needs_zeros);
 }
 
+std::vector<std::string> models_() {
+    std::vector<std::string> models;
+    for (const auto mode : _modes) {
+        for (const auto year : _years) {
+            for (const auto day : _days) {
+                for (const auto time : _times) {
+                    if (is_ambiguous_(mode, year, day, time)) continue;
+                    models.push_back(std::string(mode) + std::string(year) + " " + std::string(day) + " " +
+                                     std::string(time));
+                }
+            }
+        }
+    }
+    return models;
+}
+
 }  // namespace
 
 TEST(ModelRead, ReadsWhatIsWritten) {
     number_source source(2);
-    for (const language_t &language : _languages) {
-        for (const int charset : {int{DVSTR_CHARSET_UTF8}, language.legacy_charset}) {
-            for (const auto mode : _modes) {
-                for (const auto year : _years) {
-                    for (const auto day : _days) {
-                        for (const auto time : _times) {
-                            if (is_ambiguous_(mode, year, day, time)) continue;
-                            const std::string model = std::string(mode) + std::string(year) + " " +
-                                                      std::string(day) + " " + std::string(time);
-                            compiled_model writer(model, false, DV_TYPE_DATE),
-                                reader(model, true, DV_TYPE_DATE);
-                            set_language(writer, language.name, charset);
-                            set_language(reader, language.name, charset);
-                            expect_round_trips_(writer, reader, source, model + " in " + language.name);
-                            if (HasFatalFailure()) return;
-                        }
-                    }
-                }
+    for (const std::string &model : models_()) {
+        compiled_model writer = writing(model), reader = reading(model);
+        for (const language_t &language : _languages) {
+            for (const int charset : {int{DVSTR_CHARSET_UTF8}, language.legacy_charset}) {
+                set_language(writer, language.name, charset);
+                set_language(reader, language.name, charset);
+                expect_round_trips_(writer, reader, source, model + " in " + language.name);
+                if (HasFatalFailure()) return;
             }
         }
     }
@@ -87,7 +93,7 @@ TEST(ModelRead, CompletesYearsFromThePresent) {
     const int present = 100 * (now.century - 100) + now.year - 100;
     const auto year_of = [&](const char *model, const char *text) {
         dv_date_t date{};
-        compiled_model compiled(model, true, DV_TYPE_DATE);
+        compiled_model compiled = reading(model);
         set_language(compiled, "AMERICAN");
         const int code = read(compiled, text, date);
         return code != 0 ? code : 100 * (date.century - 100) + date.year - 100;
@@ -141,7 +147,7 @@ TEST(ModelRead, RefusesWithWordsOfItsOwn) {
         {"SSX", "05,", -5042, ""},
     };
     for (const auto &[model, text, want, arguments] : cases) {
-        compiled_model compiled(model, true, DV_TYPE_DATE);
+        compiled_model compiled = reading(model);
         set_language(compiled, "AMERICAN");
         dv_date_t date;
         dv_error_t error{};
@@ -166,11 +172,13 @@ TEST(ModelRead, LeavesFractionsOutAtTheEndOnly) {
         {"HH24:MI:SSXFF", "01:02:03", 0},
         {"HH24:MI:SSXFF", "01:02:03,25", -5042},
         {"FXHH24:MI:SS.FF", "01:02:03.5", -5088}};
-    for (const auto &[model, text, want] : cases) {
-        const compiled_model compiled(model, true, DV_TYPE_TIME);
+    for (const auto &row : cases) {
+        const auto [model, text, want] = row;
+        const compiled_model compiled = reading(model, DV_TYPE_TIME);
         dv_time_t time;
+        const std::string_view given = text;
         const int code = raise_of([&] {
-            dv_time_from_str(&time, text, static_cast<int>(strlen(text)), &compiled.ctx, /*fprec=*/9);
+            dv_time_from_str(&time, given.data(), static_cast<int>(given.size()), &compiled.ctx, /*fprec=*/9);
         });
         EXPECT_EQ(code != 0 ? code : dv_time_get_field(&time, DT_FMT_UNIT_FSEC), want)
             << model << ": " << text;

@@ -53,9 +53,9 @@ int counted_(std::string words) {
 
 // Years of four digits behind the reform; the fields of the C locale are those of American models.
 TEST(ModelWrite, AgreesWithTheCLibrary) {
-    compiled_model names("FMMonth Mon Day Dy", false, DV_TYPE_DATE);
+    compiled_model names = writing("FMMonth Mon Day Dy");
     set_language(names, "AMERICAN");
-    compiled_model numbers("YYYY-MM-DD DDD HH24:MI:SS HH AM IYYY IW", false, DV_TYPE_DATE);
+    compiled_model numbers = writing("YYYY-MM-DD DDD HH24:MI:SS HH AM IYYY IW");
     set_language(numbers, "AMERICAN");
     number_source source(1);
     for (int day = 2299605; day <= DV_JULIAN_DAY_MAX; day += source.pick(1, 40)) {  // from 1584
@@ -68,8 +68,8 @@ TEST(ModelWrite, AgreesWithTheCLibrary) {
 }
 
 TEST(ModelWrite, SpellsNumbersThatCountBack) {
-    const compiled_model seconds("SSSSSSP", false, DV_TYPE_DATE);
-    const compiled_model year("YEAR", false, DV_TYPE_DATE);
+    const compiled_model seconds = writing("SSSSSSP");
+    const compiled_model year = writing("YEAR");
     for (int second = 1; second < 24 * 60 * 60; second += 7) {
         const dv_date_t date = make_date(2024, 1, 1, second / 3600, second / 60 % 60, second % 60);
         ASSERT_EQ(counted_(written(seconds, date)), second);
@@ -107,7 +107,7 @@ TEST(ModelWrite, StopsAtTheEndOfTheBuffer) {
     const dv_date_t date = make_date(2024, 2, 4, 13, 5, 9);
     for (const char *model :
          {"FMDay, DD Month YYYY HH:MI AM", "YEAR DDSPTH", "SSSSSTH \"literal\" -", "DD", "RM"}) {
-        compiled_model compiled(model, false, DV_TYPE_DATE);
+        compiled_model compiled = writing(model);
         set_language(compiled, "RUSSIAN");
         const std::string whole = written(compiled, date);
         for (int size = 1; size <= static_cast<int>(whole.size()) + 1; ++size) {
@@ -130,7 +130,7 @@ TEST(ModelWrite, CutsFractions) {
     dv_time_t time;
     dv_time_from_unit_values(&time, 13, 14, 15, 120456789);
     const auto text = [&](const char *model, int fprec) {
-        const compiled_model compiled(model, false, DV_TYPE_TIME);
+        const compiled_model compiled = writing(model, DV_TYPE_TIME);
         return text_or_error(
             [&](char *to, int size) { dv_time_to_str(&time, to, size, &compiled.ctx, fprec); });
     };
