@@ -1,6 +1,6 @@
-// Arithmetic and rounding against the long-hand twin. Input: a mode, two bytes of a position, then operands
-// as a digit count, a byte of sign and exponent, and digits; all of them become canonical records of at most
-// 38 significant digits.
+// Arithmetic, roots, powers and rounding against the long-hand twin. Input: a mode, two bytes of a position,
+// then operands as a digit count, a byte of sign and exponent, and digits; all of them become canonical
+// records of at most 38 significant digits.
 
 #include "fuzz_input.h"
 #include "number_properties.h"
@@ -38,6 +38,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const number_t x = take_operand_(input);
     const number_t y = take_operand_(input);
     for (const operation_t &operation : operations) require_none(arithmetic_fault(operation, x, y, mode));
+    for (const operation_t &operation : power_operations) {
+        require_none(arithmetic_fault(operation, x, y, mode));
+    }
     require_none(rounding_fault(x, pos, mode));
     require_none(order_fault(x, y));
     return 0;

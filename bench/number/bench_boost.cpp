@@ -22,6 +22,8 @@ struct boost_t {
     static void div(value &x, const value &y) { x /= y; }
     // No mod: fmod goes through an inexact quotient, and gives .34 for 117484.28 and .34, which is 0.
     static void round(value &x) { x = boost::multiprecision::round(x * 10) / 10; }
+    static void sqrt(value &x) { x = boost::multiprecision::sqrt(x); }
+    static void pow(value &x, const value &y) { x = boost::multiprecision::pow(x, y); }
     static void negate(value &x) { x.backend().negate(); }
     static bool less(const value &x, const value &y) { return x < y; }
     static void from_int64(value &x, int64_t v) { x = v; }

@@ -9,6 +9,8 @@ typedef float decimal128_t __attribute__((mode(TD)));
 extern "C" {
 decimal128_t strtod128(const char *text, char **end);
 int strfromd128(char *text, size_t size, const char *format, decimal128_t x);
+decimal128_t sqrtd128(decimal128_t x);
+decimal128_t powd128(decimal128_t x, decimal128_t y);
 decimal128_t fmodd128(decimal128_t x, decimal128_t y);
 decimal128_t quantized128(decimal128_t x, decimal128_t y);
 }
@@ -34,6 +36,8 @@ struct decimal128_library_t {
         static const value tenth = strtod128("0.1", nullptr);
         x = quantized128(x, tenth);
     }
+    static void sqrt(value &x) { x = sqrtd128(x); }
+    static void pow(value &x, const value &y) { x = powd128(x, y); }
     static bool less(const value &x, const value &y) { return x < y; }
     static void from_int64(value &x, int64_t v) { x = static_cast<value>(v); }
     static int64_t to_int64(const value &x) { return static_cast<int64_t>(x); }

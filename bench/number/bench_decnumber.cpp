@@ -17,6 +17,8 @@ decContext _context = [] {
     context.traps = 0;
     context.digits = 38;
     context.round = DEC_ROUND_HALF_UP;
+    context.emax = 999'999;  // fractional powers ask for these
+    context.emin = -999'999;
     return context;
 }();
 
@@ -32,6 +34,8 @@ struct decnumber_t {
     static void mul(value &x, const value &y) { decNumberMultiply(&x, &x, &y, &_context); }
     static void div(value &x, const value &y) { decNumberDivide(&x, &x, &y, &_context); }
     static void mod(value &x, const value &y) { decNumberRemainder(&x, &x, &y, &_context); }
+    static void sqrt(value &x) { decNumberSquareRoot(&x, &x, &_context); }
+    static void pow(value &x, const value &y) { decNumberPower(&x, &x, &y, &_context); }
     static void negate(value &x) { decNumberCopyNegate(&x, &x); }
     static void round(value &x) {
         static const value tenth = [] {

@@ -19,6 +19,8 @@ struct dvtypes_t {
     static void div(number_t &x, const number_t &y) { number_div(&x, &y); }
     static void mod(number_t &x, const number_t &y) { number_mod(&x, &y); }
     static void rem(number_t &x, const number_t &y) { number_rem(&x, &y); }
+    static void sqrt(number_t &x) { number_sqrt(&x); }
+    static void pow(number_t &x, const number_t &y) { number_pow(&x, &y); }
     static void negate(number_t &x) { number_negate(&x); }
     static void round(number_t &x) { number_round_at_withmode(&x, -1, NUMBER_RMODE_HALF_UP); }
     static bool less(const number_t &x, const number_t &y) { return number_cmp(&x, &y) < 0; }

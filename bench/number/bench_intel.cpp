@@ -34,6 +34,8 @@ struct intel_t {
         static const value tenth = read_("0.1");
         x = bid128_quantize(x, tenth, BID_ROUNDING_TIES_AWAY, &_flags);
     }
+    static void sqrt(value &x) { x = bid128_sqrt(x, _to_nearest, &_flags); }
+    static void pow(value &x, const value &y) { x = bid128_pow(x, y, _to_nearest, &_flags); }
     static bool less(const value &x, const value &y) { return bid128_quiet_less(x, y, &_flags) != 0; }
     static void from_int64(value &x, int64_t v) { x = bid128_from_int64(v); }
     static int64_t to_int64(const value &x) { return bid128_to_int64_int(x, &_flags); }

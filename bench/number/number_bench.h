@@ -3,7 +3,7 @@
 //   name, digits          its name, and how many decimal digits it keeps
 //   value                 its number, copied by assignment
 //   from_text(v, text)    to_text(v, buffer of 64 bytes)
-//   add sub mul div mod rem (x, y)    round (x, to one decimal)    negate (x)    all in place
+//   add sub mul div mod rem pow (x, y)    round (x, to one decimal)    negate sqrt (x)    all in place
 //   tie_mode              the mode of its round, where that is not NUMBER_RMODE_HALF_UP
 //   less(x, y)    from_int64(x, n)    to_int64(x)    from_double(x, d)    to_double(x)
 //
@@ -55,11 +55,13 @@ inline void count_operations(benchmark::State &state, size_t per_pass) {
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-// In place: operation(x[i], y[i]) over a fresh copy of x in each pass; want is the twin's operation.
+using texts_t = std::vector<std::string>;
+
+// In place: operation(x[i], y[i]) over a fresh copy of x in each pass; want is the twin's operation, with
+// which the results agree to so many digits.
 template <typename L, typename F, typename W>
-void run_in_place(benchmark::State &state, operands_e kind, F operation, W want) {
-    const auto x_texts = decimals(kind, operand_count, 1);
-    const auto y_texts = decimals(kind, operand_count, 2);
+void run_in_place(benchmark::State &state, const texts_t &x_texts, const texts_t &y_texts, int digits,
+                  F operation, W want) {
     const auto x = read_all<L>(x_texts);
     const auto y = read_all<L>(y_texts);
     auto work = x;
@@ -67,7 +69,7 @@ void run_in_place(benchmark::State &state, operands_e kind, F operation, W want)
         operation(work[i], y[i]);
         const decimal_t x_value = dv::test::twin_read(x_texts[i]);
         const decimal_t y_value = dv::test::twin_read(y_texts[i]);
-        if (!agrees(value_of<L>(work[i]), want(x_value, y_value), x_value, y_value, L::digits)) {
+        if (!agrees(value_of<L>(work[i]), want(x_value, y_value), x_value, y_value, digits)) {
             return report_wrong(state, x_texts[i] + ", " + y_texts[i]);
         }
     }
@@ -216,10 +218,45 @@ void add_case(const std::string &operation, operands_e kind, const char *library
 template <typename L, typename F>
 void add_in_place(const std::string &operation, operands_e kind, F function, twin_t *twin) {
     add_case(operation, kind, L::name, [=](benchmark::State &state, operands_e operands) {
-        run_in_place<L>(state, operands, function, [twin](const decimal_t &x, const decimal_t &y) {
-            return twin(x, y, NUMBER_RMODE_HALF_UP);
-        });
+        run_in_place<L>(state, decimals(operands, operand_count, 1), decimals(operands, operand_count, 2),
+                        L::digits, function, [twin](const decimal_t &x, const decimal_t &y) {
+                            return twin(x, y, NUMBER_RMODE_HALF_UP);
+                        });
     });
+}
+
+inline decimal_t root_of(const decimal_t &x, const decimal_t &) {
+    return dv::test::twin_sqrt(x, NUMBER_RMODE_HALF_UP);
+}
+inline decimal_t power_of(const decimal_t &x, const decimal_t &y) {
+    return dv::test::twin_pow(x, y, NUMBER_RMODE_HALF_UP);
+}
+
+// The twin rounds each of up to 180 steps to 38 digits, which costs its last three; and a base that lost its
+// last digits when it was read loses up to 20 times as much in a power.
+template <typename L>
+void register_roots_and_powers(operands_e kind) {
+    using value = typename L::value;
+    [[maybe_unused]] constexpr int digits =
+        L::digits == NUMBER_PRECISION_MAX ? int{NUMBER_PRECISION_MAX} : L::digits - 4;
+    if constexpr (requires(value v) { L::sqrt(v); }) {
+        add_case("sqrt", kind, L::name, [](auto &state, auto operands) {
+            const texts_t x = magnitudes(operands, operand_count, 6);
+            run_in_place<L>(
+                state, x, x, L::digits, [](value &v, const value &) { L::sqrt(v); }, root_of);
+        });
+    }
+    if constexpr (requires(value v) { L::pow(v, v); }) {
+        const auto pow = [](value &x, const value &y) { L::pow(x, y); };
+        add_case("pow_integral", kind, L::name, [pow](auto &state, auto operands) {
+            run_in_place<L>(state, magnitudes(operands, power_count, 7),
+                            integral_exponents(operands, power_count, 8), digits, pow, power_of);
+        });
+        add_case("pow_fractional", kind, L::name, [pow](auto &state, auto operands) {
+            run_in_place<L>(state, magnitudes(operands, power_count, 9),
+                            fractional_exponents(power_count, 10), digits, pow, power_of);
+        });
+    }
 }
 
 template <typename L>
@@ -293,6 +330,7 @@ template <typename L>
 bool register_library() {
     for (const operands_e kind : {operands_e::SHORT, operands_e::LONG}) {
         register_arithmetic<L>(kind);
+        register_roots_and_powers<L>(kind);
         register_conversions<L>(kind);
     }
     return true;

@@ -57,6 +57,24 @@ std::vector<std::string> decimals(operands_e kind, int count, uint64_t seed) {
     });
 }
 
+std::vector<std::string> magnitudes(operands_e kind, int count, uint64_t seed) {
+    std::vector<std::string> texts = decimals(kind, count, seed);
+    for (std::string &text : texts) text.erase(0, text.find_first_not_of('-'));
+    return texts;
+}
+
+std::vector<std::string> integral_exponents(operands_e kind, int count, uint64_t seed) {
+    return drawn_<std::string>(count, seed, [kind](source_ &source) {
+        return std::to_string(source.pick(2, kind == operands_e::SHORT ? 20 : 6));
+    });
+}
+
+std::vector<std::string> fractional_exponents(int count, uint64_t seed) {
+    return drawn_<std::string>(count, seed, [](source_ &source) {
+        return std::to_string(source.pick(0, 2)) + "." + source.digits(source.pick(3, 6));
+    });
+}
+
 std::vector<std::string> integers(operands_e kind, int count, uint64_t seed) {
     return drawn_<std::string>(count, seed, [kind](source_ &source) {
         const std::string digits = source.digits(digit_count_(kind, source));

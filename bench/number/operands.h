@@ -11,6 +11,7 @@ namespace dv::bench {
 
 inline constexpr int operand_count = 4096;
 inline constexpr int sort_count = 1'000'000;
+inline constexpr int power_count = 256;  // their check is slow
 
 // SHORT: 2 to 8 significant digits, two decimals, a quarter negative: amounts.
 // LONG: 30 to 38 significant digits, 5 to 20 of them before the point.
@@ -18,10 +19,16 @@ enum class operands_e { SHORT, LONG };
 const char *name_of(operands_e kind);
 
 std::vector<std::string> decimals(operands_e kind, int count, uint64_t seed);
-std::vector<std::string> integers(operands_e kind, int count, uint64_t seed);  // the same digits, no point
+std::vector<std::string> magnitudes(operands_e kind, int count, uint64_t seed);  // decimals without sign
+std::vector<std::string> integers(operands_e kind, int count, uint64_t seed);    // the same digits, no point
 std::vector<int64_t> machine_integers(operands_e kind, int count, uint64_t seed);
 std::vector<double> machine_doubles(operands_e kind, int count,
                                     uint64_t seed);  // LONG: random bits, 1E-100..1E100
+
+// Exponents of magnitudes: integers of 2..20 (SHORT) or 2..6 (LONG), for which no power leaves the range; and
+// 0.001 to 2.999999 with 3 to 6 decimals.
+std::vector<std::string> integral_exponents(operands_e kind, int count, uint64_t seed);
+std::vector<std::string> fractional_exponents(int count, uint64_t seed);
 
 }  // namespace dv::bench
 

@@ -19,6 +19,10 @@ decimal_t square_(const decimal_t &x, const decimal_t &, int mode) { return twin
 decimal_t negative_(const decimal_t &x, const decimal_t &, int) { return {-x.digits, x.exponent}; }
 decimal_t magnitude_(const decimal_t &x, const decimal_t &, int) { return {abs(x.digits), x.exponent}; }
 decimal_t second_(const decimal_t &, const decimal_t &y, int) { return y; }
+decimal_t root_(const decimal_t &x, const decimal_t &, int mode) { return twin_sqrt(x, mode); }
+decimal_t exponential_(const decimal_t &x, const decimal_t &, int mode) {
+    return twin_pow(decode(*_number_e), x, mode);
+}
 
 }  // namespace
 
@@ -34,6 +38,10 @@ const std::array<operation_t, 12> operations = {{{"add", number_add, twin_add},
                                                  {"negate", unary_<number_negate>, negative_},
                                                  {"abs", unary_<number_abs>, magnitude_},
                                                  {"assign", number_assign, second_}}};
+
+const std::array<operation_t, 3> power_operations = {{{"sqrt", unary_<number_sqrt>, root_},
+                                                      {"pow", number_pow, twin_pow},
+                                                      {"exp", unary_<number_exp>, exponential_}}};
 
 void PrintTo(const operation_t &operation, std::ostream *out) { *out << operation.name; }
 
@@ -180,11 +188,14 @@ std::string hostile_fault(const hostile_t &input) {
     for (const auto &call : _calls) {
         if (!stays_in_bounds_(input, call)) return fault("call " + std::to_string(&call - _calls));
     }
-    for (const auto &[name, library, twin] : operations) {
-        const auto call = [&run = library](const call_t &c) { run(c.x, c.y); };
-        if (!stays_in_bounds_(input, call)) return fault(name);
-    }
-    return {};
+    const auto operation_fault = [&](const operation_t &operation) {
+        const auto call = [&](const call_t &c) { operation.library(c.x, c.y); };
+        return stays_in_bounds_(input, call) ? std::string() : fault(operation.name);
+    };
+    std::string faults;
+    for (const operation_t &operation : operations) faults += operation_fault(operation);
+    for (const operation_t &operation : power_operations) faults += operation_fault(operation);
+    return faults;
 }
 
 }  // namespace dv::test

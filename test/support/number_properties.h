@@ -17,6 +17,7 @@ struct operation_t {
     decimal_t (*twin)(const decimal_t &x, const decimal_t &y, int mode);
 };
 extern const std::array<operation_t, 12> operations;
+extern const std::array<operation_t, 3> power_operations;  // sqrt, pow, exp: their twins are slow
 void PrintTo(const operation_t &operation, std::ostream *out);
 
 // Record and code are those of the twin, and y stays. The same object as x and y is passed as both.

@@ -1,7 +1,7 @@
 // The rules of NUMBER in decimal positions. See reference_number.h.
 //
-// Base-100 structure shows in three places only, all of which are rules of the type and not of its storage:
-// the range, the 20-digit span of addition, and the 24 quotient digits of division.
+// Base-100 structure shows in four places only, all of which are rules of the type and not of its storage:
+// the range, the 20-digit span of addition, the 24 quotient digits of division, and the 64 digits of a root.
 
 #include "reference_number.h"
 
@@ -207,6 +207,41 @@ decimal_t twin_mod(const decimal_t &x, const decimal_t &y, int mode) {
 }
 
 decimal_t twin_rem(const decimal_t &x, const decimal_t &y, int mode) { return rest_of_(x, y, mode, mode); }
+
+decimal_t twin_sqrt(const decimal_t &x, int mode) {
+    if (x.digits < 0) throw twin_raise{-5073};
+    if (x.digits == 0) return {};
+    const int k = (top_position(x) + 16) >> 4;  // x / 10^(16 k) is a fraction
+    const big_t root = sqrt(in_units_(x, 16 * k - 128));
+    return to_precision_({root, 8 * k - 64}, _precision, mode);
+}
+
+decimal_t twin_pow(const decimal_t &x, const decimal_t &y, int mode) {
+    const decimal_t one{1, 0};
+    if (compare(y, one) == 0) return x;
+    const int exponent = std::min(y.exponent, 0);
+    const big_t &unit = pow10_(-exponent);
+    const big_t magnitude = abs(in_units_(y, exponent));
+    const big_t integer = magnitude / unit;
+    big_t fraction = magnitude % unit;
+    if ((x.digits < 0 && fraction != 0) || (x.digits == 0 && y.digits < 0)) throw twin_raise{-5073};
+    if (x.digits == 0) return x;
+
+    decimal_t result = one;
+    for (unsigned bit = integer == 0 ? 0 : msb(integer) + 1; bit-- > 0;) {
+        result = twin_mul(result, result, mode);
+        if (bit_test(integer, bit)) result = twin_mul(result, x, mode);
+    }
+    decimal_t root = x;
+    for (int i = 0; i < 160 && fraction != 0; ++i) {
+        root = twin_sqrt(root, mode);
+        fraction *= 2;
+        if (fraction < unit) continue;
+        fraction -= unit;
+        result = twin_mul(result, root, mode);
+    }
+    return y.digits < 0 ? twin_div(one, result, mode) : result;
+}
 
 bool twin_check(const decimal_t &x, int prec, int scale) {
     if (x.digits == 0) return true;

@@ -40,6 +40,8 @@ decimal_t twin_mul(const decimal_t &x, const decimal_t &y, int mode);
 decimal_t twin_div(const decimal_t &x, const decimal_t &y, int mode);
 decimal_t twin_mod(const decimal_t &x, const decimal_t &y, int mode);
 decimal_t twin_rem(const decimal_t &x, const decimal_t &y, int mode);
+decimal_t twin_sqrt(const decimal_t &x, int mode);
+decimal_t twin_pow(const decimal_t &x, const decimal_t &y, int mode);  // every step, all 160 roots
 
 // Precision and scale, NUMBER_NOT_GIVEN included.
 bool twin_check(const decimal_t &x, int prec, int scale);

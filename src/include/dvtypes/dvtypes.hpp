@@ -3,6 +3,7 @@
 //   dv::error      a raise of the library as an exception: code, place, message arguments, message
 //   dv::guarded    runs library calls and turns a raise into dv::error
 //   dv::number     NUMBER as a value: conversions, operators, comparison, text
+//   dv::type_...   lookups in the type catalogue that take any code
 //
 // Every operation that can raise goes through one dv_protect, so it works over any base library that has it.
 // What dv::guarded runs must not own anything: no object with a destructor may be alive in it when a raise
@@ -22,6 +23,7 @@
 #include <type_traits>
 
 #include "dvtypes/base.h"
+#include "dvtypes/dv_type.h"
 #include "dvtypes/number.h"
 
 namespace dv {
@@ -114,6 +116,16 @@ class number {
         guarded([&] { number_round_at_withmode(&x.record_, pos, mode); });
         return x;
     }
+    // Throw -5073 outside the domain; pow and exp throw -5068 and -5069 where a step leaves the range.
+    friend number sqrt(number x) {
+        guarded([&] { number_sqrt(&x.record_); });
+        return x;
+    }
+    friend number pow(number x, const number &y) { return x.apply(number_pow, y); }
+    friend number exp(number x) {
+        guarded([&] { number_exp(&x.record_); });
+        return x;
+    }
 
     friend bool operator==(const number &x, const number &y) noexcept {
         return number_cmp(&x.record_, &y.record_) == 0;
@@ -153,6 +165,40 @@ class number {
 
     number_t record_;
 };
+
+// The type catalogue, for any code: what is no type of the table has no name, no size and no category, and
+// converts to and compares with nothing.
+
+inline bool is_type(dv_type_t type) noexcept { return type >= 0 && type < DV_TYPE_MAX_PSM; }
+
+inline const char *type_name(dv_type_t type) noexcept { return is_type(type) ? _dv_type_name[type] : ""; }
+
+inline int type_size(dv_type_t type) noexcept { return is_type(type) ? _dv_type_fixed_size[type] : 0; }
+
+// Is the type of this category?
+inline bool type_is(dv_type_t type, dv_type_info_e category) noexcept {
+    return is_type(type) && (_dv_type_info[type] & category) != 0;
+}
+
+// The cell of a pair of types: type_cell(_dv_type_opd_comb_add, DV_TYPE_DATE, DV_TYPE_ITV_YTM) is '6'.
+template <size_t Types>
+char type_cell(const char (&table)[Types][Types + 1], dv_type_t first, dv_type_t second) noexcept {
+    const auto row = static_cast<size_t>(first);
+    const auto column = static_cast<size_t>(second);
+    return row < Types && column < Types ? table[row][column] : '-';
+}
+
+// Does SQL convert one type to the other?
+inline bool type_converts(dv_type_t from, dv_type_t to) noexcept {
+    return type_cell(_dv_type_tbl_conv, from, to) != '-';
+}
+
+// The type in which values of two types are compared; DV_TYPE_INVALID when they are not.
+inline dv_type_t type_to_compare(dv_type_t x, dv_type_t y) noexcept {
+    const char digit = type_cell(_dv_type_tbl_cmp_result, x, y);
+    if (digit == '-') return DV_TYPE_INVALID;
+    return digit <= '9' ? digit - '0' : digit - 'A' + 10;
+}
 
 }  // namespace dv
 

@@ -28,8 +28,8 @@
 // Codes raised:  -3005  the text does not fit its buffer        -5067  the text was shortened to fit
 //                -5068  overflow: E would exceed 63             -5069  underflow: E would fall below -64
 //                -5070  division by zero                        -5072  outside the range of the target type
-//                -5074  the text is no number                   -5075  unknown format letter
-//                -5111  too large for the precision
+//                -5073  outside the domain of the function      -5074  the text is no number
+//                -5075  unknown format letter                   -5111  too large for the precision
 
 #ifndef DVTYPES_NUMBER_H
 #define DVTYPES_NUMBER_H
@@ -292,6 +292,42 @@ DV_EXPORT void number_div(number_t *x, const number_t *y);
 // number_mod by zero leaves x unchanged; number_rem by zero raises -5070. Both raise -5068, -5069.
 DV_EXPORT void number_mod(number_t *x, const number_t *y);
 DV_EXPORT void number_rem(number_t *x, const number_t *y);
+
+// ---------------------------------------------------------------------------------------------------------
+// Roots and powers, in the current rounding mode
+// ---------------------------------------------------------------------------------------------------------
+
+// The square root of x. It is developed to 64 decimals of the root of x / 10^(16 k), where k is the smallest
+// integer that makes that a fraction: 57 to 64 significant digits. Those are rounded to 38; what lies behind
+// them is not seen, so modes 1, 2, 4, 5 and 6 treat it as nothing.
+// Raises  -5073  x is negative
+DV_EXPORT void number_sqrt(number_t *x);
+
+// x to the power y, by these steps, each a NUMBER operation that rounds to 38 digits:
+//   1. the result is 1; for each binary digit of the integer part of |y| from the highest down it is squared
+//      (number_sqr) and, where the digit is 1, multiplied by x (number_mul);
+//   2. s is x; for each of the first 160 binary digits of the fraction of |y| s becomes its square root
+//      (number_sqrt) and, where the digit is 1, the result is multiplied by s;
+//   3. where y is negative, the result is 1 divided by it (number_div).
+// So an integral power has an error of a few units in the 38th digit for each step, and a fractional one of
+// some tens of units; neither is correctly rounded. y = 1 leaves x as it is; 0 to the power 0 is 0, and any
+// other value to the power 0 is 1. x is kept on a raise.
+// Raises  -5073  x is negative and y has a fraction; x is zero and y negative
+//         -5068, -5069  where a step leaves the range: 10^-200 is -5068, since 10^200 comes first
+DV_EXPORT void number_pow(number_t *x, const number_t *y);
+
+// e to the power x: number_pow of _number_e. exp(1) is _number_e itself, exp(-300) raises -5068.
+DV_EXPORT void number_exp(number_t *x);
+
+// The integer square root with remainder, of any length, over limbs of base 10^8.
+//
+//   sp  root: (n + 1) / 2 limbs, most significant first, leading zeros included; apart from xp
+//   xp  operand: n limbs, most significant first; becomes the remainder, x - root^2 <= 2 * root
+//   n   limbs of the operand; 0 or less: nothing is done
+//
+// Limbs of 10^8 and more are taken modulo 10^8. The time grows with n^2.
+// Schoolbook method in base 10^8: each limb is estimated in floating point and corrected by the remainder.
+DV_EXPORT void number_ui_sqrt(uint32_t *sp, uint32_t *xp, int n);
 
 // ---------------------------------------------------------------------------------------------------------
 // Machine numbers

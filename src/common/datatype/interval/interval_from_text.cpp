@@ -33,6 +33,7 @@ struct token_t {
 
 constexpr int32_t _unbounded = INT32_MAX;
 constexpr int _field_digits_max = 9;
+constexpr int _clock_tokens = 5;  // HH to SS
 
 // clang-format off
 constexpr std::array<token_t, DV_ITV_TOKEN_MAX> _tokens = {{
@@ -58,8 +59,8 @@ constexpr std::array<token_t, DV_ITV_TOKEN_MAX> _tokens = {{
 struct reading_t {
     const char *at;
     const char *end;
-    bool is_negative;
-    int32_t nsec;
+    int32_t sign;           // 1 or -1
+    int32_t nsec;           // without it
     int64_t total;          // within +-10^14
     int64_t leading_limit;  // the least total that has too many leading digits
 };
@@ -74,6 +75,8 @@ constexpr bool is_blank_(char c) {
 void skip_blanks_(reading_t &in) {
     while (in.at != in.end && is_blank_(*in.at)) ++in.at;
 }
+
+// ---- digits ----
 
 struct digits_t {
     int32_t value;
@@ -94,23 +97,80 @@ digits_t take_digits_(reading_t &in) {
     return digits;
 }
 
+// ---- eight characters at once: the clock and the fraction of most texts (bench/interval, from_text) ----
+
+// The first character is the uppermost byte of a word. Under XOR with a pattern a digit becomes its value and
+// a separator 0.
+constexpr uint64_t _eight_digits = 0x3030303030303030;  // "00000000"
+constexpr uint64_t _clock = 0x30303A30303A3030;         // "00:00:00"
+constexpr uint64_t _eight_digits_max = 0x0909090909090909;
+constexpr uint64_t _clock_max = 0x0909000909000909;
+
+// Does no byte exceed that of max? One that is 0x80 or more says so itself, whatever it carries elsewhere.
+constexpr bool has_bytes_up_to_(uint64_t word, uint64_t max) {
+    constexpr uint64_t low_bits = 0x7F7F7F7F7F7F7F7F;
+    return (((word + (low_bits - max)) | word) & ~low_bits) == 0;
+}
+
+bool holds_eight_(const reading_t &in, uint64_t pattern, uint64_t max, uint64_t &word) {
+    if (in.end - in.at < 8) return false;
+    word = load_be64(reinterpret_cast<const uint8_t *>(in.at)) ^ pattern;
+    return has_bytes_up_to_(word, max);
+}
+
+// Neighbours are joined to numbers of two digits, those to four, those to eight.
+constexpr int32_t eight_digit_value_(uint64_t word) {
+    constexpr uint64_t low_8_of_16 = 0x00FF00FF00FF00FF, low_16_of_32 = 0x0000FFFF0000FFFF;
+    word = (word >> 8 & low_8_of_16) * 10 + (word & low_8_of_16);
+    word = (word >> 16 & low_16_of_32) * 100 + (word & low_16_of_32);
+    return static_cast<int32_t>((word >> 32) * 10'000 + (word & UINT32_MAX));
+}
+static_assert(eight_digit_value_(0x0102030405060708) == 12'345'678);
+
+digits_t take_fraction_digits_(reading_t &in) {
+    uint64_t word = 0;
+    if (!holds_eight_(in, _eight_digits, _eight_digits_max, word)) return take_digits_(in);
+    in.at += 8;
+    const int32_t value = eight_digit_value_(word);
+    const auto ninth = static_cast<uint8_t>(in.at != in.end ? *in.at - '0' : 0xFF);
+    if (ninth > 9) return {value, 8};
+    ++in.at;
+    return {value * 10 + ninth, 9};
+}
+
+// "HH:MI:SS" with two digits each and nothing out of range; anything else is left to the tokens, which find
+// the fault or skip the blanks.
+bool take_clock_(reading_t &in) {
+    uint64_t word = 0;
+    if (!holds_eight_(in, _clock, _clock_max, word)) return false;
+    word += (word >> 8) * 10;  // no byte exceeds 99
+    const auto hours = static_cast<int32_t>(word >> 48 & 0xFF);
+    const auto minutes = static_cast<int32_t>(word >> 24 & 0xFF);
+    const auto seconds = static_cast<int32_t>(word & 0xFF);
+    if (hours > _tokens[DV_ITV_TOKEN_HH].value_max || minutes > _tokens[DV_ITV_TOKEN_MI].value_max ||
+        seconds > _tokens[DV_ITV_TOKEN_SS].value_max)
+        return false;
+    in.total += (hours * ITV_SEC_PER_HOUR + minutes * ITV_SEC_PER_MINUTE + seconds) * in.sign;
+    in.at += 8;
+    return true;
+}
+
 // ---- tokens; each returns an error code, or 0 ----
 
 int read_field_(reading_t &in, const token_t &token) {
     const digits_t digits = take_digits_(in);
     if (digits.count == 0) return ERR_ITV_TEXT;
     if (digits.value > token.value_max) return token.error;
-    const int32_t value = in.is_negative ? -digits.value : digits.value;
+    const int32_t value = digits.value * in.sign;
     in.total += token.is_wrapping ? wrapped_product(value, token.unit) : int64_t{value} * token.unit;
     return in.total >= in.leading_limit ? ERR_ITV_LEADING_PRECISION : 0;
 }
 
 int read_fraction_(reading_t &in) {
-    const digits_t digits = take_digits_(in);
+    const digits_t digits = take_fraction_digits_(in);
     if (digits.count == 0) return ERR_ITV_TEXT;
     const int64_t unit = ITV_POWERS_OF_TEN[static_cast<size_t>(ITV_FSEC_DIGITS - digits.count)];
-    const auto nsec = static_cast<int32_t>(digits.value * unit);
-    in.nsec = in.is_negative ? -nsec : nsec;
+    in.nsec = static_cast<int32_t>(digits.value * unit);
     return 0;
 }
 
@@ -131,6 +191,11 @@ bool has_row_(int type) { return type >= 0 && type < DV_ITV_QUALIFIER_MAX; }
 
 int read_tokens_(reading_t &in, const dv_itv_fmt_t &row, kind_t field_kind) {
     for (int i = 0; i < row.size; ++i) {
+        if (row.token[i] == DV_ITV_TOKEN_HH && row.token[i + _clock_tokens - 1] == DV_ITV_TOKEN_SS &&
+            take_clock_(in)) {
+            i += _clock_tokens - 1;
+            continue;
+        }
         const int error = read_token_(in, _tokens[static_cast<size_t>(row.token[i])], field_kind);
         if (error != 0) return error;
     }
@@ -145,14 +210,15 @@ reading_t start_(const char *str, int str_len, int prec, int leading_unit) {
     const bool is_given = str != NULL && str_len >= 0;
     const char *const text = is_given ? str : "";
     const size_t length = is_given && str_len > 0 ? static_cast<size_t>(str_len) : strlen(text);
-    reading_t in = {text, text + length, false, 0, 0, itv_leading_limit(prec) * leading_unit};
+    reading_t in = {text, text + length, 1, 0, 0, itv_leading_limit(prec) * leading_unit};
     skip_blanks_(in);
     return in;
 }
 
 void take_sign_(reading_t &in) {
-    in.is_negative = *in.at == '-';
-    if (*in.at == '-' || *in.at == '+') ++in.at;
+    const bool is_minus = *in.at == '-', is_plus = *in.at == '+';
+    in.sign = 1 - 2 * int{is_minus};
+    in.at += int{is_minus} + int{is_plus};
 }
 
 // The names of the steps that find faults, which reports give.
@@ -183,21 +249,20 @@ const char *step_of_(int error, const step_names_t &steps) {
 
 // Half away from zero, at a decimal place.
 int32_t rounded_(int32_t nsec, int fprec) {
-    const int zero_digits = ITV_FSEC_DIGITS - std::clamp(fprec, 0, ITV_FSEC_DIGITS);
+    if (fprec >= ITV_FSEC_DIGITS) return nsec;
+    const int zero_digits = ITV_FSEC_DIGITS - std::max(fprec, 0);
     const auto unit = static_cast<int32_t>(ITV_POWERS_OF_TEN[static_cast<size_t>(zero_digits)]);
-    const int32_t rest = nsec % unit;
-    const int32_t kept = nsec - rest;
-    if (rest > -(unit + 1) / 2 && rest < (unit + 1) / 2) return kept;
-    return nsec < 0 ? kept - unit : kept + unit;
+    return (nsec + unit / 2) / unit * unit;
 }
 
 // A fraction that rounds up to a second is left in the seconds, also past a whole day. It borrows from them
-// where the text's sign is not theirs: hours and minutes that wrapped around change it.
-void store_(dv_itv_dts_t &itv, int64_t total, int32_t nsec) {
+// where the text's sign is not theirs: hours and minutes that wrapped around change it. Signs are hard to
+// predict, so none of this branches.
+void store_(dv_itv_dts_t &itv, int64_t total, int32_t signed_nsec) {
     itv_set_total_seconds(itv, total);
-    const int32_t seconds = itv_seconds(itv) + nsec / ITV_NSEC_PER_SEC;
-    const int32_t rest = nsec % ITV_NSEC_PER_SEC;
-    const int32_t borrow = seconds > 0 && rest < 0 ? 1 : seconds < 0 && rest > 0 ? -1 : 0;
+    const int32_t seconds = itv_seconds(itv) + signed_nsec / ITV_NSEC_PER_SEC;
+    const int32_t rest = signed_nsec % ITV_NSEC_PER_SEC;
+    const int32_t borrow = int{seconds > 0} * int{rest < 0} - int{seconds < 0} * int{rest > 0};
     itv_set_seconds(itv, seconds - borrow);
     itv_set_nanoseconds(itv, rest + borrow * ITV_NSEC_PER_SEC);
 }
@@ -226,7 +291,7 @@ void dv_itv_dts_from_str(dv_itv_dts_t *itv, const char *str, int str_len, int ty
     if (!has_row_(type)) raise(ERR_ITV_QUALIFIER);
     take_sign_(in);
     const int error = read_tokens_(in, _itv_fmt[type], kind_t::seconds);
-    store_(*itv, in.total, rounded_(in.nsec, fprec));
+    store_(*itv, in.total, rounded_(in.nsec, fprec) * in.sign);
     if (error != 0) raise_fault_(error, _dts_steps);
 }
 
