@@ -89,7 +89,7 @@ constexpr message_t _messages[] = {
     {-5007, "", "The length of the text or of the output buffer must be at least 1."},
     {-5006, "", "The value's type does not have this field."},
     {-5005, "", "The target month does not have this day."},
-    {-3006, "", "The number format model cannot be used to read a number."},
+    {-3006, "", "The number format model has the element B, or asks for roman numerals to be read."},
     {-3005, "", "The output buffer is too short for the text."},
     {DV_ERR_NO_MEMORY, "", "There is not enough memory."},
 };

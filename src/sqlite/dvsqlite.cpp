@@ -13,7 +13,8 @@ constexpr int _oldest_sqlite = 3'040'000;
 
 constexpr const sql_function_table *_function_tables[] = {
     &general_functions,  &number_functions,  &date_functions,           &time_functions,
-    &interval_functions, &extract_functions, &datetime_model_functions,
+    &interval_functions, &extract_functions, &datetime_model_functions, &number_model_functions,
+    &rowid_functions,    &type_functions,
 };
 constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
 
@@ -28,6 +29,8 @@ extern "C" DV_EXPORT int sqlite3_dvsqlite_init(sqlite3 *db, char **message, cons
     }
     const int code = sql_register_functions(db, _function_tables);
     if (code != SQLITE_OK) return code;
+    const int types_code = sql_register_type_table(db);
+    if (types_code != SQLITE_OK) return types_code;
     for (const sql_aggregate_table *table : _aggregate_tables) {
         const int table_code = sql_register_aggregates(db, *table);
         if (table_code != SQLITE_OK) return table_code;

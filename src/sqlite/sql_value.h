@@ -17,6 +17,7 @@
 #include "dvtypes/dv_type.h"
 #include "dvtypes/interval.h"
 #include "dvtypes/number.h"
+#include "dvtypes/rowid.h"
 #include "sqlite_api.h"
 
 namespace dv::impl {
@@ -29,6 +30,7 @@ enum sql_kind : uint8_t {
     SQL_KIND_TIME = DV_TYPE_TIME,
     SQL_KIND_ITV_YTM = DV_TYPE_ITV_YTM,
     SQL_KIND_ITV_DTS = DV_TYPE_ITV_DTS,
+    SQL_KIND_ROWID = DV_TYPE_ROWID,
     SQL_KIND_NULL = 0xF0,  // SQLite's own types from here on
     SQL_KIND_INTEGER,
     SQL_KIND_REAL,
@@ -56,6 +58,7 @@ struct sql_value {
         dv_time_t time;
         dv_itv_ytm_t ytm;
         dv_itv_dts_t dts;
+        rowid_t rowid;
     };
 };
 static_assert(std::is_trivial_v<sql_value>);  // a raise passes over it
@@ -81,6 +84,7 @@ extern const sql_type date_type;
 extern const sql_type time_type;
 extern const sql_type itv_ytm_type;
 extern const sql_type itv_dts_type;
+extern const sql_type rowid_type;
 
 // The row of a kind, NULL when it is none of the library's.
 const sql_type *sql_type_of(int kind);

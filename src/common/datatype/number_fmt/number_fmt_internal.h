@@ -1,0 +1,40 @@
+// What the files of the number format models share: models as texts with a length, the whole-text models, and
+// the compiler behind number_fmt_parse.
+
+#ifndef DV_NUMBER_FMT_INTERNAL_H
+#define DV_NUMBER_FMT_INTERNAL_H
+
+#include <cstring>
+#include <string_view>
+
+#include "dvtypes/number_fmt.h"
+
+namespace dv::impl {
+
+// The model in fmt: up to fmt_len, or to the first NUL. At most one character more than a model may have, by
+// which the compiler sees that it is too long.
+inline std::string_view model_of(const char *fmt, int fmt_len) {
+    if (fmt == nullptr || fmt_len <= 0) return {};
+    const int limit = fmt_len <= NUMBER_FMT_MAX ? fmt_len : NUMBER_FMT_MAX + 1;
+    return {fmt, strnlen(fmt, static_cast<size_t>(limit))};
+}
+
+constexpr char to_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+// Models that stand for themselves, in any letter case. The compiler knows none of them.
+enum class whole_model_e {
+    NONE,           // to be compiled
+    TM,             // TM, TM9: as short as possible
+    TME,            // in scientific form
+    ROMAN,          // RN
+    ROMAN_UNFILLED  // FMRN, for writing alone
+};
+whole_model_e whole_model(std::string_view model);
+
+// number_fmt_parse of a model with a length, and raising in its name, pr untouched. Gives the characters of
+// fmt_dig.
+int compile_model(std::string_view model, number_parse_result_t &pr);
+
+}  // namespace dv::impl
+
+#endif  // DV_NUMBER_FMT_INTERNAL_H

@@ -1,0 +1,79 @@
+// What must hold of any model and any value: asked by the tests over generated ones, by the fuzzer over its
+// inputs. Models and texts lie in memory of their own, with nothing behind them; a raise is "error -5074".
+
+#ifndef DV_TEST_NUMBER_MODEL_PROPERTY_H
+#define DV_TEST_NUMBER_MODEL_PROPERTY_H
+
+#include "dvtypes/number_fmt.h"
+#include "number_support.h"
+
+namespace dv::test {
+
+inline int length(std::string_view text) { return static_cast<int>(text.size()); }
+inline std::string error_text(int code) { return "error " + std::to_string(code); }
+
+inline std::string write_under(const number_t &x, std::string_view model, int size = NUMBER_FMT_TEXT_SIZE) {
+    const guarded fmt(model.size(), model.data()), out(static_cast<size_t>(size));
+    const int code = raise_of([&] { number_to_str_fmt(&x, size, out.text(), length(model), fmt.text()); });
+    return !out.intact() ? "buffer overrun" : code != 0 ? error_text(code) : out.text();
+}
+
+inline outcome_t read_under(std::string_view text, std::string_view model) {
+    const guarded fmt(model.size(), model.data()), in(text.size(), text.data());
+    return ours(*_number_zero, [&](number_t *x) {
+        number_from_str_fmt(x, length(text), in.text(), length(model), fmt.text());
+    });
+}
+
+// The magnitude that a text shows: sign, currency, separators and fill do not count.
+inline decimal_t magnitude_in(std::string text, bool is_hexadecimal) {
+    if (const size_t usd = text.find("USD"); usd != text.npos) text.erase(usd, 3);
+    text.resize(text.find_last_not_of("-> ") + 1);
+    std::erase_if(text, [](char c) { return std::strchr("+< $,", c) != nullptr; });
+    if (text.starts_with('-')) text.erase(0, 1);
+    return is_hexadecimal ? decimal_t{big_t("0x" + text.substr(0, text.find('.'))), 0} : twin_read(text);
+}
+
+// Does the rounded value fit the positions of the model?
+inline bool fits(const decimal_t &x, const number_parse_result_t &model) {
+    if (model.in_sciform != 0) return x.digits == 0 || model.pos_msd >= 0;
+    const int positions = std::min(model.pos_msd + 1, 126);
+    if (model.in_hexadecimal == 0) return compare({abs(x.digits), x.exponent}, {1, positions}) < 0;
+    return x.digits >= 0 && compare(x, {pow(big_t(16), static_cast<unsigned>(positions)), 0}) < 0;
+}
+
+// Is it one of the texts that are promised to read back?
+inline bool is_readable(const std::string &text, const number_parse_result_t &model, int top) {
+    const bool is_hex = model.in_hexadecimal != 0;
+    if (model.in_sciform != 0 || (is_hex && top > 36) || text.ends_with('-')) return false;
+    return text.find_first_of(is_hex ? "<>+-$U,." : "<>+") == text.npos;
+}
+
+// "" when the buffer's bound is exact, the text as wide as its model, "#" written where nothing else can be,
+// and otherwise the rounded value shown, and read back where that is promised. Else inputs and text.
+inline std::string model_fault(const std::string &model, const number_t &x) {
+    const std::string text = write_under(x, model), at = ": " + describe(x) + "under " + model + ": " + text;
+    number_parse_result_t pr;
+    const int refused = raise_of([&] { number_fmt_parse(model.c_str(), &pr); });
+    if (refused != 0) return text == error_text(refused) || model.size() <= 4 ? "" : "not refused" + at;
+    int size = length(text), width = 0;  // 0: more than 256 characters
+    if (write_under(x, model, size) != error_text(-3005) || write_under(x, model, size + 1) != text)
+        return "another buffer" + at;
+    raise_of([&] { width = number_get_length(model.c_str(), length(model)); });
+    const decimal_t value = decode(x);
+    const int top = top_position(value), least = pr.fm_present != 0 ? 0 : width;
+    const bool is_wide = pr.in_sciform != 0 && std::abs(top) > 98;  // three digits of exponent
+    if (width > 0 && !is_wide && std::clamp(size, least, width) != size) return "width" + at;
+    if (pr.in_sciform != 0 && top == 125) return "";  // may become 1E+126, which is no NUMBER
+    const decimal_t rounded = twin_round(value, pr.pos_lsd + pr.in_sciform * top, NUMBER_RMODE_HALF_UP);
+    if (text.starts_with('#') == fits(rounded, pr)) return "overflow" + at;
+    if (text.starts_with('#') || pr.pos_msd < pr.pos_lsd) return "";  // no digit is shown
+    const decimal_t shown = magnitude_in(text, pr.in_hexadecimal != 0);
+    if (compare(shown, {abs(rounded.digits), rounded.exponent}) != 0) return "shows another value" + at;
+    if (!is_readable(text, pr, top)) return "";
+    return read_under(text, model) == outcome_t{0, encode(rounded)} ? "" : "reads otherwise" + at;
+}
+
+}  // namespace dv::test
+
+#endif  // DV_TEST_NUMBER_MODEL_PROPERTY_H

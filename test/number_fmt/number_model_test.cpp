@@ -1,0 +1,106 @@
+// Number models: the manual's examples, the properties over generated models, compiled records, bounds.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "number_model_property.h"
+
+using namespace dv::test;
+
+namespace {
+
+// Every line of the blocks "write" and "read".
+TEST(NumberModelManual, ExamplesGiveWhatTheySay) {
+    const std::string here = __FILE__;
+    std::ifstream docs(here.substr(0, here.rfind("/test/")) + "/docs/number-models.md");
+    int examples = 0;
+    for (std::string block, line; std::getline(docs, line);) {
+        if (line.starts_with("```")) block = line.substr(3);
+        std::erase(line, '"');
+        const size_t one = line.find(" | "), two = line.find(" | ", one + 1);
+        if ((block != "write" && block != "read") || two == line.npos) continue;
+        const std::string in = line.substr(0, one), model = line.substr(one + 3, two - one - 3);
+        const auto [code, x] = read_under(in, model);
+        const std::string value = code != 0 ? error_text(code) : normal_text(decode(x));
+        EXPECT_EQ(block == "read" ? value : write_under(num(in), model), line.substr(two + 3)) << line;
+        ++examples;
+    }
+    EXPECT_GE(examples, 150);
+}
+
+// The elements of a kind of model in their order, many of them left out and digits repeated.
+std::string model_(number_source &source) {
+    constexpr const char *kinds[] = {"FM S L $ 9 , 0 9 , 0 . 9 0 EEEE C PR", "FM U 9 G 0 9 G 9 D 9 0 L MI",
+                                     "FM C 0 X , X , X X . L S", "FM S C 9 . 9 S"};
+    std::istringstream elements(kinds[source.pick(0, 3)]);
+    std::string model, element;
+    for (const int most = source.pick(0, 3) != 0 ? 3 : 30; elements >> element;) {
+        const bool is_digit = element == "9" || element == "0" || element == "X";
+        for (int i = is_digit ? source.pick(0, most) : source.pick(0, 3) / 3; i > 0; --i) model += element;
+    }
+    return model;
+}
+
+// Beside the model itself, one with something where it may not stand; and texts of any kind.
+TEST(NumberModel, WritesAndReadsBackOrRefuses) {
+    number_source source(60);
+    for (long round = scaled(30'000); round > 0; --round) {
+        const std::string model = model_(source);
+        const number_t amount = source.with_digits(source.pick(1, 12), source.pick(-3, 9));
+        for (const number_t &x : {source.any(), amount, *_number_zero}) ASSERT_EQ(model_fault(model, x), "");
+        std::string broken = model, text;
+        broken.insert(source.bits() % (model.size() + 1), 1, static_cast<char>(source.pick(1, 255)));
+        ASSERT_EQ(model_fault(broken, amount), "");
+        for (int i = source.pick(0, 9); i > 0; --i) text += "-$,. 0123USDE+\0\xFF"[source.pick(0, 16)];
+        const int code = read_under(text, model).code;
+        ASSERT_TRUE(code == 0 || code == -5074 || code == -5075)
+            << code << ": " << text << " under " << model;
+    }
+}
+
+TEST(NumberModel, CompilesToTheRecord) {
+    const std::tuple<const char *, const char *, std::vector<int>> cases[] = {
+        {"fm$99,990.00pr", "99,990.00", {1, 0, 1, 4, -2, 0, 0, 0}},
+        {"c9G9D9eeees", "C9G9D9", {0, 4, 2, 1, -1, 0, 0, 1}},
+        {".99UPR", ".99U", {0, 2, 4, -1, -2, 0, 0, 0}}};
+    for (const auto &[model, digits, fields] : cases) {
+        number_parse_result_t pr;
+        number_fmt_parse(model, &pr);
+        EXPECT_EQ(raise_of([&] { number_fmt_parse("99-", &pr); }), -5075);  // leaves the record alone
+        const std::vector<int> got = {pr.fm_present, pr.sign_type,      pr.currency_type,  pr.pos_msd,
+                                      pr.pos_lsd,    pr.power_to_raise, pr.in_hexadecimal, pr.in_sciform};
+        EXPECT_TRUE(got == fields && std::string_view(pr.fmt_dig) == digits) << model;
+    }
+}
+
+TEST(NumberModel, KeepsItsBounds) {
+    const std::string nines(257, '9'), longest = "C" + std::string(251, '0') + "EEEE";
+    EXPECT_EQ(write_under(num("-1E100"), longest).size(), NUMBER_FMT_TEXT_SIZE - 1);
+    EXPECT_EQ(read_under(nines.substr(0, 120), nines.substr(1)).code, 0);
+    EXPECT_EQ(write_under(*_number_one, nines, 300), error_text(-5075));
+    EXPECT_EQ(raise_of([&] { number_get_length(nines.c_str(), 257); }), -5075);
+    EXPECT_EQ(raise_of([&] { number_get_length(nines.c_str(), 256); }), -3005);
+    EXPECT_EQ(number_get_length("fM9Fm9", 6) + number_get_length("9", -1) + number_get_length(nullptr, 9), 5);
+    EXPECT_EQ(raise_of([&] { number_format_check("TMx", 2); }), 0);
+    const assertion_watch watch;
+    number_to_str_fmt(_number_one, 9, nullptr, 1, "9");
+    number_from_str_fmt(nullptr, 1, "1", 1, "9");
+    number_fmt_parse(nullptr, nullptr);
+    EXPECT_EQ(watch.count(), 3U);
+}
+
+TEST(RomanNumerals, FollowTheSubtractiveRule) {
+    constexpr int weights[] = {1000, 900, 500, 400, 100, 90, 50, 40, 10, 9, 5, 4, 1};
+    constexpr const char *letters[] = {"M", "CM", "D", "CD", "C", "XC", "L", "XL", "X", "IX", "V", "IV", "I"};
+    for (int n = -1; n <= 10'001; ++n) {
+        std::string want = n >= 1 && n <= 3999 ? "" : std::string(15, '#');
+        for (int i = 0, rest = n; i < 13; ++i)
+            for (; n < 4000 && rest >= weights[i]; rest -= weights[i]) want += letters[i];
+        want.insert(0, 15 - want.size(), ' ');
+        ASSERT_EQ(write_under(num(std::to_string(n - 1) + ".5"), "RN", 16), want) << n;
+    }
+}
+
+}  // namespace
