@@ -145,7 +145,7 @@ DV_EXPORT conv_status_t dv_itv_ytm_to_str(const dv_itv_ytm_t *itv, char *str, in
 // Reads text under a qualifier: blanks, an optional sign, the fields with their separators, blanks. Blanks
 // may stand before each field and separator. A field has 1 to 9 digits.
 //
-//   str, str_len  the text; 0 means up to its NUL
+//   str, str_len  the text; 0 means up to its NUL; below 0, and with str NULL, it counts as empty
 //   type          DV_ITV_YEAR_TO_MONTH ("1-6"), DV_ITV_YEAR or DV_ITV_MONTH ("25" is 2 years 1 month)
 //   prec          leading precision, as in dv_itv_ytm_check_leading_prec
 //
@@ -178,8 +178,8 @@ DV_EXPORT void dv_itv_dts_add_day(dv_itv_dts_t *itv, int value);
 
 // Adds nanoseconds. A carry goes into the seconds and stays there, also past a whole day; the days never
 // change. Between positive seconds and a negative sum (or the other way round) whole seconds are borrowed, so
-// that the sum takes the sign of the seconds; where the seconds are 0 a negative sum stays. NaN counts as 0;
-// a sum that fills more seconds than the field holds wraps.
+// that the sum takes the sign of the seconds; where the seconds are 0 a negative sum stays. NaN counts as 0,
+// an infinity as the largest double; a sum that fills more seconds than the field holds wraps.
 DV_EXPORT void dv_itv_dts_add_fsec(dv_itv_dts_t *itv, double value);
 
 // days = total_secs / 86400 toward zero, seconds the rest, toward zero. The nanoseconds stay.
@@ -188,6 +188,9 @@ DV_EXPORT void dv_itv_dts_set_total_sec(dv_itv_dts_t *dts, double total_secs);
 
 // dts1 += dts2, dts1 -= dts2: the total of seconds first, then the nanoseconds as dv_itv_dts_add_fsec adds
 // them. The two may be the same record.
+// The value is exact, but the record need not be the normal one of that value: a carry may be left in the
+// seconds (+0 23:59:59.9 plus 0.2 s: 86400 s), and a rest of the other sign in the nanoseconds where the
+// seconds come to 0 (1 day less 0.5 s).
 DV_EXPORT void dv_itv_dts_add_itv_dts(dv_itv_dts_t *dts1, const dv_itv_dts_t *dts2);
 DV_EXPORT void dv_itv_dts_sub_itv_dts(dv_itv_dts_t *dts1, const dv_itv_dts_t *dts2);
 
@@ -226,7 +229,7 @@ DV_EXPORT conv_status_t dv_itv_dts_to_str(const dv_itv_dts_t *itv, char *str, in
 // may stand before each field and separator. A field has 1 to 9 digits; the fraction and its point may be
 // left out. Leading hours, minutes and seconds carry into the days: "24:00" under HOUR TO MINUTE is one day.
 //
-//   str, str_len  the text; 0 means up to its NUL
+//   str, str_len  the text; 0 means up to its NUL; below 0, and with str NULL, it counts as empty
 //   type          DV_ITV_DAY .. DV_ITV_SECOND
 //   prec          leading precision of the days, as in dv_itv_dts_check_leading_prec
 //   fprec         0..9: the fraction is rounded to so many digits, half away from zero; outside counts as the

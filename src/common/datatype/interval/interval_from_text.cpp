@@ -83,12 +83,14 @@ struct digits_t {
     int count;  // 0: the text goes on with something else
 };
 
+constexpr uint8_t digit_of_(char c) { return static_cast<uint8_t>(c - '0'); }  // above 9: no digit
+
 digits_t take_digits_(reading_t &in) {
     const char *const limit = in.end - in.at > _field_digits_max ? in.at + _field_digits_max : in.end;
     const char *at = in.at;
     int32_t value = 0;
     for (; at != limit; ++at) {
-        const auto digit = static_cast<uint8_t>(*at - '0');
+        const uint8_t digit = digit_of_(*at);
         if (digit > 9) break;
         value = value * 10 + digit;
     }
@@ -132,10 +134,8 @@ digits_t take_fraction_digits_(reading_t &in) {
     if (!holds_eight_(in, _eight_digits, _eight_digits_max, word)) return take_digits_(in);
     in.at += 8;
     const int32_t value = eight_digit_value_(word);
-    const auto ninth = static_cast<uint8_t>(in.at != in.end ? *in.at - '0' : 0xFF);
-    if (ninth > 9) return {value, 8};
-    ++in.at;
-    return {value * 10 + ninth, 9};
+    if (in.at == in.end || digit_of_(*in.at) > 9) return {value, 8};
+    return {value * 10 + digit_of_(*in.at++), 9};
 }
 
 // "HH:MI:SS" with two digits each and nothing out of range; anything else is left to the tokens, which find
@@ -143,7 +143,8 @@ digits_t take_fraction_digits_(reading_t &in) {
 bool take_clock_(reading_t &in) {
     uint64_t word = 0;
     if (!holds_eight_(in, _clock, _clock_max, word)) return false;
-    word += (word >> 8) * 10;  // no byte exceeds 99
+    if (in.end - in.at > 8 && digit_of_(in.at[8]) <= 9) return false;  // seconds may have more digits
+    word += (word >> 8) * 10;                                          // no byte exceeds 99
     const auto hours = static_cast<int32_t>(word >> 48 & 0xFF);
     const auto minutes = static_cast<int32_t>(word >> 24 & 0xFF);
     const auto seconds = static_cast<int32_t>(word & 0xFF);

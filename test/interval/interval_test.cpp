@@ -1,0 +1,174 @@
+// Both interval types: order, arithmetic against integers of 64 and 128 bits, text against the C library, and
+// records of any bytes.
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+
+#include "dvtypes/interval.h"
+#include "number_support.h"
+
+using namespace dv::test;
+
+namespace {
+
+__extension__ typedef __int128 wide_t;
+constexpr wide_t _sec = 1'000'000'000, _day = 86400 * _sec;  // in nanoseconds
+using fields_t = std::array<int, 3>;                         // days, seconds, nanoseconds
+
+fields_t fields_(const dv_itv_dts_t &itv) {
+    return {dv_itv_dts_get_field(&itv, 4), dv_itv_dts_get_field(&itv, 32), dv_itv_dts_get_field(&itv, 64)};
+}
+wide_t nsec_(const dv_itv_dts_t &itv) { return dv_itv_dts_get_total_sec(&itv) * _sec + fields_(itv)[2]; }
+dv_itv_dts_t dts_(const fields_t &fields) {
+    dv_itv_dts_t itv;
+    for (size_t i = 0; i < 3; ++i) dv_itv_dts_set_field(&itv, std::array{4, 32, 64}[i], fields[i]);
+    return itv;
+}
+dv_itv_dts_t dts_(wide_t t) {
+    return dts_({static_cast<int>(t / _day), static_cast<int>(t % _day / _sec), static_cast<int>(t % _sec)});
+}
+dv_itv_ytm_t ytm_(int64_t months) {
+    dv_itv_ytm_t itv;
+    dv_itv_ytm_set_total_month(&itv, months);
+    return itv;
+}
+int power_(int digits) { return static_cast<int>(std::pow(10, digits)); }
+
+struct source_t : number_source {
+    using number_source::number_source;
+    int number(int size) { return static_cast<int>(static_cast<int64_t>(bits()) >> pick(64 - size, 63)); }
+    wide_t nsec() { return wide_t{number(31)} * number(32) * number(14); }  // below 10^9 days
+};
+
+void rounds_(long count, auto &&test) {  // until it fails
+    source_t source(1);
+    for (long i = scaled(count); i > 0 && !testing::Test::HasFailure(); --i) test(source);
+}
+
+TEST(IntervalYearToMonth, IsOrderAndArithmeticOfMonths) {
+    rounds_(200'000, [](source_t &source) {
+        const int x = source.number(30), y = source.number(30), n = source.number(20);
+        dv_itv_ytm_t itv = ytm_(x), other = ytm_(y);
+        EXPECT_TRUE(std::memcmp(&itv, &other, 5) <=> 0 == x <=> y) << x << " " << y;
+        EXPECT_EQ(dv_itv_ytm_compare(&itv, &other), (x > y) - (x < y)) << x << " " << y;
+        dv_itv_ytm_add_itv_ytm(&itv, &other);
+        EXPECT_EQ(dv_itv_ytm_get_field(&itv, 2), (x + y) % 12) << x << " + " << y;
+        dv_itv_ytm_sub_itv_ytm(&itv, &other);
+        EXPECT_EQ(dv_itv_ytm_get_total_month(&itv), x) << x << " + - " << y;
+        dv_itv_ytm_mul(&itv, n / 4.0);
+        EXPECT_EQ(dv_itv_ytm_get_total_month(&itv), static_cast<int>(int64_t{x} * n / 4)) << x << " " << n;
+    });
+}
+
+// A carry of nanoseconds may stay in the seconds: the sum has the value, not always its normal record.
+TEST(IntervalDayToSecond, IsOrderAndArithmeticOfNanoseconds) {
+    rounds_(100'000, [](source_t &source) {
+        const wide_t x = source.nsec(), y = source.pick(0, 1) != 0 ? x + source.pick(-2, 2) : source.nsec();
+        dv_itv_dts_t itv = dts_(x), other = dts_(y);
+        EXPECT_TRUE(std::memcmp(&itv, &other, 12) <=> 0 == x <=> y) << fields_(itv)[2];
+        EXPECT_EQ(dv_itv_dts_compare(&itv, &other), (x > y) - (x < y)) << fields_(itv)[2];
+        dv_itv_dts_add_itv_dts(&itv, &other);
+        EXPECT_TRUE(nsec_(itv) == x + y) << testing::PrintToString(fields_(itv));
+        dv_itv_dts_sub_itv_dts(&itv, &other);
+        EXPECT_TRUE(nsec_(itv) == x) << testing::PrintToString(fields_(itv));
+        const int n = source.number(32);
+        const wide_t product = x * n / 1'000'000, days = product / _day;
+        const number_t number = num(std::to_string(n)), factor = num(std::to_string(n) + "E-6");
+        const int code = raise_of([&] { dv_itv_dts_mul(&(itv = dts_(x)), &factor); });
+        EXPECT_EQ(code, days == static_cast<int>(days) ? 0 : -5087) << n;
+        EXPECT_EQ(fields_(itv), fields_(dts_(code == 0 ? product : x))) << n << "E-6";
+        EXPECT_EQ(raise_of([&] { dv_itv_dts_div(&other, &number); }), n != 0 ? 0 : -5065);
+        EXPECT_EQ(fields_(other), fields_(dts_(n != 0 ? y / n : y))) << n;
+    });
+}
+
+// Against the steps as they are stated: one second after the other, and the characters of "%d".
+TEST(IntervalDayToSecond, FractionIsCarriedAndTrimmedByItsSteps) {
+    rounds_(20'000, [](source_t &source) {
+        const int fprec = source.pick(0, 9), u = power_(source.pick(0, 5)), nsec = source.number(32) / u * u;
+        const double value = std::ldexp(source.number(32), source.pick(-60, 12));
+        int s = source.number(24);
+        dv_itv_dts_t itv = dts_({1, s, nsec}), trimmed = itv;
+        double f = nsec + value;
+        const bool borrows = s > 0 && f < 0, carries = !borrows && s >= 0, is_below = f <= -1e9;
+        for (; borrows && f < 0; --s) f += 1e9;
+        for (; carries && f >= 1e9; ++s) f -= 1e9;
+        for (; !borrows && !carries && is_below && f <= -1e9; --s) f += 1e9;
+        for (; !borrows && !carries && !is_below && f > 0; ++s) f -= 1e9;
+        dv_itv_dts_add_fsec(&itv, value);
+        EXPECT_EQ(fields_(itv), (fields_t{1, s, static_cast<int>(static_cast<int64_t>(f))})) << value;
+
+        char text[10];
+        (void)snprintf(text, sizeof text, "%d", nsec);
+        auto end = static_cast<int>(std::string_view(text).find_last_not_of('0')) + 1;
+        const bool stays = nsec > 999'999'999 || end <= fprec;
+        while (end > fprec) text[--end] = '0';
+        dv_itv_dts_trim_fsec(&trimmed, fprec);
+        EXPECT_EQ(fields_(trimmed)[2], stays ? nsec : std::strtol(text, nullptr, 10)) << nsec << fprec;
+    });
+}
+
+TEST(Interval, OfAnyBytesPrintsAsByPrintfAndTakesEveryOperation) {
+    rounds_(200'000, [](source_t &source) {
+        const auto u = [](int value) { return static_cast<unsigned>(std::abs(int64_t{value})); };
+        const bool is_ytm = source.pick(0, 1) != 0;
+        const int d = source.number(32), s = is_ytm ? source.pick(-11, 244) : source.number(32);
+        const int f = is_ytm ? 0 : source.number(32), p = source.pick(0, 9), q = source.pick(1, 9);
+        std::string format = _itv_print_fmt[(is_ytm ? 0 : 4) + ((d | s | f) < 0 ? 1 : 0)], want(48, '\0');
+        std::replace(format.begin(), format.end(), 'd', 'u');  // the magnitude of INT_MIN is no int
+        const int length = snprintf(want.data(), 48, format.c_str(), p, u(d), u(s) / (is_ytm ? 1 : 3600),
+                                    u(s) / 60 % 60, u(s) % 60, q, u(f) / u(power_(9 - q)));
+        const int size = source.pick(0, length + 3);
+        const guarded out(static_cast<size_t>(size));
+        dv_itv_dts_t dts = dts_({d, s, f}), sum = dts;
+        dv_itv_ytm_t ytm = {{dts.day[0], dts.day[1], dts.day[2], dts.day[3]}, static_cast<uint8_t>(s + 11)};
+        const int status = is_ytm ? dv_itv_ytm_to_str(&ytm, out.text(), p, size)
+                                  : dv_itv_dts_to_str(&dts, out.text(), p, q, size);
+        want.resize(static_cast<size_t>(std::clamp(size - 1, 0, length)));
+        EXPECT_TRUE(out.intact() && status == (length >= size) && (size == 0 || want == out.text())) << want;
+
+        const double x = std::bit_cast<double>(source.bits());
+        const number_t n = source.any();
+        dv_itv_dts_add_fsec(&sum, x), dv_itv_dts_add_sec(&sum, std::bit_cast<int64_t>(x));
+        dv_itv_dts_sub_itv_dts(&sum, &dts), dv_itv_ytm_mul(&ytm, x), dv_itv_ytm_sub_itv_ytm(&ytm, &ytm);
+        const int code = raise_of([&] { (is_ytm ? dv_itv_dts_mul : dv_itv_dts_div)(&dts, &n); });
+        EXPECT_TRUE(code == 0 || code == -5065 || code == -5068 || code == -5069 || code == -5087) << code;
+        EXPECT_EQ(raise_of([&] { dv_itv_dts_set_total_sec(&sum, x); }) == 0, std::fabs(x) < 0x1p31 * 86400);
+    });
+}
+
+// clang-format off
+constexpr struct { int type, fprec; const char *text, *want; } _texts[] = {
+    {0, 9, " -1 - 6\t", "-1-06"}, {1, 9, "7", "+7-00"}, {2, 9, "+25", "+2-01"}, {3, 9, "-3", "-3 00:00:00.000000000"},
+    {4, 9, "1  2", "+1 02:00:00.000000000"}, {5, 9, "1 2 :3", "+1 02:03:00.000000000"}, {6, 9, "1 02:03:045", "+1 02:03:45.000000000"},
+    {6, 9, "1 2:3:4.5", "+1 02:03:04.500000000"}, {6, 3, "-1 12:34:56.0005", "-1 12:34:56.001000000"},
+    {6, 0, "-0 00:00:00.5", "-0 00:00:01.000000000"}, {7, 9, "600000", "-24710 06:28:16.000000000"},
+    {8, 9, "24:00", "+1 00:00:00.000000000"}, {9, 9, "1:2:3 ", "+0 01:02:03.000000000"}, {10, 9, "60", "+0 01:00:00.000000000"},
+    {11, 2, "1:2.99499999", "+0 00:01:02.990000000"}, {12, 9, "90000. ", "+1 01:00:00.000000000"}, {13, 9, "1", "-5059"},
+    {0, 9, "\n\r", "-5056"}, {0, 9, "1 2", "-5056"}, {0, 9, "1-x", "-5056"}, {4, 9, "1\t2", "-5056"}, {12, 9, "1.x", "-5056"},
+    {0, 9, "1", "-5009"}, {0, 9, "-1-12", "-5060"}, {0, 9, "1-2x", "-5010"}, {0, 9, "100-0", "-5064"}, {4, 9, "1 24", "-5061"},
+    {8, 9, "10:60", "-5062"}, {6, 9, "1 2:3:60", "-5063"}, {12, 9, "1.0123456789", "-5010"}, {3, 9, "100", "-5064"},
+};
+// clang-format on
+
+TEST(IntervalText, OfEveryQualifierIsReadOrRefused) {
+    for (const auto &c : _texts) {
+        char text[DV_ITV_DTS_TEXT_SIZE];
+        const auto read = [&](const char *from, int type) {
+            dv_itv_ytm_t ytm;
+            dv_itv_dts_t dts;
+            if (c.type < 3)
+                return dv_itv_ytm_from_str(&ytm, from, 0, type, 2), dv_itv_ytm_to_str(&ytm, text, 1, 36);
+            dv_itv_dts_from_str(&dts, from, 0, type, 2, c.fprec);
+            return dv_itv_dts_to_str(&dts, text, 1, 9, 36);
+        };
+        const int code = raise_of([&] { read(c.text, c.type); });
+        EXPECT_EQ(code == 0 ? text : std::to_string(code), c.want) << c.text;
+        if (code == 0) read(c.want, c.type < 3 ? DV_ITV_YEAR_TO_MONTH : DV_ITV_DAY_TO_SECOND);
+        EXPECT_TRUE(code != 0 || std::string_view(c.want) == text) << c.want << " " << text;
+    }
+}
+
+}  // namespace
