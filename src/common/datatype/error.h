@@ -66,6 +66,13 @@ enum error_code : int {
     ERR_ZONE_ELEMENT = -5091,                // unknown time zone element
     ERR_ZONE_NAME_CONFLICT = -5096,          // (element) TZR or TZD contradicts another zone element
     ERR_ZONE_OFFSET_CONFLICT = -5097,        // (element) TZH or TZM beside TZR or TZD
+    ERR_ZONE_HOUR = -5098,                   // UTC offset: hours outside -12..14
+    ERR_ZONE_MINUTE = -5099,                 // UTC offset: minutes above 59, or outside -12:59..+14:00
+    ERR_ZONE_SECOND = -5100,                 // UTC offset: seconds outside 0..59
+    ERR_ZONE_OFFSET = -5103,                 // the text is no UTC offset
+    ERR_ZONE_TEXT = -5104,                   // the text is no time zone
+    ERR_ZONE_ABBREVIATION_TIME = -5109,      // the abbreviation is not in force at the local time
+    ERR_ZONE_GAP = -5110,                    // the region's clocks never show the local time
     ERR_NUMBER_PRECISION = -5111,            // (value as text, precision, scale)
     ERR_FIELD_TWICE = -5112,                 // (field) twice in one model
     ERR_FIELD_TEXT = -5113,                  // (field, text, note) the text is no such field

@@ -73,7 +73,7 @@ extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, co
         return CONV_STATUS_WHOLE;
     }
     dt_fmt_parse_ctx_t ctx;
-    dt_parse_ctx_init(&ctx, fmt_ctx, str, str_len, NULL, 0, /*is_from_str=*/0);
+    begin_writing(ctx, *fmt_ctx, str, str_len);
     return write_by_model(ctx, {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/false, 0},
                           ERR_MODEL_FOR_DATE);
 }

@@ -32,7 +32,7 @@ extern "C" conv_status_t dv_time_to_str(const dv_time_t *time, char *str, int st
     if (str_len < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
     dt_fmt_parse_ctx_t ctx;
-    dt_parse_ctx_init(&ctx, fmt_ctx, str, str_len, NULL, 0, /*is_from_str=*/0);
+    begin_writing(ctx, *fmt_ctx, str, str_len);
     return write_by_model(ctx, {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec},
                           ERR_MODEL_FOR_DATE);
 }

@@ -36,13 +36,28 @@ conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &va
 
 }  // namespace
 
+void dv::impl::begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, char *str, int str_len) {
+    ctx.fmt_ctx = &model;
+    ctx.cur_token_info = nullptr;
+    ctx.str = str;
+    ctx.str_len = str_len;
+    ctx.str_idx = 0;
+    ctx.org_str[0] = '\0';
+    ctx.fmt = nullptr;
+    ctx.fmt_len = 0;
+    ctx.fmt_idx = 0;
+    ctx.ddd = 0;
+    ctx.update_flag = DT_FMT_UNIT_NONE;
+    ctx.is_from_str = 0;
+    ctx.tz_abbr[0] = '\0';
+    ctx.tmp_buf[0] = '\0';
+}
+
 void dv::impl::begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, const char *str,
                              int str_len) {
-    const int length = std::min<int>(str_len, DV_DATETIME_TEXT_MAX);
-    dt_parse_ctx_init(&ctx, &model, const_cast<char *>(str), length, NULL, 0, /*is_from_str=*/1);
-    memcpy(ctx.org_str, str, static_cast<size_t>(length));
+    begin_writing(ctx, model, const_cast<char *>(str), std::min<int>(str_len, DV_DATETIME_TEXT_MAX));
+    ctx.is_from_str = 1;
 }
-static_assert(int{DV_DATETIME_TEXT_MAX} == int{DT_FMT_ORG_STR_SIZE});
 
 void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, error_at refused) {
     const dt_fmt_ctx_t &model = *ctx.fmt_ctx;

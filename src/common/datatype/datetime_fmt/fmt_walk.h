@@ -25,8 +25,11 @@ inline bool is_given_fmt(const char *fmt) {
 
 inline int text_length(const char *text) { return static_cast<int>(strnlen(text, INT_MAX)); }
 
-// Prepares a working context for reading a text, of which the first DV_DATETIME_TEXT_MAX bytes are looked at.
+// Prepare a working context as dt_parse_ctx_init does, but for the texts in it, which the readers and writers
+// here fill before they look at them: clearing those took a tenth of the time. Of a text to be read the first
+// DV_DATETIME_TEXT_MAX bytes are looked at.
 void begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, const char *str, int str_len);
+void begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, char *str, int str_len);
 
 // A value in parts. An element of a part that is not there is refused.
 template <typename Date, typename Time>

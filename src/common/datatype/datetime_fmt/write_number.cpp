@@ -47,7 +47,21 @@ conv_status_t put_with_suffix_(dt_fmt_parse_ctx_t &ctx, int value, int min_digit
     return put_text(ctx, digits.view());
 }
 
+int decimal_length_(int value) {  // not negative
+    int length = 1;
+    for (; value >= 10; value /= 10) ++length;
+    return length;
+}
+
+// Most numbers go straight to where they belong (bench/datetime_fmt, write).
 conv_status_t put_plain_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
+    const int length = value < 0 ? _text_size : std::max(min_digits, decimal_length_(value));
+    if (value >= 0 && length <= room_of(ctx)) {
+        char *const to = ctx.str + ctx.str_idx;
+        for (int i = length; i-- > 0; value /= 10) to[i] = static_cast<char>('0' + value % 10);
+        ctx.str_idx += length;
+        return CONV_STATUS_WHOLE;
+    }
     digits_t digits;
     push_number_(digits, value, min_digits);
     return put_text(ctx, digits.view());
