@@ -31,14 +31,17 @@ conv_status_t put_words(dt_fmt_parse_ctx_t &ctx, std::string_view upper_case_wor
 // Writes a name of dvtypes/nls.h, followed by blanks up to `width` bytes unless in fill mode.
 conv_status_t put_name(dt_fmt_parse_ctx_t &ctx, std::string_view name, int width);
 
-// The least digits of a numeric element: the precision of its template, "%.04d"; 1 for "%d".
-constexpr int min_digits(const dt_fmt_token_t &element) {
-    int digits = 0;
-    for (const char *c = element.write_fmt; *c != '\0'; ++c) {
-        if (*c >= '0' && *c <= '9') digits = digits * 10 + (*c - '0');
+// The least digits of each numeric element: the precision of its template, "%.04d"; 1 for "%d".
+inline constexpr auto MIN_DIGITS = [] {
+    std::array<uint8_t, DT_FMT_TOKEN_MAX> least{};
+    for (size_t id = 0; id < least.size(); ++id) {
+        for (const char c : std::string_view(fmt_tokens_[id].write_fmt)) {
+            if (c > '0' && c <= '9') least[id] = static_cast<uint8_t>(c - '0');
+        }
+        if (least[id] == 0) least[id] = 1;
     }
-    return digits > 0 ? digits : 1;
-}
+    return least;
+}();
 
 }  // namespace dv::impl
 

@@ -151,6 +151,6 @@ extern "C" conv_status_t dt_fmt_write_date(dt_fmt_parse_ctx_t *parse_ctx, const 
     if (element == NULL || element->type != DT_FMT_TYPE_DATE) raise(ERR_MODEL_FOR_DATE);
     const calendar_day_t d = date_calendar_day(*date);
     if (element->is_str_fmt) return dv_date_write_str_val_(*parse_ctx, d);
-    return put_number(*parse_ctx, dv_date_write_num_val_(parse_ctx->cur_token_info->id, d),
-                      min_digits(*element));
+    const int32_t id = parse_ctx->cur_token_info->id;
+    return put_number(*parse_ctx, dv_date_write_num_val_(id, d), MIN_DIGITS[static_cast<size_t>(id)]);
 }

@@ -47,21 +47,37 @@ conv_status_t put_with_suffix_(dt_fmt_parse_ctx_t &ctx, int value, int min_digit
     return put_text(ctx, digits.view());
 }
 
-int decimal_length_(int value) {  // not negative
-    int length = 1;
-    for (; value >= 10; value /= 10) ++length;
-    return length;
+constexpr auto _digit_pairs = [] {
+    std::array<char, 200> pairs{};
+    for (size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
+void put_pair_(char *to, unsigned value) { memcpy(to, &_digit_pairs[size_t{2} * value], 2); }
+
+// The numbers of most models, two and four digits, go straight to where they belong (bench/datetime_fmt,
+// write).
+bool put_two_or_four_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
+    const auto number = static_cast<unsigned>(value);
+    char *const to = ctx.str + ctx.str_idx;
+    if (min_digits > room_of(ctx)) return false;
+    if (min_digits == 2 && number < 100) {
+        put_pair_(to, number);
+    } else if (min_digits == 4 && number < 10'000) {
+        put_pair_(to, number / 100);
+        put_pair_(to + 2, number % 100);
+    } else {
+        return false;
+    }
+    ctx.str_idx += min_digits;
+    return true;
 }
 
-// Most numbers go straight to where they belong (bench/datetime_fmt, write).
 conv_status_t put_plain_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
-    const int length = value < 0 ? _text_size : std::max(min_digits, decimal_length_(value));
-    if (value >= 0 && length <= room_of(ctx)) {
-        char *const to = ctx.str + ctx.str_idx;
-        for (int i = length; i-- > 0; value /= 10) to[i] = static_cast<char>('0' + value % 10);
-        ctx.str_idx += length;
-        return CONV_STATUS_WHOLE;
-    }
+    if (put_two_or_four_(ctx, value, min_digits)) return CONV_STATUS_WHOLE;
     digits_t digits;
     push_number_(digits, value, min_digits);
     return put_text(ctx, digits.view());

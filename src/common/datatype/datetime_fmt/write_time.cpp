@@ -36,10 +36,10 @@ conv_status_t put_fraction_(dt_fmt_parse_ctx_t &ctx, const dv_time_t &time, int 
     return put_number(ctx, static_cast<int>(time_nanoseconds(time) / unit[fprec]), fprec);
 }
 
-conv_status_t dv_time_write_num_val_(dt_fmt_parse_ctx_t &ctx, const dt_fmt_token_t &element,
-                                     const dv_time_t &time, int fprec) {
-    const auto put = [&](int value) { return put_number(ctx, value, min_digits(element)); };
-    switch (ctx.cur_token_info->id) {
+conv_status_t dv_time_write_num_val_(dt_fmt_parse_ctx_t &ctx, const dv_time_t &time, int fprec) {
+    const int32_t id = ctx.cur_token_info->id;
+    const auto put = [&](int value) { return put_number(ctx, value, MIN_DIGITS[static_cast<size_t>(id)]); };
+    switch (id) {
         case DT_FMT_TOKEN_HH:
         case DT_FMT_TOKEN_HH12:
             return put(hour_of_12_(time.hour));
@@ -69,5 +69,5 @@ extern "C" conv_status_t dt_fmt_write_time(dt_fmt_parse_ctx_t *parse_ctx, const 
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
     if (element == NULL || element->type != DT_FMT_TYPE_TIME) raise(ERR_MODEL_FOR_TIME);
     if (element->is_str_fmt) return dv_time_write_str_val_(*parse_ctx, *time, fprec);
-    return dv_time_write_num_val_(*parse_ctx, *element, *time, fprec);
+    return dv_time_write_num_val_(*parse_ctx, *time, fprec);
 }
