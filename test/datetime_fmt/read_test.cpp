@@ -11,16 +11,16 @@ namespace {
 
 struct language_t {
     const char *name;
-    int legacy_charset;
+    int charsets[3];  // Unicode and its own older ones
 };
 constexpr language_t _languages[] = {
-    {"AMERICAN", DVSTR_CHARSET_ASCII},
-    {"KOREAN", DVSTR_CHARSET_MSWIN949},
-    {"JAPANESE", DVSTR_CHARSET_SJIS},
-    {"VIETNAMESE", DVSTR_CHARSET_UTF8},
-    {"BRAZILIAN PORTUGUESE", DVSTR_CHARSET_ISO8859_1},
-    {"TRADITIONAL CHINESE", DVSTR_CHARSET_BIG5},
-    {"RUSSIAN", DVSTR_CHARSET_KOI8R},
+    {"AMERICAN", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_ASCII, DVSTR_CHARSET_MSWIN1252}},
+    {"KOREAN", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_EUCKR, DVSTR_CHARSET_MSWIN949}},
+    {"JAPANESE", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_SJIS, DVSTR_CHARSET_EUCJP}},
+    {"VIETNAMESE", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_MSWIN1258, DVSTR_CHARSET_MSWIN1258}},
+    {"BRAZILIAN PORTUGUESE", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_ISO8859_1, DVSTR_CHARSET_MSWIN1252}},
+    {"TRADITIONAL CHINESE", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_BIG5, DVSTR_CHARSET_GBK}},
+    {"RUSSIAN", {DVSTR_CHARSET_UTF8, DVSTR_CHARSET_MSWIN1251, DVSTR_CHARSET_KOI8R}},
 };
 
 // Each holds a whole date when one of each group is taken.
@@ -77,7 +77,7 @@ TEST(ModelRead, ReadsWhatIsWritten) {
     for (const std::string &model : models_()) {
         compiled_model writer = writing(model), reader = reading(model);
         for (const language_t &language : _languages) {
-            for (const int charset : {int{DVSTR_CHARSET_UTF8}, language.legacy_charset}) {
+            for (const int charset : language.charsets) {
                 set_language(writer, language.name, charset);
                 set_language(reader, language.name, charset);
                 expect_round_trips_(writer, reader, source, model + " in " + language.name);
