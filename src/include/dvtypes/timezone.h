@@ -13,4 +13,109 @@ typedef struct timezone_s {
     uint8_t zone_id[2];  // big-endian: 0..579 regions, 580 no zone given, 581 fixed offset
 } timezone_t;
 
+// ---- operations
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct dv_date_s dv_date_t;  // dvtypes/datetime.h
+
+typedef enum tz_field_e {
+    TZ_FLD_UTC_HOUR = 0,
+    TZ_FLD_UTC_MIN = 1,
+    TZ_FLD_UTC_SEC = 2,
+    TZ_FLD_ZONE_ID = 3
+} tz_field_e;
+typedef int32_t tz_field_t;
+
+enum {
+    TZ_NAME_MAX = 64,         // characters of the longest region name
+    TZ_NAME_TEXT_SIZE = 65,   // with its NUL
+    TZ_ABBREV_TEXT_SIZE = 9,  // of the longest abbreviation, with its NUL
+};
+
+// Functions work on the caller's records and constant tables, allocate nothing and may be called from any thread
+// on records that no other thread is writing. A NULL record is reported by an assertion ("tz != NULL",
+// "local_tz != NULL", "sess_tz != NULL", "date != NULL"); the call then returns. A zone that is neither a region
+// nor a fixed offset (number 580, or above 581) is reported by "zone_id < TZ_ID_MAX" where a history would be
+// needed; the call then returns with the date untouched.
+//
+// A date is the DATE at the beginning of any datetime record; its fraction of a second is never looked at.
+
+// Offset 0:00:00, no zone given.
+DV_EXPORT void timezone_init(timezone_t *tz);
+
+// Stores one field.
+// Raises  -5098  an hour outside -12..14     -5099  a minute outside 0..59     -5100  a second outside 0..59
+//         -5006  no such field
+// A zone number outside 0..581 asserts "value >= 0 && value <= TZ_ID_OFFSET" and is not stored.
+DV_EXPORT void timezone_set_field(timezone_t *tz, tz_field_t field, int value);
+
+// One field; the hour signed.
+// Raises  -5006  no such field
+DV_EXPORT int timezone_get_field(const timezone_t *tz, tz_field_t field);
+
+// Reads a zone: blanks, then a UTC offset ("+09:00", "-5", "9:30") or the name of a region in any letter case
+// ("Asia/Seoul"), then blanks. A region gets the offset 0:00:00; blanks alone are Etc/UTC.
+//
+//   str, str_len  the text; behind its leading blanks a name has at most 64 characters, trailing blanks included
+//
+// Raises  -5104  no text, a name that is too long or no region's     -5103  an offset with other characters
+//         -5098  hours outside -12..14     -5099  minutes above 59, or outside -12:59..+14:00
+DV_EXPORT void timezone_parse(timezone_t *tz, const char *str, int str_len);
+
+// Reads a UTC offset: letters, which are skipped, blanks, a sign, hours, and ":" and minutes, with blanks between.
+//
+//   for_parser  1: "-" means west of Greenwich, and nothing may follow
+//               0: as in the environment variable TZ: "-" means east, and what follows does not matter
+//
+// Returns 0 with the offset stored, or the code -5103, -5098 or -5099 with *tz as it was. Raises nothing.
+DV_EXPORT int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar for_parser);
+
+// Moves a date by the zone's offset: to the east from UTC to local time, to the west back. The seconds of the
+// offset take no part, and minutes have the sign of the hour, that of 0 being minus: an offset of +00:30 is
+// applied as -00:30.
+// Raises  -5114  as dv_date_add_field
+DV_EXPORT void timezone_shift_to_east(const timezone_t *local_tz, dv_date_t *date);
+DV_EXPORT void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *date);
+
+// Turns local time into UTC, and stores the offset in force in *local_tz.
+//
+//   abbrev  abbreviation, NUL ended, that decides between the two meanings of a local time that clocks showed
+//           twice, and must be the one in force at any other; NULL or "" takes the later meaning
+//
+// Raises  -5110  the region's clocks never showed this time     -5109  the abbreviation was not in force
+//         -5114  as dv_date_add_field
+DV_EXPORT void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev);
+
+// Turns UTC into the local time of sess_tz. *out_tz, unless NULL, gets that zone with the offset in force.
+// Raises  -5114  as dv_date_add_field
+DV_EXPORT void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *out_tz);
+
+// Stores in *local_tz the offset that its region has at a time in UTC. A fixed offset stays.
+DV_EXPORT void timezone_adjust(timezone_t *local_tz, const dv_date_t *date);
+
+// The zone as text, NUL ended: "+09:00" in at most buf_size bytes, or a region's name, for which buf must hold
+// TZ_NAME_TEXT_SIZE bytes.
+DV_EXPORT void timezone_get_zone_name(const timezone_t *local_tz, char *buf, int buf_size);
+
+// The abbreviation in force in a region at a time in UTC, NUL ended, cut to buf_size - 1 characters; "" for a
+// fixed offset.
+DV_EXPORT void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, char *buf, int buf_size);
+
+// The region whose samples (sample_tab_) agree longest with the C library's local time, from the newest on; of
+// several the one with the lowest number, of none Etc/UTC. Calls tzset, so that no other thread may change the
+// process's zone meanwhile.
+DV_EXPORT int32_t zonesmpl_search_default(void);
+
+// The host's zone. Without TZ in the environment a region, with the offset 0:00:00. With it always a fixed
+// offset: the one that the named region has now, or the one that TZ gives ("KST-9"), else 0:00:00.
+// Raises  -5110  the present local time does not exist in the region that TZ names
+DV_EXPORT void timezone_get_system_default(timezone_t *tz);
+
+#ifdef __cplusplus
+}  // extern "C"
+#endif
+
 #endif  // DVTYPES_TIMEZONE_H
