@@ -12,9 +12,9 @@ namespace {
 constexpr int _oldest_sqlite = 3'040'000;
 
 constexpr const sql_function_table *_function_tables[] = {
-    &general_functions,  &number_functions,  &date_functions,           &time_functions,
-    &interval_functions, &extract_functions, &datetime_model_functions, &number_model_functions,
-    &rowid_functions,    &type_functions,
+    &general_functions,      &number_functions,   &date_functions,    &time_functions,
+    &timestamp_functions,    &interval_functions, &extract_functions, &datetime_model_functions,
+    &number_model_functions, &rowid_functions,    &type_functions,
 };
 constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
 

@@ -27,12 +27,7 @@ bool has_year_(const dv_date_t &date) {
 }
 
 const char *fault_(const dv_date_t &date) {
-    if (date.dummy != 0) return "the last byte of a DATE is 0";
-    if (!has_year_(date)) return "it has no year of a DATE";
-    if (!is_month(date.month)) return "its month is out of range";
-    if (date.day < 1 || date.day > date_month_length(date)) return "its month does not have its day";
-    if (is_in_calendar_gap(date_calendar_day(date))) return "its day was left out of October 1582";
-    return sql_time_of_day_fault(date);
+    return date.dummy != 0 ? "the last byte of a DATE is 0" : sql_date_fault(date);
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -53,20 +48,9 @@ void current_(sql_call &call) {
     sql_return_date(call, date);
 }
 
-// YYYY-MM-DD HH:MI:SS, with "-" in front of a year BC.
 void to_text_(sql_call &call) {
-    const dv_date_t &date = call.args[0].date;
-    const int year = date_year(date);
-    char text[sizeof "-9999-12-31 23:59:59"];
-    char *end = text;
-    if (year < 0) *end++ = '-';
-    end = sql_put_digits(end, std::abs(year), 4);
-    *end++ = '-';
-    end = sql_put_digits(end, date.month, 2);
-    *end++ = '-';
-    end = sql_put_digits(end, date.day, 2);
-    *end++ = ' ';
-    end = sql_put_time_of_day(end, date);
+    char text[SQL_DATE_TEXT_MAX];
+    const char *end = sql_put_date(text, call.args[0].date);
     sql_return(call.context, sql_text_value(text, static_cast<int>(end - text)));
 }
 
@@ -101,12 +85,8 @@ void last_day_(sql_call &call) {
     sql_return_date(call, date);
 }
 
-// Months are held to 32 bits, where any date has long left the calendar and the library says so.
 void add_interval_(dv_date_t &date, const sql_value &interval, int sign) {
-    if (interval.kind == SQL_KIND_ITV_YTM) {
-        const int64_t months = std::clamp<int64_t>(sql_total_months(interval.ytm), -INT_MAX, INT_MAX);
-        return dv_date_add_month(&date, sign * static_cast<int>(months), /*is_from_itv=*/1);
-    }
+    if (interval.kind == SQL_KIND_ITV_YTM) return sql_add_months(date, interval.ytm, sign);
     if (sign > 0) return dv_date_add_itv_dts(&date, &interval.dts);
     dv_date_sub_itv_dts(&date, &interval.dts);
 }
@@ -190,6 +170,32 @@ constexpr sql_function _functions[] = {
 };
 
 }  // namespace
+
+const char *dv::impl::sql_date_fault(const dv_date_t &date) {
+    if (!has_year_(date)) return "it has no year of a DATE";
+    if (!is_month(date.month)) return "its month is out of range";
+    if (date.day < 1 || date.day > date_month_length(date)) return "its month does not have its day";
+    if (is_in_calendar_gap(date_calendar_day(date))) return "its day was left out of October 1582";
+    return sql_time_of_day_fault(date);
+}
+
+char *dv::impl::sql_put_date(char *out, const dv_date_t &date) {
+    const int year = date_year(date);
+    if (year < 0) *out++ = '-';
+    out = sql_put_digits(out, std::abs(year), 4);
+    *out++ = '-';
+    out = sql_put_digits(out, date.month, 2);
+    *out++ = '-';
+    out = sql_put_digits(out, date.day, 2);
+    *out++ = ' ';
+    return sql_put_time_of_day(out, date);
+}
+
+// Months are held to 32 bits, where any date has long left the calendar and the library says so.
+void dv::impl::sql_add_months(dv_date_t &date, const dv_itv_ytm_t &interval, int sign) {
+    const int64_t months = std::clamp<int64_t>(sql_total_months(interval), -INT_MAX, INT_MAX);
+    dv_date_add_month(&date, sign * static_cast<int>(months), /*is_from_itv=*/1);
+}
 
 constinit const sql_type dv::impl::date_type = {
     SQL_KIND_DATE,

@@ -1,5 +1,5 @@
-// What the SQL forms of DATE, TIME and the intervals share: stored forms that are the record itself, and
-// pieces of their texts.
+// What the SQL forms of DATE, TIME, TIMESTAMP and the intervals share: stored forms that are the record
+// itself, and pieces of their texts.
 
 #ifndef DV_SQL_DATETIME_H
 #define DV_SQL_DATETIME_H
@@ -52,6 +52,30 @@ inline void sql_return_date(const sql_call &call, const dv_date_t &date) {
     sql_return(call.context, value);
 }
 
+// What is wrong with the date and time of day of any bytes, NULL when nothing is. The last byte is not looked
+// at.
+const char *sql_date_fault(const dv_date_t &date);
+
+// YYYY-MM-DD HH:MI:SS, with "-" in front of a year BC; returns the end.
+inline constexpr int SQL_DATE_TEXT_MAX = sizeof "-9999-12-31 23:59:59" - 1;
+char *sql_put_date(char *out, const dv_date_t &date);
+
+// Adds (sign 1) or subtracts (-1) calendar months. Raises as dv_date_add_month with is_from_itv 1.
+void sql_add_months(dv_date_t &date, const dv_itv_ytm_t &interval, int sign);
+
+// ---------------------------------------------------------------------------------------------------------
+// Timestamps
+// ---------------------------------------------------------------------------------------------------------
+
+// Makes a TIMESTAMP the result, as sql_return_date does with a DATE.
+inline void sql_return_timestamp(const sql_call &call, const dv_timestamp_t &ts) {
+    sql_value value{};
+    value.kind = SQL_KIND_TIMESTAMP;
+    value.timestamp = ts;
+    dv_date_is_valid(&date_part(value.timestamp));
+    sql_return(call.context, value);
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // Time of day
 // ---------------------------------------------------------------------------------------------------------
@@ -90,6 +114,9 @@ inline int64_t sql_total_months(const dv_itv_ytm_t &itv) {
     return int64_t{dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_YEAR)} * MONTHS_PER_YEAR +
            dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_MONTH);
 }
+
+// Makes an INTERVAL DAY TO SECOND with fields of any sign and carry the result, in its one form.
+void sql_return_dts(const sql_call &call, const dv_itv_dts_t &itv);
 
 }  // namespace dv::impl
 

@@ -1,4 +1,5 @@
-// Dates and times under format models in SQL: to_char, to_date, and truncation and rounding to a unit.
+// Dates, times and timestamps under format models in SQL: to_char, to_date, to_timestamp, and truncation and
+// rounding to a unit.
 //
 // A model is compiled once per statement: SQLite keeps it with the call's model argument as long as that is a
 // constant. What is kept also holds the buffer for the texts written under it, so that a raise leaves nothing
@@ -107,14 +108,20 @@ bool grow_text_(const sql_call &call, compiled_model &model, int predicted) {
     return true;
 }
 
-constexpr int _fraction_digits = 9;  // of a TIME in SQL
+constexpr int _fraction_digits = 9;  // of a TIME or TIMESTAMP in SQL
 
 long write_(const sql_call &call, compiled_model &model) {
     const sql_value &value = call.args[0];
-    if (value.kind == SQL_KIND_TIME) {
-        return dv_time_to_str(&value.time, model.text, model.text_size, &model.fmt_ctx, _fraction_digits);
+    char *const text = model.text;
+    const int size = model.text_size;
+    switch (value.kind) {
+        case SQL_KIND_TIME:
+            return dv_time_to_str(&value.time, text, size, &model.fmt_ctx, _fraction_digits);
+        case SQL_KIND_TIMESTAMP:
+            return dv_timestamp_to_str(&value.timestamp, text, size, &model.fmt_ctx, _fraction_digits);
+        default:
+            return dv_date_to_str(&value.date, text, size, &model.fmt_ctx);
     }
-    return dv_date_to_str(&value.date, model.text, model.text_size, &model.fmt_ctx);
 }
 
 void to_char_(sql_call &call) {
@@ -149,6 +156,23 @@ void to_date_by_default_(sql_call &call) {
     sql_return_date(call, date);
 }
 
+void to_timestamp_(sql_call &call) {
+    const compiled_model *model = model_of_(call, SQL_KIND_TIMESTAMP, /*is_for_reading=*/true);
+    if (model == nullptr) return;
+    dv_timestamp_t ts;
+    const sql_text &text = call.args[0].text;
+    dv_timestamp_from_str(&ts, text.bytes, text.length, &model->fmt_ctx, _fraction_digits);
+    sql_return_timestamp(call, ts);
+}
+
+void to_timestamp_by_default_(sql_call &call) {
+    constexpr char fmt[] = "SYYYY-MM-DD HH24:MI:SS.FF9";
+    dv_timestamp_t ts;
+    const sql_text &text = call.args[0].text;
+    dv_timestamp_from_str_DEPRECATED(&ts, text.bytes, text.length, fmt, sizeof fmt - 1, _fraction_digits);
+    sql_return_timestamp(call, ts);
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // Truncation and rounding
 // ---------------------------------------------------------------------------------------------------------
@@ -168,15 +192,28 @@ void to_unit_(sql_call &call) {
 
 constexpr sql_kind _date = SQL_KIND_DATE;
 constexpr sql_kind _time = SQL_KIND_TIME;
+constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
 constexpr sql_function _functions[] = {
-    {"to_char", {_date, _text}, to_char_},         {"to_char", {_date, _text, _text}, to_char_},
-    {"to_char", {_time, _text}, to_char_},         {"to_char", {_time, _text, _text}, to_char_},
-    {"to_date", {_text}, to_date_by_default_},     {"to_date", {_date}, sql_return_argument},
-    {"to_date", {_text, _text}, to_date_},         {"to_date", {_text, _text, _text}, to_date_},
-    {"dv_trunc", {_date}, to_day_<dv_date_trunc>}, {"dv_trunc", {_date, _text}, to_unit_<dv_date_trunc>},
-    {"dv_round", {_date}, to_day_<dv_date_round>}, {"dv_round", {_date, _text}, to_unit_<dv_date_round>},
+    {"to_char", {_date, _text}, to_char_},
+    {"to_char", {_date, _text, _text}, to_char_},
+    {"to_char", {_time, _text}, to_char_},
+    {"to_char", {_time, _text, _text}, to_char_},
+    {"to_char", {_timestamp, _text}, to_char_},
+    {"to_char", {_timestamp, _text, _text}, to_char_},
+    {"to_timestamp", {_text}, to_timestamp_by_default_},
+    {"to_timestamp", {_timestamp}, sql_return_argument},
+    {"to_timestamp", {_text, _text}, to_timestamp_},
+    {"to_timestamp", {_text, _text, _text}, to_timestamp_},
+    {"to_date", {_text}, to_date_by_default_},
+    {"to_date", {_date}, sql_return_argument},
+    {"to_date", {_text, _text}, to_date_},
+    {"to_date", {_text, _text, _text}, to_date_},
+    {"dv_trunc", {_date}, to_day_<dv_date_trunc>},
+    {"dv_trunc", {_date, _text}, to_unit_<dv_date_trunc>},
+    {"dv_round", {_date}, to_day_<dv_date_round>},
+    {"dv_round", {_date, _text}, to_unit_<dv_date_round>},
 };
 
 }  // namespace

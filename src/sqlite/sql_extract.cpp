@@ -1,7 +1,7 @@
-// dv_extract: one field of a DATE, a TIME or an interval.
+// dv_extract: one field of a DATE, a TIME, a TIMESTAMP or an interval.
 //
-// Results are integers, but the seconds of a TIME and of an INTERVAL DAY TO SECOND, which have a fraction: a
-// NUMBER. The fields of an interval have its sign.
+// Results are integers, but the seconds of a TIME, a TIMESTAMP and an INTERVAL DAY TO SECOND, which have a
+// fraction: a NUMBER. The fields of an interval have its sign.
 
 #include "sql_datetime.h"
 
@@ -36,6 +36,12 @@ sql_value of_time_(const sql_value &from, dt_fmt_unit_t unit) {
     return seconds_(field, static_cast<int>(time_nanoseconds(from.time)));
 }
 
+sql_value of_timestamp_(const sql_value &from, dt_fmt_unit_t unit) {
+    const int field = dv_timestamp_get_field(&from.timestamp, unit);
+    if (unit != DT_FMT_UNIT_SECOND) return sql_integer(field);
+    return seconds_(field, static_cast<int>(time_nanoseconds(time_part(from.timestamp))));
+}
+
 sql_value of_ytm_(const sql_value &from, dt_fmt_unit_t unit) {
     if (unit != DT_FMT_UNIT_YEAR && unit != DT_FMT_UNIT_MONTH) raise(ERR_FIELD_UNSUPPORTED);
     return sql_integer(dv_itv_ytm_get_field(&from.ytm, unit));
@@ -67,6 +73,7 @@ void extract_(sql_call &call) {
 constexpr sql_function _functions[] = {
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_DATE}, extract_<of_date_>},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_TIME}, extract_<of_time_>},
+    {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_TIMESTAMP}, extract_<of_timestamp_>},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_ITV_YTM}, extract_<of_ytm_>},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_ITV_DTS}, extract_<of_dts_>},
 };

@@ -14,7 +14,7 @@
 
 namespace dv::impl {
 
-inline constexpr int SQL_PARAMS_MAX = 6;
+inline constexpr int SQL_PARAMS_MAX = 7;
 
 struct sql_function;
 
@@ -59,6 +59,7 @@ extern const sql_function_table general_functions;
 extern const sql_function_table number_functions;
 extern const sql_function_table date_functions;
 extern const sql_function_table time_functions;
+extern const sql_function_table timestamp_functions;
 extern const sql_function_table datetime_model_functions;
 extern const sql_function_table interval_functions;
 extern const sql_function_table extract_functions;

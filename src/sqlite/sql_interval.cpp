@@ -137,24 +137,11 @@ seconds_and_rest total_of_(const dv_itv_dts_t &itv) {
     return total;
 }
 
-// Fields of any sign and carry.
-void return_dts_(const sql_call &call, const dv_itv_dts_t &itv) {
-    const seconds_and_rest total = total_of_(itv);
-    const int64_t days = total.seconds / SEC_PER_DAY;
-    if (!is_within_(days, _leading_max)) raise(ERR_ITV_LEADING_PRECISION);
-    sql_value value{};
-    value.kind = SQL_KIND_ITV_DTS;
-    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_DAY, static_cast<int>(days));
-    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_SECOND, static_cast<int>(total.seconds % SEC_PER_DAY));
-    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_FSEC, total.nanoseconds);
-    sql_return(call.context, value);
-}
-
 void read_dts_(sql_call &call) {
     const sql_text &text = call.args[0].text;
     dv_itv_dts_t itv;
     dv_itv_dts_from_str(&itv, text.bytes, text.length, DV_ITV_DAY_TO_SECOND, _leading_digits, /*fprec=*/9);
-    return_dts_(call, itv);
+    sql_return_dts(call, itv);
 }
 
 void dts_to_text_(sql_call &call) {
@@ -167,27 +154,27 @@ template <auto Operation>
 void combine_dts_(sql_call &call) {
     dv_itv_dts_t &itv = call.args[0].dts;
     Operation(&itv, &call.args[1].dts);
-    return_dts_(call, itv);
+    sql_return_dts(call, itv);
 }
 
 void negate_dts_(sql_call &call) {
     dv_itv_dts_t &itv = call.args[0].dts;
     for (const dt_fmt_unit_t unit : {DT_FMT_UNIT_DAY, DT_FMT_UNIT_SECOND, DT_FMT_UNIT_FSEC})
         dv_itv_dts_set_field(&itv, unit, -dv_itv_dts_get_field(&itv, unit));
-    return_dts_(call, itv);
+    sql_return_dts(call, itv);
 }
 
 void mul_dts_(sql_call &call) {
     const int place = interval_place_(call);
     dv_itv_dts_t &itv = call.args[place].dts;
     dv_itv_dts_mul(&itv, &call.args[1 - place].number);
-    return_dts_(call, itv);
+    sql_return_dts(call, itv);
 }
 
 void div_dts_(sql_call &call) {
     dv_itv_dts_t &itv = call.args[0].dts;
     dv_itv_dts_div(&itv, &call.args[1].number);
-    return_dts_(call, itv);
+    sql_return_dts(call, itv);
 }
 
 dv_itv_dts_t interval_of_seconds_(int seconds) {
@@ -205,7 +192,7 @@ void number_to_dts_(sql_call &call) {
     if (seconds == 0) return;
     dv_itv_dts_t itv = interval_of_seconds_(seconds);
     dv_itv_dts_mul(&itv, &call.args[0].number);
-    return_dts_(call, itv);
+    sql_return_dts(call, itv);
 }
 
 constexpr sql_kind _ytm = SQL_KIND_ITV_YTM;
@@ -241,6 +228,18 @@ constexpr sql_function _functions[] = {
 };
 
 }  // namespace
+
+void dv::impl::sql_return_dts(const sql_call &call, const dv_itv_dts_t &itv) {
+    const seconds_and_rest total = total_of_(itv);
+    const int64_t days = total.seconds / SEC_PER_DAY;
+    if (!is_within_(days, _leading_max)) raise(ERR_ITV_LEADING_PRECISION);
+    sql_value value{};
+    value.kind = SQL_KIND_ITV_DTS;
+    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_DAY, static_cast<int>(days));
+    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_SECOND, static_cast<int>(total.seconds % SEC_PER_DAY));
+    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_FSEC, total.nanoseconds);
+    sql_return(call.context, value);
+}
 
 constinit const sql_type dv::impl::itv_ytm_type = {
     SQL_KIND_ITV_YTM,

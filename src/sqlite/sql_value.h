@@ -18,6 +18,7 @@
 #include "dvtypes/interval.h"
 #include "dvtypes/number.h"
 #include "dvtypes/rowid.h"
+#include "dvtypes/timestamp.h"
 #include "sqlite_api.h"
 
 namespace dv::impl {
@@ -28,6 +29,7 @@ enum sql_kind : uint8_t {
     SQL_KIND_NUMBER = DV_TYPE_NUMBER,
     SQL_KIND_DATE = DV_TYPE_DATE,
     SQL_KIND_TIME = DV_TYPE_TIME,
+    SQL_KIND_TIMESTAMP = DV_TYPE_TIMESTAMP,
     SQL_KIND_ITV_YTM = DV_TYPE_ITV_YTM,
     SQL_KIND_ITV_DTS = DV_TYPE_ITV_DTS,
     SQL_KIND_ROWID = DV_TYPE_ROWID,
@@ -56,6 +58,7 @@ struct sql_value {
         number_t number;
         dv_date_t date;
         dv_time_t time;
+        dv_timestamp_t timestamp;
         dv_itv_ytm_t ytm;
         dv_itv_dts_t dts;
         rowid_t rowid;
@@ -82,6 +85,7 @@ struct sql_type {
 extern const sql_type number_type;
 extern const sql_type date_type;
 extern const sql_type time_type;
+extern const sql_type timestamp_type;
 extern const sql_type itv_ytm_type;
 extern const sql_type itv_dts_type;
 extern const sql_type rowid_type;

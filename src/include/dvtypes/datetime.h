@@ -25,33 +25,15 @@
 
 #include "dvtypes/base.h"
 #include "dvtypes/datetime_fmt.h"
+#include "dvtypes/datetime_record.h"
 #include "dvtypes/datetime_unit.h"
 #include "dvtypes/interval.h"
 #include "dvtypes/nls.h"
-#include "dvtypes/timestamp.h"
+#include "dvtypes/timestamp_record.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
-
-typedef struct dv_date_s {
-    uint8_t century;  // year / 100 toward zero, + 100
-    uint8_t year;     // the rest, with the sign of the year, + 100
-    uint8_t month;    // 1..12
-    uint8_t day;      // 1..31
-    uint8_t hour;     // 0..23
-    uint8_t minute;   // 0..59
-    uint8_t second;   // 0..59
-    uint8_t dummy;    // 0
-} dv_date_t;
-
-typedef struct dv_time_s {
-    uint8_t hour;
-    uint8_t minute;
-    uint8_t second;
-    uint8_t dummy;    // 0
-    uint8_t csec[4];  // nanoseconds 0..999999999, big-endian
-} dv_time_t;
 
 enum {
     DV_YEAR_MIN = -9999,
@@ -125,6 +107,11 @@ DV_EXPORT void dv_date_from_epoch_time(time_t t, dv_date_t *date);
 
 // The DATE bytes of a TIMESTAMP; the fraction is cut off.
 DV_EXPORT void dv_date_from_timestamp(dv_date_t *date, const dv_timestamp_t *ts);
+
+// The local DATE of a zoned timestamp: in its own zone, with the offset that it holds, or in the session's
+// zone. Raises  -5114  the local time is out of the range of DATE arithmetic
+DV_EXPORT void dv_date_from_ts_tz(dv_date_t *date, const dv_ts_tz_t *ts_tz);
+DV_EXPORT void dv_date_from_ts_ltz(dv_date_t *date, const dv_ts_ltz_t *ts_ltz, const timezone_t *sess_tz);
 
 // Today's local date, by dv_getlocaltime, at the given time; the fraction is cut off.
 DV_EXPORT void dv_date_from_time(dv_date_t *date, const dv_time_t *time);

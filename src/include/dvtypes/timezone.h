@@ -4,6 +4,7 @@
 #define DVTYPES_TIMEZONE_H
 
 #include "dvtypes/base.h"
+#include "dvtypes/datetime_record.h"
 
 // A time zone: a region with the UTC offset in force at the value it belongs to, or a fixed UTC offset.
 typedef struct timezone_s {
@@ -12,6 +13,89 @@ typedef struct timezone_s {
     uint8_t utc_sec;     // 0..59
     uint8_t zone_id[2];  // big-endian: 0..579 regions, 580 no zone given, 581 fixed offset
 } timezone_t;
+
+// ---- regions and their history
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+// Number of a zone: 0..579 is a region, its index in region_tab_. Regions are numbered by their names in
+// lower case; numbers and names never change.
+typedef enum tz_id_e {
+    TZ_ID_MAX = 580,      // count of regions
+    TZ_ID_DEFAULT = 580,  // no zone given
+    TZ_ID_OFFSET = 581    // a fixed UTC offset
+} tz_id_e;
+typedef int32_t tz_id_t;
+
+enum {
+    TZ_NAME_MAX = 64,         // characters of the longest region name
+    TZ_NAME_TEXT_SIZE = 65,   // with its NUL
+    TZ_ABBREV_TEXT_SIZE = 9,  // of the longest abbreviation, with its NUL; longer ones are cut
+    TZ_SAMPLE_COUNT = 480,
+    TZ_SAMPLE_NEWEST = 974937600,  // 2000-11-23 00:00:00 UTC, in seconds since 1970
+    TZ_SAMPLE_STEP = 7862400       // 91 days in seconds
+};
+
+// An entry of a region's history: an instant, and the local time in force at it. All parts of the offset have
+// its sign: -4:56:02 is -4, -56, -2.
+typedef struct tz_info_s {
+    int8_t utc_hour;
+    int8_t utc_min;
+    int8_t utc_sec;
+    dv_date_t normal;  // the instant in UTC
+    dv_date_t local;   // the same in local time: normal plus the whole offset, seconds included
+    char abbrev[TZ_ABBREV_TEXT_SIZE];
+} tz_info_t;
+
+// A region. Its history is a pair of entries for each change of the offset, the daylight flag or the
+// abbreviation up to the end of 2050 UTC, newest first: where the new period begins, and one second before,
+// where the old one ends. A region without changes has one entry, with -9999-01-01 00:00:00 for both dates.
+typedef struct tz_region_s {
+    tz_id_t id;                          // index of the record
+    char canon_name[TZ_NAME_TEXT_SIZE];  // "America/New_York"
+    char lc_name[TZ_NAME_TEXT_SIZE];     // "america/new_york": the order of the table
+    int32_t info_cnt;                    // 1, or even
+    const tz_info_t *infos;              // regions with one history share it
+} tz_region_t;
+
+// A local time as the C library's struct tm has it: months 0..11, years since 1900, Sunday 0.
+typedef struct tz_smpl_tm_s {
+    int32_t tm_sec;
+    int32_t tm_min;
+    int32_t tm_hour;
+    int32_t tm_mday;
+    int32_t tm_mon;
+    int32_t tm_year;
+    int32_t tm_wday;
+    int32_t tm_yday;
+    int32_t tm_isdst;
+    char abbrev[TZ_ABBREV_TEXT_SIZE];
+} tz_smpl_tm_t;
+
+// Local times of a region; sample j is that of TZ_SAMPLE_NEWEST - j * TZ_SAMPLE_STEP.
+typedef struct tz_sample_s {
+    tz_id_t id;
+    tz_smpl_tm_t stms[TZ_SAMPLE_COUNT];
+} tz_sample_t;
+
+// Constant, indexed by zone number. The histories that region_tab_ refers to are symbols of the library too,
+// named by region: africa_abidjan_infos_, america_port_au_prince_infos_, etc_gmt_plus_5_infos_.
+extern DV_EXPORT const tz_region_t region_tab_[TZ_ID_MAX];
+extern DV_EXPORT const tz_sample_t sample_tab_[TZ_ID_MAX];
+
+// The region of a name, in any letter case (ASCII); Etc/UTC for NULL or "". A name that the tz database gave
+// a region later finds that region under the name that it has here: Europe/Kyiv finds Europe/Kiev. NULL if
+// there is none. Allocates nothing; any thread may call it.
+DV_EXPORT const tz_region_t *zonetab_search_region(const char *region);
+
+// The release of the tz database from which the tables were made: "2025b".
+DV_EXPORT const char *zonetab_get_version(void);
+
+#ifdef __cplusplus
+}  // extern "C"
+#endif
 
 // ---- operations
 
@@ -29,17 +113,11 @@ typedef enum tz_field_e {
 } tz_field_e;
 typedef int32_t tz_field_t;
 
-enum {
-    TZ_NAME_MAX = 64,         // characters of the longest region name
-    TZ_NAME_TEXT_SIZE = 65,   // with its NUL
-    TZ_ABBREV_TEXT_SIZE = 9,  // of the longest abbreviation, with its NUL
-};
-
-// Functions work on the caller's records and constant tables, allocate nothing and may be called from any thread
-// on records that no other thread is writing. A NULL record is reported by an assertion ("tz != NULL",
-// "local_tz != NULL", "sess_tz != NULL", "date != NULL"); the call then returns. A zone that is neither a region
-// nor a fixed offset (number 580, or above 581) is reported by "zone_id < TZ_ID_MAX" where a history would be
-// needed; the call then returns with the date untouched.
+// Functions work on the caller's records and constant tables, allocate nothing and may be called from any
+// thread on records that no other thread is writing. A NULL record is reported by an assertion ("tz != NULL",
+// "local_tz != NULL", "sess_tz != NULL", "date != NULL"); the call then returns. A zone that is neither a
+// region nor a fixed offset (number 580, or above 581) is reported by "zone_id < TZ_ID_MAX" where a history
+// would be needed; the call then returns with the date untouched.
 //
 // A date is the DATE at the beginning of any datetime record; its fraction of a second is never looked at.
 
@@ -59,13 +137,15 @@ DV_EXPORT int timezone_get_field(const timezone_t *tz, tz_field_t field);
 // Reads a zone: blanks, then a UTC offset ("+09:00", "-5", "9:30") or the name of a region in any letter case
 // ("Asia/Seoul"), then blanks. A region gets the offset 0:00:00; blanks alone are Etc/UTC.
 //
-//   str, str_len  the text; behind its leading blanks a name has at most 64 characters, trailing blanks included
+//   str, str_len  the text; behind its leading blanks a name has at most 64 characters, trailing blanks
+//   included
 //
 // Raises  -5104  no text, a name that is too long or no region's     -5103  an offset with other characters
 //         -5098  hours outside -12..14     -5099  minutes above 59, or outside -12:59..+14:00
 DV_EXPORT void timezone_parse(timezone_t *tz, const char *str, int str_len);
 
-// Reads a UTC offset: letters, which are skipped, blanks, a sign, hours, and ":" and minutes, with blanks between.
+// Reads a UTC offset: letters, which are skipped, blanks, a sign, hours, and ":" and minutes, with blanks
+// between.
 //
 //   for_parser  1: "-" means west of Greenwich, and nothing may follow
 //               0: as in the environment variable TZ: "-" means east, and what follows does not matter
@@ -96,17 +176,18 @@ DV_EXPORT void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, tim
 // Stores in *local_tz the offset that its region has at a time in UTC. A fixed offset stays.
 DV_EXPORT void timezone_adjust(timezone_t *local_tz, const dv_date_t *date);
 
-// The zone as text, NUL ended: "+09:00" in at most buf_size bytes, or a region's name, for which buf must hold
-// TZ_NAME_TEXT_SIZE bytes.
+// The zone as text, NUL ended: "+09:00" in at most buf_size bytes, or a region's name, for which buf must
+// hold TZ_NAME_TEXT_SIZE bytes.
 DV_EXPORT void timezone_get_zone_name(const timezone_t *local_tz, char *buf, int buf_size);
 
 // The abbreviation in force in a region at a time in UTC, NUL ended, cut to buf_size - 1 characters; "" for a
 // fixed offset.
-DV_EXPORT void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, char *buf, int buf_size);
+DV_EXPORT void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, char *buf,
+                                      int buf_size);
 
-// The region whose samples (sample_tab_) agree longest with the C library's local time, from the newest on; of
-// several the one with the lowest number, of none Etc/UTC. Calls tzset, so that no other thread may change the
-// process's zone meanwhile.
+// The region whose samples (sample_tab_) agree longest with the C library's local time, from the newest on;
+// of several the one with the lowest number, of none Etc/UTC. Calls tzset, so that no other thread may change
+// the process's zone meanwhile.
 DV_EXPORT int32_t zonesmpl_search_default(void);
 
 // The host's zone. Without TZ in the environment a region, with the offset 0:00:00. With it always a fixed

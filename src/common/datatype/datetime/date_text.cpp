@@ -19,25 +19,6 @@ bool is_null_(const dv_date_t &date) { return memcmp(&date, &null_dv_date, sizeo
 model_text_t reading_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_TYPE_DATE, true}; }
 model_text_t writing_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_TYPE_DATE, false}; }
 
-// Must the present give the year or the month?
-bool needs_present_(const dt_fmt_ctx_t &model) {
-    bool has_year = false, has_month = false;
-    for (int i = 0; i < fmt_token_count(model); ++i) {
-        const int32_t id = model.token_infos[i].id;
-        has_year |= id == DT_FMT_TOKEN_YYYY || id == DT_FMT_TOKEN_SYYYY;
-        has_month |= (id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD;
-    }
-    return !has_year || !has_month;
-}
-
-// The first of the present month, without a look at the clock where the model overwrites all that it tells.
-void load_defaults_(dv_date_t &date, const dt_fmt_ctx_t &model) {
-    if (needs_present_(model)) return dv_date_init(&date);
-    date_set_calendar(date, 1, 1, 1);
-    date_set_clock(date, 0, 0, 0);
-}
-static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);  // MM, MON, MONTH, RM
-
 struct unit_text_t {
     const char *fmt;
     int fmt_len;
@@ -55,7 +36,7 @@ extern "C" void dv_date_from_str(dv_date_t *date, const char *str, int str_len, 
     if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
-    load_defaults_(*date, *fmt_ctx);
+    load_date_defaults(*date, *fmt_ctx);
     dt_fmt_parse_ctx_t ctx;
     begin_reading(ctx, *fmt_ctx, str, length);
     read_by_model(ctx, {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0},

@@ -21,6 +21,18 @@ bool has_element_(const Parts &value, const dt_fmt_token_info_t &element) {
     }
 }
 
+// Must the present give the year or the month?
+bool needs_present_(const dt_fmt_ctx_t &model) {
+    bool has_year = false, has_month = false;
+    for (int i = 0; i < fmt_token_count(model); ++i) {
+        const int32_t id = model.token_infos[i].id;
+        has_year |= id == DT_FMT_TOKEN_YYYY || id == DT_FMT_TOKEN_SYYYY;
+        has_month |= (id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD;
+    }
+    return !has_year || !has_month;
+}
+static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);  // MM, MON, MONTH, RM
+
 conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value) {
     switch (ctx.cur_token_info->type) {
         case DT_FMT_TYPE_DATE:
@@ -57,6 +69,12 @@ void dv::impl::begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model,
                              int str_len) {
     begin_writing(ctx, model, const_cast<char *>(str), std::min<int>(str_len, DV_DATETIME_TEXT_MAX));
     ctx.is_from_str = 1;
+}
+
+void dv::impl::load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model) {
+    if (needs_present_(model)) return dv_date_init(&date);
+    date_set_calendar(date, 1, 1, 1);
+    date_set_clock(date, 0, 0, 0);
 }
 
 void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, error_at refused) {

@@ -31,6 +31,10 @@ inline int text_length(const char *text) { return static_cast<int>(strnlen(text,
 void begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, const char *str, int str_len);
 void begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, char *str, int str_len);
 
+// Loads the date into which a model reads: the first of the present month at midnight, without a look at the
+// clock where the model overwrites all that it tells.
+void load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model);
+
 // A value in parts. An element of a part that is not there is refused.
 template <typename Date, typename Time>
 struct datetime_parts_t {

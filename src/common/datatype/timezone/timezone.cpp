@@ -1,0 +1,121 @@
+// Time zone records: fields, shifting by the offset, names.
+
+#include <algorithm>
+#include <cstring>
+
+#include "timezone_internal.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int _hour_min = -12, _hour_max = 14;
+
+// Signed minutes of the offset as they are applied: the minute has the sign of the hour, with 0 counted as
+// negative.
+int applied_minutes_(const timezone_t &tz) {
+    const int hour = tz_hour(tz), minute = tz.utc_min;
+    return hour * MINUTES_PER_HOUR + (hour > 0 ? minute : -minute);
+}
+
+char *put_two_digits_(char *to, int value) {
+    to[0] = static_cast<char>('0' + value / 10 % 10);
+    to[1] = static_cast<char>('0' + value % 10);
+    return to + 2;
+}
+
+// As printf's "%+.2d:%.2d" for hours and minutes of one or two digits; a third digit of broken records is
+// lost.
+std::string_view offset_text_(const timezone_t &tz, char (&text)[6]) {
+    const int hour = tz_hour(tz);
+    text[0] = hour < 0 ? '-' : '+';
+    char *end = put_two_digits_(text + 1, hour < 0 ? -hour : hour);
+    *end++ = ':';
+    end = put_two_digits_(end, tz.utc_min);
+    return {text, static_cast<size_t>(end - text)};
+}
+
+}  // namespace
+
+extern "C" {
+
+void timezone_init(timezone_t *tz) {
+    if (!is_given_tz(tz)) return;
+    tz_set_offset(*tz, 0, 0);
+    tz_set_zone(*tz, TZ_ID_DEFAULT);
+}
+
+void timezone_set_field(timezone_t *tz, tz_field_t field, int value) {
+    if (!is_given_tz(tz)) return;
+    switch (field) {
+        case TZ_FLD_UTC_HOUR:
+            if (value < _hour_min || value > _hour_max) raise(ERR_ZONE_HOUR);
+            return tz_set_hour(*tz, value);
+        case TZ_FLD_UTC_MIN:
+            if (value < 0 || value >= MINUTES_PER_HOUR) raise(ERR_ZONE_MINUTE);
+            tz->utc_min = static_cast<uint8_t>(value);
+            return;
+        case TZ_FLD_UTC_SEC:
+            if (value < 0 || value >= SEC_PER_MINUTE) raise(ERR_ZONE_SECOND);
+            tz->utc_sec = static_cast<uint8_t>(value);
+            return;
+        case TZ_FLD_ZONE_ID:
+            DV_ASSERT(value >= 0 && value <= TZ_ID_OFFSET);
+            if (value >= 0 && value <= TZ_ID_OFFSET) tz_set_zone(*tz, value);
+            return;
+        default:
+            raise(ERR_FIELD_UNSUPPORTED);
+    }
+}
+
+int timezone_get_field(const timezone_t *tz, tz_field_t field) {
+    if (!is_given_tz(tz)) return 0;
+    switch (field) {
+        case TZ_FLD_UTC_HOUR:
+            return tz_hour(*tz);
+        case TZ_FLD_UTC_MIN:
+            return tz->utc_min;
+        case TZ_FLD_UTC_SEC:
+            return tz->utc_sec;
+        case TZ_FLD_ZONE_ID:
+            return tz_zone(*tz);
+        default:
+            raise(ERR_FIELD_UNSUPPORTED);
+    }
+}
+
+void timezone_shift_to_east(const timezone_t *local_tz, dv_date_t *date) {
+    if (is_given_local_tz(local_tz) && is_given(date)) {
+        dv_date_add_field(date, DT_FMT_UNIT_MINUTE, applied_minutes_(*local_tz));
+    }
+}
+
+void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *date) {
+    if (is_given_local_tz(local_tz) && is_given(date)) {
+        dv_date_add_field(date, DT_FMT_UNIT_MINUTE, -applied_minutes_(*local_tz));
+    }
+}
+
+void timezone_get_zone_name(const timezone_t *local_tz, char *buf, int buf_size) {
+    DV_ASSERT(buf != NULL);
+    if (!is_given_local_tz(local_tz) || buf == NULL || buf_size < 1) return;
+    *buf = '\0';
+    if (tz_is_offset(*local_tz)) {
+        char text[6];
+        const std::string_view name = offset_text_(*local_tz, text);
+        const size_t length = std::min(name.size(), static_cast<size_t>(buf_size) - 1);
+        memcpy(buf, name.data(), length);
+        buf[length] = '\0';
+        return;
+    }
+    const tz_region_t *region = region_of(*local_tz);
+    if (region != NULL) memcpy(buf, region->canon_name, strlen(region->canon_name) + 1);
+}
+
+}  // extern "C"
+
+const tz_region_t *dv::impl::region_of(const timezone_t &tz) {
+    const int zone_id = tz_zone(tz);
+    DV_ASSERT(zone_id < TZ_ID_MAX);
+    return zone_id < TZ_ID_MAX ? &region_tab_[zone_id] : NULL;
+}

@@ -1,0 +1,134 @@
+// A region's history: the offset in force at a time in UTC, and at a local time.
+//
+// The table has the newest transitions first, each as two entries: the period that begins there (normal: its
+// first second in UTC, local: the same on its own clocks) and the period that ends there (normal and local:
+// its last second). Times in UTC only fall along the table, so an entry is found by halving.
+//
+// Local times need not fall: clocks that go back show an hour twice. The answer is that of the first pair,
+// from the newest on, which the local time does not lie before. No offset exceeds a day, so pairs that begin,
+// in UTC, a month behind the local time are certainly later; halving skips those, and the walk begins there.
+
+#include <algorithm>
+#include <cstring>
+
+#include "timezone_internal.h"
+
+using namespace dv::impl;
+
+namespace {
+
+bool is_abbreviation_(const tz_info_t &info, const char *abbrev) { return strcmp(info.abbrev, abbrev) == 0; }
+bool is_named_(const char *abbrev) { return abbrev != NULL && *abbrev != '\0'; }
+
+// The first of the entries, step by step from the newest, that does not begin behind a time in UTC.
+const tz_info_t *first_from_(const tz_region_t &region, int step, uint64_t utc_key) {
+    int low = 0, high = region.info_cnt / step;
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (date_order_key(region.infos[middle * step].normal) > utc_key) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    return region.infos + low * step;
+}
+
+const tz_info_t &info_at_utc_(const tz_region_t &region, const dv_date_t &utc) {
+    const tz_info_t *info = first_from_(region, 1, date_order_key(utc));
+    const tz_info_t *const oldest = region.infos + region.info_cnt - 1;
+    return info <= oldest ? *info : *oldest;
+}
+
+// Of the two periods whose clocks showed a time.
+const tz_info_t &find_overlapped_zone_(const tz_info_t &later, const tz_info_t &earlier, const char *abbrev) {
+    if (!is_named_(abbrev) || is_abbreviation_(later, abbrev)) return later;
+    if (!is_abbreviation_(earlier, abbrev)) raise(ERR_ZONE_ABBREVIATION_TIME);
+    return earlier;
+}
+
+// The same day of the next month, if there is one: only for comparing.
+dv_date_t a_month_behind_(dv_date_t date) {
+    if (date.month < MONTHS_PER_YEAR) {
+        ++date.month;
+    } else {
+        date_set_year(date, date_year(date) + 1);
+        date.month = 1;
+    }
+    return date;
+}
+
+const tz_info_t &find_local_tzinfo_(const tz_region_t &tz_reg, const dv_date_t &local, const char *abbrev) {
+    DV_ASSERT(tz_reg.info_cnt > 0);
+    if (tz_reg.info_cnt == 1) return tz_reg.infos[0];
+    const uint64_t key = date_order_key(local);
+    const tz_info_t *const end = tz_reg.infos + tz_reg.info_cnt;
+    const uint64_t certainly_behind = date_order_key(a_month_behind_(local));
+    for (const tz_info_t *info = first_from_(tz_reg, 2, certainly_behind); info < end; info += 2) {
+        const tz_info_t &later = info[0], &earlier = info[1];
+        const bool is_in_earlier = key <= date_order_key(earlier.local);
+        if (key >= date_order_key(later.local)) {
+            if (is_in_earlier) return find_overlapped_zone_(later, earlier, abbrev);
+            if (is_named_(abbrev) && !is_abbreviation_(later, abbrev)) raise(ERR_ZONE_ABBREVIATION_TIME);
+            return later;
+        }
+        if (!is_in_earlier) raise(ERR_ZONE_GAP);
+    }
+    return end[-1];
+}
+
+void store_offset_(timezone_t &tz, const tz_info_t &info) {
+    tz_set_offset(tz, info.utc_hour, info.utc_min < 0 ? -info.utc_min : info.utc_min);
+}
+
+bool is_given_sess_tz_(const timezone_t *sess_tz) {
+    DV_ASSERT(sess_tz != NULL);
+    return sess_tz != NULL;
+}
+
+}  // namespace
+
+extern "C" {
+
+void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev) {
+    if (!is_given_local_tz(local_tz) || !is_given(date)) return;
+    if (!tz_is_offset(*local_tz)) {
+        const tz_region_t *region = region_of(*local_tz);
+        if (region == NULL) return;
+        store_offset_(*local_tz, find_local_tzinfo_(*region, *date, abbrev));
+    }
+    timezone_shift_to_west(local_tz, date);
+}
+
+void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *out_tz) {
+    if (!is_given_sess_tz_(sess_tz) || !is_given(date)) return;
+    timezone_t zone = *sess_tz;
+    if (!tz_is_offset(zone)) {
+        const tz_region_t *region = region_of(zone);
+        if (region == NULL) return;
+        store_offset_(zone, info_at_utc_(*region, *date));
+    }
+    timezone_shift_to_east(&zone, date);
+    if (out_tz != NULL) *out_tz = zone;
+}
+
+void timezone_adjust(timezone_t *local_tz, const dv_date_t *date) {
+    if (!is_given_local_tz(local_tz) || !is_given(date) || tz_is_offset(*local_tz)) return;
+    const tz_region_t *region = region_of(*local_tz);
+    if (region != NULL) store_offset_(*local_tz, info_at_utc_(*region, *date));
+}
+
+void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, char *buf, int buf_size) {
+    DV_ASSERT(buf != NULL);
+    if (!is_given_local_tz(local_tz) || !is_given(date) || buf == NULL || buf_size < 1) return;
+    *buf = '\0';
+    if (tz_is_offset(*local_tz)) return;
+    const tz_region_t *region = region_of(*local_tz);
+    if (region == NULL) return;
+    const char *abbrev = info_at_utc_(*region, *date).abbrev;
+    const size_t length = std::min(strlen(abbrev), static_cast<size_t>(buf_size) - 1);
+    memcpy(buf, abbrev, length);
+    buf[length] = '\0';
+}
+
+}  // extern "C"

@@ -1,0 +1,33 @@
+// What the time zone area shares across its files and offers to other areas.
+
+#ifndef DV_TIMEZONE_INTERNAL_H
+#define DV_TIMEZONE_INTERNAL_H
+
+#include <string_view>
+
+#include "../datetime/datetime_internal.h"
+#include "timezone_layout.h"
+
+namespace dv::impl {
+
+// ---- arguments: false, after the assertion, for NULL ----
+
+inline bool is_given_tz(const timezone_t *tz) {
+    DV_ASSERT(tz != NULL);
+    return tz != NULL;
+}
+inline bool is_given_local_tz(const timezone_t *local_tz) {
+    DV_ASSERT(local_tz != NULL);
+    return local_tz != NULL;
+}
+
+// The region with this name in any letter case, without blanks behind it; an empty name is that of Etc/UTC.
+// NULL: there is none, or the name is too long.
+const tz_region_t *find_region(std::string_view name);
+
+// The region of a zone; NULL, after the assertion, for a zone that is none.
+const tz_region_t *region_of(const timezone_t &tz);
+
+}  // namespace dv::impl
+
+#endif  // DV_TIMEZONE_INTERNAL_H

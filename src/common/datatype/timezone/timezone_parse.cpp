@@ -1,0 +1,103 @@
+// Time zones from text: UTC offsets and names of regions.
+
+#include <cstring>
+
+#include "timezone_internal.h"
+
+using namespace dv::impl;
+
+namespace {
+
+bool is_blank_(char c) { return c == ' ' || c == '\t'; }
+bool is_digit_(char c) { return c >= '0' && c <= '9'; }
+bool is_letter_(char c) {
+    const char lower = static_cast<char>(c | ('a' - 'A'));
+    return lower >= 'a' && lower <= 'z';
+}
+
+template <typename Test>
+void skip_(std::string_view &text, Test test) {
+    while (!text.empty() && test(text.front())) text.remove_prefix(1);
+}
+
+bool take_(std::string_view &text, char c) {
+    if (text.empty() || text.front() != c) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+// A run of digits with the blanks around it, of any length: what no offset has is given as _too_large. -1:
+// none.
+constexpr int _too_large = 1000;
+int take_number_(std::string_view &text) {
+    skip_(text, is_blank_);
+    if (text.empty() || !is_digit_(text.front())) return -1;
+    int number = 0;
+    for (; !text.empty() && is_digit_(text.front()); text.remove_prefix(1)) {
+        number = number * 10 + (text.front() - '0');
+        if (number > _too_large) number = _too_large;
+    }
+    skip_(text, is_blank_);
+    return number;
+}
+
+struct offset_t {
+    int hour;    // with its sign
+    int minute;  // without
+};
+
+// -12:59:59 to +14:00:00 in whole minutes.
+int check_(const offset_t &offset, int sign) {
+    constexpr int lowest = -(12 * MINUTES_PER_HOUR + 59), highest = 14 * MINUTES_PER_HOUR;
+    if (offset.hour < -12 || offset.hour > 14) return ERR_ZONE_HOUR;
+    const int minutes = offset.hour * MINUTES_PER_HOUR + sign * offset.minute;
+    const bool is_allowed = offset.minute < MINUTES_PER_HOUR && minutes >= lowest && minutes <= highest;
+    return is_allowed ? 0 : ERR_ZONE_MINUTE;
+}
+
+}  // namespace
+
+const tz_region_t *dv::impl::find_region(std::string_view name) {
+    char text[TZ_NAME_TEXT_SIZE];
+    if (name.size() > TZ_NAME_MAX) return NULL;
+    while (!name.empty() && is_blank_(name.back())) name.remove_suffix(1);
+    if (!name.empty()) memcpy(text, name.data(), name.size());
+    text[name.size()] = '\0';
+    return zonetab_search_region(text);
+}
+
+extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar for_parser) {
+    if (!is_given_tz(tz)) return ERR_ZONE_OFFSET;
+    std::string_view text(str, str != NULL && str_len > 0 ? static_cast<size_t>(str_len) : 0);
+    skip_(text, is_letter_);
+    skip_(text, is_blank_);
+    const bool has_minus = take_(text, '-');
+    if (!has_minus) take_(text, '+');
+    const int sign = has_minus == (for_parser != 0) ? -1 : 1;
+
+    const int hours = take_number_(text);
+    const int minutes = take_(text, ':') ? take_number_(text) : 0;
+    if (hours < 0 || minutes < 0 || (for_parser != 0 && !text.empty())) return ERR_ZONE_OFFSET;
+    const offset_t offset = {hours * sign, minutes};
+    const int error = check_(offset, sign);
+    if (error != 0) return error;
+    tz_set_offset(*tz, offset.hour, offset.minute);
+    tz_set_zone(*tz, TZ_ID_OFFSET);
+    return 0;
+}
+
+extern "C" void timezone_parse(timezone_t *tz, const char *str, int str_len) {
+    if (!is_given_tz(tz)) return;
+    if (str == NULL || str_len < 1 || *str == '\0') raise(ERR_ZONE_TEXT);
+    std::string_view text(str, static_cast<size_t>(str_len));
+    skip_(text, is_blank_);
+    if (!text.empty() && (is_digit_(text.front()) || text.front() == '+' || text.front() == '-')) {
+        const int error = parse_offset_(tz, text.data(), static_cast<int>(text.size()), /*for_parser=*/1);
+        if (error != 0) raise(error);
+        return;
+    }
+    const tz_region_t *region = find_region(text);
+    if (region == NULL) raise(ERR_ZONE_TEXT);
+    tz_set_offset(*tz, 0, 0);
+    tz_set_zone(*tz, region->id);
+}

@@ -1,0 +1,31 @@
+// What the generated tables offer beyond the public header.
+
+#ifndef DV_ZONETAB_H
+#define DV_ZONETAB_H
+
+#include <cstddef>
+#include <span>
+
+#include "dvtypes/timezone.h"
+
+namespace dv::impl {
+
+static_assert(sizeof(tz_info_t) == 28 && offsetof(tz_info_t, normal) == 3 &&
+              offsetof(tz_info_t, local) == 11);
+static_assert(sizeof(tz_region_t) == 152 && offsetof(tz_region_t, lc_name) == 69);
+static_assert(offsetof(tz_region_t, info_cnt) == 136 && offsetof(tz_region_t, infos) == 144);
+static_assert(sizeof(tz_smpl_tm_t) == 48 && offsetof(tz_smpl_tm_t, abbrev) == 36);
+static_assert(sizeof(tz_sample_t) == 23044);
+
+// A later name of a region.
+struct tz_alias_t {
+    char lc_name[TZ_NAME_TEXT_SIZE];
+    tz_id_t id;
+};
+
+extern const std::span<const tz_alias_t> ZONE_ALIASES;  // by lc_name
+extern const char ZONE_TABLES_RELEASE[];
+
+}  // namespace dv::impl
+
+#endif  // DV_ZONETAB_H
