@@ -61,34 +61,43 @@ scanned_t scan_local_(const tz_region_t &region, const dv_date_t &local, const c
     return {0, &region.infos[region.info_cnt - 1]};
 }
 
-void expect_scan_(int id, const dv_date_t &date) {
+void expect_utc_scan_(int id, const dv_date_t &date) {
     const tz_region_t &region = region_tab_[id];
-    const tz_info_t &utc_info = scan_utc_(region, date);
+    const tz_info_t &want = scan_utc_(region, date);
     timezone_t tz = zone_(id), out{};
     timezone_adjust(&tz, &date);
-    ASSERT_EQ(tz.utc_hour - 100, utc_info.utc_hour) << region.canon_name << ' ' << describe(date);
-    ASSERT_EQ(tz.utc_min, std::abs(utc_info.utc_min)) << region.canon_name << ' ' << describe(date);
+    ASSERT_EQ(tz.utc_hour - 100, want.utc_hour) << region.canon_name << ' ' << describe(date);
+    ASSERT_EQ(tz.utc_min, std::abs(want.utc_min)) << region.canon_name << ' ' << describe(date);
     dv_date_t east = date, shifted = date;
     timezone_localize(&tz, &east, &out);
     timezone_shift_to_east(&tz, &shifted);
     ASSERT_TRUE(east == shifted && std::memcmp(&out, &tz, sizeof tz) == 0) << region.canon_name;
     char abbrev[16];
     timezone_get_zone_abbr(&tz, &date, abbrev, sizeof abbrev);
-    ASSERT_STREQ(abbrev, utc_info.abbrev);
+    ASSERT_STREQ(abbrev, want.abbrev);
+}
 
-    for (const char *given : {"", utc_info.abbrev, "XXX"}) {
-        const scanned_t want = scan_local_(region, date, given);
-        timezone_t local = zone_(id);
-        dv_date_t utc = date;
-        const int code = raise_of([&] { timezone_normalize(&local, &utc, given); });
-        ASSERT_EQ(code, want.code) << region.canon_name << ' ' << describe(date) << given;
-        if (code != 0) continue;
-        ASSERT_EQ(local.utc_hour - 100, want.info->utc_hour)
-            << region.canon_name << ' ' << describe(date) << given;
-        dv_date_t back = utc;
-        timezone_shift_to_east(&local, &back);
-        ASSERT_EQ(back, date) << region.canon_name;
-    }
+void expect_local_scan_(int id, const dv_date_t &date, const char *abbrev) {
+    const tz_region_t &region = region_tab_[id];
+    const scanned_t want = scan_local_(region, date, abbrev);
+    timezone_t tz = zone_(id);
+    dv_date_t utc = date;
+    const int code = raise_of([&] { timezone_normalize(&tz, &utc, abbrev); });
+    ASSERT_EQ(code, want.code) << region.canon_name << ' ' << describe(date) << abbrev;
+    if (code != 0) return;
+    ASSERT_EQ(tz.utc_hour - 100, want.info->utc_hour) << region.canon_name << ' ' << describe(date) << abbrev;
+    timezone_shift_to_east(&tz, &utc);
+    ASSERT_EQ(utc, date) << region.canon_name;
+}
+
+void expect_scan_(int id, const dv_date_t &date) {
+    expect_utc_scan_(id, date);
+    for (const char *abbrev : {"", scan_utc_(region_tab_[id], date).abbrev, "XXX"})
+        expect_local_scan_(id, date, abbrev);
+}
+
+std::string_view sample_bytes_(int id) {
+    return {reinterpret_cast<const char *>(sample_tab_[id].stms), sizeof sample_tab_[id].stms};
 }
 
 }  // namespace
@@ -156,7 +165,8 @@ TEST(TimezoneText, IsAnOffsetOrARegionOrRefused) {
     timezone_t tz;
     const std::string name = "Etc/UTC" + std::string(57, ' ');
     EXPECT_EQ(raise_of([&] { timezone_parse(&tz, name.data(), 64); }), 0);
-    EXPECT_EQ(raise_of([&] { timezone_parse(&tz, (name + " ").data(), 65); }), -5104);
+    const std::string longer = name + " ";
+    EXPECT_EQ(raise_of([&] { timezone_parse(&tz, longer.data(), 65); }), -5104);
     for (const auto &[zone, text] :
          {std::pair(zone_(581, 9), "+09:00"), std::pair(zone_(581, -5, 30), "-05:30"),
           std::pair(zone_(581, 0, 30), "+00:30"), std::pair(zone_(301), "Asia/Seoul")}) {
@@ -207,7 +217,7 @@ TEST(TimezoneDefault, IsFoundBySamples) {
         setenv("TZ", region_tab_[id].canon_name, 1);
         const int found = zonesmpl_search_default();
         EXPECT_LE(found, id);
-        EXPECT_EQ(std::memcmp(sample_tab_[found].stms, sample_tab_[id].stms, sizeof sample_tab_[id].stms), 0)
+        EXPECT_EQ(sample_bytes_(found), sample_bytes_(id))
             << region_tab_[id].canon_name << " found as " << region_tab_[found].canon_name;
     }
     before != nullptr ? setenv("TZ", kept.c_str(), 1) : unsetenv("TZ");
