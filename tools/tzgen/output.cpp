@@ -67,6 +67,26 @@ std::string data_text_(const source_t &source, const std::vector<zone_t> &zones)
     return text.str();
 }
 
+std::set<std::string> abbreviations_(const std::vector<zone_t> &zones) {
+    std::set<std::string> abbreviations;
+    for (const zone_t &zone : zones) {
+        for (const tz_info_t &entry : zone.history) abbreviations.insert(entry.abbrev);
+    }
+    return abbreviations;
+}
+
+std::string ids_text_(const source_t &source, const std::vector<zone_t> &zones) {
+    std::ostringstream text;
+    text
+        << headline_(source)
+        << "// dvtypes/timezone_id.h: the numbers of the regions (tz_id_t of dvtypes/timezone.h) by name.\n\n"
+        << "#ifndef DVTYPES_TIMEZONE_ID_H\n#define DVTYPES_TIMEZONE_ID_H\n\n"
+        << "typedef enum tz_region_id_e {\n";
+    for (size_t i = 0; i < zones.size(); ++i) text << "    " << id_name(zones[i].name) << " = " << i << ",\n";
+    text << "} tz_region_id_e;\n\n#endif  // DVTYPES_TIMEZONE_ID_H\n";
+    return text.str();
+}
+
 std::string tables_text_(const source_t &source, const std::vector<zone_t> &zones,
                          const std::map<std::string, int> &aliases) {
     std::ostringstream text;
@@ -82,7 +102,12 @@ std::string tables_text_(const source_t &source, const std::vector<zone_t> &zone
          << "constexpr tz_alias_t _aliases[] = {\n";
     for (const auto &[name, id] : aliases) text << "    {\"" << name << "\", " << id << "},\n";
     text << "    {\"\", TZ_ID_MAX},\n};\n"
-         << "const std::span<const tz_alias_t> ZONE_ALIASES{_aliases, " << aliases.size() << "};\n"
+         << "const std::span<const tz_alias_t> ZONE_ALIASES{_aliases, " << aliases.size() << "};\n\n"
+         << "constexpr tz_abbreviation_t _abbreviations[] = {\n";
+    for (const std::string &abbreviation : abbreviations_(zones))
+        text << "    {\"" << abbreviation << "\"},\n";
+    text << "};\n"
+         << "const std::span<const tz_abbreviation_t> ZONE_ABBREVIATIONS = _abbreviations;\n\n"
          << "const char ZONE_TABLES_RELEASE[] = \"" << source.release << "\";\n\n"
          << "}  // namespace dv::impl\n";
     return text.str();
@@ -111,6 +136,8 @@ void write_tables(const std::filesystem::path &folder, const source_t &source,
     write_file_(folder / "zone_samples.bin", samples);
     write_file_(folder / "zone_data.S", data_text_(source, zones));
     write_file_(folder / "zone_tables.cpp", tables_text_(source, zones, aliases));
+    std::filesystem::create_directories(folder / "include" / "dvtypes");
+    write_file_(folder / "include" / "dvtypes" / "timezone_id.h", ids_text_(source, zones));
 }
 
 }  // namespace tzgen

@@ -2,7 +2,8 @@
 //
 //   zone_histories.bin, zone_samples.bin  the records, as in memory
 //   zone_data.S                           includes them and names each region's history
-//   zone_tables.cpp                       region_tab_, the aliases, the release
+//   zone_tables.cpp                       region_tab_, the aliases, the abbreviations, the release
+//   include/dvtypes/timezone_id.h         the regions' numbers for users
 
 #ifndef TZGEN_OUTPUT_H
 #define TZGEN_OUTPUT_H

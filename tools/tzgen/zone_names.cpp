@@ -87,9 +87,11 @@ std::map<std::string, int> find_aliases(const source_t &source, const std::vecto
     return aliases;
 }
 
+namespace {
+
 // Separators turn into '_'; the signs of "Etc/GMT+5" and "Etc/GMT-5", which would turn into the same, into
 // words.
-std::string array_name(std::string_view name) {
+std::string c_name_(std::string_view name) {
     std::string result;
     for (size_t i = 0; i < name.size(); ++i) {
         const bool is_sign =
@@ -100,7 +102,17 @@ std::string array_name(std::string_view name) {
             result += name[i] == '/' || name[i] == '-' ? '_' : name[i];
         }
     }
-    return lower_case(result) + "_infos_";
+    return lower_case(result);
+}
+
+}  // namespace
+
+std::string array_name(std::string_view name) { return c_name_(name) + "_infos_"; }
+
+std::string id_name(std::string_view name) {
+    std::string id = "TZ_ID_" + c_name_(name);
+    for (char &c : id) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c);
+    return id;
 }
 
 }  // namespace tzgen

@@ -29,6 +29,9 @@ std::string lower_case(std::string_view name);
 // The name of a region's history array: "america_port_au_prince_infos_", "etc_gmt_plus_5_infos_".
 std::string array_name(std::string_view name);
 
+// The name of a region's number: "TZ_ID_AMERICA_PORT_AU_PRINCE", "TZ_ID_ETC_GMT_PLUS_5".
+std::string id_name(std::string_view name);
+
 }  // namespace tzgen
 
 #endif  // TZGEN_ZONE_NAMES_H

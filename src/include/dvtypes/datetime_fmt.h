@@ -249,6 +249,11 @@ DV_EXPORT conv_status_t dt_fmt_write_date(dt_fmt_parse_ctx_t *parse_ctx, const d
 // a writer     -5041  a precision above 9
 DV_EXPORT conv_status_t dt_fmt_write_time(dt_fmt_parse_ctx_t *parse_ctx, const dv_time_t *time, int fprec);
 
+// An element of type TZ: the record's own zone. TZH has its sign, as +09, unless in fill mode; TZR is a
+// region's name or an offset, +09:00; TZD writes nothing.
+// Raises  -5091  an element of another type
+DV_EXPORT conv_status_t dt_fmt_write_tz(dt_fmt_parse_ctx_t *parse_ctx, const dv_ts_tz_t *ts_tz);
+
 // A quoted literal or punctuation, as it stands in the model.
 DV_EXPORT conv_status_t dt_fmt_write_punc_token(dt_fmt_parse_ctx_t *parse_ctx);
 
@@ -285,6 +290,18 @@ DV_EXPORT void dt_fmt_parse_date(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date)
 //
 // Raises  -5041  a precision above 9     -5042  the "." before a fraction is missing
 DV_EXPORT void dt_fmt_parse_time(dt_fmt_parse_ctx_t *parse_ctx, dv_time_t *time, int fprec, int *token_idx);
+
+// An element of type TZ. TZH and TZM make *tz a fixed offset; TZM alone has the hour that is in it. TZR takes
+// a region's name, in any letter case, or an offset as timezone_parse does, up to the first white space. TZD
+// takes an abbreviation that some region has, in any letter case, and stores it in parse_ctx->tz_abbr for
+// timezone_normalize.
+//
+// Raises  -5091  an element of another type
+//         -5113  nothing of the kind: ("timezone hour", "timezone minute", "timezone region", "timezone
+//                abbreviation")
+//         -5096  a region that never had the abbreviation, whichever comes first: ("TZR" or "TZD")
+//         -5098, -5099, -5103  TZR: as parse_offset_ returns; -5099 for minutes behind +14 too
+DV_EXPORT void dt_fmt_parse_tz(dt_fmt_parse_ctx_t *parse_ctx, timezone_t *tz);
 
 // A quoted literal or punctuation. Without FX any punctuation matches any other.
 // Raises  -5089  under FX, other text     -5042  the "." before a fraction is missing

@@ -1,5 +1,5 @@
 // dvtypes/timestamp_record.h: the records of TIMESTAMP, TIMESTAMP WITH TIME ZONE and TIMESTAMP WITH LOCAL
-// TIME ZONE. Their functions are in dvtypes/timestamp.h.
+// TIME ZONE. Their functions are in dvtypes/timestamp.h and dvtypes/timestamp_tz.h.
 //
 // The first eight bytes of each are a DATE, bytes 4 to 11 a TIME, as in dvtypes/datetime.h. Unsigned bytewise
 // order of the first twelve bytes is the order of the values.

@@ -21,7 +21,7 @@ extern "C" {
 #endif
 
 // Number of a zone: 0..579 is a region, its index in region_tab_. Regions are numbered by their names in
-// lower case; numbers and names never change.
+// lower case; numbers and names never change. dvtypes/timezone_id.h names them all: TZ_ID_ASIA_SEOUL is 301.
 typedef enum tz_id_e {
     TZ_ID_MAX = 580,      // count of regions
     TZ_ID_DEFAULT = 580,  // no zone given

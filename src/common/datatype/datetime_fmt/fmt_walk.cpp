@@ -15,7 +15,7 @@ bool has_element_(const Parts &value, const dt_fmt_token_info_t &element) {
         case DT_FMT_TYPE_TIME:
             return value.time != nullptr && (value.has_fraction || element.id != DT_FMT_TOKEN_FF);
         case DT_FMT_TYPE_TZ:
-            return value.skips_zone;
+            return value.zone != nullptr || value.skips_zone;
         default:
             return true;
     }
@@ -41,6 +41,8 @@ conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &va
             return dt_fmt_write_time(&ctx, value.time, value.fprec);
         case DT_FMT_TYPE_PUNC:
             return dt_fmt_write_punc_token(&ctx);
+        case DT_FMT_TYPE_TZ:
+            return value.zone != nullptr ? dt_fmt_write_tz(&ctx, value.zone) : CONV_STATUS_WHOLE;
         default:
             return CONV_STATUS_WHOLE;
     }
@@ -91,6 +93,9 @@ void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &va
                 break;
             case DT_FMT_TYPE_PUNC:
                 dt_fmt_parse_punc_token(&ctx, &i);
+                break;
+            case DT_FMT_TYPE_TZ:
+                if (value.zone != nullptr) dt_fmt_parse_tz(&ctx, value.zone);
                 break;
             default:
                 break;

@@ -36,17 +36,18 @@ void begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, char *str
 void load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model);
 
 // A value in parts. An element of a part that is not there is refused.
-template <typename Date, typename Time>
+template <typename Date, typename Time, typename Zone>
 struct datetime_parts_t {
     Date *date;         // or nullptr
     Time *time;         // without has_fraction only hour, minute and second are touched
     bool has_fraction;  // FF is refused without
-    bool skips_zone;    // else zone elements are refused
+    bool skips_zone;    // without a zone: else its elements are refused
     int fprec;          // fractional-second precision of the type
+    Zone *zone = nullptr;
 };
 
-using readable_parts_t = datetime_parts_t<dv_date_t, dv_time_t>;
-using writable_parts_t = datetime_parts_t<const dv_date_t, const dv_time_t>;
+using readable_parts_t = datetime_parts_t<dv_date_t, dv_time_t, timezone_t>;
+using writable_parts_t = datetime_parts_t<const dv_date_t, const dv_time_t, const dv_ts_tz_t>;
 
 // Runs the readers over the text of a working context. `refused` is raised for elements that the type lacks.
 void read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, error_at refused);

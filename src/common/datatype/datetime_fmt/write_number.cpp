@@ -3,6 +3,8 @@
 // The digits are those of printf's "%.*d". Numbers and their words are ASCII, whatever the character set, so
 // their letter case is changed here.
 
+#include <cstdlib>
+
 #include "fmt_write.h"
 #include "spell_number.h"
 
@@ -31,10 +33,10 @@ void push_number_(digits_t &digits, int value, int min_digits) {
     if (value < 0) digits.push('-');
 }
 
-// 11TH to 19TH, else by the last digit.
+// 11TH to 19TH, else by the last digit, whatever the sign.
 std::string_view ordinal_suffix_(int value) {
     constexpr std::string_view suffixes[] = {"TH", "ST", "ND", "RD"};
-    const int rest = value % 100, last = value % 10;
+    const int rest = std::abs(value % 100), last = rest % 10;
     return suffixes[(rest >= 11 && rest <= 19) || last < 1 || last > 3 ? 0 : last];
 }
 

@@ -9,8 +9,6 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr int _hour_min = -12, _hour_max = 14;
-
 // Signed minutes of the offset as they are applied: the minute has the sign of the hour, with 0 counted as
 // negative.
 int applied_minutes_(const timezone_t &tz) {
@@ -49,7 +47,7 @@ void timezone_set_field(timezone_t *tz, tz_field_t field, int value) {
     if (!is_given_tz(tz)) return;
     switch (field) {
         case TZ_FLD_UTC_HOUR:
-            if (value < _hour_min || value > _hour_max) raise(ERR_ZONE_HOUR);
+            if (value < TZ_HOUR_MIN || value > TZ_HOUR_MAX) raise(ERR_ZONE_HOUR);
             return tz_set_hour(*tz, value);
         case TZ_FLD_UTC_MIN:
             if (value < 0 || value >= MINUTES_PER_HOUR) raise(ERR_ZONE_MINUTE);

@@ -21,6 +21,15 @@ inline bool is_given_local_tz(const timezone_t *local_tz) {
     return local_tz != NULL;
 }
 
+// The error code of a UTC offset that is out of range, 0 for one that is not.
+//
+//   hour  with its sign     minute  without, not negative     sign  of the offset, 1 or -1
+int offset_error(int hour, int minute, int sign);
+
+// Reads a zone as timezone_parse does, from behind the leading blanks. Returns 0 or the code of its error;
+// *tz is then as it was.
+int read_zone(timezone_t &tz, std::string_view text);
+
 // The region with this name in any letter case, without blanks behind it; an empty name is that of Etc/UTC.
 // NULL: there is none, or the name is too long.
 const tz_region_t *find_region(std::string_view name);

@@ -11,6 +11,7 @@
 namespace dv::impl {
 
 inline constexpr int TZ_OFFSET_HOUR_EXCESS = 100;
+inline constexpr int TZ_HOUR_MIN = -12, TZ_HOUR_MAX = 14;
 
 static_assert(sizeof(timezone_t) == 5 && alignof(timezone_t) == 1 && offsetof(timezone_t, zone_id) == 3);
 

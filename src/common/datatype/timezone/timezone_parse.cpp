@@ -41,21 +41,26 @@ int take_number_(std::string_view &text) {
     return number;
 }
 
-struct offset_t {
-    int hour;    // with its sign
-    int minute;  // without
-};
+}  // namespace
 
 // -12:59:59 to +14:00:00 in whole minutes.
-int check_(const offset_t &offset, int sign) {
-    constexpr int lowest = -(12 * MINUTES_PER_HOUR + 59), highest = 14 * MINUTES_PER_HOUR;
-    if (offset.hour < -12 || offset.hour > 14) return ERR_ZONE_HOUR;
-    const int minutes = offset.hour * MINUTES_PER_HOUR + sign * offset.minute;
-    const bool is_allowed = offset.minute < MINUTES_PER_HOUR && minutes >= lowest && minutes <= highest;
+int dv::impl::offset_error(int hour, int minute, int sign) {
+    constexpr int lowest = TZ_HOUR_MIN * MINUTES_PER_HOUR - 59, highest = TZ_HOUR_MAX * MINUTES_PER_HOUR;
+    if (hour < TZ_HOUR_MIN || hour > TZ_HOUR_MAX) return ERR_ZONE_HOUR;
+    const int minutes = hour * MINUTES_PER_HOUR + sign * minute;
+    const bool is_allowed = minute < MINUTES_PER_HOUR && minutes >= lowest && minutes <= highest;
     return is_allowed ? 0 : ERR_ZONE_MINUTE;
 }
 
-}  // namespace
+int dv::impl::read_zone(timezone_t &tz, std::string_view text) {
+    if (!text.empty() && (is_digit_(text.front()) || text.front() == '+' || text.front() == '-'))
+        return parse_offset_(&tz, text.data(), static_cast<int>(text.size()), /*for_parser=*/1);
+    const tz_region_t *region = find_region(text);
+    if (region == NULL) return ERR_ZONE_TEXT;
+    tz_set_offset(tz, 0, 0);
+    tz_set_zone(tz, region->id);
+    return 0;
+}
 
 const tz_region_t *dv::impl::find_region(std::string_view name) {
     char text[TZ_NAME_TEXT_SIZE];
@@ -78,10 +83,9 @@ extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar
     const int hours = take_number_(text);
     const int minutes = take_(text, ':') ? take_number_(text) : 0;
     if (hours < 0 || minutes < 0 || (for_parser != 0 && !text.empty())) return ERR_ZONE_OFFSET;
-    const offset_t offset = {hours * sign, minutes};
-    const int error = check_(offset, sign);
+    const int error = offset_error(hours * sign, minutes, sign);
     if (error != 0) return error;
-    tz_set_offset(*tz, offset.hour, offset.minute);
+    tz_set_offset(*tz, hours * sign, minutes);
     tz_set_zone(*tz, TZ_ID_OFFSET);
     return 0;
 }
@@ -91,13 +95,6 @@ extern "C" void timezone_parse(timezone_t *tz, const char *str, int str_len) {
     if (str == NULL || str_len < 1 || *str == '\0') raise(ERR_ZONE_TEXT);
     std::string_view text(str, static_cast<size_t>(str_len));
     skip_(text, is_blank_);
-    if (!text.empty() && (is_digit_(text.front()) || text.front() == '+' || text.front() == '-')) {
-        const int error = parse_offset_(tz, text.data(), static_cast<int>(text.size()), /*for_parser=*/1);
-        if (error != 0) raise(error);
-        return;
-    }
-    const tz_region_t *region = find_region(text);
-    if (region == NULL) raise(ERR_ZONE_TEXT);
-    tz_set_offset(*tz, 0, 0);
-    tz_set_zone(*tz, region->id);
+    const int error = read_zone(*tz, text);
+    if (error != 0) raise(error);
 }

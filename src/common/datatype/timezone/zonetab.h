@@ -23,7 +23,13 @@ struct tz_alias_t {
     tz_id_t id;
 };
 
+// An abbreviation that some region's history has.
+struct tz_abbreviation_t {
+    char text[TZ_ABBREV_TEXT_SIZE];
+};
+
 extern const std::span<const tz_alias_t> ZONE_ALIASES;  // by lc_name
+extern const std::span<const tz_abbreviation_t> ZONE_ABBREVIATIONS;
 extern const char ZONE_TABLES_RELEASE[];
 
 }  // namespace dv::impl

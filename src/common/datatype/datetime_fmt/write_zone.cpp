@@ -1,0 +1,45 @@
+// Writing time zone elements: the stored UTC offset and the zone's name.
+
+#include "../timezone/timezone_layout.h"
+#include "dvtypes/timestamp_record.h"
+#include "fmt_write.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// Digits come with their sign, as printf's "%+.2d" has it; spelled hours and those in fill mode as other
+// numbers.
+conv_status_t put_hour_(dt_fmt_parse_ctx_t &ctx, int hour) {
+    const dt_fmt_token_info_t &element = *ctx.cur_token_info;
+    const bool is_spelled = element.sfx_type != DT_FMT_SUFFIX_NONE && element.sfx_type != DT_FMT_SUFFIX_TH;
+    if (hour >= 0 && !is_spelled && !element.is_fill_mode) put_text(ctx, "+");
+    if (room_of(ctx) < 1) return CONV_STATUS_CUT;
+    return put_number(ctx, hour, MIN_DIGITS[DT_FMT_TOKEN_TZH]);
+}
+
+conv_status_t put_region_(dt_fmt_parse_ctx_t &ctx, const timezone_t &tz) {
+    char name[TZ_NAME_TEXT_SIZE];
+    timezone_get_zone_name(&tz, name, sizeof name);
+    return put_text(ctx, name);
+}
+
+}  // namespace
+
+extern "C" conv_status_t dt_fmt_write_tz(dt_fmt_parse_ctx_t *parse_ctx, const dv_ts_tz_t *ts_tz) {
+    DV_ASSERT(ts_tz != NULL);
+    if (!is_given(parse_ctx) || ts_tz == NULL) return CONV_STATUS_WHOLE;
+    if (room_of(*parse_ctx) < 1) return CONV_STATUS_CUT;
+    switch (parse_ctx->cur_token_info->id) {
+        case DT_FMT_TOKEN_TZH:
+            return put_hour_(*parse_ctx, tz_hour(ts_tz->tz));
+        case DT_FMT_TOKEN_TZM:
+            return put_number(*parse_ctx, ts_tz->tz.utc_min, MIN_DIGITS[DT_FMT_TOKEN_TZM]);
+        case DT_FMT_TOKEN_TZR:
+            return put_region_(*parse_ctx, ts_tz->tz);
+        case DT_FMT_TOKEN_TZD:
+            return CONV_STATUS_WHOLE;
+        default:
+            raise(ERR_ZONE_ELEMENT);
+    }
+}
