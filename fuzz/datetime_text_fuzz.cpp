@@ -10,15 +10,17 @@
 #include <vector>
 
 #include "../test/datetime_fmt/model_text.h"
+#include "dvtypes/timestamp_tz.h"
+#include "dvtypes/timezone_id.h"
 #include "fuzz_input.h"
 
 using namespace dv::test;
 
 namespace {
 
-constexpr int _read_codes[] = {0,     -5007, -5010, -5011, -5012, -5013, -5024, -5025,
-                               -5041, -5042, -5045, -5088, -5089, -5113, -5114};
-constexpr int _write_codes[] = {0, -5007, -5011, -5012, -5041, -5054};
+constexpr int _read_codes[] = {0,     -5007, -5010, -5011, -5012, -5013, -5024, -5025, -5041, -5042, -5045,
+                               -5088, -5089, -5096, -5098, -5099, -5103, -5109, -5110, -5113, -5114};
+constexpr int _write_codes[] = {0, -5007, -5011, -5012, -5041, -5054, -5114};
 constexpr int _unit_codes[] = {0, -5014, -5114};
 
 void require_(bool holds, const char *property, long value) {
@@ -35,7 +37,7 @@ std::vector<char> block_(std::string_view text) {
     return text.empty() ? std::vector<char>(1) : std::vector<char>(text.begin(), text.end());
 }
 
-// What DATE and TIME name differently.
+// What the types name differently.
 struct date_type_t {
     using record = dv_date_t;
     static constexpr int type = DV_TYPE_DATE;
@@ -59,11 +61,25 @@ struct time_type_t {
     static void check(record *value) { dv_time_is_valid(value); }
 };
 
+struct zoned_type_t {
+    using record = dv_ts_tz_t;
+    static constexpr int type = DV_TYPE_TS_TZ;
+    static void read(record *value, const char *text, int size, const dt_fmt_ctx_t *model, int precision) {
+        constexpr timezone_t new_york = {95, 0, 0, {0, TZ_ID_AMERICA_NEW_YORK}};
+        dv_ts_tz_from_str(value, text, size, model, precision, &new_york);
+    }
+    static long write(const record *value, char *text, int size, const dt_fmt_ctx_t *model, int precision) {
+        return dv_ts_tz_to_str(value, text, size, model, precision);
+    }
+    static void check(record *value) { dv_date_is_valid(reinterpret_cast<dv_date_t *>(value)); }
+};
+
 struct case_t {
     uint8_t action, language, charset, precision, buffer_size;
     std::string_view model, value;
     bool is_reading() const { return (action & 2) == 0; }
     bool is_of_any_type() const { return (action & 8) != 0; }
+    bool is_zoned() const { return (action & 16) != 0; }
 };
 
 template <typename Record>
@@ -177,6 +193,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
                           rest.substr(model_size)};
     if ((input.action & 4) != 0) {
         truncate_(input, input.is_reading());
+    } else if (input.is_zoned()) {
+        use_model_<zoned_type_t>(input);
     } else if ((input.action & 1) == 0) {
         use_model_<date_type_t>(input);
     } else {

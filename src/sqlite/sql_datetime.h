@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "../common/datatype/datetime/datetime_internal.h"
+#include "../common/datatype/timezone/timezone_internal.h"
 #include "sql_function.h"
 
 namespace dv::impl {
@@ -75,6 +76,28 @@ inline void sql_return_timestamp(const sql_call &call, const dv_timestamp_t &ts)
     dv_date_is_valid(&date_part(value.timestamp));
     sql_return(call.context, value);
 }
+
+// YYYY-MM-DD HH:MI:SS.NNNNNNNNN, with "-" in front of a year BC; returns the end.
+inline constexpr int SQL_TIMESTAMP_TEXT_MAX = SQL_DATE_TEXT_MAX + 1 + 9;
+char *sql_put_timestamp(char *out, const dv_timestamp_t &ts);
+
+// The offset +00:00, in which a text that names no zone is read.
+inline constexpr timezone_t SQL_UTC = {TZ_OFFSET_HOUR_EXCESS, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}};
+
+// Makes a TIMESTAMP WITH TIME ZONE the result, as sql_return_date does with a DATE.
+inline void sql_return_ts_tz(const sql_call &call, const dv_ts_tz_t &ts_tz) {
+    sql_value value{};
+    value.kind = SQL_KIND_TS_TZ;
+    value.ts_tz = ts_tz;
+    dv_date_is_valid(&date_part(value.ts_tz.utc));
+    sql_return(call.context, value);
+}
+
+// "+09:00", with the sign of the offset; the seconds of local mean times are left out.
+void sql_return_utc_offset(sqlite3_context *context, const tz_info_t &info);
+
+// The present instant.
+dv_date_t sql_utc_now();
 
 // ---------------------------------------------------------------------------------------------------------
 // Time of day

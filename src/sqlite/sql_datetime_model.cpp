@@ -1,5 +1,5 @@
-// Dates, times and timestamps under format models in SQL: to_char, to_date, to_timestamp, and truncation and
-// rounding to a unit.
+// Dates, times and timestamps under format models in SQL: to_char, to_date, to_timestamp, to_timestamp_tz,
+// and truncation and rounding to a unit.
 //
 // A model is compiled once per statement: SQLite keeps it with the call's model argument as long as that is a
 // constant. What is kept also holds the buffer for the texts written under it, so that a raise leaves nothing
@@ -119,6 +119,8 @@ long write_(const sql_call &call, compiled_model &model) {
             return dv_time_to_str(&value.time, text, size, &model.fmt_ctx, _fraction_digits);
         case SQL_KIND_TIMESTAMP:
             return dv_timestamp_to_str(&value.timestamp, text, size, &model.fmt_ctx, _fraction_digits);
+        case SQL_KIND_TS_TZ:
+            return dv_ts_tz_to_str(&value.ts_tz, text, size, &model.fmt_ctx, _fraction_digits);
         default:
             return dv_date_to_str(&value.date, text, size, &model.fmt_ctx);
     }
@@ -173,6 +175,24 @@ void to_timestamp_by_default_(sql_call &call) {
     sql_return_timestamp(call, ts);
 }
 
+void to_ts_tz_(sql_call &call) {
+    const compiled_model *model = model_of_(call, SQL_KIND_TS_TZ, /*is_for_reading=*/true);
+    if (model == nullptr) return;
+    dv_ts_tz_t ts_tz;
+    const sql_text &text = call.args[0].text;
+    dv_ts_tz_from_str(&ts_tz, text.bytes, text.length, &model->fmt_ctx, _fraction_digits, &SQL_UTC);
+    sql_return_ts_tz(call, ts_tz);
+}
+
+void to_ts_tz_by_default_(sql_call &call) {
+    constexpr char fmt[] = "SYYYY-MM-DD HH24:MI:SS.FF9 TZR TZD";
+    dv_ts_tz_t ts_tz;
+    const sql_text &text = call.args[0].text;
+    dv_ts_tz_from_str_DEPRECATED(&ts_tz, text.bytes, text.length, fmt, sizeof fmt - 1, _fraction_digits,
+                                 &SQL_UTC);
+    sql_return_ts_tz(call, ts_tz);
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // Truncation and rounding
 // ---------------------------------------------------------------------------------------------------------
@@ -193,6 +213,7 @@ void to_unit_(sql_call &call) {
 constexpr sql_kind _date = SQL_KIND_DATE;
 constexpr sql_kind _time = SQL_KIND_TIME;
 constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
+constexpr sql_kind _ts_tz = SQL_KIND_TS_TZ;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
 constexpr sql_function _functions[] = {
@@ -202,6 +223,12 @@ constexpr sql_function _functions[] = {
     {"to_char", {_time, _text, _text}, to_char_},
     {"to_char", {_timestamp, _text}, to_char_},
     {"to_char", {_timestamp, _text, _text}, to_char_},
+    {"to_char", {_ts_tz, _text}, to_char_},
+    {"to_char", {_ts_tz, _text, _text}, to_char_},
+    {"to_timestamp_tz", {_text}, to_ts_tz_by_default_},
+    {"to_timestamp_tz", {_ts_tz}, sql_return_argument},
+    {"to_timestamp_tz", {_text, _text}, to_ts_tz_},
+    {"to_timestamp_tz", {_text, _text, _text}, to_ts_tz_},
     {"to_timestamp", {_text}, to_timestamp_by_default_},
     {"to_timestamp", {_timestamp}, sql_return_argument},
     {"to_timestamp", {_text, _text}, to_timestamp_},

@@ -1,4 +1,4 @@
-// dv_extract: one field of a DATE, a TIME, a TIMESTAMP or an interval.
+// dv_extract: one field of a DATE, a TIME, a timestamp or an interval.
 //
 // Results are integers, but the seconds of a TIME, a TIMESTAMP and an INTERVAL DAY TO SECOND, which have a
 // fraction: a NUMBER. The fields of an interval have its sign.
@@ -12,8 +12,16 @@ namespace {
 // The field that the first argument names; DT_FMT_UNIT_NONE when it is none: the call has failed then.
 dt_fmt_unit_t field_(const sql_call &call) {
     constexpr sql_word fields[] = {
-        {"YEAR", DT_FMT_UNIT_YEAR}, {"MONTH", DT_FMT_UNIT_MONTH},   {"DAY", DT_FMT_UNIT_DAY},
-        {"HOUR", DT_FMT_UNIT_HOUR}, {"MINUTE", DT_FMT_UNIT_MINUTE}, {"SECOND", DT_FMT_UNIT_SECOND},
+        {"YEAR", DT_FMT_UNIT_YEAR},
+        {"MONTH", DT_FMT_UNIT_MONTH},
+        {"DAY", DT_FMT_UNIT_DAY},
+        {"HOUR", DT_FMT_UNIT_HOUR},
+        {"MINUTE", DT_FMT_UNIT_MINUTE},
+        {"SECOND", DT_FMT_UNIT_SECOND},
+        {"TIMEZONE_HOUR", DT_FMT_UNIT_TZH},
+        {"TIMEZONE_MINUTE", DT_FMT_UNIT_TZM},
+        {"TIMEZONE_REGION", DT_FMT_UNIT_TZR},
+        {"TIMEZONE_ABBR", DT_FMT_UNIT_TZD},
     };
     return sql_get_word(call, 0, fields);
 }
@@ -40,6 +48,29 @@ sql_value of_timestamp_(const sql_value &from, dt_fmt_unit_t unit) {
     const int field = dv_timestamp_get_field(&from.timestamp, unit);
     if (unit != DT_FMT_UNIT_SECOND) return sql_integer(field);
     return seconds_(field, static_cast<int>(time_nanoseconds(time_part(from.timestamp))));
+}
+
+// Of the local time. Minutes have the sign of the hours.
+sql_value of_ts_tz_(const sql_value &from, dt_fmt_unit_t unit) {
+    const int hour = tz_hour(from.ts_tz.tz), minute = from.ts_tz.tz.utc_min;
+    if (unit == DT_FMT_UNIT_TZH) return sql_integer(hour);
+    if (unit == DT_FMT_UNIT_TZM) return sql_integer(hour < 0 ? -minute : minute);
+    sql_value local{};
+    dv_timestamp_from_ts_tz(&local.timestamp, &from.ts_tz);
+    return of_timestamp_(local, unit);
+}
+
+// Of a region; a fixed offset has neither.
+void extract_zone_name_(sql_call &call, dt_fmt_unit_t unit) {
+    const dv_ts_tz_t &from = call.args[1].ts_tz;
+    if (tz_is_offset(from.tz)) return sqlite3_result_null(call.context);
+    char text[TZ_NAME_TEXT_SIZE];
+    if (unit == DT_FMT_UNIT_TZR) {
+        timezone_get_zone_name(&from.tz, text, sizeof text);
+    } else {
+        timezone_get_zone_abbr(&from.tz, &date_part(from.utc), text, sizeof text);
+    }
+    sqlite3_result_text(call.context, text, -1, SQLITE_TRANSIENT);
 }
 
 sql_value of_ytm_(const sql_value &from, dt_fmt_unit_t unit) {
@@ -70,10 +101,17 @@ void extract_(sql_call &call) {
     if (unit != DT_FMT_UNIT_NONE) sql_return(call.context, Extract(call.args[1], unit));
 }
 
+void extract_ts_tz_(sql_call &call) {
+    const dt_fmt_unit_t unit = field_(call);
+    if (unit == DT_FMT_UNIT_TZR || unit == DT_FMT_UNIT_TZD) return extract_zone_name_(call, unit);
+    if (unit != DT_FMT_UNIT_NONE) sql_return(call.context, of_ts_tz_(call.args[1], unit));
+}
+
 constexpr sql_function _functions[] = {
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_DATE}, extract_<of_date_>},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_TIME}, extract_<of_time_>},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_TIMESTAMP}, extract_<of_timestamp_>},
+    {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_TS_TZ}, extract_ts_tz_},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_ITV_YTM}, extract_<of_ytm_>},
     {"dv_extract", {SQL_KIND_TEXT, SQL_KIND_ITV_DTS}, extract_<of_dts_>},
 };

@@ -60,6 +60,7 @@ extern const sql_function_table number_functions;
 extern const sql_function_table date_functions;
 extern const sql_function_table time_functions;
 extern const sql_function_table timestamp_functions;
+extern const sql_function_table ts_tz_functions;
 extern const sql_function_table datetime_model_functions;
 extern const sql_function_table interval_functions;
 extern const sql_function_table extract_functions;
@@ -72,9 +73,6 @@ extern const sql_aggregate_table number_aggregates;
 // all tables must come in one call.
 int sql_register_functions(sqlite3 *db, std::span<const sql_function_table *const> tables);
 int sql_register_aggregates(sqlite3 *db, const sql_aggregate_table &table);
-
-// Makes the table dv_types known to a connection; returns an SQLite code.
-int sql_register_type_table(sqlite3 *db);
 
 // Fails a call because of the value of an argument.
 void sql_fail_with_text(const sql_call &call, const char *text);

@@ -34,14 +34,9 @@ void to_date_(sql_call &call) {
     sql_return_date(call, date);
 }
 
-// YYYY-MM-DD HH:MI:SS.NNNNNNNNN, with "-" in front of a year BC.
 void to_text_(sql_call &call) {
-    const dv_timestamp_t &ts = call.args[0].timestamp;
-    constexpr int fraction_digits = 9;
-    char text[SQL_DATE_TEXT_MAX + 1 + fraction_digits];
-    char *end = sql_put_date(text, date_part(ts));
-    *end++ = '.';
-    end = sql_put_digits(end, static_cast<int>(time_nanoseconds(time_part(ts))), fraction_digits);
+    char text[SQL_TIMESTAMP_TEXT_MAX];
+    const char *end = sql_put_timestamp(text, call.args[0].timestamp);
     sql_return(call.context, sql_text_value(text, static_cast<int>(end - text)));
 }
 
@@ -92,6 +87,12 @@ constexpr sql_function _functions[] = {
 };
 
 }  // namespace
+
+char *dv::impl::sql_put_timestamp(char *out, const dv_timestamp_t &ts) {
+    out = sql_put_date(out, date_part(ts));
+    *out++ = '.';
+    return sql_put_digits(out, static_cast<int>(time_nanoseconds(time_part(ts))), 9);
+}
 
 constinit const sql_type dv::impl::timestamp_type = {
     SQL_KIND_TIMESTAMP,

@@ -8,8 +8,8 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr const sql_type *_types[] = {&number_type,  &date_type,    &time_type, &timestamp_type,
-                                      &itv_ytm_type, &itv_dts_type, &rowid_type};
+constexpr const sql_type *_types[] = {&number_type, &date_type,    &time_type,    &timestamp_type,
+                                      &ts_tz_type,  &itv_ytm_type, &itv_dts_type, &rowid_type};
 
 struct kind_name {
     sql_kind kind;

@@ -18,7 +18,7 @@
 #include "dvtypes/interval.h"
 #include "dvtypes/number.h"
 #include "dvtypes/rowid.h"
-#include "dvtypes/timestamp.h"
+#include "dvtypes/timestamp_tz.h"
 #include "sqlite_api.h"
 
 namespace dv::impl {
@@ -33,6 +33,7 @@ enum sql_kind : uint8_t {
     SQL_KIND_ITV_YTM = DV_TYPE_ITV_YTM,
     SQL_KIND_ITV_DTS = DV_TYPE_ITV_DTS,
     SQL_KIND_ROWID = DV_TYPE_ROWID,
+    SQL_KIND_TS_TZ = DV_TYPE_TS_TZ,
     SQL_KIND_NULL = 0xF0,  // SQLite's own types from here on
     SQL_KIND_INTEGER,
     SQL_KIND_REAL,
@@ -59,6 +60,7 @@ struct sql_value {
         dv_date_t date;
         dv_time_t time;
         dv_timestamp_t timestamp;
+        dv_ts_tz_t ts_tz;
         dv_itv_ytm_t ytm;
         dv_itv_dts_t dts;
         rowid_t rowid;
@@ -86,6 +88,7 @@ extern const sql_type number_type;
 extern const sql_type date_type;
 extern const sql_type time_type;
 extern const sql_type timestamp_type;
+extern const sql_type ts_tz_type;
 extern const sql_type itv_ytm_type;
 extern const sql_type itv_dts_type;
 extern const sql_type rowid_type;

@@ -15,9 +15,16 @@ constexpr const char *_blobs[] = {
     "X'0573B60A0F00000000'",  // 1582-10-15, the day after the gap
     "X'0501010C1F00000000'",  // 9999 BC
     "X'056463011F00000000'",  // 1 BC, beside the year 0
-    "X'06173B3B003B9AC9FF'",         "X'087B9AC9FF16'", "X'083FFFFFFF00'", "X'097B9AC9FF4001517F7B9AC9FF'",
+    "X'06173B3B003B9AC9FF'",
+    "X'087B9AC9FF16'",
+    "X'083FFFFFFF00'",
+    "X'097B9AC9FF4001517F7B9AC9FF'",
     "X'09400000003FFFFFFF40000000'",
+    "X'077864021D173B3B003B9AC9FF'",
+    "X'157864021D173B3B00000000005F1E000245'",
 };
+
+bool is_zoned_(const std::string &blob) { return blob[2] == '1'; }
 
 // SQL that makes a value from the fields of a stored form, by its tag: #1 is the byte behind that, in
 // hexadecimal.
@@ -25,12 +32,14 @@ std::string made_anew_(const std::string &blob) {
     constexpr const char *makers[] = {
         "dv_date(0x#1 * 100 + 0x#2 - 10100, 0x#3, 0x#4, 0x#5, 0x#6, 0x#7)",
         "dv_time(0x#1, 0x#2, 0x#3, 0x#5#6#7#8)",
-        "",
+        "dv_timestamp(0x#1 * 100 + 0x#2 - 10100, 0x#3, 0x#4, 0x#5, 0x#6, 0x#7, 0x#9#A#B#C)",
         "numtoyminterval((0x#1#2#3#4 - 0x40000000) * 12 + 0x#5 - 11, 'MONTH')",
         R"(numtodsinterval(dv_add((0x#1#2#3#4 - 0x40000000) * 86400 + 0x#5#6#7#8 - 0x40000000,
                                   dv_div(0x#9#A#B#C - 0x40000000, 1000000000)), 'SECOND'))",
+        R"(at_time_zone(from_tz(dv_timestamp(0x#1 * 100 + 0x#2 - 10100, 0x#3, 0x#4, 0x#5, 0x#6, 0x#7, 0x#9#A#B#C),
+                                '+00:00'), printf('%+03d:%02d', 0x#D - 100, 0x#E)))",
     };
-    std::string sql = makers[blob[3] - '5'];
+    std::string sql = makers[is_zoned_(blob) ? 5 : blob[3] - '5'];
     for (size_t at = sql.find('#'); at != std::string::npos; at = sql.find('#', at))
         sql.replace(at, 2, blob, 2 + 2 * std::stoul(sql.substr(at + 1, 1), nullptr, 16), 2);
     return sql;
@@ -45,7 +54,8 @@ TEST(SqlDatetime, BlobIsTakenExactlyWhenItIsTheFormOfAValue) {
     for (size_t i = 0; i < 20000; ++i) {
         std::string blob = _blobs[i % std::size(_blobs)];
         for (auto changes = random() % 3; changes > 0; --changes)
-            blob[4 + random() % (blob.size() - 5)] = "0123456789ABCDEF"[random() % 16];
+            blob[4 + random() % (blob.size() - 5 - (is_zoned_(blob) ? 4 : 0))] =
+                "0123456789ABCDEF"[random() % 16];
         const std::string anew = session.value("SELECT quote(" + made_anew_(blob) + ")");
         if (random() % 64 == 0) blob.insert(blob.size() - 1, "00");
         const std::string got = session.value("SELECT dv_cmp(v, v) FROM (SELECT " + blob + " AS v)");
@@ -57,9 +67,9 @@ TEST(SqlDatetime, BlobIsTakenExactlyWhenItIsTheFormOfAValue) {
     EXPECT_TRUE(taken > 5000 && taken < 15000) << taken;
 }
 
-// 2000 rows whose dates d and e, times t and intervals y and s rise with the id; d begins in 9999 BC, e in
-// 1700 AD; groups of four dates lie within some months. months and nanos are what y and s are made of. Every
-// key is a multiple of a step and a pseudo-random part of the step.
+// 2000 rows whose dates d and e, times t, intervals y and s and instants z (e in some zone) rise with the id;
+// d begins in 9999 BC, e in 1700 AD; groups of four dates lie within some months. months and nanos are what y
+// and s are made of. Every key is a multiple of a step and a pseudo-random part of the step.
 constexpr const char *_table = R"(CREATE TABLE t AS WITH RECURSIVE
     row(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM row LIMIT 2000),
     key(id, seconds, time, months, nanos) AS (SELECT i + 1,
@@ -67,13 +77,15 @@ constexpr const char *_table = R"(CREATE TABLE t AS WITH RECURSIVE
         i * 43000000000 + i * i * i * 7919 % 43000000000,
         (i - 1000) * 5000000 + i * i * 7919 % 5000000,
         (i - 1000) * 2000000000000000 + i * i * i * 104729 % 2000000000000000 FROM row)
+    SELECT *, at_time_zone(from_tz(to_timestamp(e), '+00:00'), CASE id % 4 WHEN 0 THEN 'America/New_York'
+        WHEN 1 THEN 'Asia/Seoul' WHEN 2 THEN '-05:45' ELSE 'Europe/London' END) AS z FROM (
     SELECT id, months, nanos,
         dv_date(seconds / 29030400 - 9999 + (seconds / 29030400 >= 9999), seconds / 2419200 % 12 + 1,
                 seconds / 86400 % 28 + 1, seconds / 3600 % 24, seconds / 60 % 60, seconds % 60) AS d,
         dv_time(time / 3600000000000, time / 60000000000 % 60, time / 1000000000 % 60, time % 1000000000) AS t,
         numtoyminterval(months, 'month') AS y,
         numtodsinterval(dv_div(nanos, 1000000000), 'second') AS s,
-        dv_add(dv_add_days(dv_date(1700, 1, 1), id * 1423), numtodsinterval(id * 43, 'second')) AS e FROM key)";
+        dv_add(dv_add_days(dv_date(1700, 1, 1), id * 1423), numtodsinterval(id * 43, 'second')) AS e FROM key))";
 
 // What holds for any two rows.
 constexpr const char *_laws[] = {
@@ -90,13 +102,16 @@ constexpr const char *_laws[] = {
     "dv_text(a.e) = datetime('1700-01-01', (a.id * 1423) || ' days', (a.id * 43) || ' seconds')",
     "dv_sub(dv_add(a.e, b.s), b.s) = a.e AND dv_add(b.s, a.e) = dv_add(a.e, b.s)",
     "abs(dv_date_diff(dv_add(a.e, b.s), a.e) - b.nanos / 86400e9) < 1e-4",
+    "to_timestamp_tz(dv_text(a.z)) = a.z AND sys_extract_utc(a.z) = to_timestamp(a.e)",
+    "dv_cmp(a.z, b.z) = sign(a.id - b.id) AND dv_cmp(at_time_zone(a.z, 'Asia/Tokyo'), a.z) = 0",
+    "dv_sub(dv_add(a.z, b.s), b.s) = a.z AND dv_sub(dv_add(a.z, b.s), a.z) = b.s",
     "months_between(add_months(last_day(a.e), b.id), last_day(a.e)) = b.id",
 };
 
 TEST(SqlDatetime, OrderAndLawsHoldInAnIndexedTable) {
     sqlite_session session;
     session.rows(_table);
-    for (const std::string column : {"d", "t", "y", "s"}) {
+    for (const std::string column : {"d", "t", "y", "s", "z"}) {
         session.rows("DROP INDEX IF EXISTS by_column");
         session.rows("CREATE INDEX by_column ON t(" + column + ")");
         const std::string places = "SELECT id, row_number() OVER (ORDER BY " + column + ") AS place FROM t";
@@ -112,7 +127,7 @@ constexpr const char *_errors[][2] = {
     {"dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'))", "(dv-5064)"},
     {"dv_add(to_dsinterval('999999999 23:59:59'), to_dsinterval('0 0:0:1'))", "(dv-5064)"},
     {"dv_div(to_yminterval('1-0'), 0)", "(dv-5065)"},
-    {"dv_extract('YEAR' || char(0), dv_date(1, 1, 1))", "is not YEAR, MONTH, DAY, HOUR, MINUTE or SECOND"},
+    {"dv_extract('YEAR' || char(0), dv_date(1, 1, 1))", "TIMEZONE_REGION or TIMEZONE_ABBR"},
     {"next_day(dv_date(2024, 1, 1), '')", "(dv-5113)"},
     {"next_day(dv_date(2024, 1, 1), 'MON', 'AMERICAN' || char(0))", "argument 3 is no language"},
 };
@@ -125,10 +140,25 @@ TEST(SqlDatetime, WhatCannotBeIsAnError) {
     }
 }
 
-TEST(SqlDatetime, SysdateIsTheClockAndServesNoIndex) {
+TEST(SqlDatetime, ClocksAreTheHostsAndServeNoIndex) {
     sqlite_session session;
     EXPECT_EQ(session.value("SELECT datetime('now', 'localtime') <= dv_text(sysdate())"), "1");
-    const std::string earlier = session.value("SELECT dv_text(sysdate())");
+    const std::string earlier = session.value("SELECT dv_text(sysdate())"),
+                      utc = session.value("SELECT dv_text(to_date(sys_extract_utc(systimestamp())))");
     EXPECT_LE(earlier, session.value("SELECT datetime('now', 'localtime')"));
+    EXPECT_LE(utc, session.value("SELECT datetime('now')"));
+    EXPECT_LE(session.value("SELECT datetime('now', '-1 second')"), utc);
     EXPECT_TRUE(session.value("CREATE TABLE t(a, b AS (sysdate()))").starts_with("error: non-determin"));
+}
+
+// Every change of every region's clocks, one second before it and at it.
+TEST(SqlDatetime, ZoneTransitionsAreWhereTheOffsetChanges) {
+    sqlite_session session;
+    const std::string counts = session.value(R"(
+        SELECT count(*) || ' ' || sum(tz_offset(name, at) = offset_after) || ' ' ||
+               sum(tz_offset(name, dv_sub(at, to_dsinterval('0 0:0:1'))) = offset_before)
+        FROM (SELECT name, from_tz(utc, '+00:00') AS at, offset_before, offset_after
+              FROM dv_zones, dv_zone_transitions(name)))");
+    const std::string count = session.value("SELECT sum(entries / 2) FROM dv_zones");
+    EXPECT_EQ(counts, count + ' ' + count + ' ' + count);
 }

@@ -34,12 +34,6 @@ const tz_info_t *first_from_(const tz_region_t &region, int step, uint64_t utc_k
     return region.infos + low * step;
 }
 
-const tz_info_t &info_at_utc_(const tz_region_t &region, const dv_date_t &utc) {
-    const tz_info_t *info = first_from_(region, 1, date_order_key(utc));
-    const tz_info_t *const oldest = region.infos + region.info_cnt - 1;
-    return info <= oldest ? *info : *oldest;
-}
-
 // Of the two periods whose clocks showed a time.
 const tz_info_t &find_overlapped_zone_(const tz_info_t &later, const tz_info_t &earlier, const char *abbrev) {
     if (!is_named_(abbrev) || is_abbreviation_(later, abbrev)) return later;
@@ -88,6 +82,12 @@ bool is_given_sess_tz_(const timezone_t *sess_tz) {
 
 }  // namespace
 
+const tz_info_t &dv::impl::info_at(const tz_region_t &region, const dv_date_t &utc) {
+    const tz_info_t *info = first_from_(region, 1, date_order_key(utc));
+    const tz_info_t *const oldest = region.infos + region.info_cnt - 1;
+    return info <= oldest ? *info : *oldest;
+}
+
 extern "C" {
 
 void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev) {
@@ -106,7 +106,7 @@ void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *o
     if (!tz_is_offset(zone)) {
         const tz_region_t *region = region_of(zone);
         if (region == NULL) return;
-        store_offset_(zone, info_at_utc_(*region, *date));
+        store_offset_(zone, info_at(*region, *date));
     }
     timezone_shift_to_east(&zone, date);
     if (out_tz != NULL) *out_tz = zone;
@@ -115,7 +115,7 @@ void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *o
 void timezone_adjust(timezone_t *local_tz, const dv_date_t *date) {
     if (!is_given_local_tz(local_tz) || !is_given(date) || tz_is_offset(*local_tz)) return;
     const tz_region_t *region = region_of(*local_tz);
-    if (region != NULL) store_offset_(*local_tz, info_at_utc_(*region, *date));
+    if (region != NULL) store_offset_(*local_tz, info_at(*region, *date));
 }
 
 void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, char *buf, int buf_size) {
@@ -125,7 +125,7 @@ void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, c
     if (tz_is_offset(*local_tz)) return;
     const tz_region_t *region = region_of(*local_tz);
     if (region == NULL) return;
-    const char *abbrev = info_at_utc_(*region, *date).abbrev;
+    const char *abbrev = info_at(*region, *date).abbrev;
     const size_t length = std::min(strlen(abbrev), static_cast<size_t>(buf_size) - 1);
     memcpy(buf, abbrev, length);
     buf[length] = '\0';

@@ -34,6 +34,9 @@ int read_zone(timezone_t &tz, std::string_view text);
 // NULL: there is none, or the name is too long.
 const tz_region_t *find_region(std::string_view name);
 
+// The entry in force at a time in UTC.
+const tz_info_t &info_at(const tz_region_t &region, const dv_date_t &utc);
+
 // The region of a zone; NULL, after the assertion, for a zone that is none.
 const tz_region_t *region_of(const timezone_t &tz);
 
