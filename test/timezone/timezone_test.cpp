@@ -201,6 +201,7 @@ TEST(TimezoneDefault, FollowsTheEnvironment) {
                   std::to_string(minutes / 60) + ":" + std::to_string(std::abs(minutes % 60)) + " of 581")
             << region_tab_[id].canon_name;
     }
+    EXPECT_EQ(describe_(under("europe/kyiv ")), describe_(under(":Europe/Kiev")));
     EXPECT_EQ(describe_(under("KST-9")), "9:0 of 581");
     EXPECT_EQ(describe_(under("EST5")), "-5:0 of 581");
     EXPECT_EQ(describe_(under(":Nowhere/Zone")), "0:0 of 581");
