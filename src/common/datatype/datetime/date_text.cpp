@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "../datetime_fmt/fmt_walk.h"
+#include "../datetime_fmt/iso_text.h"
 #include "../datetime_fmt/temporary_model.h"
 
 using namespace dv::impl;
@@ -36,11 +37,12 @@ extern "C" void dv_date_from_str(dv_date_t *date, const char *str, int str_len, 
     if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
+    const readable_parts_t parts = {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0};
+    if (read_iso_text(*fmt_ctx, parts, str, length)) return;
     load_date_defaults(*date, *fmt_ctx);
     dt_fmt_parse_ctx_t ctx;
     begin_reading(ctx, *fmt_ctx, str, length);
-    read_by_model(ctx, {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0},
-                  ERR_MODEL_FOR_DATE);
+    read_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
     dt_fmt_check_ddd(&ctx, date);
     dt_parse_check_input_trailing_space(&ctx);
     dv_date_is_valid(date);
@@ -53,10 +55,11 @@ extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, co
         *str = '\0';
         return CONV_STATUS_WHOLE;
     }
+    const writable_parts_t parts = {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/false, 0};
+    if (write_iso_text(*fmt_ctx, parts, str, str_len)) return CONV_STATUS_WHOLE;
     dt_fmt_parse_ctx_t ctx;
     begin_writing(ctx, *fmt_ctx, str, str_len);
-    return write_by_model(ctx, {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/false, 0},
-                          ERR_MODEL_FOR_DATE);
+    return write_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int str_len, const char *fmt,

@@ -1,6 +1,7 @@
 // TIME as text: the entry points that hand their work to format models.
 
 #include "../datetime_fmt/fmt_walk.h"
+#include "../datetime_fmt/iso_text.h"
 #include "../datetime_fmt/temporary_model.h"
 
 using namespace dv::impl;
@@ -17,11 +18,12 @@ extern "C" void dv_time_from_str(dv_time_t *time, const char *str, int str_len, 
     if (!is_given(time) || !is_given_str(str) || !is_given(fmt_ctx)) return;
     if (str_len < 1) raise(ERR_TEXT_LENGTH);  // a length of 0 too
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    const readable_parts_t parts = {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec};
+    if (read_iso_text(*fmt_ctx, parts, str, str_len)) return;
     *time = {};
     dt_fmt_parse_ctx_t ctx;
     begin_reading(ctx, *fmt_ctx, str, str_len);
-    read_by_model(ctx, {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec},
-                  ERR_MODEL_FOR_DATE);
+    read_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
     dt_parse_check_input_trailing_space(&ctx);
     dv_time_is_valid(time);
 }
@@ -31,10 +33,11 @@ extern "C" conv_status_t dv_time_to_str(const dv_time_t *time, char *str, int st
     if (!is_given(time) || !is_given_str(str) || !is_given(fmt_ctx)) return CONV_STATUS_WHOLE;
     if (str_len < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    const writable_parts_t parts = {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec};
+    if (write_iso_text(*fmt_ctx, parts, str, str_len)) return CONV_STATUS_WHOLE;
     dt_fmt_parse_ctx_t ctx;
     begin_writing(ctx, *fmt_ctx, str, str_len);
-    return write_by_model(ctx, {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec},
-                          ERR_MODEL_FOR_DATE);
+    return write_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_time_from_str_DEPRECATED(dv_time_t *time, const char *str, int str_len, const char *fmt,

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#include "digits.h"
 #include "fmt_write.h"
 #include "spell_number.h"
 
@@ -49,16 +50,7 @@ conv_status_t put_with_suffix_(dt_fmt_parse_ctx_t &ctx, int value, int min_digit
     return put_text(ctx, digits.view());
 }
 
-constexpr auto _digit_pairs = [] {
-    std::array<char, 200> pairs{};
-    for (size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}();
-
-void put_pair_(char *to, unsigned value) { memcpy(to, &_digit_pairs[size_t{2} * value], 2); }
+void put_pair_(char *to, unsigned value) { store_text<uint16_t>(to, digit_pair(value)); }
 
 // The numbers of most models, two and four digits, go straight to where they belong (bench/datetime_fmt,
 // write).

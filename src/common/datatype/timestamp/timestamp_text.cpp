@@ -4,6 +4,7 @@
 
 #include "../datetime_fmt/fmt_read.h"
 #include "../datetime_fmt/fmt_walk.h"
+#include "../datetime_fmt/iso_text.h"
 #include "../datetime_fmt/temporary_model.h"
 #include "timestamp_layout.h"
 
@@ -42,12 +43,13 @@ extern "C" void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int s
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
     dv_date_t &date = date_part(*ts);
     dv_time_t &time = time_part(*ts);
+    const readable_parts_t parts = {&date, &time, /*has_fraction=*/true, /*skips_zone=*/false, fprec};
+    if (read_iso_text(*fmt_ctx, parts, str, length)) return;
     load_date_defaults(date, *fmt_ctx);
     time_set_nanoseconds(time, 0);
     dt_fmt_parse_ctx_t ctx;
     begin_reading(ctx, *fmt_ctx, str, length);
-    read_by_model(ctx, {&date, &time, /*has_fraction=*/true, /*skips_zone=*/false, fprec},
-                  ERR_MODEL_FOR_DATE);
+    read_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
     dt_fmt_check_ddd(&ctx, &date);
     dt_parse_check_input_trailing_space(&ctx);
     dv_date_is_valid(&date);  // the time of day too
@@ -62,11 +64,12 @@ extern "C" conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str
         *str = '\0';
         return CONV_STATUS_WHOLE;
     }
+    const writable_parts_t parts = {&date_part(*ts), &time_part(*ts), /*has_fraction=*/true,
+                                    /*skips_zone=*/false, fprec};
+    if (write_iso_text(*fmt_ctx, parts, str, str_len)) return CONV_STATUS_WHOLE;
     dt_fmt_parse_ctx_t ctx;
-    dt_parse_ctx_init(&ctx, fmt_ctx, str, str_len, NULL, 0, /*is_from_str=*/0);
-    return write_by_model(
-        ctx, {&date_part(*ts), &time_part(*ts), /*has_fraction=*/true, /*skips_zone=*/false, fprec},
-        ERR_MODEL_FOR_DATE);
+    begin_writing(ctx, *fmt_ctx, str, str_len);
+    return write_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_timestamp_from_str_DEPRECATED(dv_timestamp_t *ts, const char *str, int str_len,

@@ -1,0 +1,27 @@
+// Texts under models of the ISO shape, the most usual ones, without a walk over the model's elements:
+//
+//     YYYY-MM-DD    YYYY-MM-DD HH24:MI:SS    HH24:MI:SS     the last two also with .FF or .FF1 to .FF9 behind
+//
+// The characters between the elements are any: one of punctuation or a quoted literal each ("T"). The shape
+// is told from the elements again for every text: that takes less than one of them took in the walk, and
+// holds for flattened copies of a model too, whose bytes have no room for a note.
+//
+// Both functions either do all that the walk would do, or nothing; the walk is then for the caller. They
+// leave to it whatever is unusual: fields out of range, short buffers, blanks, signs, fewer digits, faults.
+
+#ifndef DV_ISO_TEXT_H
+#define DV_ISO_TEXT_H
+
+#include "fmt_walk.h"
+
+namespace dv::impl {
+
+// Writes a value and a NUL. str_len is above 0. False: nothing is written.
+bool write_iso_text(const dt_fmt_ctx_t &model, const writable_parts_t &value, char *str, int str_len);
+
+// Reads a text of str_len bytes into all fields of a value. str_len is above 0. False: nothing is stored.
+bool read_iso_text(const dt_fmt_ctx_t &model, const readable_parts_t &value, const char *str, int str_len);
+
+}  // namespace dv::impl
+
+#endif  // DV_ISO_TEXT_H
