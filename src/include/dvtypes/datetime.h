@@ -181,9 +181,8 @@ DV_EXPORT void dv_date_get_last_date(const dv_date_t *date, dv_date_t *result);
 
 // Moves the date 1 to 7 days ahead to a named weekday; the time of day is kept.
 //
-//   day_name, day_name_len  the full or abbreviated name in the language, in any case, or a number 1 (Sunday)
-//   to
-//                           7; a length below 1 means up to its NUL
+//   day_name, day_name_len  the full or abbreviated name in the language, in any case, or a number 1
+//                           (Sunday) to 7; a length below 1 means up to its NUL
 //   charset                 of the name
 //
 // Raises  -5113  the name is none: ("day_name", name, "Inconsistent with NLS_DATE_LANGUAGE")
@@ -287,7 +286,7 @@ DV_EXPORT long dv_date_to_str_DEPRECATED(const dv_date_t *date, char *str, int s
 DV_EXPORT void dv_date_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt);
 DV_EXPORT void dv_date_current_str_DEPRECATED(char *buf, int buf_len, const char *fmt, int fmt_len);
 
-// An upper bound of the bytes that writing a DATE under the model takes.
+// The bytes that writing a DATE under the model takes, as dt_fmt_get_predicted_str_len estimates them.
 DV_EXPORT int dv_date_get_length(const char *fmt, int fmt_len);
 
 // Returns when the model can read a DATE, else raises as compiling it does.

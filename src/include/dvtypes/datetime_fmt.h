@@ -201,8 +201,8 @@ DV_EXPORT void dt_fmt_ctx_set_user_nls(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx
 // Releases what a context owns; it is then empty. An all-zero context is accepted.
 DV_EXPORT void dt_fmt_ctx_reset(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx);
 
-// An upper estimate of the bytes that writing under the model takes, without a NUL; 0 for an empty one. Names
-// in some languages and character sets may take more.
+// An upper estimate of the bytes that writing under the model takes, without a NUL; 0 for an empty one.
+// Spelled numbers (SP), and names in some languages and character sets, may take more.
 //
 //   fprec  fractional-second precision of the values' type, the width of an FF without a digit
 DV_EXPORT int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fprec);

@@ -1,79 +1,30 @@
 // dvtypes/dvtypes.hpp: the C++ face of the library. Header only; C++20.
 //
-//   dv::error      a raise of the library as an exception: code, place, message arguments, message
-//   dv::guarded    runs library calls and turns a raise into dv::error
-//   dv::number     NUMBER as a value: conversions, operators, comparison, text
-//   dv::type_...   lookups in the type catalogue that take any code
+//   dv::error, dv::guarded                        a raise as an exception (error.hpp)
+//   dv::number                                    NUMBER as a value: conversions, operators, comparison, text
+//   dv::date, dv::time_of_day, dv::timestamp,     datetimes and intervals as values, and compiled format
+//   dv::timestamp_tz, dv::zone, dv::interval_ym,  models (datetime.hpp)
+//   dv::interval_ds, dv::reader, dv::writer
+//   dv::type_...                                  lookups in the type catalogue that take any code
 //
-// Every operation that can raise goes through one dv_protect, so it works over any base library that has it.
-// What dv::guarded runs must not own anything: no object with a destructor may be alive in it when a raise
-// leaves it. Objects outside of it are safe.
+// Values are plain records: copying one copies its bytes. Every operation that can raise throws dv::error.
 
 #ifndef DVTYPES_DVTYPES_HPP
 #define DVTYPES_DVTYPES_HPP
 
 #include <compare>
 #include <concepts>
-#include <cstring>
-#include <exception>
 #include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
-#include "dvtypes/base.h"
+#include "dvtypes/datetime.hpp"
 #include "dvtypes/dv_type.h"
+#include "dvtypes/error.hpp"
 #include "dvtypes/number.h"
 
 namespace dv {
-
-// A raise of the library.
-class error : public std::exception {
-  public:
-    explicit error(const dv_error_t &record) : record_(record) {}
-
-    int code() const noexcept { return record_.code; }
-    const char *what() const noexcept override { return record_.message; }
-
-    // Where it was raised: the name of the source file alone, the line, the function.
-    const char *file() const noexcept { return record_.file; }
-    int line() const noexcept { return record_.line; }
-    const char *function() const noexcept { return record_.function; }
-
-    // The values that fill the message, as text.
-    size_t argument_count() const noexcept { return static_cast<size_t>(record_.arg_count); }
-    std::string_view argument(size_t i) const noexcept { return record_.args[i]; }
-
-    const dv_error_t &record() const noexcept { return record_; }
-
-  private:
-    dv_error_t record_;
-};
-
-// Calls body(); throws dv::error when it raises. Returns what body returns, which must be trivially copyable.
-template <typename Body>
-auto guarded(Body &&body) {
-    using body_t = std::remove_reference_t<Body>;
-    using result_t = std::invoke_result_t<body_t &>;
-    dv_error_t record;
-    if constexpr (std::is_void_v<result_t>) {
-        const auto call = [](void *arg) { (*static_cast<body_t *>(arg))(); };
-        if (dv_protect(call, &body, &record) != 0) throw error(record);
-    } else {
-        static_assert(std::is_trivially_copyable_v<result_t>);
-        struct call_t {
-            body_t &body;
-            result_t result;
-        } call_with{body, {}};
-        const auto call = [](void *arg) {
-            auto *with = static_cast<call_t *>(arg);
-            with->result = with->body();
-        };
-        if (dv_protect(call, &call_with, &record) != 0) throw error(record);
-        return call_with.result;
-    }
-}
 
 // SQL NUMBER that is not NULL. A plain 23-byte value: copying it copies the record.
 class number {

@@ -91,8 +91,7 @@ DV_EXPORT void dv_timestamp_to_number(const dv_timestamp_t *ts, number_t *num);
 //   num  a valid NUMBER that is not NULL
 //
 // Raises  -5114  a field out of range: too early, too late, in the year 0, negative in its time of day, NaN,
-// an
-//                infinity; *ts is unchanged
+//                an infinity; *ts is unchanged
 //         -5072  the NUMBER does not fit 64 bits
 DV_EXPORT void dv_timestamp_from_double(double from, dv_timestamp_t *ts);
 DV_EXPORT void dv_timestamp_from_number(const number_t *num, dv_timestamp_t *ts);
@@ -163,8 +162,8 @@ DV_EXPORT conv_status_t dv_timestamp_to_str_DEPRECATED(const dv_timestamp_t *ts,
 // dv_timestamp_current, then dv_timestamp_to_str into buf with six digits of the fraction.
 DV_EXPORT void dv_timestamp_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt);
 
-// An upper bound of the bytes that writing under the model takes; and whether it can read a TIMESTAMP:
-// returns then, else raises as compiling it does.
+// The bytes that writing under the model takes, as dt_fmt_get_predicted_str_len estimates them; and whether
+// it can read a TIMESTAMP: returns then, else raises as compiling it does.
 DV_EXPORT int dv_timestamp_get_length(const char *fmt, int fmt_len, int fprec);
 DV_EXPORT void dv_timestamp_check_format(const char *fmt, int fmt_len);
 

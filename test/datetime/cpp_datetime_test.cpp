@@ -1,0 +1,118 @@
+// datetime.hpp: datetimes and intervals as C++ values.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <dvtypes/dvtypes.hpp>
+#include <random>
+#include <sstream>
+
+namespace {
+
+using dv::date, dv::interval_ds, dv::interval_ym, dv::timestamp, dv::timestamp_tz, dv::zone;
+
+constexpr const char *_english = "NLS_DATE_LANGUAGE = AMERICAN";
+
+template <typename Value>
+std::string text_of_(const Value &x) {
+    std::ostringstream out;
+    out << x;
+    return out.str();
+}
+
+template <typename Call>
+int code_of_(const Call &call) {
+    try {
+        call();
+    } catch (const dv::error &error) {
+        return error.code();
+    }
+    return 0;
+}
+
+TEST(CppDatetime, ReadsAndWritesUnderCompiledModels) {
+    const dv::reader<date> read("DD Mon YYYY", _english);
+    const dv::writer<date> write("fmDay, Month DD, YYYY", _english);
+    EXPECT_EQ(read("21 Nov 2026"), date(2026, 11, 21));
+    EXPECT_EQ(write(read("21 Nov 2026")), "Saturday, November 21, 2026");
+    EXPECT_EQ(text_of_(timestamp(2001, 2, 3, 4, 5, 6, 7)), "2001-02-03 04:05:06.000000007");
+    EXPECT_EQ(text_of_(dv::time_of_day(23, 59, 59, 999999999)), "23:59:59.999999999");
+    EXPECT_EQ(text_of_(interval_ds(0, -36, 0, 0, -1)), "-01 12:00:00.000000001");
+    EXPECT_EQ(text_of_(interval_ym(1, -14)), "-00-02");
+    const dv::writer<timestamp> spelled("YYYYSP \"of\" MONTH FF1");  // longer than predicted by any width
+    EXPECT_EQ(spelled(timestamp(1777, 5, 1)).substr(0, 33), "ONE THOUSAND SEVEN HUNDRED SEVENT");
+}
+
+TEST(CppDatetime, BadInputThrowsTheCodeOfTheFunctionBehindIt) {
+    const dv::reader<date> read("YYYY-MM-DD");
+    const struct {
+        int code;
+        std::function<void()> call;
+    } cases[] = {
+        {-5114, [] { date(2023, 2, 29); }},
+        {-5114, [&] { read("2023-02-29"); }},
+        {-5010, [&] { read("2023-02-28x"); }},
+        {-5007, [&] { read(""); }},
+        {-5007, [&] { read(std::string_view()); }},
+        {-5014, [] { dv::writer<date>("YYYY \"kept\" nonsense"); }},
+        {-11035, [] { dv::reader<date>("YYYY \"kept\"", "NLS_DATE_LANGUAGE = MARTIAN"); }},
+        {-5056, [] { interval_ym(""); }},
+        {-5056, [] { interval_ds("1234567890 0:0:0"); }},
+        {-5104, [] { zone("Mars/Base"); }},
+        {-5005, [] { date(2001, 1, 31) + interval_ym(0, 1); }},
+        {-5110, [] { timestamp_tz(timestamp(2024, 3, 10, 2, 30), zone("America/New_York")); }},
+    };
+    for (const auto &c : cases) EXPECT_EQ(code_of_(c.call), c.code) << &c - cases;
+}
+
+TEST(CppDatetime, SumsAndDifferencesAgreeWithCountsOfNanoseconds) {
+    constexpr int64_t billion = 1'000'000'000, day = 86'400;
+    std::mt19937_64 random(7);
+    const auto any = [&](int limit) { return static_cast<int>(random() % (2u * limit + 1)) - limit; };
+    const auto total = [](const interval_ds &x) {
+        EXPECT_FALSE(x.nanoseconds() != 0 && (x.nanoseconds() < 0) != (x.days() < 0 || x.seconds() < 0)) << x;
+        return (x.days() * day + x.seconds()) * __int128{billion} + x.nanoseconds();
+    };
+    const timestamp origin(2001, 2, 3, 4, 5, 6, 700);
+    for (int i = 0; i < 20000; ++i) {
+        const interval_ds x(any(1000), 0, 0, any(100000), any(999999999)),
+            y(any(2), any(30), any(70), any(3), any(3));
+        EXPECT_EQ(total(x + y), total(x) + total(y)) << x << " + " << y;
+        EXPECT_EQ(total(x - y), total(x) - total(y)) << x << " - " << y;
+        EXPECT_EQ(-(-x), x);
+        EXPECT_EQ(interval_ds(x.to_string()), x);
+        EXPECT_EQ((origin + x) - origin, x) << x;
+        EXPECT_EQ(origin + x - x, origin) << x;
+        EXPECT_EQ(origin + x < origin + y, total(x) < total(y)) << x << " " << y;
+    }
+}
+
+TEST(CppDatetime, DatesMoveByDaysMonthsAndUnits) {
+    EXPECT_EQ(add_days(date(2000, 2, 28), 1.5), date(2000, 2, 29, 12));
+    EXPECT_EQ(add_months(date(2001, 1, 31), 1), date(2001, 2, 28));
+    EXPECT_EQ(last_day(date(2024, 2, 1)), date(2024, 2, 29));
+    EXPECT_EQ(date(2001, 1, 30) - interval_ym(1, 1), date(1999, 12, 30));
+    EXPECT_EQ(trunc(date(2001, 8, 9, 10), "Q"), date(2001, 7, 1));
+    EXPECT_EQ(round(date(2001, 8, 9, 12)), date(2001, 8, 10));
+    EXPECT_EQ(days_between(date(2001, 1, 2), date(2001, 1, 1)), 1);
+    EXPECT_EQ(months_between(date(2001, 3, 31), date(2001, 2, 28)), 1);
+    EXPECT_EQ(date(2000, 1, 1).julian_day(), 2451545);
+    EXPECT_TRUE(std::ranges::lexicographical_compare(date(-45, 1, 1).key(), date(1, 1, 1).key()));
+}
+
+TEST(CppDatetime, ZonedTimestampsAreInstantsShownInTheirZone) {
+    const timestamp_tz seoul(timestamp(2026, 11, 21, 9, 30), zone("Asia/Seoul"));
+    const timestamp_tz new_york = seoul.at(zone("america/new_york"));
+    EXPECT_EQ(seoul, new_york);
+    EXPECT_EQ(new_york.local(), timestamp(2026, 11, 20, 19, 30));
+    EXPECT_EQ(new_york.zone().name(), "America/New_York");
+    EXPECT_EQ(text_of_(new_york), "2026-11-20 19:30:00.000000000 America/New_York");
+    const timestamp_tz summer = new_york + interval_ym(0, 8);  // an hour later on the clock
+    EXPECT_EQ(summer.local(), timestamp(2027, 7, 20, 20, 30));
+    EXPECT_EQ(summer - seoul, interval_ds(242, 0));
+    const dv::reader<timestamp_tz> read("YYYY-MM-DD HH24:MI TZR");
+    EXPECT_EQ(read("2026-11-21 00:30 +00:00"), seoul);
+    EXPECT_EQ(dv::reader<timestamp_tz>("YYYY-MM-DD HH24:MI")("2026-11-21 00:30"), seoul);
+}
+
+}  // namespace
