@@ -47,6 +47,18 @@ TEST(DayNumber, FollowsTheFormulasAndTheCalendarForEveryDay) {
     }
 }
 
+// Records that are no dates too: their years run to 15655, their months and days to 255.
+TEST(DayNumber, FollowsTheFormulasForAnyBytes) {
+    for (uint32_t bytes = 0; bytes < 1U << 24; ++bytes) {
+        const auto century = static_cast<uint8_t>(bytes >> 16), year = static_cast<uint8_t>(bytes >> 8);
+        const auto month = static_cast<uint8_t>(bytes), day = static_cast<uint8_t>(bytes * 77 >> 5);
+        const dv_date_t date = {century, year, month, day, 0, 0, 0, 0};
+        const int y = (century - 100) * 100 + year - 100;
+        if (y == 0) continue;  // an assertion
+        ASSERT_EQ(dv_date_to_julian_day(&date), formula_number_(y, month, day)) << describe(date);
+    }
+}
+
 TEST(Date, IsValidWhenItsDayExists) {
     for (int year = DV_YEAR_MIN - 1; year <= DV_YEAR_MAX + 1; ++year) {
         const bool is_julian_leap = year > 0 ? year % 4 == 0 : year >= -45 && year <= -9 && year % 3 == 0;

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -61,6 +62,25 @@ TEST(DateAdd, IsArithmeticOnSeconds) {
         ASSERT_EQ(seconds_(sum), end) << describe(date) << " + " << n << " by " << way;
         add(sum, -n);
         ASSERT_EQ(sum, date) << n << " by " << way;
+    }
+}
+
+TEST(DateAddDay, CountsWholeDays) {
+    constexpr int marks[] = {0, DV_JULIAN_DAY_GREGORIAN, 2299239 /* 1583-01-01 */, DV_JULIAN_DAY_MAX};
+    number_source source(9);
+    for (long round = scaled(200'000); round > 0; --round) {
+        const auto pick = [&] {
+            if (source.pick(0, 1) == 0) return source.pick(0, DV_JULIAN_DAY_MAX);
+            return marks[source.pick(0, 3)] + source.pick(-3, 3);
+        };
+        const int from = std::clamp(pick(), 0, int{DV_JULIAN_DAY_MAX}), to = pick();
+        dv_date_t date = make_date(1, 1, 1, 1, 2, 3), want = date;
+        dv_date_from_julian_day(&date, from);
+        const bool is_day = to >= 0 && to <= DV_JULIAN_DAY_MAX;
+        dv_date_from_julian_day(&want, is_day ? to : from);
+        ASSERT_EQ(raise_of([&] { dv_date_add_day(&date, to - from); }), is_day ? 0 : -5114)
+            << from << " to " << to;
+        ASSERT_EQ(date, want) << from << " to " << to;
     }
 }
 

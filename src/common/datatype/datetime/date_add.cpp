@@ -3,6 +3,8 @@
 // Days go through the day number and keep the time of day. Fields below the day are digits of mixed radix 60,
 // 60, 24 that carry into the days. Months keep the day of the month, or the end of the month.
 
+#include <cmath>
+
 #include "datetime_internal.h"
 
 using namespace dv::impl;
@@ -81,6 +83,20 @@ uint64_t day_number_after_(const dv_date_t &date, int64_t days) {
     return static_cast<uint64_t>(date_day_number(date)) + static_cast<uint64_t>(days);
 }
 
+// Adds a whole number of days to a date after 1582, as are most; false, the date unchanged, for other dates
+// and numbers.
+inline bool add_few_days_(dv_date_t &date, double days) {
+    constexpr double many_days = 1 << 30;  // so that no sum leaves 32 bits
+    if (!(std::fabs(days) <= many_days)) return false;
+    const auto whole = static_cast<int>(days);
+    const int year = date_year(date);
+    if (whole != days || whole == 0 || year <= GREGORIAN_YEAR) return false;
+    const int number = gregorian_day_number(year, date.month, date.day) + whole;
+    if (number < DV_JULIAN_DAY_GREGORIAN || number > DV_JULIAN_DAY_MAX) return false;
+    date_set_packed_day(date, gregorian_day(static_cast<uint32_t>(number)));
+    return true;
+}
+
 constexpr int _shortest_month = 28;
 
 // n may be the negated total of an interval, which needs more than 32 bits.
@@ -113,7 +129,7 @@ void dv::impl::date_add_days(dv_date_t &date, int64_t days) {
 extern "C" {
 
 void dv_date_add_day(dv_date_t *date, double days) {
-    if (!is_given(date) || days == 0) return;
+    if (!is_given(date) || add_few_days_(*date, days) || days == 0) return;
     const auto [whole, fraction] = split_days_(days);
     const uint64_t number = day_number_after_(*date, whole);
     if (!is_day_number(number)) {

@@ -17,6 +17,17 @@ namespace {
 
 }  // namespace
 
+int dv::impl::early_date_day_number(const dv_date_t &date) {
+    const int year = date_year(date);
+    DV_ASSERT(year != 0);
+    return day_number({year, date.month, date.day});
+}
+
+void dv::impl::date_set_julian_day(dv_date_t &date, uint32_t number) {
+    const calendar_day_t d = julian_day(number);
+    date_set_calendar(date, d.year, d.month, d.day);
+}
+
 extern "C" {
 
 int dv_date_to_julian_day(const dv_date_t *date) {

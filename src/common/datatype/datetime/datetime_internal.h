@@ -104,23 +104,25 @@ constexpr calendar_day_t date_calendar_day(const dv_date_t &date) {
 constexpr int date_month_length(const dv_date_t &date) { return month_length(date_year(date), date.month); }
 constexpr bool date_is_last_of_month(const dv_date_t &date) { return date.day == date_month_length(date); }
 
+// Days are rarely older than the reform; those that are go out of line.
+int early_date_day_number(const dv_date_t &date);            // up to 1582; year 0 is an assertion
+void date_set_julian_day(dv_date_t &date, uint32_t number);  // 0..DV_JULIAN_DAY_GREGORIAN - 1
+
 inline int date_day_number(const dv_date_t &date) {
     const int year = date_year(date);
-    DV_ASSERT(year != 0);
-    return day_number({year, date.month, date.day});
+    if (year <= GREGORIAN_YEAR) [[unlikely]]
+        return early_date_day_number(date);
+    return gregorian_day_number(year, date.month, date.day);
 }
 
 constexpr bool is_day_number(uint64_t number) {
     return number <= DV_JULIAN_DAY_MAX;
 }  // a negative one is not
 
-constexpr void date_set_day_number(dv_date_t &date, uint32_t number) {  // is_day_number(number)
-    if (number < DV_JULIAN_DAY_GREGORIAN) {
-        const calendar_day_t d = julian_day(number);
-        return date_set_calendar(date, d.year, d.month, d.day);
-    }
-    const century_day_t d = gregorian_day(number);
-    date_set_century_day(date, d.century, d.year, d.month, d.day);
+inline void date_set_day_number(dv_date_t &date, uint32_t number) {  // is_day_number(number)
+    if (number < DV_JULIAN_DAY_GREGORIAN) [[unlikely]]
+        return date_set_julian_day(date, number);
+    date_set_packed_day(date, gregorian_day(number));
 }
 
 // Adds whole days. Raises -5114 as dv_date_add_day, the date unchanged.

@@ -44,6 +44,12 @@ constexpr void date_set_century_day(dv_date_t &date, int century, int year, int 
     date.day = static_cast<uint8_t>(day);
 }
 
+// The same bytes at once, from a packed_day of calendar.h.
+inline void date_set_packed_day(dv_date_t &date, uint32_t day) {
+    constexpr uint32_t excess = (DATE_YEAR_EXCESS * 256 + DATE_YEAR_EXCESS) * 256 * 256;
+    store_be32(reinterpret_cast<uint8_t *>(&date), day + excess);
+}
+
 // Any year; one outside -9999..9999 is not kept.
 constexpr void date_set_calendar(dv_date_t &date, int year, int month, int day) {
     date_set_century_day(date, year / YEARS_PER_CENTURY, year % YEARS_PER_CENTURY, month, day);
