@@ -29,13 +29,18 @@ struct iso_shape_t {
     static constexpr int whole_width = clock_begin + (HasClock ? 8 : 0);  // without the fraction
 };
 
+// Both write a year AD alike, and read one without a sign alike; other years are for the walk.
+bool is_year_(const dt_fmt_token_info_t &element) {
+    return element.id == DT_FMT_TOKEN_YYYY || element.id == DT_FMT_TOKEN_SYYYY;
+}
+
 // Calls run(iso_shape_t) for the shape that a model has if it has one at all, told by its length.
 template <typename Run>
 bool with_shape_(const dt_fmt_ctx_t &model, Run run) {
     if (model.token_infos == nullptr || model.has_tz_token) return false;
     switch (model.token_cnt) {
         case 5:
-            if (model.token_infos->id != DT_FMT_TOKEN_YYYY) return run(iso_shape_t<false, true, false>());
+            if (!is_year_(*model.token_infos)) return run(iso_shape_t<false, true, false>());
             return run(iso_shape_t<true, false, false>());
         case 7:
             return run(iso_shape_t<false, true, true>());
@@ -77,7 +82,8 @@ bool is_part_(const record_t *part, dt_fmt_token_id_e first, dt_fmt_token_id_e s
 template <typename Direction, typename Shape>
 bool is_of_shape_(const record_t *elements, Shape shape) {
     if constexpr (shape.has_date) {
-        if (!is_part_<Direction>(elements, DT_FMT_TOKEN_YYYY, DT_FMT_TOKEN_MM, DT_FMT_TOKEN_DD)) return false;
+        const auto year = elements->id == DT_FMT_TOKEN_SYYYY ? DT_FMT_TOKEN_SYYYY : DT_FMT_TOKEN_YYYY;
+        if (!is_part_<Direction>(elements, year, DT_FMT_TOKEN_MM, DT_FMT_TOKEN_DD)) return false;
     }
     if constexpr (shape.has_clock) {
         const record_t *const clock = elements + shape.clock_at;
@@ -249,9 +255,7 @@ bool take_(iso_fields_t &f, const record_t *elements, const char *text, int leng
         if (length == shape.date_width) return true;
     }
     if (!shape.has_clock || length < shape.whole_width) return false;
-    if constexpr (shape.has_both) {
-        if (text[shape.date_width] != *elements[shape.clock_at - 1].token) return false;
-    }
+    if (shape.has_both && text[shape.date_width] != *elements[shape.clock_at - 1].token) return false;
     if constexpr (shape.has_clock) {
         const uint64_t characters = clock_characters_(elements + shape.clock_at);
         if (!take_clock_(f, text + shape.clock_begin, characters)) return false;
