@@ -3,7 +3,7 @@
 //
 // A model is compiled once per statement: SQLite keeps it with the call's model argument as long as that is a
 // constant. What is kept also holds the buffer for the texts written under it, so that a raise leaves nothing
-// behind.
+// behind. The models of calls without one are compiled once per connection.
 
 #include <cstring>
 
@@ -87,6 +87,48 @@ compiled_model *model_of_(const sql_call &call, dv_type_t type, bool is_for_read
 }
 
 // ---------------------------------------------------------------------------------------------------------
+// Models of texts that are read without one: what dv_text writes
+// ---------------------------------------------------------------------------------------------------------
+
+struct default_model {
+    dv_type_t type;
+    const char *fmt;
+};
+constexpr default_model _date_default = {SQL_KIND_DATE, "SYYYY-MM-DD HH24:MI:SS"};
+constexpr default_model _timestamp_default = {SQL_KIND_TIMESTAMP, "SYYYY-MM-DD HH24:MI:SS.FF9"};
+constexpr default_model _ts_tz_default = {SQL_KIND_TS_TZ, "SYYYY-MM-DD HH24:MI:SS.FF9 TZR TZD"};
+
+void release_default_(void *kept) {
+    dt_fmt_ctx_reset(_system_allocator, static_cast<dt_fmt_ctx_t *>(kept));
+    sqlite3_free(kept);
+}
+
+template <const default_model &Default>
+void compile_default_(void *kept) {
+    dt_fmt_ctx_set(_system_allocator, static_cast<dt_fmt_ctx_t *>(kept), Default.fmt, /*fmt_len=*/0,
+                   Default.type, /*is_from_str=*/1, DVSTR_CHARSET_UTF8);
+}
+
+// What it may raise is want of memory.
+template <const default_model &Default>
+void *make_default_() {
+    auto *model = static_cast<dt_fmt_ctx_t *>(sqlite3_malloc(sizeof(dt_fmt_ctx_t)));
+    if (model == nullptr) return nullptr;
+    *model = {};
+    dv_error_t error;
+    if (dv_protect(compile_default_<Default>, model, &error) == 0) return model;
+    release_default_(model);
+    return nullptr;
+}
+
+template <const default_model &Default>
+constexpr sql_keeper _keeper_of = {make_default_<Default>, release_default_};
+
+const dt_fmt_ctx_t &default_of_(const sql_call &call) {
+    return *static_cast<const dt_fmt_ctx_t *>(call.kept);
+}
+
+// ---------------------------------------------------------------------------------------------------------
 // Writing and reading
 // ---------------------------------------------------------------------------------------------------------
 
@@ -149,12 +191,10 @@ void to_date_(sql_call &call) {
     sql_return_date(call, date);
 }
 
-// Reads what dv_text writes. Compiled for each value, as no argument keeps it.
 void to_date_by_default_(sql_call &call) {
-    constexpr char fmt[] = "SYYYY-MM-DD HH24:MI:SS";
     dv_date_t date;
     const sql_text &text = call.args[0].text;
-    dv_date_from_str_DEPRECATED(&date, text.bytes, text.length, fmt, sizeof fmt - 1);
+    dv_date_from_str(&date, text.bytes, text.length, &default_of_(call));
     sql_return_date(call, date);
 }
 
@@ -168,10 +208,9 @@ void to_timestamp_(sql_call &call) {
 }
 
 void to_timestamp_by_default_(sql_call &call) {
-    constexpr char fmt[] = "SYYYY-MM-DD HH24:MI:SS.FF9";
     dv_timestamp_t ts;
     const sql_text &text = call.args[0].text;
-    dv_timestamp_from_str_DEPRECATED(&ts, text.bytes, text.length, fmt, sizeof fmt - 1, _fraction_digits);
+    dv_timestamp_from_str(&ts, text.bytes, text.length, &default_of_(call), _fraction_digits);
     sql_return_timestamp(call, ts);
 }
 
@@ -185,11 +224,9 @@ void to_ts_tz_(sql_call &call) {
 }
 
 void to_ts_tz_by_default_(sql_call &call) {
-    constexpr char fmt[] = "SYYYY-MM-DD HH24:MI:SS.FF9 TZR TZD";
     dv_ts_tz_t ts_tz;
     const sql_text &text = call.args[0].text;
-    dv_ts_tz_from_str_DEPRECATED(&ts_tz, text.bytes, text.length, fmt, sizeof fmt - 1, _fraction_digits,
-                                 &SQL_UTC);
+    dv_ts_tz_from_str(&ts_tz, text.bytes, text.length, &default_of_(call), _fraction_digits, &SQL_UTC);
     sql_return_ts_tz(call, ts_tz);
 }
 
@@ -225,15 +262,15 @@ constexpr sql_function _functions[] = {
     {"to_char", {_timestamp, _text, _text}, to_char_},
     {"to_char", {_ts_tz, _text}, to_char_},
     {"to_char", {_ts_tz, _text, _text}, to_char_},
-    {"to_timestamp_tz", {_text}, to_ts_tz_by_default_},
+    {"to_timestamp_tz", {_text}, to_ts_tz_by_default_, SQL_ON_ARGUMENTS, &_keeper_of<_ts_tz_default>},
     {"to_timestamp_tz", {_ts_tz}, sql_return_argument},
     {"to_timestamp_tz", {_text, _text}, to_ts_tz_},
     {"to_timestamp_tz", {_text, _text, _text}, to_ts_tz_},
-    {"to_timestamp", {_text}, to_timestamp_by_default_},
+    {"to_timestamp", {_text}, to_timestamp_by_default_, SQL_ON_ARGUMENTS, &_keeper_of<_timestamp_default>},
     {"to_timestamp", {_timestamp}, sql_return_argument},
     {"to_timestamp", {_text, _text}, to_timestamp_},
     {"to_timestamp", {_text, _text, _text}, to_timestamp_},
-    {"to_date", {_text}, to_date_by_default_},
+    {"to_date", {_text}, to_date_by_default_, SQL_ON_ARGUMENTS, &_keeper_of<_date_default>},
     {"to_date", {_date}, sql_return_argument},
     {"to_date", {_text, _text}, to_date_},
     {"to_date", {_text, _text, _text}, to_date_},

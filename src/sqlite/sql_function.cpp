@@ -20,6 +20,8 @@ struct overload_set {
     const char *name;
     int count;
     const sql_function *rows[_overloads_max];
+    const sql_keeper *keeper;
+    void *kept;
 };
 
 int param_count_(const sql_function &function) {
@@ -93,6 +95,7 @@ void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
     call.context = context;
     call.argc = argc;
     call.raw = argv;
+    call.kept = set.kept;
     for (int i = 0; i < argc; ++i) call.args[i] = sql_decode(argv[i]);
     if (is_null_result_(set, call)) return;  // the result is SQL NULL until one is set
 
@@ -113,27 +116,45 @@ bool is_overload_(const sql_function &x, const sql_function &y) {
 // The overloads of a function, in the order of the tables. A count above _overloads_max says that there was
 // no room for all.
 overload_set collect_(const sql_function &function, std::span<const sql_function_table *const> tables) {
-    overload_set set{function.name, 0, {}};
+    overload_set set{function.name, 0, {}, nullptr, nullptr};
     for (const sql_function_table *table : tables) {
         for (const sql_function &row : *table) {
             if (!is_overload_(row, function)) continue;
             if (set.count < _overloads_max) set.rows[set.count] = &row;
+            if (row.keeper != nullptr) set.keeper = row.keeper;
             ++set.count;
         }
     }
     return set;
 }
 
+void release_(void *kept) {
+    auto *set = static_cast<overload_set *>(kept);
+    if (set->kept != nullptr) set->keeper->release(set->kept);
+    sqlite3_free(set);
+}
+
+// A copy of a set for SQLite, with what its functions keep. NULL: there is no memory for it.
+overload_set *new_set_(const overload_set &set) {
+    auto *made = static_cast<overload_set *>(sqlite3_malloc(sizeof set));
+    if (made == nullptr) return nullptr;
+    *made = set;
+    if (set.keeper == nullptr) return made;
+    made->kept = set.keeper->make();
+    if (made->kept != nullptr) return made;
+    release_(made);
+    return nullptr;
+}
+
 int register_(sqlite3 *db, const overload_set &set) {
     if (set.count > _overloads_max) return SQLITE_INTERNAL;
-    auto *kept = static_cast<overload_set *>(sqlite3_malloc(sizeof set));
-    if (kept == nullptr) return SQLITE_NOMEM;
-    *kept = set;
+    overload_set *made = new_set_(set);
+    if (made == nullptr) return SQLITE_NOMEM;
     // SQLite releases the set with the function, and when it refuses the function.
     const sql_function &function = *set.rows[0];
     return sqlite3_create_function_v2(db, set.name, param_count_(function),
-                                      SQLITE_UTF8 | SQLITE_INNOCUOUS | function.depends, kept, call_, nullptr,
-                                      nullptr, sqlite3_free);
+                                      SQLITE_UTF8 | SQLITE_INNOCUOUS | function.depends, made, call_, nullptr,
+                                      nullptr, release_);
 }
 
 }  // namespace

@@ -25,11 +25,19 @@ struct sql_call {
     int argc;
     sqlite3_value **raw;             // the arguments as SQLite passed them
     sql_value args[SQL_PARAMS_MAX];  // each of the kind that its parameter names
+    const void *kept;                // what the function's keeper made, NULL without one
 };
 
 // What a result depends on, as SQLite's flag. Only functions of their arguments may stand in indexes and
 // generated columns.
 enum sql_dependence : int { SQL_ON_ARGUMENTS = SQLITE_DETERMINISTIC, SQL_ON_CLOCK = 0 };
+
+// What a function keeps for all its calls. A connection makes it with its functions and releases it with
+// them; no other connection sees it, and calls only read it.
+struct sql_keeper {
+    void *(*make)();  // NULL: there is no memory; may not raise
+    void (*release)(void *kept);
+};
 
 // Rules for every function: an argument of SQL NULL gives SQL NULL, unless its parameter is SQL_KIND_ANY. A
 // NUMBER parameter takes INTEGER and REAL too. No function has side effects: all are registered as innocuous.
@@ -38,6 +46,7 @@ struct sql_function {
     sql_kind params[SQL_PARAMS_MAX];  // SQL_KIND_NONE behind the last
     void (*body)(sql_call &call);     // gives its result with sql_return, or fails
     sql_dependence depends = SQL_ON_ARGUMENTS;
+    const sql_keeper *keeper = nullptr;  // in one overload of a name and number of parameters
 };
 
 // An aggregate that is a window function too. step takes a row in and inverse takes it out again; neither

@@ -2,6 +2,7 @@
 // edges, the clock. What each function gives is in the manual's examples.
 
 #include <random>
+#include <thread>
 
 #include "sqlite_session.h"
 
@@ -137,6 +138,40 @@ TEST(SqlDatetime, WhatCannotBeIsAnError) {
     for (const auto &[call, want] : _errors) {
         const std::string got = session.value(std::string("SELECT ") + call);
         EXPECT_TRUE(got.starts_with("error: ") && got.ends_with(want)) << call << ": " << got;
+    }
+}
+
+// Reader and what it takes a text for; a month's name in Korean begins with a digit, so that it is never
+// read.
+constexpr const char *_default_models[][2] = {
+    {"to_date", "SYYYY-MM-DD HH24:MI:SS"},
+    {"to_timestamp", "SYYYY-MM-DD HH24:MI:SS.FF9"},
+    {"to_timestamp_tz", "SYYYY-MM-DD HH24:MI:SS.FF9 TZR TZD"},
+};
+
+// One thread's use of a connection of its own, which loads the extension and unloads it.
+void expect_default_models_(unsigned seed) {
+    sqlite_session session;
+    std::mt19937 random(seed);
+    for (int i = 0; i < 300; ++i) {
+        std::string text = i % 3 == 0 ? "-44-03-15" : "2024-02-29 23:59:59.123456789 +09:00";
+        text.resize(random() % 4 == 0 ? random() % text.size() : text.size(), ' ');
+        if (random() % 2 == 0 && !text.empty()) text[random() % text.size()] = "0129-:. +x"[random() % 10];
+        for (const auto &[reader, model] : _default_models) {
+            const std::string call = std::string("SELECT dv_text(") + reader + "('" + text + "'";
+            EXPECT_EQ(session.value(call + "))"), session.value(call + ", '" + model + "', 'KOREAN'))"))
+                << text;
+        }
+    }
+}
+
+TEST(SqlDatetime, TextsWithoutAModelAreReadByTheDefaultOne) {
+    const auto used = sqlite3_memory_used();
+    for (unsigned round = 0; round < 4; ++round) {
+        std::thread other(expect_default_models_, 2 * round);
+        expect_default_models_(2 * round + 1);
+        other.join();
+        EXPECT_EQ(sqlite3_memory_used(), used);
     }
 }
 
