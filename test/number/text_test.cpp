@@ -58,10 +58,11 @@ TEST(NumberTextReference, AgreesOnRandomTexts) {
     }
 }
 
-// Long and short runs, a point anywhere or none, an exponent or none, at times a stray character.
+// Long and short runs, a point anywhere or none, an exponent or none, at times a stray character. A text that
+// ends in a blank goes to the reader of all texts, the others to that of plain ones first.
 TEST(NumberTextReference, AgreesOnDigitsOfEveryLength) {
     number_source source(31);
-    for (long round = scaled(200'000); round > 0; --round) {
+    for (long round = scaled(150'000); round > 0; --round) {
         const int count = source.pick(1, source.pick(0, 3) == 0 ? 140 : 45);
         std::string text;
         for (int i = 0; i < count; ++i)
@@ -69,8 +70,10 @@ TEST(NumberTextReference, AgreesOnDigitsOfEveryLength) {
         const auto anywhere = static_cast<size_t>(source.pick(0, count - 1));
         if (source.pick(0, 2) == 0) text[anywhere] = '.';
         if (source.pick(0, 2) == 0) text += "E" + std::to_string(source.pick(-180, 130));
-        if (source.pick(0, 5) == 0) text[anywhere] = "/:a\x01\xB5\xFF E-"[source.pick(0, 8)];
-        ASSERT_EQ(reading_fault((source.pick(0, 2) == 0 ? "-" : "") + text), "");
+        if (source.pick(0, 5) == 0) text[anywhere] = static_cast<char>(source.pick(1, 255));
+        if (source.pick(0, 2) == 0) text.insert(0, 1, "-+"[source.pick(0, 3) / 3]);
+        ASSERT_EQ(reading_fault(text), "");
+        ASSERT_EQ(reading_fault(text + " "), "");
     }
 }
 

@@ -2,14 +2,16 @@
 //
 //   text   = blanks [sign] digits [ "." digits ] [ ("E" | "e") [sign] digits ] blanks
 //
-// with at least one digit in front of the exponent. The first 38 digits from the first that is not 0 are
+// with at least one digit in front of the exponent. Plain digits, at most 38, are read by plain_text.h; what
+// follows here reads any text. The first 38 digits from the first that is not 0 are
 // kept, later ones only count. The kept characters are laid out so that pairs begin at even distances from
 // the decimal point, and eight of them at a time become four base-100 digits.
 
 #include <algorithm>
 
 #include "../error.h"
-#include "number_limb.h"
+#include "number_layout.h"
+#include "plain_text.h"
 
 using namespace dv::impl;
 
@@ -47,9 +49,15 @@ struct text_cursor_t {
     }
     // "-" or "+"; true for "-".
     bool skip_sign() {
-        const bool negative = at('-');
-        if (negative || at('+')) ++pos;
+        const char first = pos < end ? *pos : '\0';
+        const bool negative = first == '-';
+        pos += int{negative} | int{first == '+'};  // a sign is hard to predict
         return negative;
+    }
+    // Blanks and sign; true for "-".
+    bool skip_to_number() {
+        skip(' ');
+        return skip_sign();
     }
 };
 
@@ -127,63 +135,44 @@ void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const ch
     store_coef(x, negative, static_cast<int>(exponent), coef);
 }
 
-constexpr int _short_digits_max = 15;  // with one more zero behind them still a limb
-
-// Reads and stores a text of digits and at most one point, up to its end; false: it is none, or too long.
-bool read_short_(number_t &x, bool negative, const text_cursor_t &rest) {
-    if (rest.end - rest.pos > _short_digits_max + 1) return false;
-    uint64_t significand = 0;
-    const char *point = nullptr;
-    for (const char *p = rest.pos; p < rest.end; ++p) {
-        if (is_digit_(*p)) {
-            significand = significand * 10 + static_cast<uint64_t>(*p - '0');
-        } else if (*p == '.' && point == nullptr) {
-            point = p;
-        } else {
-            return false;
-        }
+// Reads any text. Raises in the name of the reader that calls it.
+[[gnu::noinline]] void read_general_(number_t &x, const char *str, size_t length, const char *reader) {
+    text_cursor_t cursor = {str, str + length};
+    const bool negative = cursor.skip_to_number();
+    kept_digits_t kept;
+    if (!read_digits_(cursor, kept)) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
+    int64_t exponent = 0;
+    if (cursor.at('E') || cursor.at('e')) {
+        ++cursor.pos;
+        if (!read_exponent_(cursor, exponent)) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
     }
-    const auto characters = static_cast<int>(rest.end - rest.pos);
-    if (characters - (point != nullptr ? 1 : 0) < 1 || (point == nullptr && characters > _short_digits_max))
-        return false;
-    const int fraction_digits = point == nullptr ? 0 : static_cast<int>(rest.end - point) - 1;
-    const bool half_pair = fraction_digits % 2 != 0;  // digits pair up at even powers of ten
-    store_limb(x, negative, half_pair ? significand * 10 : significand, -(fraction_digits + 1) / 2);
-    return true;
+    cursor.skip(' ');
+    if (cursor.pos != cursor.end) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
+    kept.point += exponent;
+    store_kept_(x, negative, kept, reader);
 }
 
-text_cursor_t cursor_over_(const char *str, int len) {
-    return {str, str + (len > 0 ? static_cast<size_t>(len) : strlen(str))};
+// Not inline: behind a call of strlen its registers would have to be saved.
+[[gnu::noinline]] void read_(number_t &x, const char *str, size_t length, const char *reader) {
+    if (!read_plain_text(x, str, length)) read_general_(x, str, length, reader);
 }
+
+size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_t>(len) : strlen(str); }
 
 }  // namespace
 
 extern "C" void number_from_str(number_t *x, int len, const char *str, const char *format) {
     DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
     (void)format;
-    text_cursor_t cursor = cursor_over_(str, len);
-    cursor.skip(' ');
-    const bool negative = cursor.skip_sign();
-    if (read_short_(*x, negative, cursor)) return;
-    kept_digits_t kept;
-    if (!read_digits_(cursor, kept)) raise(ERR_NUMBER_TEXT);
-    int64_t exponent = 0;
-    if (cursor.at('E') || cursor.at('e')) {
-        ++cursor.pos;
-        if (!read_exponent_(cursor, exponent)) raise(ERR_NUMBER_TEXT);
-    }
-    cursor.skip(' ');
-    if (cursor.pos != cursor.end) raise(ERR_NUMBER_TEXT);
-    kept.point += exponent;
-    store_kept_(*x, negative, kept, __func__);
+    read_(*x, str, length_of_(str, len), __func__);
 }
 
 extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const char *format) {
     DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
-    text_cursor_t cursor = cursor_over_(str, len);
-    cursor.skip(' ');
-    const bool negative = cursor.skip_sign();
-    if (read_short_(*x, negative, cursor)) return;
+    const size_t length = length_of_(str, len);
+    if (read_plain_text(*x, str, length)) return;
+    text_cursor_t cursor = {str, str + length};
+    const bool negative = cursor.skip_to_number();
     cursor.skip('0');
     const char *const digits = cursor.pos;
     kept_digits_t kept;
