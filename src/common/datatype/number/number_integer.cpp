@@ -4,9 +4,11 @@
 // template over 64-bit values; the bounds come from numeric_limits and are rows of the limit table too.
 
 #include <limits>
+#include <utility>
 
 #include "../error.h"
 #include "number_limb.h"
+#include "vector_digits.h"
 
 using namespace dv::impl;
 
@@ -20,6 +22,54 @@ constexpr void from_integer_(number_t &x, Int v) {
     if (magnitude < LIMB_BASE) return store_limb(x, negative, magnitude, 0);
     store_decimal(x, negative, magnitude, 0);
 }
+
+template <typename Int>
+[[gnu::noinline]] void store_any_integer_(number_t *x, Int v) {
+    DV_ASSERT(number_is_nonnull_ptr(x));
+    from_integer_(*x, v);
+}
+
+#if DV_HAS_VECTOR_BYTES
+
+// A magnitude of more than 16 decimal digits: up to two base-100 digits in front of eight; false if those are
+// 0.
+inline bool store_long_integer_(number_t &x, uint64_t sign, uint64_t magnitude) {
+    const uint64_t high = magnitude / LIMB_BASE;  // below 1845
+    const uint64_t rest = digits_in_memory(magnitude - high * LIMB_BASE);
+    if (rest == 0) return false;
+    const uint64_t tens = high * 5243 >> 19;  // high / 100, see digits_in_memory
+    const auto has_tens = int{tens != 0};
+    const uint64_t head = digit_bytes((tens | (high - tens * 100) << 8) >> (8 - 8 * has_tens), sign);
+    const uint64_t bytes = digit_bytes(rest, sign);
+    const int exponent = 1 + has_tens + COEF_WORD_DIGITS;
+    const int count = exponent - trailing_zero_bytes(swap_bytes(rest));
+    x.size = size_of(sign, count);
+    x.signexp = signexp_of(sign, exponent);
+    memcpy(x.coef, &head, 2);
+    memcpy(x.coef + 1 + has_tens, &bytes, sizeof bytes);
+    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    return true;
+}
+
+// At run time. Nothing branches but on the size of the magnitude (bench/number, from_int64).
+template <typename Int>
+void store_integer_(number_t *x, Int v) {
+    const auto sign = static_cast<uint64_t>(std::is_signed_v<Int> ? static_cast<int64_t>(v) >> 63 : 0);
+    const uint64_t magnitude = (static_cast<uint64_t>(static_cast<int64_t>(v)) ^ sign) - sign;
+    if (x == nullptr || magnitude == 0) return store_any_integer_(x, v);
+    if (magnitude < 100'000'000) return store_digits(*x, sign, short_digits_in_memory(magnitude), 4);
+    if (magnitude < LIMB_BASE) return store_digits(*x, sign, digits_in_memory(magnitude), COEF_WORD_DIGITS);
+    if (!store_long_integer_(*x, sign, magnitude)) store_any_integer_(x, v);
+}
+
+#else
+
+template <typename Int>
+void store_integer_(number_t *x, Int v) {
+    store_any_integer_(x, v);
+}
+
+#endif
 
 // Magnitude of the integer part; anything above 10^20 as 10^20.
 constexpr uint128_t truncated_magnitude_(const number_t &x) {
@@ -49,9 +99,43 @@ constexpr bool is_in_range_(const number_t &x) {
     return in_range_<Int>(x, truncated_magnitude_(x));
 }
 
+#if DV_HAS_VECTOR_BYTES
+
+constexpr int _whole_digits_max = 9;
+
+// What the excess of each digit adds up to.
+constexpr auto _excess_of_digits = [] {
+    std::array<int64_t, _whole_digits_max + 1> sums{};
+    for (size_t i = 1; i < sums.size(); ++i) sums[i] = sums[i - 1] * 100 + NUMBER_DIGIT_EXCESS;
+    return sums;
+}();
+
+// The integer part of a value that has one to nine digits in front of the point, none of them left out at the
+// end of the record. Digit bytes are 128 + d or 128 - d: as they are they make up a number, and what is left
+// of it without the excess of 128 has the sign of the value.
+inline bool take_whole_digits_(const number_t &x, int64_t &value) {
+    const number_head_t head = read_head(x);
+    if (head.exponent < 1 || head.exponent > _whole_digits_max || head.count < head.exponent) return false;
+    const auto digits = static_cast<size_t>(head.exponent);
+    uint64_t bytes;
+    memcpy(&bytes, x.coef, sizeof bytes);
+    if (digits <= COEF_WORD_DIGITS) {
+        value = number_in_memory(bytes << (64 - 8 * digits)) - _excess_of_digits[digits];
+    } else {
+        value = number_in_memory(bytes) * 100 + x.coef[COEF_WORD_DIGITS] - _excess_of_digits[digits];
+    }
+    return true;
+}
+
+#else
+
+inline bool take_whole_digits_(const number_t &, int64_t &) { return false; }
+
+#endif
+
 // False: outside the range, nothing stored.
 template <typename Int>
-[[nodiscard]] bool to_integer_(const number_t *x, Int *y) {
+[[gnu::noinline]] bool to_any_integer_(const number_t *x, Int *y) {
     DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
     const uint128_t magnitude = truncated_magnitude_(*x);
     if (!in_range_<Int>(*x, magnitude)) return false;
@@ -60,16 +144,21 @@ template <typename Int>
     return true;
 }
 
+template <typename Int>
+[[nodiscard]] bool to_integer_(const number_t *x, Int *y) {
+    int64_t value = 0;
+    if (x == nullptr || y == nullptr || x->size > sizeof *x || !take_whole_digits_(*x, value))
+        return to_any_integer_(x, y);
+    if (!std::in_range<Int>(value)) return false;
+    *y = static_cast<Int>(value);
+    return true;
+}
+
 bool is_within_floating_bounds_(const number_t &x, int type) {
     number_t lowest{}, highest{};
     memcpy(&lowest, _number_limit[2 * type].byte, NUMBER_ROW_SIZE);
     memcpy(&highest, _number_limit[2 * type + 1].byte, NUMBER_ROW_SIZE);
     return number_is_zero(x) || (number_cmp(&x, &lowest) >= 0 && number_cmp(&x, &highest) <= 0);
-}
-
-number_t &assert_target_(number_t *x) {
-    DV_ASSERT(number_is_nonnull_ptr(x));
-    return *x;
 }
 
 constexpr number_row_t row_of_(const number_t &x) {
@@ -149,14 +238,14 @@ uchar number_range_check(const number_t *x, int type) {
     }
 }
 
-void number_from_int8(number_t *x, int8_t v) { from_integer_(assert_target_(x), v); }
-void number_from_int16(number_t *x, int16_t v) { from_integer_(assert_target_(x), v); }
-void number_from_int32(number_t *x, int32_t v) { from_integer_(assert_target_(x), v); }
-void number_from_int64(number_t *x, int64_t v) { from_integer_(assert_target_(x), v); }
-void number_from_uint8(number_t *x, uint8_t v) { from_integer_(assert_target_(x), v); }
-void number_from_uint16(number_t *x, uint16_t v) { from_integer_(assert_target_(x), v); }
-void number_from_uint32(number_t *x, uint32_t v) { from_integer_(assert_target_(x), v); }
-void number_from_uint64(number_t *x, uint64_t v) { from_integer_(assert_target_(x), v); }
+void number_from_int8(number_t *x, int8_t v) { store_integer_(x, v); }
+void number_from_int16(number_t *x, int16_t v) { store_integer_(x, v); }
+void number_from_int32(number_t *x, int32_t v) { store_integer_(x, v); }
+void number_from_int64(number_t *x, int64_t v) { store_integer_(x, v); }
+void number_from_uint8(number_t *x, uint8_t v) { store_integer_(x, v); }
+void number_from_uint16(number_t *x, uint16_t v) { store_integer_(x, v); }
+void number_from_uint32(number_t *x, uint32_t v) { store_integer_(x, v); }
+void number_from_uint64(number_t *x, uint64_t v) { store_integer_(x, v); }
 
 void number_to_int8(const number_t *x, int8_t *y) {
     if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);

@@ -80,9 +80,11 @@ struct number_head_t {
 };
 
 constexpr number_head_t read_head(const number_t &x) {
-    const int negative = (x.signexp >> 7) - 1;  // -1 or 0
-    return {static_cast<uint64_t>(static_cast<int64_t>(negative)),
-            (x.signexp ^ (negative & 0xFF)) - NUMBER_SIGNEXP_EXCESS, x.size - 1 + negative};
+    // As a signed byte, signexp is E - 64 of a positive value and 63 - E of a negative one.
+    const int signed_byte = static_cast<int32_t>(uint32_t{x.signexp} << 24) >> 24;
+    const int positive = signed_byte >> 31;  // -1 or 0
+    return {~static_cast<uint64_t>(int64_t{positive}), NUMBER_EXPONENT_MAX - (signed_byte ^ positive),
+            x.size - 2 - positive};
 }
 
 constexpr int number_exponent(const number_t &x) { return read_head(x).exponent; }
@@ -120,9 +122,11 @@ constexpr coef_t<Words> load_coef(const number_t &x) {
 
 // Of a word that is not 0.
 constexpr int leading_zero_bytes(uint64_t word) {
+    if (word == 0) __builtin_unreachable();  // spares the test that some machines need for it
     return static_cast<int>(static_cast<unsigned>(std::countl_zero(word)) / 8);
 }
 constexpr int trailing_zero_bytes(uint64_t word) {
+    if (word == 0) __builtin_unreachable();
     return static_cast<int>(static_cast<unsigned>(std::countr_zero(word)) / 8);
 }
 

@@ -14,8 +14,7 @@
 
 #include <algorithm>
 
-#include "number_layout.h"
-#include "vector_bytes.h"
+#include "vector_digits.h"
 
 namespace dv::impl {
 
@@ -95,13 +94,6 @@ inline bytes16_t pair_up(bytes16_t digits) {
     return _mm_srli_epi16(_mm_mullo_epi16(digits, _mm_set1_epi16(10 * 256 + 1)), 8);
 }
 
-constexpr uint8_t signexp_of(uint64_t sign, int exponent) {
-    return static_cast<uint8_t>(static_cast<uint64_t>(NUMBER_SIGNEXP_EXCESS + exponent) ^ sign);
-}
-constexpr uint8_t size_of(uint64_t sign, int digit_count) {
-    return static_cast<uint8_t>(1 + digit_count + static_cast<int>(sign & 1));
-}
-
 // ---- up to 15 characters with the sign: one vector ----
 
 // By the place of the point: the bytes that come from the place before, from their own, and from that behind.
@@ -150,15 +142,7 @@ inline bool read_short_text(number_t &x, const char *text, unsigned length, byte
         store_zero(x);
         return true;
     }
-    const uint64_t sign = 0 - is_negative;
-    const int leading_zeros = trailing_zero_bytes(pairs);
-    const int count = COEF_WORD_DIGITS - leading_zeros - trailing_zero_bytes(swap_bytes(pairs));
-    const uint64_t significant = pairs >> (8 * leading_zeros);
-    const uint64_t coef = in_each_byte(NUMBER_DIGIT_EXCESS) + ((significant ^ sign) - sign);
-    x.size = size_of(sign, count);
-    x.signexp = signexp_of(sign, static_cast<int>((point + 1) / 2) - leading_zeros);
-    memcpy(x.coef, &coef, sizeof coef);
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    store_digits(x, 0 - is_negative, pairs, static_cast<int>((point + 1) / 2));
     return true;
 }
 

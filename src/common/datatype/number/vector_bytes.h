@@ -30,7 +30,7 @@ inline bytes16_t join_halves(uint64_t low, uint64_t high) {
 inline unsigned top_bits_of(bytes16_t v) { return static_cast<unsigned>(_mm_movemask_epi8(v)); }
 
 inline bytes16_t select(bytes16_t mask, bytes16_t when_set, bytes16_t when_clear) {
-    return _mm_or_si128(_mm_and_si128(mask, when_set), _mm_andnot_si128(mask, when_clear));
+    return _mm_xor_si128(when_clear, _mm_and_si128(mask, _mm_xor_si128(when_set, when_clear)));
 }
 
 // Bytes moved by one place; the place that falls free is filled from the neighbouring vector.

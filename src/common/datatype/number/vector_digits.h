@@ -1,0 +1,78 @@
+// Eight base-100 digits in the order of memory, the first in the lowest byte of a word: made from numbers,
+// turned into numbers and stored. What plain text and machine integers share, where the machine has vectors
+// of bytes; number_limb.h does the same without them.
+
+#ifndef DV_NUMBER_VECTOR_DIGITS_H
+#define DV_NUMBER_VECTOR_DIGITS_H
+
+#include "number_layout.h"
+#include "vector_bytes.h"
+
+#if DV_HAS_VECTOR_BYTES
+
+namespace dv::impl {
+
+// A number below 10^8 as four digits, the others 0.
+constexpr uint64_t short_digits_in_memory(uint64_t number) {
+    const uint64_t upper = number * 109'951'163 >> 40;  // x / 10^4 below 10^8, see digits_in_memory
+    const uint64_t by_4 = upper | (number - upper * 10'000) << 32;
+    const uint64_t tens = (by_4 * 5243 >> 19) & 0x0000007F0000007F;
+    const uint64_t digits = tens | (by_4 - tens * 100) << 8;
+    return (digits | digits >> 16) & UINT32_MAX;
+}
+static_assert(short_digits_in_memory(1'020'304) == 0x04030201);
+static_assert(short_digits_in_memory(99'999'999) == 0x63636363);
+
+// A number below 10^16 as eight digits.
+inline uint64_t digits_in_memory(uint64_t limb) {
+    const uint64_t high = limb / 100'000'000;
+    const bytes16_t by_8 = join_halves(high, limb - high * 100'000'000);  // a lane of 64 bits each
+    // x * 3518437209 >> 45 is x / 10^4 for 32 bits; x * 5243 >> 19 is x / 100 below 43698.
+    const bytes16_t upper = _mm_srli_epi64(_mm_mul_epu32(by_8, _mm_set1_epi64x(3'518'437'209)), 45);
+    const bytes16_t lower = _mm_sub_epi64(by_8, _mm_mul_epu32(upper, _mm_set1_epi64x(10'000)));
+    const bytes16_t by_4 = _mm_or_si128(upper, _mm_slli_epi64(lower, 32));  // of 32 bits
+    const bytes16_t tens = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
+    const bytes16_t units = _mm_sub_epi16(by_4, _mm_madd_epi16(tens, _mm_set1_epi16(100)));
+    const bytes16_t digits = _mm_or_si128(tens, _mm_slli_epi32(units, 16));  // of 16 bits
+    return static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_packus_epi16(digits, digits)));
+}
+
+// Eight bytes as the digits of a number, whatever they are: digits with an excess give a number with an
+// excess.
+inline int64_t number_in_memory(uint64_t bytes) {
+    const bytes16_t by_2 =
+        _mm_unpacklo_epi8(_mm_cvtsi64_si128(static_cast<int64_t>(bytes)), _mm_setzero_si128());
+    const bytes16_t by_4 = _mm_madd_epi16(by_2, _mm_set1_epi32(1 << 16 | 100));  // at most 255 * 101
+    const bytes16_t by_8 = _mm_madd_epi16(_mm_packs_epi32(by_4, by_4), _mm_set1_epi32(1 << 16 | 10'000));
+    const int64_t halves = _mm_cvtsi128_si64(by_8);
+    return static_cast<int32_t>(halves) * int64_t{100'000'000} + (halves >> 32);
+}
+
+constexpr uint8_t signexp_of(uint64_t sign, int exponent) {
+    return static_cast<uint8_t>(static_cast<uint64_t>(NUMBER_SIGNEXP_EXCESS + exponent) ^ sign);
+}
+constexpr uint8_t size_of(uint64_t sign, int digit_count) {
+    return static_cast<uint8_t>(1 + digit_count + static_cast<int>(sign & 1));
+}
+
+// The bytes of a record for eight digits; `sign` is all ones for a negative value, else 0. No byte borrows.
+constexpr uint64_t digit_bytes(uint64_t digits, uint64_t sign) {
+    return in_each_byte(NUMBER_DIGIT_EXCESS) + ((digits ^ sign) - sign);
+}
+
+// Stores 0.digits x 100^exponent, not all of the digits being 0.
+inline void store_digits(number_t &x, uint64_t sign, uint64_t digits, int exponent) {
+    const int leading_zeros = trailing_zero_bytes(digits);
+    const int count = COEF_WORD_DIGITS - leading_zeros - trailing_zero_bytes(swap_bytes(digits));
+    const uint64_t coef = digit_bytes(digits >> (8 * leading_zeros), sign);
+    x.size = size_of(sign, count);
+    x.signexp = signexp_of(sign, exponent - leading_zeros);
+    memcpy(x.coef, &coef, sizeof coef);
+    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+}
+
+}  // namespace dv::impl
+
+#endif  // DV_HAS_VECTOR_BYTES
+
+#endif  // DV_NUMBER_VECTOR_DIGITS_H
