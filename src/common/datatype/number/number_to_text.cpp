@@ -9,6 +9,7 @@
 
 #include "../error.h"
 #include "number_round.h"
+#include "plain_text_writer.h"
 
 using namespace dv::impl;
 
@@ -170,15 +171,18 @@ form_t form_of_(const char *format) {
     }
 }
 
-}  // namespace
+[[noreturn]] void fail_(int code, int line = __builtin_LINE()) {
+    raise(error_at(code, __FILE__, line, "number_to_str"));
+}
 
-extern "C" void number_to_str(const number_t *x, int buf_size, char *str, const char *format) {
+// Writes any value. Raises in the name of number_to_str.
+[[gnu::noinline]] void write_any_(const number_t *x, int buf_size, char *str, const char *format) {
     DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(str));
     const form_t form = form_of_(format);
-    if (form == form_t::unknown) raise(ERR_NUMBER_FORMAT);
+    if (form == form_t::unknown) fail_(ERR_NUMBER_FORMAT);
     if (number_is_zero(*x)) {
         const int size = form == form_t::scientific ? 6 : 2;
-        if (buf_size < size) raise(ERR_TEXT_BUFFER_SIZE);
+        if (buf_size < size) fail_(ERR_TEXT_BUFFER_SIZE);
         put_(str, form == form_t::scientific ? "0E+00" : "0", size);
         return;
     }
@@ -192,6 +196,14 @@ extern "C" void number_to_str(const number_t *x, int buf_size, char *str, const 
     if (may_be_scientific && try_scientific_(value, buf_size, str)) return;
     if (may_be_normal && try_shortened_normal_(*x, value, buf_size, str)) return;
     if (may_be_scientific && try_shortened_scientific_(*x, value, buf_size, str))
-        raise(ERR_NUMBER_TEXT_SHORTENED);
-    raise(ERR_TEXT_BUFFER_SIZE);
+        fail_(ERR_NUMBER_TEXT_SHORTENED);
+    fail_(ERR_TEXT_BUFFER_SIZE);
+}
+
+}  // namespace
+
+extern "C" void number_to_str(const number_t *x, int buf_size, char *str, const char *format) {
+    const bool is_plain = format == nullptr && x != nullptr && str != nullptr && x->size <= sizeof *x;
+    if (is_plain && write_plain_text(*x, buf_size, str)) return;
+    write_any_(x, buf_size, str, format);
 }
