@@ -149,3 +149,29 @@ decimal_float_t dv::impl::round_to_decimal(binary_float_t value, int digits) {
     if (significand == one_digit_more) return {significand / 10, 1 - scale};
     return {significand, -scale};
 }
+
+decimal16_t dv::impl::round_to_16_digits(uint64_t significand, int exponent) {
+    constexpr int digits = 16;
+    constexpr uint64_t digits_end = 10'000'000'000'000'000;
+    // The value lies between 2^power and 2^(power + 1), where there is at most one power of ten. One that has
+    // the same first 64 bits counts as reached: whatever is closer to it than that rounds to it.
+    const int power = exponent + 63;
+    const int lower = floor_log10_of_power_of_two_(power);
+    const bool has_power_of_ten = power_of_ten_exponent(lower + 1) + 127 == power;
+    const bool is_reached = has_power_of_ten && significand >= power_of_ten_words(lower + 1).high;
+    const int scale = digits - 1 - lower - int{is_reached};
+
+    const power_of_ten_t &factor = power_of_ten_words(scale);
+    const uint128_t low = uint128_t{significand} * factor.low;
+    const uint128_t high = uint128_t{significand} * factor.high + static_cast<uint64_t>(low >> 64);
+    const int integer_bits = 192 + exponent + power_of_ten_exponent(scale);  // 49 to 54: 10^16 < 2^54
+    const uint64_t quotient = static_cast<uint64_t>(high >> 64) >> (64 - integer_bits);
+    const auto fraction = static_cast<uint64_t>(high >> (64 - integer_bits));
+    // Of the fraction, its first 64 bits. What they leave out and what the power lacks is less than two
+    // units.
+    constexpr uint64_t half = uint64_t{1} << 63;
+    if (fraction + 2 - half <= 2) return {0, 0};
+    const uint64_t rounded = quotient + (fraction >> 63);
+    if (rounded == digits_end) return {digits_end / 10, 1 - scale};
+    return {rounded, -scale};
+}

@@ -28,6 +28,14 @@ constexpr int bit_length(uint128_t value) {
 // the result has exactly that many. The value lies between 2^-440 and 2^424.
 decimal_float_t round_to_decimal(binary_float_t value, int digits);
 
+// The same of significand x 2^exponent with its highest bit set, to 16 digits and by a single multiplication;
+// a significand of 0 if that leaves the rounding open.
+struct decimal16_t {
+    uint64_t significand;
+    int exponent;
+};
+decimal16_t round_to_16_digits(uint64_t significand, int exponent);
+
 }  // namespace dv::impl
 
 #endif  // DV_NUMBER_BINARY_TO_DECIMAL_H

@@ -13,6 +13,7 @@
 #include "../error.h"
 #include "binary_to_decimal.h"
 #include "number_round.h"
+#include "vector_digits.h"
 
 using namespace dv::impl;
 
@@ -83,6 +84,44 @@ void from_floating_(number_t *x, Float v, const reading_t &reading) {
     store_decimal(*x, std::signbit(v), decimal.significand, decimal.exponent);
 }
 
+#if DV_HAS_VECTOR_BYTES
+
+// Stores significand x 10^exponent; the significand has 16 digits. They begin with a whole base-100 digit, or
+// with half of one and end with a ninth.
+void store_16_digits_(number_t &x, uint64_t sign, decimal16_t decimal) {
+    const uint64_t is_odd = static_cast<uint64_t>(decimal.exponent) & 1;
+    const uint64_t tenth = decimal.significand / 10;
+    const uint64_t last = (decimal.significand - tenth * 10) * 10 * is_odd;
+    const uint64_t digits = digits_in_memory(is_odd != 0 ? tenth : decimal.significand);
+    const int count =
+        last != 0 ? COEF_WORD_DIGITS + 1 : COEF_WORD_DIGITS - trailing_zero_bytes(swap_bytes(digits));
+    const uint64_t bytes = digit_bytes(digits, sign);
+    x.size = size_of(sign, count);
+    x.signexp = signexp_of(sign, COEF_WORD_DIGITS + ((decimal.exponent + 1) >> 1));
+    memcpy(x.coef, &bytes, sizeof bytes);
+    x.coef[COEF_WORD_DIGITS] = static_cast<uint8_t>(digit_bytes(last, sign));
+    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+}
+
+// A number well within the range of NUMBER, rounded without doubt (bench/number, from_double); false: any
+// other.
+bool store_double_(number_t &x, double v) {
+    constexpr int power_min = -395, power_max = 414;  // above 10^-119, below 10^125
+    const auto bits = std::bit_cast<uint64_t>(v);
+    const int power = static_cast<int>(bits >> 52 & 0x7FF) - 1023;
+    if (power < power_min || power > power_max) return false;
+    const decimal16_t decimal = round_to_16_digits(bits << 11 | uint64_t{1} << 63, power - 63);
+    if (decimal.significand == 0) return false;
+    store_16_digits_(x, 0 - (bits >> 63), decimal);
+    return true;
+}
+
+#else
+
+bool store_double_(number_t &, double) { return false; }
+
+#endif
+
 // ---- out ----
 
 constexpr int _digits_taken_max = 9;
@@ -136,7 +175,9 @@ const int _double_covers_number = 1;
 const int _long_double_covers_number = 1;
 
 void number_from_float(number_t *x, float v) { from_floating_(x, double{v}, _float_reading); }
-void number_from_double(number_t *x, double v) { from_floating_(x, v, _double_reading); }
+void number_from_double(number_t *x, double v) {
+    if (x == nullptr || !store_double_(*x, v)) from_floating_(x, v, _double_reading);
+}
 void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, _long_double_reading); }
 
 void number_to_float(const number_t *x, float *y) {

@@ -46,17 +46,14 @@ constexpr uint128_t leading_bits_(const wide_t &x) {
     return shift == 0 ? high : high << shift | word(2) >> (64 - shift);
 }
 
-struct significand_t {
-    uint64_t high;
-    uint64_t low;
-};
+}  // namespace
 
-constexpr auto _significands = [] {
-    std::array<significand_t, POWER_OF_TEN_MAX - POWER_OF_TEN_MIN + 1> table{};
+constexpr power_of_ten_table_t dv::impl::POWERS_OF_TEN = [] {
+    power_of_ten_table_t table{};
     const auto set = [&](int n, const wide_t &x) {
         const uint128_t bits = leading_bits_(x);
-        table[static_cast<size_t>(n - POWER_OF_TEN_MIN)] = {static_cast<uint64_t>(bits >> 64),
-                                                            static_cast<uint64_t>(bits)};
+        table.significand[n - POWER_OF_TEN_MIN] = {static_cast<uint64_t>(bits >> 64),
+                                                   static_cast<uint64_t>(bits)};
     };
     wide_t power{{1}};
     for (int n = 0; n <= POWER_OF_TEN_MAX; ++n, multiply_by_ten_(power)) set(n, power);
@@ -68,10 +65,3 @@ constexpr auto _significands = [] {
     }
     return table;
 }();
-
-}  // namespace
-
-uint128_t dv::impl::power_of_ten_significand(int n) {
-    const significand_t &entry = _significands[static_cast<size_t>(n - POWER_OF_TEN_MIN)];
-    return uint128_t{entry.high} << 64 | entry.low;
-}
