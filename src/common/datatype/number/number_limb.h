@@ -7,6 +7,10 @@
 #ifndef DV_NUMBER_LIMB_H
 #define DV_NUMBER_LIMB_H
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "number_coef.h"
 
 namespace dv::impl {
@@ -31,14 +35,52 @@ constexpr uint64_t split_in_hundreds_(uint64_t halves) {
     return hundreds << 8 | (halves - hundreds * 100);
 }
 
-// A number below 10^16 as eight base-100 digits.
-constexpr uint64_t digits_from_limb(uint64_t limb) {
+namespace plain {
+
+constexpr uint64_t digit_bytes_from_limb(uint64_t limb) {
     const uint64_t high = limb / 100'000'000;
     const uint64_t low = limb % 100'000'000;
     const uint64_t upper = (high / 10'000) << 32 | low / 10'000;
     const uint64_t lower = (high % 10'000) << 32 | low % 10'000;
-    return split_in_hundreds_(upper) << 16 | split_in_hundreds_(lower);
+    return swap_bytes(split_in_hundreds_(upper) << 16 | split_in_hundreds_(lower));
 }
+
+}  // namespace plain
+
+#if defined(__SSE2__)
+
+namespace sse2 {
+
+// The same steps with both halves of the limb in one register: half the instructions.
+inline uint64_t digit_bytes_from_limb(uint64_t limb) {
+    const uint64_t high = limb / 100'000'000;
+    const __m128i by_8 =
+        _mm_set_epi64x(static_cast<int64_t>(limb - high * 100'000'000), static_cast<int64_t>(high));
+    // x * 109951163 >> 40 is x / 10^4 for every x below 10^8, x * 5243 >> 19 is x / 100 below 10^4.
+    const __m128i upper = _mm_srli_epi64(_mm_mul_epu32(by_8, _mm_set1_epi32(109'951'163)), 40);
+    const __m128i lower = _mm_sub_epi32(by_8, _mm_madd_epi16(upper, _mm_set1_epi32(10'000)));
+    const __m128i by_4 = _mm_or_si128(upper, _mm_slli_epi32(lower, 16));
+    const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
+    // Hundreds in the low byte, x - hundreds * 100 in the high one: x * 256 - hundreds * (100 * 256 - 1).
+    const __m128i digits =
+        _mm_add_epi16(_mm_slli_epi16(by_4, 8), _mm_mullo_epi16(hundreds, _mm_set1_epi16(1 - 25'600)));
+    return static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_shuffle_epi32(digits, _MM_SHUFFLE(3, 1, 2, 0))));
+}
+
+}  // namespace sse2
+
+#endif
+
+// A number below 10^16 as eight base-100 digits in the order of a record: the first is the lowest byte.
+constexpr uint64_t digit_bytes_from_limb(uint64_t limb) {
+#if defined(__SSE2__)
+    if (!std::is_constant_evaluated()) return sse2::digit_bytes_from_limb(limb);
+#endif
+    return plain::digit_bytes_from_limb(limb);
+}
+
+// The same in the order of a coefficient: the first is the top byte.
+constexpr uint64_t digits_from_limb(uint64_t limb) { return swap_bytes(digit_bytes_from_limb(limb)); }
 
 static_assert(digits_from_limb(9'999'999'999'999'999) == in_each_byte(99));
 static_assert(digits_from_limb(1'020'304'050'607) == 0x0001020304050607);
@@ -58,27 +100,41 @@ struct limb_quotient_t {
     uint64_t remainder;
 };
 
-// value / 10^16 for values below 2^109, such as three products of limbs and a carry.
-constexpr limb_quotient_t divide_by_limb_base(uint128_t value) {
-    // floor(2^116 / 10^16). The quotient estimated from the bits of value above bit 52 is short by less than
-    // 2^52 / 10^16 + 2^57 / 2^64 < 1, so one step corrects it.
+// value / 10^16 for values below 2^109, such as three products of limbs and a carry; or one less: the
+// quotient from the bits of value above bit 52 is short by less than 2^52 / 10^16 + 2^57 / 2^64 < 1.
+constexpr uint64_t estimate_limb_quotient(uint128_t value) {
     constexpr uint64_t reciprocal = static_cast<uint64_t>((uint128_t{1} << 116) / LIMB_BASE);
-    const uint64_t high = static_cast<uint64_t>(value >> 52);
-    uint64_t quotient = static_cast<uint64_t>(uint128_t{high} * reciprocal >> 64);
-    uint64_t remainder = static_cast<uint64_t>(value) - quotient * LIMB_BASE;
-    if (remainder >= LIMB_BASE) {
-        remainder -= LIMB_BASE;
-        ++quotient;
-    }
-    return {quotient, remainder};
+    return static_cast<uint64_t>(uint128_t{static_cast<uint64_t>(value >> 52)} * reciprocal >> 64);
 }
 
-// Stores limb x 100^weight, a limb below 10^16; the caller knows the value to be within the range of NUMBER.
-constexpr void store_limb(number_t &x, bool negative, uint64_t limb, int weight) {
+constexpr limb_quotient_t divide_by_limb_base(uint128_t value) {
+    const uint64_t quotient = estimate_limb_quotient(value);
+    const uint64_t remainder = static_cast<uint64_t>(value) - quotient * LIMB_BASE;
+    const uint64_t is_short = remainder >= LIMB_BASE ? 1 : 0;  // as likely as not, so no branch
+    return {quotient + is_short, remainder - (LIMB_BASE & -is_short)};
+}
+
+// Stores limb x 100^weight with a sign, all ones for a negative value, else 0; the limb is below 10^16, and
+// the caller knows the value to be within the range of NUMBER. Digits stay in the order of a record all the
+// way.
+constexpr void store_limb(number_t &x, uint64_t sign, uint64_t limb, int weight) {
     if (limb == 0) return store_zero(x);
-    short_coef coef = {{digits_from_limb(limb)}};
-    const int leading_zeros = coef_normalize(coef);
-    store_coef(x, negative, COEF_WORD_DIGITS - leading_zeros + weight, coef);
+    const uint64_t all_digits = digit_bytes_from_limb(limb);
+    const int leading_zeros = trailing_zero_bytes(all_digits);
+    const uint64_t digits = all_digits >> (8 * leading_zeros);
+    const int last = COEF_WORD_DIGITS - 1 - leading_zero_bytes(digits);
+    // Behind the last digit; in none of the eight bytes if that is the eighth.
+    const uint64_t to_terminator = uint64_t{NUMBER_TOP - NUMBER_DIGIT_EXCESS} << 8 << (8 * last);
+    const uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS) - sign;
+    x.size = static_cast<uint8_t>(2 + last + static_cast<int>(sign & 1));
+    x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + COEF_WORD_DIGITS - leading_zeros + weight) ^
+                                     static_cast<int>(sign & 0xFF));
+    store_be64(x.coef, swap_bytes((digits ^ sign) + excess + (to_terminator & sign)));
+    x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;  // the terminator behind eight digits, else past the record
+}
+
+constexpr void store_limb(number_t &x, bool negative, uint64_t limb, int weight) {
+    store_limb(x, sign_mask(negative), limb, weight);
 }
 
 // Stores magnitude x 10^exponent, where magnitude is below 10^31 and the value within the range of NUMBER.

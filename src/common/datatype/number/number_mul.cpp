@@ -3,79 +3,134 @@
 // Coefficients are fractions 0.d1 d2 ...; as left-aligned limbs of base 10^16 their product is a fraction
 // again, of at most 48 digits in six limbs, whose first base-100 digit may be 0 (0.01 x 0.01 = 0.0001). The
 // first three limbs become the digits of the result; whether anything is left in the others is all that the
-// rounding asks of them. Operands of up to four digits, and of up to eight, have shorter roads: one product.
+// rounding asks of them. Operands of up to four digits have
+// a shorter road: one product of integers.
 
-#include <algorithm>
+#include <array>
 
-#include "number_limb.h"
-#include "number_round.h"
+#include "number_result.h"
 
 using namespace dv::impl;
 
 namespace {
 
-struct product_t {
-    long_coef coef;
-    bool rest_beyond;  // a digit behind the coefficient is not 0
-};
-
 // Column by column, from the least significant: the sum of a column is below 3 * 10^32 + 3 * 10^16 < 2^109.
-product_t multiply_limbs_(const limbs_t &x, const limbs_t &y) {
-    const auto &a = x.limb;
-    const auto &b = y.limb;
-    const limb_quotient_t e = divide_by_limb_base(uint128_t{a[2]} * b[2]);
+// The last limbs are below 10^8 and count as so many 10^8s, so their product is a column's carry as it is.
+void multiply_limbs_(const record_limbs_t &a, const record_limbs_t &b, result_t &result) {
+    constexpr uint64_t shift = 100'000'000;
+    const uint64_t a_third = a.last * shift;
+    const uint64_t b_third = b.last * shift;
+    const limb_quotient_t e =
+        divide_by_limb_base(uint128_t{a_third} * b.second + uint128_t{a.second} * b_third + a.last * b.last);
     const limb_quotient_t d =
-        divide_by_limb_base(uint128_t{a[2]} * b[1] + uint128_t{a[1]} * b[2] + e.quotient);
-    const limb_quotient_t c = divide_by_limb_base(uint128_t{a[2]} * b[0] + uint128_t{a[1]} * b[1] +
-                                                  uint128_t{a[0]} * b[2] + d.quotient);
-    const limb_quotient_t s =
-        divide_by_limb_base(uint128_t{a[1]} * b[0] + uint128_t{a[0]} * b[1] + c.quotient);
-    const limb_quotient_t f = divide_by_limb_base(uint128_t{a[0]} * b[0] + s.quotient);
-    return {{{digits_from_limb(f.quotient), digits_from_limb(f.remainder), digits_from_limb(s.remainder)}},
-            (c.remainder | d.remainder | e.remainder) != 0};
+        divide_by_limb_base(uint128_t{a_third} * b.first + uint128_t{a.second} * b.second +
+                            uint128_t{a.first} * b_third + e.quotient);
+    const limb_quotient_t c =
+        divide_by_limb_base(uint128_t{a.second} * b.first + uint128_t{a.first} * b.second + d.quotient);
+    const limb_quotient_t f = divide_by_limb_base(uint128_t{a.first} * b.first + c.quotient);
+    result.limbs = {{f.quotient, f.remainder, c.remainder}};
+    result.rest_beyond = (d.remainder | e.remainder) != 0;
 }
 
-// Drops leading zero digits, checks the range, rounds and stores a product 0.d1 d2 ... x 100^exponent.
-template <int Words>
-void store_product_(number_t &x, bool negative, int exponent, coef_t<Words> coef, bool rest_beyond) {
-    if (coef_is_zero(coef)) return store_zero(x);
-    exponent -= coef_normalize(coef);
+// What a product keeps, and less than 8 units of the third limb too little: the fourth column is estimated
+// from its own terms, 3 * 10^32 at most, and the fifth, whose carry is below 2 * 10^16, is left out.
+limbs_t multiply_upper_limbs_(const record_limbs_t &a, const record_limbs_t &b) {
+    constexpr uint64_t shift = 100'000'000;
+    const uint128_t fourth = uint128_t{a.last * shift} * b.first + uint128_t{a.second} * b.second +
+                             uint128_t{a.first} * (b.last * shift);
+    const limb_quotient_t third = divide_by_limb_base(
+        uint128_t{a.second} * b.first + uint128_t{a.first} * b.second + estimate_limb_quotient(fourth));
+    // Apart from the third column's quotient, which is added last, so that the divisions overlap.
+    const limb_quotient_t first = divide_by_limb_base(uint128_t{a.first} * b.first);
+    const uint64_t second = first.remainder + third.quotient;  // below 3 * 10^16
+    const uint64_t carry = uint64_t{second >= LIMB_BASE} + uint64_t{second >= 2 * LIMB_BASE};
+    return {{first.quotient + carry, second - carry * LIMB_BASE, third.remainder}};
+}
+
+// The sum of exponents is in the range of NUMBER, with and without a leading zero digit of the product.
+constexpr bool is_in_range_(int exponent) {
+    return exponent > NUMBER_EXPONENT_MIN && exponent <= NUMBER_EXPONENT_MAX;
+}
+
+// The range of a product is checked before it is rounded; it has one leading zero digit or none.
+void check_product_range_(const result_t &product) {
+    const int exponent = product.exponent - (product.limbs.limb[0] < LIMB_BASE / 100 ? 1 : 0);
     if (exponent > NUMBER_EXPONENT_MAX)
         raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_mul"));
     if (exponent < NUMBER_EXPONENT_MIN)
         raise(error_at(ERR_NUMBER_UNDERFLOW, __FILE__, __LINE__, "number_mul"));
-    if constexpr (Words == 3) {
-        if (may_exceed_precision(coef, rest_beyond))
-            round_to_precision(coef, exponent, negative, rest_beyond);
-    }
-    store_coef(x, negative, exponent, coef);
+}
+
+[[gnu::noinline]] void multiply_long_(number_t &x, const number_t &y) {
+    const number_head_t x_head = read_head(x);
+    const number_head_t y_head = read_head(y);
+    const record_limbs_t a = load_limbs(x, x_head);
+    const record_limbs_t b = load_limbs(y, y_head);
+    result_t product = {x_head.sign ^ y_head.sign, x_head.exponent + y_head.exponent,
+                        multiply_upper_limbs_(a, b), false};
+    if (is_in_range_(product.exponent) && store_result_half_up(x, product, 8)) [[likely]]
+        return;
+    multiply_limbs_(a, b, product);
+    check_product_range_(product);
+    store_result(x, product);
+}
+
+constexpr int _short_digits = 4;
+
+// By digit count: what 128 in each digit byte of an integer adds to it.
+constexpr auto _excess_of_integers = [] {
+    std::array<uint32_t, _short_digits + 1> excess{};
+    for (size_t i = 1; i < excess.size(); ++i) excess[i] = excess[i - 1] * 100 + NUMBER_DIGIT_EXCESS;
+    return excess;
+}();
+
+struct two_integers_t {
+    int64_t x, y;
+};
+
+// The digits of two records of 1..4 digits as integers with the signs. Digit bytes are 128 + d or 128 - d, so
+// bytes that are combined as if they were digits give the integer, or its negative, and a constant.
+two_integers_t read_short_integers_(const number_t &x, unsigned x_count, const number_t &y,
+                                    unsigned y_count) {
+    constexpr uint64_t even_bytes = 0x00FF00FF00FF00FF;
+    constexpr uint64_t even_halves = 0x0000FFFF0000FFFF;
+    // Each record takes a half, its first digit below the others and zeros below that.
+    const uint32_t x_bytes = swap_bytes(load_be32(x.coef)) << (8 * (_short_digits - x_count));
+    const uint32_t y_bytes = swap_bytes(load_be32(y.coef)) << (8 * (_short_digits - y_count));
+    const uint64_t bytes = uint64_t{y_bytes} << 32 | x_bytes;
+    const uint64_t by_4 = (bytes & even_bytes) * 100 + (bytes >> 8 & even_bytes);      // at most 25'755
+    const uint64_t by_8 = (by_4 & even_halves) * 10'000 + (by_4 >> 16 & even_halves);  // below 2^28
+    return {static_cast<int64_t>(by_8 & 0xFFFFFFFF) - _excess_of_integers[x_count],
+            static_cast<int64_t>(by_8 >> 32) - _excess_of_integers[y_count]};
+}
+
+// Operands of 1..4 digits: the product of their integers is below 10^16. False for others, also where the
+// exponents leave a doubt about the range; nothing is stored then.
+inline bool multiply_short_(number_t &x, const number_t &y) {
+    const number_head_t x_head = read_head(x);
+    const number_head_t y_head = read_head(y);
+    const int exponent = x_head.exponent + y_head.exponent;
+    const auto x_count = static_cast<unsigned>(x_head.count);
+    const auto y_count = static_cast<unsigned>(y_head.count);
+    if (x_count - 1 >= _short_digits || y_count - 1 >= _short_digits) return false;
+    if (!is_in_range_(exponent)) return false;
+    const two_integers_t integers = read_short_integers_(x, x_count, y, y_count);
+    const int64_t product = integers.x * integers.y;
+    const auto sign = static_cast<uint64_t>(product >> 63);
+    store_limb(x, sign, (static_cast<uint64_t>(product) ^ sign) - sign,
+               exponent - x_head.count - y_head.count);
+    return true;
 }
 
 }  // namespace
 
 extern "C" void number_mul(number_t *x, const number_t *y) {
+    // A record of 1..4 digits is a valid one.
+    if (x != nullptr && y != nullptr && multiply_short_(*x, *y)) return;
     DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
     if (number_is_zero(*x)) return;
     if (number_is_zero(*y)) return store_zero(*x);
-
-    const bool negative = number_is_negative(*x) != number_is_negative(*y);
-    const int exponent = number_exponent(*x) + number_exponent(*y);
-    const int digits = std::max(number_digit_count(*x), number_digit_count(*y));
-    if (digits <= COEF_WORD_DIGITS / 2) {
-        const uint64_t product = (limb_from_digits(load_coef<1>(*x).word[0] >> 32)) *
-                                 (limb_from_digits(load_coef<1>(*y).word[0] >> 32));
-        return store_product_(*x, negative, exponent, short_coef{{digits_from_limb(product)}},
-                              /*rest_beyond=*/false);
-    }
-    if (digits <= COEF_WORD_DIGITS) {
-        const limb_quotient_t product =
-            divide_by_limb_base(uint128_t{limb_from_digits(load_coef<1>(*x).word[0])} *
-                                limb_from_digits(load_coef<1>(*y).word[0]));
-        const long_coef coef = {{digits_from_limb(product.quotient), digits_from_limb(product.remainder), 0}};
-        return store_product_(*x, negative, exponent, coef, /*rest_beyond=*/false);
-    }
-    const product_t product = multiply_limbs_(to_limbs(load_coef<3>(*x)), to_limbs(load_coef<3>(*y)));
-    store_product_(*x, negative, exponent, product.coef, product.rest_beyond);
+    multiply_long_(*x, *y);
 }
 
 extern "C" void number_sqr(number_t *x) { number_mul(x, x); }

@@ -1,0 +1,141 @@
+// The way of a result of three limbs into a record: rounding at the 38th digit, done in the last limb.
+//
+// A result is the fraction 0.first second third x 100^exponent. Its first limb says where its digits begin
+// and so where they end: with z leading zeros (0..3) the third limb keeps 6 + z of its sixteen digits. That
+// part is cut off by a division by a power of ten, which leaves what the rounding looks at, and written as
+// ten digits. An odd pair of leading zeros costs nothing: the digits are stored one byte earlier.
+
+#ifndef DV_NUMBER_RESULT_H
+#define DV_NUMBER_RESULT_H
+
+#include "number_digits.h"
+#include "number_round.h"
+
+namespace dv::impl {
+
+struct result_t {
+    uint64_t sign;  // all ones for a negative value, else 0
+    int exponent;
+    limbs_t limbs;     // each below 10^16
+    bool rest_beyond;  // a digit behind the limbs is not 0; only asked for in modes other than HALF_UP
+};
+
+// By leading zeros: where the third limb is cut.
+struct result_cut_t {
+    uint64_t unit;  // of the last kept digit: 10^(10 - zeros)
+    uint64_t
+        reciprocal;  // 2^(64 + shift) / unit, rounded up: exact quotients of limbs, for 2^shift > unit / 2^10
+    int shift;
+    uint64_t to_ten_digits;  // 10^(4 - zeros)
+};
+inline constexpr int RESULT_ZEROS_MAX = 3;
+inline constexpr auto RESULT_CUTS = [] {
+    std::array<result_cut_t, RESULT_ZEROS_MAX + 1> cuts{};
+    uint64_t unit = 10'000'000'000;
+    uint64_t factor = 10'000;
+    for (auto &cut : cuts) {
+        const int shift = static_cast<int>(std::bit_width(unit)) - 1;
+        cut = {unit, static_cast<uint64_t>((uint128_t{1} << (64 + shift)) / unit) + 1, shift, factor};
+        unit /= 10;
+        factor /= 10;
+    }
+    return cuts;
+}();
+
+inline constexpr uint64_t RESULT_FIRST_LIMB_MIN = LIMB_BASE / 10'000;  // at most three leading zeros
+
+// A number below 10^8 as four base-100 digits, one to a byte.
+constexpr uint64_t four_digits_from(uint64_t value) {
+    const uint64_t upper = value / 10'000;
+    const uint64_t pairs = split_in_hundreds_(upper << 32 | (value - upper * 10'000));
+    return (pairs >> 16 | pairs) & 0xFFFFFFFF;
+}
+
+// A result that has more than three leading zeros, or that rounding lifts to a power of ten.
+[[gnu::noinline]] inline void store_any_result(number_t &x, const result_t &result) {
+    const auto &limb = result.limbs.limb;
+    long_coef coef = {{digits_from_limb(limb[0]), digits_from_limb(limb[1]), digits_from_limb(limb[2])}};
+    if (coef_is_zero(coef)) return store_zero(x);
+    int exponent = result.exponent - coef_normalize(coef);
+    if (may_exceed_precision(coef, result.rest_beyond))
+        round_to_precision(coef, exponent, result.sign != 0, result.rest_beyond);
+    store_coef(x, result.sign, exponent, coef);
+}
+
+// A result on its way: what its third limb keeps and drops.
+struct cut_result_t {
+    int zeros;  // in front: [0, 3]
+    uint64_t unit, kept, dropped;
+};
+
+inline cut_result_t cut_result(const limbs_t &limbs) {
+    const uint64_t first = limbs.limb[0];
+    const int zeros =
+        int{first < LIMB_BASE / 10} + int{first < LIMB_BASE / 100} + int{first < LIMB_BASE / 1000};
+    const result_cut_t &cut = RESULT_CUTS[static_cast<size_t>(zeros)];
+    const uint64_t kept = static_cast<uint64_t>(uint128_t{limbs.limb[2]} * cut.reciprocal >> 64) >> cut.shift;
+    return {zeros, cut.unit, kept, limbs.limb[2] - kept * cut.unit};
+}
+
+// Is what was dropped more than half a unit, or such that the mode says so?
+inline bool rounds_away(const result_t &result, const cut_result_t &cut, int rmode) {
+    const bool is_half = cut.dropped >= cut.unit / 2;
+    const bool rest = result.rest_beyond || cut.dropped != (is_half ? cut.unit / 2 : 0);
+    return rounds_away(rmode, result.sign != 0, {cut.kept % 2 != 0, is_half ? 5 : 0, rest});
+}
+
+// Stores the limbs with the digits that are kept of the third; false: a carry goes further than into the
+// second.
+inline bool store_cut_result(number_t &x, const result_t &result, const cut_result_t &cut) {
+    uint64_t second = result.limbs.limb[1];
+    uint64_t tail = cut.kept * RESULT_CUTS[static_cast<size_t>(cut.zeros)].to_ten_digits;
+    if (tail >= 10'000'000'000) [[unlikely]] {
+        if (++second >= LIMB_BASE) return false;
+        tail = 0;
+    }
+    const int skipped = cut.zeros / 2;
+    const uint64_t upper = tail / 100;
+    const uint64_t last_digits = four_digits_from(upper) << 8 | (tail - upper * 100);  // five
+    const uint64_t last_bytes =
+        (last_digits ^ result.sign) + (in_each_byte(NUMBER_DIGIT_EXCESS) - result.sign);
+    uint8_t *const bytes = x.coef - skipped;
+    int count = store_limbs(bytes, result.sign, {result.limbs.limb[0], second});
+    store_be32(bytes + 16, static_cast<uint32_t>(last_bytes >> 8));
+    bytes[20] = static_cast<uint8_t>(last_bytes);
+    if (last_digits != 0) count = 21 - trailing_zero_bytes(last_digits);
+    count -= skipped;
+    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    x.size = static_cast<uint8_t>(1 + count + static_cast<int>(result.sign & 1));
+    x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + result.exponent - skipped) ^
+                                     static_cast<int>(result.sign & 0xFF));
+    return true;
+}
+
+// Stores a result, cut to 38 digits in the current mode; its exponent, less the leading zeros, is in the
+// range.
+inline void store_result(number_t &x, const result_t &result) {
+    if (result.limbs.limb[0] < RESULT_FIRST_LIMB_MIN) [[unlikely]]
+        return store_any_result(x, result_t{result});
+    cut_result_t cut = cut_result(result.limbs);
+    cut.kept += rounds_away(result, cut, current_rmode()) ? 1 : 0;
+    if (!store_cut_result(x, result, cut)) [[unlikely]]
+        store_any_result(x, result_t{result});
+}
+
+// The same in the mode HALF_UP for a third limb that may be too small, by less than `uncertainty`. False:
+// that matters, or the mode is another, or the case is rare; nothing is stored, and the limbs must be exact.
+inline bool store_result_half_up(number_t &x, const result_t &result, uint64_t uncertainty) {
+    if (result.limbs.limb[0] < RESULT_FIRST_LIMB_MIN || current_rmode() != NUMBER_RMODE_HALF_UP) [[unlikely]]
+        return false;
+    cut_result_t cut = cut_result(result.limbs);
+    const uint64_t half = cut.unit / 2;
+    if (half - cut.dropped - 1 < uncertainty) [[unlikely]]
+        return false;
+    // Where more than a unit is dropped in truth, the carry is the one that rounding makes.
+    cut.kept += cut.dropped >= half ? 1 : 0;
+    return store_cut_result(x, result, cut);
+}
+
+}  // namespace dv::impl
+
+#endif  // DV_NUMBER_RESULT_H
