@@ -1,12 +1,16 @@
 // Addition and subtraction on the digit bytes, negation, absolute value.
 //
-// The operand with the larger exponent leads; the other one's digits are moved right by the difference of the
-// exponents, so that equal places stand under each other, and the words are added or subtracted as they are.
-// Operands that together span at most seven base-100 digits take one word, which leaves room for a carry;
-// all others three. Only the latter can exceed 38 digits.
+// Digits are added as the bytes of binary integers. Where magnitudes are added, 256 - 100 is added to every
+// byte first: then the machine's own carry goes wherever a decimal carry must, and bytes that did not carry
+// are 156 and more. Where they are subtracted, bytes that borrowed are: they took 256 instead of 100. So in
+// either case the bytes with the top bit set give 156 back. (Packed-decimal addition, which adds 6 to every
+// digit first, in base 100.)
+//
+// Operands that together span at most seven digits are integers with a sign in one word. For all others the
+// one with the larger exponent leads; the other's digits are moved right by the difference of the exponents,
+// so that equal places stand under each other in three words. Only the latter can exceed 38 digits.
 
-#include <utility>
-
+#include "number_limb.h"
 #include "number_round.h"
 
 using namespace dv::impl;
@@ -21,80 +25,136 @@ int number_remove_head_zero(int exponent, int places) {
     return exponent - places;
 }
 
+constexpr uint64_t _carry_gaps = in_each_byte(COEF_CARRY_GAP);
+
+// See above.
+constexpr uint64_t give_gaps_back_(uint64_t sum) {
+    return sum - ((sum & COEF_TOP_BITS) >> 7) * COEF_CARRY_GAP;
+}
+
+constexpr int _short_digits = 7;  // leaves a byte for carry and sign
+
+// The digits of a record, 1..7, as bytes of an integer, which is negative if the record is: digit bytes are
+// 128 + d or 128 - d.
+inline int64_t signed_digits_(const number_t &x, int count) {
+    const int unused = 8 * (COEF_WORD_DIGITS - count);
+    return static_cast<int64_t>((load_be64(x.coef) >> unused) -
+                                (in_each_byte(NUMBER_DIGIT_EXCESS) >> unused));
+}
+
+// x = x + y or x - y for operands that span up to seven digits. False for others, also where the exponents
+// leave a doubt about the range; nothing is stored then.
+template <bool is_add>
+inline bool add_short_(number_t &x, const number_t &y) {
+    const number_head_t x_head = read_head(x);
+    const number_head_t y_head = read_head(y);
+    const auto is_long = [](int count) { return static_cast<unsigned>(count - 1) >= _short_digits; };
+    if (is_long(x_head.count) || is_long(y_head.count)) return false;
+    const int x_weight = x_head.exponent - x_head.count;  // of the last digit, as a power of 100
+    const int y_weight = y_head.exponent - y_head.count;
+    const int weight = x_weight < y_weight ? x_weight : y_weight;
+    const int top = x_head.exponent > y_head.exponent ? x_head.exponent : y_head.exponent;
+    if (top - weight > _short_digits || weight < NUMBER_EXPONENT_MIN - 1 || top >= NUMBER_EXPONENT_MAX)
+        return false;
+
+    const int64_t a = signed_digits_(x, x_head.count) << (8 * (x_weight - weight));
+    const int64_t b = signed_digits_(y, y_head.count) << (8 * (y_weight - weight));
+    const int64_t sum = is_add ? a + b : a - b;
+    if (sum == 0) return store_zero(x), true;
+    const auto sign = static_cast<uint64_t>(sum >> 63);
+    const uint64_t adds = x_head.sign ^ y_head.sign ^ (is_add ? ~uint64_t{0} : 0);
+    const uint64_t magnitude = (static_cast<uint64_t>(sum) ^ sign) - sign;
+    const uint64_t digits = give_gaps_back_(magnitude + (_carry_gaps & adds));
+    const int leading_zeros = leading_zero_bytes(digits);
+    store_coef(x, sign, weight + COEF_WORD_DIGITS - leading_zeros,
+               short_coef{{digits << (8 * leading_zeros)}});
+    return true;
+}
+
+// a += b, or a -= b where `subtracts` is all ones. Returns the carry out of the first digit, or when
+// subtracting 1 unless b was the larger one.
+uint64_t add_or_subtract_(long_coef &a, const long_coef &b, uint64_t subtracts) {
+    const uint64_t gaps = _carry_gaps & ~subtracts;
+    uint64_t carry = subtracts & 1;
+    for (int i = 2; i >= 0; --i) carry = add_words(a.word[i] + gaps, b.word[i] ^ subtracts, carry, a.word[i]);
+    for (uint64_t &word : a.word) word = give_gaps_back_(word);
+    return carry;
+}
+
+// b - a, where a is what add_or_subtract_ made of a - b.
+void turn_around_(long_coef &a) {
+    coef_complement_if(~uint64_t{0}, a);
+    coef_add(a, long_coef{}, 1);
+}
+
 struct operand_t {
     const number_t *record;
     number_head_t head;
     uint64_t sign;  // in the operation: that of the record, or its opposite
 };
 
-// x = leading + other, by the signs in their heads; `gap` is the difference of their exponents, 0 or more.
-template <int Words>
+// x = leading + other; `gap` is the difference of their exponents, 0 or more. Signs are all ones for
+// negative.
 void combine_(number_t &x, const operand_t &leading, const operand_t &other, int gap) {
-    coef_t<Words> a = load_coef<Words>(*leading.record, leading.head);
-    coef_t<Words> b = load_coef<Words>(*other.record, other.head);
+    long_coef a = load_coef<3>(*leading.record, leading.head);
+    long_coef b = load_coef<3>(*other.record, other.head);
     coef_shift_right(b, gap);
-    if constexpr (Words == 3) coef_keep(b, NUMBER_DIGITS_MAX);
+    coef_keep(b, NUMBER_DIGITS_MAX);
 
-    const uint64_t subtracts = leading.sign ^ other.sign;
     uint64_t sign = leading.sign;
-    coef_complement_if(subtracts, b);
-    uint64_t carry = coef_add(a, b, subtracts & 1);
-    if (carry < (subtracts & 1)) {  // other was the larger one: a is its complement
-        coef_complement_if(~uint64_t{0}, a);
-        coef_add(a, coef_t<Words>{}, 1);
-        sign = ~sign;
-    }
-    carry &= ~subtracts;
-    coef_push_carry(a, carry);
-    if constexpr (Words == 3) coef_keep(a, NUMBER_DIGITS_MAX);
-    if (coef_is_zero(a)) return store_zero(x);
-
-    int exponent = leading.head.exponent + static_cast<int>(carry);
-    if (exponent > NUMBER_EXPONENT_MAX)
-        raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_add"));
-    exponent = number_remove_head_zero(exponent, coef_normalize(a));
-    if constexpr (Words == 3) {
-        if (may_exceed_precision(a, /*rest_beyond=*/false)) {
-            round_to_precision(a, exponent, /*negative=*/sign != 0, /*rest_beyond=*/false);
+    const uint64_t subtracts = sign ^ other.sign;
+    const uint64_t carry = add_or_subtract_(a, b, subtracts);
+    int exponent = leading.head.exponent;
+    if (((carry ^ subtracts) & 1) != 0) [[unlikely]] {
+        if (subtracts != 0) {
+            turn_around_(a);
+            sign = ~sign;
+        } else {
+            coef_push_carry(a, 1);
+            coef_keep(a, NUMBER_DIGITS_MAX);
+            if (++exponent > NUMBER_EXPONENT_MAX)
+                raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_add"));
         }
     }
+    if (a.word[0] >> 56 == 0) [[unlikely]] {
+        if (coef_is_zero(a)) return store_zero(x);
+        exponent = number_remove_head_zero(exponent, coef_normalize(a));
+    }
+    round_to_precision(a, exponent, /*negative=*/sign != 0, /*rest_beyond=*/false);
     store_coef(x, sign, exponent, a);
 }
 
-// x = x + y, where the sign of y is changed if `flip` is all ones.
-void add_signed_(number_t &x, const number_t &y, uint64_t flip) {
-    const number_head_t x_head = read_head(x);
-    const number_head_t y_head = read_head(y);
-    operand_t leading = {&x, x_head, x_head.sign};
-    operand_t other = {&y, y_head, y_head.sign ^ flip};
+// x = x + y, where the sign of y is changed if `flip` is all ones. Which operand leads is hard to predict, so
+// it is selected, and its head read once more.
+[[gnu::noinline]] void add_long_(number_t &x, const number_t &y, uint64_t flip) {
     if (number_is_zero(y)) return;
-    int gap = leading.head.exponent - other.head.exponent;
+    int gap = read_head(x).exponent - read_head(y).exponent;
     if (number_is_zero(x)) gap = -_exponent_gap_max - 1;
-    if (gap < 0) {
-        std::swap(leading, other);
-        gap = -gap;
-    }
-    if (gap > _exponent_gap_max) {
-        return store_coef(x, leading.sign, leading.head.exponent,
-                          load_coef<3>(*leading.record, leading.head));
-    }
-    if (other.head.count + gap < COEF_WORD_DIGITS && leading.head.count < COEF_WORD_DIGITS) {
-        combine_<1>(x, leading, other, gap);
-    } else {
-        combine_<3>(x, leading, other, gap);
-    }
+    const uint64_t y_leads = static_cast<uint64_t>(int64_t{gap} >> 63);  // a mask
+    const number_t &leading = y_leads != 0 ? y : x;
+    const number_t &other = y_leads != 0 ? x : y;
+    gap = (gap ^ static_cast<int>(y_leads)) - static_cast<int>(y_leads);
+    const number_head_t head = read_head(leading);
+    const number_head_t other_head = read_head(other);
+    const uint64_t sign = head.sign ^ (flip & y_leads);
+    if (gap > _exponent_gap_max) [[unlikely]]
+        return store_coef(x, sign, head.exponent, load_coef<3>(leading, head));
+    combine_(x, {&leading, head, sign}, {&other, other_head, other_head.sign ^ (flip & ~y_leads)}, gap);
 }
 
 }  // namespace
 
 extern "C" void number_add(number_t *x, const number_t *y) {
+    // A record that is short is a valid one.
+    if (x != nullptr && y != nullptr && add_short_</*is_add=*/true>(*x, *y)) return;
     DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
-    add_signed_(*x, *y, /*flip=*/0);
+    add_long_(*x, *y, /*flip=*/0);
 }
 
 extern "C" void number_sub(number_t *x, const number_t *y) {
+    if (x != nullptr && y != nullptr && add_short_</*is_add=*/false>(*x, *y)) return;
     DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
-    add_signed_(*x, *y, /*flip=*/~uint64_t{0});
+    add_long_(*x, *y, /*flip=*/~uint64_t{0});
 }
 
 extern "C" void number_add_with_mode(number_t *x, const number_t *y, uchar is_add) {

@@ -11,6 +11,10 @@
 #ifndef DV_NUMBER_COEF_H
 #define DV_NUMBER_COEF_H
 
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
 #include "number_layout.h"
 
 namespace dv::impl {
@@ -18,13 +22,26 @@ namespace dv::impl {
 inline constexpr uint64_t COEF_TOP_BITS = in_each_byte(0x80);
 inline constexpr uint64_t COEF_CARRY_GAP = 256 - 100;  // what a byte holds more than a base-100 digit
 
+// sum = a + b + carry; returns the carry. Carries are 0 or 1.
+constexpr uint64_t add_words(uint64_t a, uint64_t b, uint64_t carry, uint64_t &sum) {
+#if defined(__x86_64__)
+    if (!std::is_constant_evaluated()) {
+        unsigned long long machine_sum = 0;
+        carry = _addcarry_u64(static_cast<unsigned char>(carry), a, b, &machine_sum);
+        sum = machine_sum;
+        return carry;
+    }
+#endif
+    const bool first = __builtin_add_overflow(a, b, &sum);
+    const bool second = __builtin_add_overflow(sum, carry, &sum);
+    return static_cast<uint64_t>(first | second);
+}
+
 // a + b + carry of one word; carry in and out is 0 or 1.
 constexpr uint64_t add_digit_words(uint64_t a, uint64_t b, uint64_t &carry) {
     const uint64_t biased = a + in_each_byte(COEF_CARRY_GAP);  // bytes of at most 255: nothing carries yet
     uint64_t sum = 0;
-    const bool first = __builtin_add_overflow(biased, b, &sum);
-    const bool second = __builtin_add_overflow(sum, carry, &sum);
-    carry = static_cast<uint64_t>(first | second);
+    carry = add_words(biased, b, carry, sum);
     const uint64_t carried = ((biased & b) | ((biased | b) & ~sum)) & COEF_TOP_BITS;  // out of each byte
     return sum - ((carried ^ COEF_TOP_BITS) >> 7) * COEF_CARRY_GAP;
 }
@@ -66,18 +83,15 @@ constexpr void coef_shift_within_word(coef_t<Words> &a, int places) {
     a.word[0] >>= bits;
 }
 
-// The same for 0..7 and for 0..23 places.
+// The same for 0..7 and for 0..23 places; few are the more likely.
 constexpr void coef_shift_right(short_coef &a, int places) { coef_shift_within_word(a, places); }
 
 constexpr void coef_shift_right(long_coef &a, int places) {
-    const uint64_t by_8 = places >= 8 ? ~uint64_t{0} : 0;
-    const uint64_t by_16 = places >= 16 ? ~uint64_t{0} : 0;
-    const auto select = [](uint64_t mask, uint64_t when_set, uint64_t when_clear) {
-        return when_clear ^ ((when_clear ^ when_set) & mask);
-    };
-    a = {{a.word[0] & ~by_8, select(by_8, a.word[0], a.word[1]) & ~by_16,
-          select(by_16, a.word[0], select(by_8, a.word[1], a.word[2]))}};
-    coef_shift_within_word(a, places % 8);
+    if (places >= COEF_WORD_DIGITS) [[unlikely]] {
+        const bool by_16 = places >= 2 * COEF_WORD_DIGITS;
+        a = {{0, by_16 ? 0 : a.word[0], by_16 ? a.word[0] : a.word[1]}};
+    }
+    coef_shift_within_word(a, static_cast<int>(static_cast<unsigned>(places) % COEF_WORD_DIGITS));
 }
 
 // Moves the digits to the left until the first is not 0; returns by how many places. a is not zero.

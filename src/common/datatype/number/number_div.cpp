@@ -156,6 +156,6 @@ extern "C" void number_div(number_t *x, const number_t *y) {
     if (coef_is_zero(coef)) return store_zero(*x);
     if (exponent > NUMBER_EXPONENT_MAX) raise(ERR_NUMBER_OVERFLOW);
     if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
-    if (may_exceed_precision(coef, rest_beyond)) round_to_precision(coef, exponent, negative, rest_beyond);
+    round_to_precision(coef, exponent, negative, rest_beyond);
     store_coef(*x, negative, exponent, coef);
 }

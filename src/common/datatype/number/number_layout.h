@@ -45,12 +45,11 @@ constexpr uint64_t leading_digits_mask(int digits, int first = 0) {
     return count <= 0 ? 0 : ~uint64_t{0} << (64 - 8 * count);
 }
 
-// By digit count: the bytes that hold digits, and what makes the zero digit behind them the terminator.
+// By digit count: the bytes that hold digits.
 // Counts are hard to predict, so they select a row and never a branch. A count is taken modulo the number of
 // rows: what no record should have (-1, 21 and more) reads as no digits or as 20.
 struct digit_count_row_t {
     uint64_t mask[3];
-    uint64_t to_terminator[3];
 };
 inline constexpr unsigned DIGIT_COUNT_MODULUS = 32;
 inline constexpr auto DIGIT_COUNT_ROWS = [] {
@@ -59,7 +58,6 @@ inline constexpr auto DIGIT_COUNT_ROWS = [] {
         const int digits = count < NUMBER_DIGITS_MAX ? count : int{NUMBER_DIGITS_MAX};
         auto &row = rows[static_cast<size_t>(count)];
         for (int i = 0; i < 3; ++i) row.mask[i] = leading_digits_mask(digits, COEF_WORD_DIGITS * i);
-        row.to_terminator[digits / 8] = uint64_t{NUMBER_TOP - NUMBER_DIGIT_EXCESS} << (56 - 8 * (digits % 8));
     }
     return rows;
 }();
@@ -146,27 +144,30 @@ constexpr void store_zero(number_t &x) {
 
 // Stores a value that is not zero: first digit not 0, at most 20 digits, exponent in range. Trailing zero
 // digits are left out. `sign` is all ones for a negative value, else 0.
-template <int Words>
-constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const coef_t<Words> &coef) {
-    static_assert(Words == 1 || Words == 3);
-    constexpr uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS);
-    const int count = coef_digit_count(coef);
-    const auto &to_terminator = digit_count_row(count).to_terminator;
+constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const long_coef &coef) {
     // 128 + digit, or 128 - digit.
-    const auto bytes = [&](int i) {
-        return (coef.word[i] ^ sign) + (excess - sign) + (to_terminator[i] & sign);
-    };
+    const uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS) - sign;
+    const int count = coef_digit_count(coef);
     x.size = static_cast<uint8_t>(1 + count + static_cast<int>(sign & 1));
     x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + exponent) ^ static_cast<int>(sign & 0xFF));
-    const uint64_t first = bytes(0);
-    store_be64(x.coef, first);
-    if constexpr (Words == 3) {
-        const uint64_t second = bytes(1);
-        store_be64(x.coef + 8, second);
-        store_be64(x.coef + 13, second << 40 | bytes(2) >> 24);
-    } else {
-        x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;  // the terminator behind eight digits, else past the record
-    }
+    store_be64(x.coef, (coef.word[0] ^ sign) + excess);
+    store_be64(x.coef + 8, (coef.word[1] ^ sign) + excess);
+    store_be32(x.coef + 16, static_cast<uint32_t>(((coef.word[2] ^ sign) + excess) >> 32));
+    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+}
+
+// The same for eight digits in one store, so that a chain of short results reads back without a stall.
+constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const short_coef &coef) {
+    const uint64_t word = coef.word[0];
+    const uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS) - sign;
+    const int zero_digits = trailing_zero_bytes(word);
+    const int count = COEF_WORD_DIGITS - zero_digits;
+    // In the byte behind the last digit, that is in none if there are eight.
+    const uint64_t to_terminator = uint64_t{NUMBER_TOP - NUMBER_DIGIT_EXCESS} << (8 * zero_digits) >> 8;
+    x.size = static_cast<uint8_t>(1 + count + static_cast<int>(sign & 1));
+    x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + exponent) ^ static_cast<int>(sign & 0xFF));
+    store_be64(x.coef, (word ^ sign) + excess + (to_terminator & sign));
+    x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;  // the terminator behind eight digits, else past the record
 }
 
 constexpr uint64_t sign_mask(bool negative) { return negative ? ~uint64_t{0} : 0; }

@@ -57,8 +57,7 @@ constexpr uint64_t four_digits_from(uint64_t value) {
     long_coef coef = {{digits_from_limb(limb[0]), digits_from_limb(limb[1]), digits_from_limb(limb[2])}};
     if (coef_is_zero(coef)) return store_zero(x);
     int exponent = result.exponent - coef_normalize(coef);
-    if (may_exceed_precision(coef, result.rest_beyond))
-        round_to_precision(coef, exponent, result.sign != 0, result.rest_beyond);
+    round_to_precision(coef, exponent, result.sign != 0, result.rest_beyond);
     store_coef(x, result.sign, exponent, coef);
 }
 

@@ -122,21 +122,47 @@ constexpr bool may_exceed_precision(const long_coef &coef, bool rest_beyond) {
     return (coef.word[2] & ~leading_digits_mask(PRECISION_CUT_PLACE, 16)) != 0 || rest_beyond;
 }
 
-// round_coef at the 38th decimal digit in the default mode: half a unit is added, and what is dropped
-// cleared. The carry seldom leaves the last word.
-inline void round_half_up_to_precision(long_coef &coef, int &exponent, bool cuts_inside_pair) {
-    constexpr int place_shift = 56 - 8 * (PRECISION_CUT_PLACE % 8);
-    uint64_t carry = 0;
-    const uint64_t sum =
-        add_digit_words(coef.word[2], uint64_t{cuts_inside_pair ? 5u : 50u} << place_shift, carry);
-    const uint64_t pair = sum >> place_shift & 0xFF;
-    const uint64_t kept = cuts_inside_pair ? pair - pair % 10 : 0;
-    coef.word[2] = (sum & leading_digits_mask(PRECISION_CUT_PLACE, 16)) | kept << place_shift;
-    if (carry == 0) return;
-    coef.word[1] = add_digit_words(coef.word[1], 0, carry);
-    coef.word[0] = add_digit_words(coef.word[0], 0, carry);
+// By the twentieth digit pair, without and with its tens kept: what is left of it where half a unit and more
+// rounds away, and above that, in the next byte, the carry.
+inline constexpr auto HALF_UP_LAST_PAIRS = [] {
+    std::array<std::array<uint16_t, 128>, 2> rows{};
+    for (unsigned pair = 0; pair < 100; ++pair) {
+        rows[0][pair] = static_cast<uint16_t>((pair + 50) / 100 << 8);
+        const unsigned kept = (pair + 5) / 10 * 10;
+        rows[1][pair] = static_cast<uint16_t>(kept / 100 << 8 | kept % 100);
+    }
+    return rows;
+}();
+
+// A coefficient whose nineteenth pair is 100, with that carry where it belongs; it seldom goes that far.
+// Taken and given by value, so that callers keep theirs in registers.
+struct carried_coef_t {
+    long_coef coef;
+    uint64_t carry;  // out of the first digit
+};
+[[gnu::noinline, gnu::cold]] inline carried_coef_t carry_above_last_pair(long_coef coef) {
+    constexpr int pair_shift = 64 - 8 * (PRECISION_CUT_PLACE % COEF_WORD_DIGITS);
+    coef.word[2] -= uint64_t{1} << pair_shift;
+    long_coef unit{};
+    unit.word[2] = uint64_t{1} << pair_shift;
+    const uint64_t carry = coef_add(coef, unit);
     coef_push_carry(coef, carry);
-    exponent += static_cast<int>(carry);
+    return {coef, carry};
+}
+
+// round_coef at the 38th decimal digit in the default mode. Lengths of results are hard to predict, so a
+// coefficient without anything to drop takes the same way.
+inline void round_half_up_to_precision(long_coef &coef, int &exponent, bool cuts_inside_pair) {
+    constexpr int pair_shift = 56 - 8 * (PRECISION_CUT_PLACE % COEF_WORD_DIGITS);
+    const uint64_t pair = coef.word[2] >> pair_shift & 0x7F;
+    const uint64_t rounded = HALF_UP_LAST_PAIRS[cuts_inside_pair ? 1 : 0][pair];
+    const uint64_t kept = coef.word[2] & leading_digits_mask(PRECISION_CUT_PLACE, 2 * COEF_WORD_DIGITS);
+    coef.word[2] = kept + (rounded << pair_shift);
+    if ((coef.word[2] >> (pair_shift + 8) & 0xFF) < 100) [[likely]]
+        return;
+    const carried_coef_t result = carry_above_last_pair(coef);
+    coef = result.coef;
+    exponent += static_cast<int>(result.carry);
 }
 
 // Cuts an arithmetic result to 38 significant decimal digits in the current mode and checks the range that a
@@ -146,7 +172,7 @@ inline void round_to_precision(long_coef &coef, int &exponent, bool negative, bo
     const int rmode = current_rmode();
     if (rmode == NUMBER_RMODE_HALF_UP) {
         round_half_up_to_precision(coef, exponent, cuts_inside_pair);
-    } else {
+    } else if (may_exceed_precision(coef, rest_beyond)) {
         round_coef(coef, exponent, negative, {PRECISION_CUT_PLACE, cuts_inside_pair}, rest_beyond, rmode);
     }
     if (exponent > NUMBER_EXPONENT_MAX) raise_rounding_overflow();

@@ -135,8 +135,7 @@ extern "C" void number_sqrt(number_t *x) {
     }
     long_coef digits = {{digits_from_limb(limb[0]), digits_from_limb(limb[1]), digits_from_limb(limb[2])}};
     const bool rest_beyond = any_digit_behind_(root, 16 - 2 * (-exponent & 3));
-    if (may_exceed_precision(digits, rest_beyond))
-        round_to_precision(digits, exponent, /*negative=*/false, rest_beyond);
+    round_to_precision(digits, exponent, /*negative=*/false, rest_beyond);
     store_coef(*x, /*negative=*/false, exponent, digits);
 }
 
