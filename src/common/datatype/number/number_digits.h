@@ -114,7 +114,7 @@ inline int store_limbs(uint8_t *bytes, uint64_t sign, two_limbs_t limbs) {
     const __m128i excess = _mm_sub_epi8(_mm_set1_epi8(-128), signs);
     _mm_storeu_si128(reinterpret_cast<__m128i *>(bytes), _mm_add_epi8(_mm_xor_si128(digits, signs), excess));
     const int zeros = _mm_movemask_epi8(_mm_cmpeq_epi8(digits, _mm_setzero_si128()));
-    return std::bit_width(static_cast<unsigned>(~zeros & 0xFFFF));
+    return static_cast<int>(std::bit_width(static_cast<unsigned>(~zeros & 0xFFFF)));
 }
 
 }  // namespace sse2
