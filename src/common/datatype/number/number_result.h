@@ -8,6 +8,8 @@
 #ifndef DV_NUMBER_RESULT_H
 #define DV_NUMBER_RESULT_H
 
+#include <cstddef>
+
 #include "number_digits.h"
 #include "number_round.h"
 
@@ -97,7 +99,8 @@ inline bool store_cut_result(number_t &x, const result_t &result, const cut_resu
     const uint64_t last_digits = four_digits_from(upper) << 8 | (tail - upper * 100);  // five
     const uint64_t last_bytes =
         (last_digits ^ result.sign) + (in_each_byte(NUMBER_DIGIT_EXCESS) - result.sign);
-    uint8_t *const bytes = x.coef - skipped;
+    // From the record's beginning: the first digit, if it is 0, lands in front of the coefficient.
+    uint8_t *const bytes = reinterpret_cast<uint8_t *>(&x) + offsetof(number_t, coef) - skipped;
     int count = store_limbs(bytes, result.sign, {result.limbs.limb[0], second});
     store_be32(bytes + 16, static_cast<uint32_t>(last_bytes >> 8));
     bytes[20] = static_cast<uint8_t>(last_bytes);
