@@ -1,12 +1,14 @@
-// TIMESTAMP written, read and compared beside fmt, the C library and memcmp: operation/case/library.
+// TIMESTAMP written, read, compared and sorted beside fmt, the C library, memcmp and Abseil:
+// operation/case/library.
 //
 // Operands are 4096 timestamps of 1900 to 2049 with nine digits of a fraction, shuffled, from a fixed seed.
 // Every answer is compared with that of printf, of the fields it was made of, or of nanoseconds in 64 bits,
 // before the clock starts; the program ends with 1 when one is wrong. strptime has no fractions: its caller
-// reads the nine digits.
+// reads the nine digits. A million such timestamps are sorted.
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -19,6 +21,10 @@
 #include "dvtypes/timestamp.h"
 #ifdef DV_HAVE_FMT
 #include <fmt/compile.h>
+#endif
+#ifdef DV_HAVE_ABSEIL
+#include "absl/time/civil_time.h"
+#include "absl/time/time.h"
 #endif
 
 namespace {
@@ -49,9 +55,9 @@ fields_t fields_of_(const dv_timestamp_t &ts) {
             field(DT_FMT_UNIT_FSEC)};
 }
 
-std::vector<operand_t> drawn_operands_() {
+std::vector<operand_t> drawn_operands_(size_t count) {
     std::mt19937_64 random(1);
-    std::vector<operand_t> operands(_operand_count);
+    std::vector<operand_t> operands(count);
     for (operand_t &o : operands) {
         const auto pick = [&](int low, int high) {
             return std::uniform_int_distribution<int>(low, high)(random);
@@ -72,7 +78,7 @@ std::vector<operand_t> drawn_operands_() {
 }
 
 const std::vector<operand_t> &operands_() {
-    static const std::vector<operand_t> operands = drawn_operands_();
+    static const std::vector<operand_t> operands = drawn_operands_(_operand_count);
     return operands;
 }
 
@@ -87,7 +93,7 @@ dt_fmt_ctx_t compiled_(bool is_for_reading) {
 
 struct dvtypes_writer_t {
     static constexpr const char *name = "dvtypes";
-    dt_fmt_ctx_t model = compiled_(false);
+    dt_fmt_ctx_t model = compiled_(/*is_for_reading=*/false);
     void operator()(const operand_t &o, char *text) const {
         dv_timestamp_to_str(&o.ts, text, _text_size, &model, 9);
     }
@@ -108,7 +114,7 @@ struct fmt_writer_t {
 struct dvtypes_reader_t {
     static constexpr const char *name = "dvtypes";
     using value = dv_timestamp_t;
-    dt_fmt_ctx_t model = compiled_(true);
+    dt_fmt_ctx_t model = compiled_(/*is_for_reading=*/true);
     void operator()(const std::string &text, value &v) const {
         dv_timestamp_from_str(&v, text.data(), static_cast<int>(text.size()), &model, 9);
     }
@@ -138,6 +144,12 @@ struct dvtypes_order_t {
         return dv_timestamp_compare(&x, &y);
     }
 };
+struct dvtypes_inline_order_t {
+    static constexpr const char *name = "dvtypes_inline";
+    int operator()(const dv_timestamp_t &x, const dv_timestamp_t &y) const {
+        return dv_timestamp_cmp(&x, &y);
+    }
+};
 struct memcmp_order_t {
     static constexpr const char *name = "memcmp";
     int operator()(const dv_timestamp_t &x, const dv_timestamp_t &y) const {
@@ -145,18 +157,26 @@ struct memcmp_order_t {
     }
 };
 
+void fail_(benchmark::State &state, size_t operand) {
+    _any_wrong = true;
+    state.SkipWithError(("wrong answer: operand " + std::to_string(operand)).c_str());
+}
+
+void count_operations_(benchmark::State &state, size_t count) {
+    state.counters["per_op"] =
+        benchmark::Counter(static_cast<double>(count),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
 void run_(benchmark::State &state, const std::function<bool(size_t)> &is_right, auto operation) {
     for (size_t i = 0; i < _operand_count; ++i) {
-        if (is_right(i)) continue;
-        _any_wrong = true;
-        return state.SkipWithError(("wrong answer: operand " + std::to_string(i)).c_str());
+        if (!is_right(i)) return fail_(state, i);
     }
     for (auto _ : state) {
         for (size_t i = 0; i < _operand_count; ++i) operation(i);
         benchmark::ClobberMemory();
     }
-    state.counters["per_op"] = benchmark::Counter(
-        _operand_count, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    count_operations_(state, _operand_count);
 }
 
 template <typename Writer>
@@ -197,6 +217,68 @@ void compare_(benchmark::State &state) {
     benchmark::DoNotOptimize(below);
 }
 
+// ---- a million in order ----
+
+// A value of a library for a second of the calendar and a fraction, and its order.
+struct dvtypes_sorter_t {
+    static constexpr const char *name = "dvtypes";
+    using value = dv_timestamp_t;
+    static value make(const fields_t &f) {
+        value v;
+        dv_timestamp_from_unit_values(&v, f.year, f.month, f.day, f.hour, f.minute, f.second, f.fraction);
+        return v;
+    }
+    static bool less(const value &x, const value &y) { return dv_timestamp_cmp(&x, &y) < 0; }
+};
+struct memcmp_sorter_t : dvtypes_sorter_t {
+    static constexpr const char *name = "memcmp";
+    static bool less(const value &x, const value &y) { return std::memcmp(&x, &y, sizeof x) < 0; }
+};
+#ifdef DV_HAVE_ABSEIL
+absl::CivilSecond civil_(const fields_t &f) {
+    return absl::CivilSecond(f.year, f.month, f.day, f.hour, f.minute, f.second);
+}
+struct abseil_time_sorter_t {
+    static constexpr const char *name = "abseil_time";
+    using value = absl::Time;
+    static value make(const fields_t &f) {
+        return absl::FromCivil(civil_(f), absl::UTCTimeZone()) + absl::Nanoseconds(f.fraction);
+    }
+    static bool less(const value &x, const value &y) { return x < y; }
+};
+struct abseil_civil_sorter_t {
+    static constexpr const char *name = "abseil_civil";
+    using value = std::pair<absl::CivilSecond, int>;
+    static value make(const fields_t &f) { return {civil_(f), f.fraction}; }
+    static bool less(const value &x, const value &y) { return x < y; }
+};
+#endif
+
+// Sorted values are compared with those of the operands in the order of their nanoseconds.
+template <typename Sorter>
+void sort_(benchmark::State &state) {
+    constexpr size_t count = 1'000'000;
+    const auto less = [](const auto &x, const auto &y) { return Sorter::less(x, y); };
+    const std::vector<operand_t> operands = drawn_operands_(count);
+    std::vector<typename Sorter::value> values(count);
+    for (size_t i = 0; i < count; ++i) values[i] = Sorter::make(operands[i].fields);
+    auto work = values;
+    std::sort(work.begin(), work.end(), less);
+    std::vector<const operand_t *> twin(count);
+    for (size_t i = 0; i < count; ++i) twin[i] = &operands[i];
+    std::sort(twin.begin(), twin.end(), [](const auto *x, const auto *y) { return x->nano < y->nano; });
+    for (size_t i = 0; i < count; ++i) {
+        const auto want = Sorter::make(twin[i]->fields);
+        if (less(work[i], want) || less(want, work[i])) return fail_(state, i);
+    }
+    for (auto _ : state) {
+        std::copy(values.begin(), values.end(), work.begin());
+        std::sort(work.begin(), work.end(), less);
+        benchmark::ClobberMemory();
+    }
+    count_operations_(state, count);
+}
+
 template <typename Library>
 void add_(const char *operation, void (*run)(benchmark::State &)) {
     benchmark::RegisterBenchmark((std::string(operation) + Library::name).c_str(), run);
@@ -212,7 +294,14 @@ int main(int argc, char **argv) {
     add_<dvtypes_reader_t>("from_text/nine_digits/", read_<dvtypes_reader_t>);
     add_<strptime_reader_t>("from_text/nine_digits/", read_<strptime_reader_t>);
     add_<dvtypes_order_t>("compare/random/", compare_<dvtypes_order_t>);
+    add_<dvtypes_inline_order_t>("compare/random/", compare_<dvtypes_inline_order_t>);
     add_<memcmp_order_t>("compare/random/", compare_<memcmp_order_t>);
+    add_<dvtypes_sorter_t>("sort/million/", sort_<dvtypes_sorter_t>);
+    add_<memcmp_sorter_t>("sort/million/", sort_<memcmp_sorter_t>);
+#ifdef DV_HAVE_ABSEIL
+    add_<abseil_time_sorter_t>("sort/million/", sort_<abseil_time_sorter_t>);
+    add_<abseil_civil_sorter_t>("sort/million/", sort_<abseil_civil_sorter_t>);
+#endif
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     benchmark::RunSpecifiedBenchmarks();

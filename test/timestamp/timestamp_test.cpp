@@ -10,6 +10,7 @@
 #include <bit>
 #include <chrono>
 #include <cmath>
+#include <cstring>
 
 #include "../datetime_fmt/model_text.h"
 
@@ -68,6 +69,22 @@ TEST(TimestampLiteral, IsAcceptedByItsForm) {
           "0-1-2-3 4:5:6.7", "01-2-3 4:5:6.7x", "01-2-3 4:5:6.1234567890"})
         EXPECT_EQ(dv_timestamp_check_literal(3, &row[1], static_cast<int>(row.size()) - 1), row[0] - '0')
             << row;
+}
+
+TEST(TimestampOrder, IsThatOfTheBytes) {
+    number_source source(8);
+    for (long round = scaled(100'000); round > 0; --round) {
+        dv_timestamp_t x, y;
+        source.fill(&x, sizeof x);
+        y = x;
+        for (int changes = source.pick(0, 2); changes > 0; --changes) {
+            reinterpret_cast<uint8_t *>(&y)[source.pick(0, 11)] = static_cast<uint8_t>(source.bits());
+        }
+        const int order = std::memcmp(&x, &y, sizeof x), want = (order > 0) - (order < 0);
+        ASSERT_EQ(dv_timestamp_compare(&x, &y), want)
+            << testing::PrintToString(x) << testing::PrintToString(y);
+        ASSERT_EQ(dv_timestamp_cmp(&x, &y), want) << testing::PrintToString(x) << testing::PrintToString(y);
+    }
 }
 
 TEST(TimestampInterval, IsArithmeticOnNanoseconds) {
