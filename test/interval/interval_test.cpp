@@ -171,4 +171,37 @@ TEST(IntervalText, OfEveryQualifierIsReadOrRefused) {
     }
 }
 
+// Plain texts have a way of their own, which a blank in front of them bars; at times they are not quite
+// plain.
+TEST(IntervalText, PlainIsReadAsByTokens) {
+    rounds_(200'000, [](source_t &source) {
+        char buffer[64];
+        const auto below = [&](int end) { return source.pick(0, end - 1); };
+        const int hours = below(20) == 0 ? 24 : below(24), minutes = below(60),
+                  seconds = below(20) == 0 ? 60 : below(60);
+        (void)snprintf(buffer, sizeof buffer, "%s%0*d %02d:%02d:%02d.%09d",
+                       std::array{"", "-", "+"}[below(3)], source.pick(1, 10), source.number(31), hours,
+                       minutes, seconds, below(1'000'000'000));
+        std::string text = buffer;
+        text.resize(text.size() - below(11));
+        if (below(4) == 0)
+            text[below(static_cast<int>(text.size()))] =
+                static_cast<char>(below(8) == 0 ? below(256) : " :.-059x"[below(8)]);
+        if (below(8) == 0) text += std::array{"0", " ", ".", "123456789"}[below(4)];
+        const int prec = below(10), fprec = source.pick(5, 9);
+        const auto read = [&](const std::string &from, int length) {
+            const guarded block(from.size() + (length == 0 ? 1 : 0), from.c_str());
+            dv_itv_dts_t itv = dts_({1, 2, 3});
+            const int code = raise_of(
+                [&] { dv_itv_dts_from_str(&itv, block.text(), length, DV_ITV_DAY_TO_SECOND, prec, fprec); });
+            return std::pair(code, fields_(itv));
+        };
+        const auto by_tokens = read(" " + text, static_cast<int>(text.size()) + 1);
+        EXPECT_EQ(read(text, static_cast<int>(text.size())), by_tokens)
+            << text << " " << prec << " " << fprec;
+        if (text.find('\0') != text.npos) return;
+        EXPECT_EQ(read(text, 0), by_tokens) << text;
+    });
+}
+
 }  // namespace

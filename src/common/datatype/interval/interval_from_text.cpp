@@ -11,9 +11,10 @@
 // point stores that before it raises. Of a negative text every field is negative.
 
 #include <algorithm>
+#include <climits>
 #include <type_traits>
 
-#include "interval_internal.h"
+#include "interval_plain_text.h"
 
 using namespace dv::impl;
 
@@ -101,39 +102,17 @@ digits_t take_digits_(reading_t &in) {
 
 // ---- eight characters at once: the clock and the fraction of most texts (bench/interval, from_text) ----
 
-// The first character is the uppermost byte of a word. Under XOR with a pattern a digit becomes its value and
-// a separator 0.
-constexpr uint64_t _eight_digits = 0x3030303030303030;  // "00000000"
-constexpr uint64_t _clock = 0x30303A30303A3030;         // "00:00:00"
-constexpr uint64_t _eight_digits_max = 0x0909090909090909;
-constexpr uint64_t _clock_max = 0x0909000909000909;
-
-// Does no byte exceed that of max? One that is 0x80 or more says so itself, whatever it carries elsewhere.
-constexpr bool has_bytes_up_to_(uint64_t word, uint64_t max) {
-    constexpr uint64_t low_bits = 0x7F7F7F7F7F7F7F7F;
-    return (((word + (low_bits - max)) | word) & ~low_bits) == 0;
-}
-
 bool holds_eight_(const reading_t &in, uint64_t pattern, uint64_t max, uint64_t &word) {
     if (in.end - in.at < 8) return false;
-    word = load_be64(reinterpret_cast<const uint8_t *>(in.at)) ^ pattern;
-    return has_bytes_up_to_(word, max);
+    word = load_eight(in.at) ^ pattern;
+    return has_bytes_up_to(word, max);
 }
-
-// Neighbours are joined to numbers of two digits, those to four, those to eight.
-constexpr int32_t eight_digit_value_(uint64_t word) {
-    constexpr uint64_t low_8_of_16 = 0x00FF00FF00FF00FF, low_16_of_32 = 0x0000FFFF0000FFFF;
-    word = (word >> 8 & low_8_of_16) * 10 + (word & low_8_of_16);
-    word = (word >> 16 & low_16_of_32) * 100 + (word & low_16_of_32);
-    return static_cast<int32_t>((word >> 32) * 10'000 + (word & UINT32_MAX));
-}
-static_assert(eight_digit_value_(0x0102030405060708) == 12'345'678);
 
 digits_t take_fraction_digits_(reading_t &in) {
     uint64_t word = 0;
-    if (!holds_eight_(in, _eight_digits, _eight_digits_max, word)) return take_digits_(in);
+    if (!holds_eight_(in, ITV_EIGHT_DIGITS, ITV_EIGHT_DIGITS_MAX, word)) return take_digits_(in);
     in.at += 8;
-    const int32_t value = eight_digit_value_(word);
+    const int32_t value = eight_digit_value(word);
     if (in.at == in.end || digit_of_(*in.at) > 9) return {value, 8};
     return {value * 10 + digit_of_(*in.at++), 9};
 }
@@ -142,16 +121,12 @@ digits_t take_fraction_digits_(reading_t &in) {
 // the fault or skip the blanks.
 bool take_clock_(reading_t &in) {
     uint64_t word = 0;
-    if (!holds_eight_(in, _clock, _clock_max, word)) return false;
+    if (!holds_eight_(in, ITV_CLOCK, ITV_CLOCK_MAX, word)) return false;
     if (in.end - in.at > 8 && digit_of_(in.at[8]) <= 9) return false;  // seconds may have more digits
-    word += (word >> 8) * 10;                                          // no byte exceeds 99
-    const auto hours = static_cast<int32_t>(word >> 48 & 0xFF);
-    const auto minutes = static_cast<int32_t>(word >> 24 & 0xFF);
-    const auto seconds = static_cast<int32_t>(word & 0xFF);
-    if (hours > _tokens[DV_ITV_TOKEN_HH].value_max || minutes > _tokens[DV_ITV_TOKEN_MI].value_max ||
-        seconds > _tokens[DV_ITV_TOKEN_SS].value_max)
-        return false;
-    in.total += (hours * ITV_SEC_PER_HOUR + minutes * ITV_SEC_PER_MINUTE + seconds) * in.sign;
+    if (!has_bytes_up_to(word, ITV_CLOCK_RANGE)) return false;
+    const int32_t seconds = clock_seconds(word);
+    if (seconds < 0) return false;
+    in.total += seconds * in.sign;
     in.at += 8;
     return true;
 }
@@ -268,6 +243,35 @@ void store_(dv_itv_dts_t &itv, int64_t total, int32_t signed_nsec) {
     itv_set_nanoseconds(itv, rest + borrow * ITV_NSEC_PER_SEC);
 }
 
+// Reads any text. Raises in the name of dv_itv_dts_from_str.
+[[gnu::noinline]] void read_any_dts_(dv_itv_dts_t *itv, const char *str, int str_len, int type, int prec,
+                                     int fprec) {
+    const char *const reader = _dts_steps.whole_text;
+    if (!is_itv_given(itv)) return;
+    store_(*itv, 0, 0);
+    reading_t in = start_(str, str_len, prec, ITV_SEC_PER_DAY);
+    if (in.at == in.end) raise(error_at(ERR_ITV_TEXT, __FILE__, __LINE__, reader));
+    if (!has_row_(type)) raise(error_at(ERR_ITV_QUALIFIER, __FILE__, __LINE__, reader));
+    take_sign_(in);
+    const int error = read_tokens_(in, _itv_fmt[type], kind_t::seconds);
+    store_(*itv, in.total, rounded_(in.nsec, fprec) * in.sign);
+    if (error != 0) raise_fault_(error, _dts_steps);
+}
+
+// Reads any text of a known length; not inline, so as to save no registers around strlen.
+[[gnu::noinline]] void read_dts_(dv_itv_dts_t &itv, const char *str, int str_len, int type, int prec,
+                                 int fprec) {
+    plain_dts_t fields;
+    if (type != DV_ITV_DAY_TO_SECOND || !read_plain_dts(fields, str, str + str_len, prec))
+        return read_any_dts_(&itv, str, str_len, type, prec, fprec);
+    const int32_t nsec = rounded_(fields.nsec, fprec);
+    if (nsec == ITV_NSEC_PER_SEC) return read_any_dts_(&itv, str, str_len, type, prec, fprec);
+    const int32_t sign = fields.is_negative ? -1 : 1;
+    itv_set_days(itv, fields.days * sign);
+    itv_set_seconds(itv, fields.seconds * sign);
+    itv_set_nanoseconds(itv, nsec * sign);
+}
+
 }  // namespace
 
 extern "C" {
@@ -285,15 +289,11 @@ void dv_itv_ytm_from_str(dv_itv_ytm_t *itv, const char *str, int str_len, int ty
 }
 
 void dv_itv_dts_from_str(dv_itv_dts_t *itv, const char *str, int str_len, int type, int prec, int fprec) {
-    if (!is_itv_given(itv)) return;
-    store_(*itv, 0, 0);
-    reading_t in = start_(str, str_len, prec, ITV_SEC_PER_DAY);
-    if (in.at == in.end) raise(ERR_ITV_TEXT);
-    if (!has_row_(type)) raise(ERR_ITV_QUALIFIER);
-    take_sign_(in);
-    const int error = read_tokens_(in, _itv_fmt[type], kind_t::seconds);
-    store_(*itv, in.total, rounded_(in.nsec, fprec) * in.sign);
-    if (error != 0) raise_fault_(error, _dts_steps);
+    const size_t length =
+        str != NULL && str_len == 0 ? strlen(str) : static_cast<size_t>(std::max(str_len, 0));
+    if (itv == NULL || length == 0 || length > INT_MAX)
+        return read_any_dts_(itv, str, str_len, type, prec, fprec);
+    read_dts_(*itv, str, static_cast<int>(length), type, prec, fprec);
 }
 
 }  // extern "C"
