@@ -23,3 +23,9 @@ need_packages() {
     as_root apt-get update -qq
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
+
+# configure_bench: the folder of the benchmarks, of scripts/bench and of scripts/counts.
+configure_bench() {
+    cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DDV_WERROR=ON -DDV_BUILD_BENCH=ON \
+        -DDV_BUILD_TESTS=OFF >/dev/null
+}
