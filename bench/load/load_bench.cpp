@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr int _loads = 200;  // in a case that only takes the time of a use, and would go on for minutes
+
 bool _any_wrong = false;
 
 void report_wrong_(benchmark::State &state, const char *message) {
@@ -95,8 +97,8 @@ void use_(benchmark::State &state, bool is_first) {
 
 template <typename Use>
 void add_uses_(const char *first, const char *second) {
-    benchmark::RegisterBenchmark(first, use_<Use>, /*is_first=*/true)->UseManualTime();
-    benchmark::RegisterBenchmark(second, use_<Use>, /*is_first=*/false)->UseManualTime();
+    benchmark::RegisterBenchmark(first, use_<Use>, /*is_first=*/true)->UseManualTime()->Iterations(_loads);
+    benchmark::RegisterBenchmark(second, use_<Use>, /*is_first=*/false)->UseManualTime()->Iterations(_loads);
 }
 
 }  // namespace
