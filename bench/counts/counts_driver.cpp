@@ -16,6 +16,7 @@
 
 #include "dvtypes/interval.h"
 #include "dvtypes/number.h"
+#include "dvtypes/number_fmt.h"
 #include "dvtypes/timestamp.h"
 #include "dvtypes/timezone.h"
 #include "operands.h"
@@ -101,6 +102,47 @@ void number_to_int64_(operands_e kind, int passes) {
              [](const number_t &x, int64_t &n) { number_to_int64(&x, &n); });
 }
 
+void number_from_double_(operands_e kind, int passes) {
+    convert_(passes, machine_doubles(kind, operand_count, 5), std::vector<number_t>(operand_count),
+             [](double d, number_t &x) { number_from_double(&x, d); });
+}
+
+void number_to_double_(operands_e kind, int passes) {
+    convert_(passes, numbers_(kind, 1), std::vector<double>(operand_count),
+             [](const number_t &x, double &d) { number_to_double(&x, &d); });
+}
+
+void number_sqrt_(operands_e kind, int passes) {
+    in_place_(passes, numbers_(magnitudes(kind, operand_count, 6)), std::vector<int>(operand_count),
+              [](number_t &x, int) { number_sqrt(&x); });
+}
+
+void number_pow_integral_(operands_e kind, int passes) {
+    in_place_(passes, numbers_(magnitudes(kind, operand_count, 7)),
+              numbers_(integral_exponents(kind, operand_count, 8)),
+              [](number_t &x, const number_t &y) { number_pow(&x, &y); });
+}
+
+void number_pow_fractional_(operands_e kind, int passes) {
+    in_place_(passes, numbers_(magnitudes(kind, operand_count, 9)),
+              numbers_(fractional_exponents(operand_count, 10)),
+              [](number_t &x, const number_t &y) { number_pow(&x, &y); });
+}
+
+void number_from_str_fmt_(operands_e kind, int passes) {
+    constexpr const char *model = "FM999,999,990.00";
+    const auto length = static_cast<int>(std::strlen(model));
+    std::vector<std::string> texts;
+    for (const number_t &x : numbers_(kind, 1)) {
+        char text[_text_size];
+        number_to_str_fmt(&x, sizeof text, text, length, model);
+        texts.emplace_back(text);
+    }
+    convert_(passes, texts, std::vector<number_t>(operand_count), [=](const std::string &text, number_t &x) {
+        number_from_str_fmt(&x, static_cast<int>(text.size()), text.data(), length, model);
+    });
+}
+
 // ---- dates, timestamps, zones: 1900 to 2049 ----
 
 std::vector<dv_timestamp_t> timestamps_() {
@@ -143,6 +185,35 @@ void add_day_(operands_e, int passes) {
               [](dv_date_t &date, int n) { dv_date_add_day(&date, n); });
 }
 
+void add_month_(operands_e, int passes) {
+    in_place_(passes, dates_(), steps_(-100, 100),
+              [](dv_date_t &date, int n) { dv_date_add_month(&date, n, /*is_from_itv=*/0); });
+}
+
+void julian_day_(operands_e, int passes) {  // there and back
+    in_place_(passes, dates_(), steps_(0, 0),
+              [](dv_date_t &date, int) { dv_date_from_julian_day(&date, dv_date_to_julian_day(&date)); });
+}
+
+void timestamp_compare_(operands_e, int passes) {
+    const auto values = timestamps_();
+    for (int pass = 0; pass < passes; ++pass) {
+        int below = 0;
+        for (size_t i = 1; i < values.size(); ++i) {
+            below += dv_timestamp_compare(&values[i - 1], &values[i]) < 0 ? 1 : 0;
+        }
+        use_(&below);
+    }
+}
+
+void compile_model_(operands_e, int passes) {
+    for (int i = 0; i < passes * operand_count; ++i) {
+        dt_fmt_ctx_t model = compiled_(/*is_for_reading=*/true);
+        use_(&model);
+        dt_fmt_ctx_reset(_system_allocator, &model);
+    }
+}
+
 void timestamp_to_str_(operands_e, int passes) {
     const dt_fmt_ctx_t model = compiled_(/*is_for_reading=*/false);
     convert_(passes, timestamps_(), std::vector<text_t>(operand_count),
@@ -175,7 +246,17 @@ void zone_(operands_e, int passes) {
               [&](dv_date_t &date, int) { Operation(&zone, &date, nullptr); });
 }
 
-void interval_to_str_(operands_e, int passes) {
+void zone_by_name_(operands_e, int passes) {
+    const int regions = TZ_ID_MAX;
+    std::vector<std::string> names;
+    for (int n : steps_(0, regions - 1)) names.emplace_back(region_tab_[n].canon_name);
+    convert_(passes, names, std::vector<timezone_t>(operand_count),
+             [](const std::string &name, timezone_t &zone) {
+                 timezone_parse(&zone, name.data(), static_cast<int>(name.size()));
+             });
+}
+
+std::vector<dv_itv_dts_t> intervals_() {
     std::vector<dv_itv_dts_t> intervals(operand_count);
     const std::vector<int> days = steps_(-99, 99);
     for (size_t i = 0; i < intervals.size(); ++i) {
@@ -185,9 +266,24 @@ void interval_to_str_(operands_e, int passes) {
         dv_itv_dts_set_field(&intervals[i], DT_FMT_UNIT_FSEC,
                              sign * static_cast<int>(i * 244'140 % 1'000'000'000));
     }
-    convert_(
-        passes, intervals, std::vector<text_t>(operand_count),
-        [](const dv_itv_dts_t &itv, text_t &text) { dv_itv_dts_to_str(&itv, text.bytes, 2, 9, _text_size); });
+    return intervals;
+}
+
+void interval_to_text_(const dv_itv_dts_t &itv, text_t &text) {
+    dv_itv_dts_to_str(&itv, text.bytes, 2, 9, _text_size);
+}
+
+void interval_to_str_(operands_e, int passes) {
+    convert_(passes, intervals_(), std::vector<text_t>(operand_count), interval_to_text_);
+}
+
+void interval_from_str_(operands_e, int passes) {
+    std::vector<text_t> texts(operand_count);
+    const auto intervals = intervals_();
+    for (size_t i = 0; i < texts.size(); ++i) interval_to_text_(intervals[i], texts[i]);
+    convert_(passes, texts, intervals, [](const text_t &text, dv_itv_dts_t &itv) {
+        dv_itv_dts_from_str(&itv, text.bytes, 0, DV_ITV_DAY_TO_SECOND, 2, 9);
+    });
 }
 
 // ---- the table ----
@@ -216,12 +312,28 @@ constexpr operation_t _operations[] = {
     {"number_from_int64/long", operands_e::LONG, number_from_int64_},
     {"number_to_int64/short", operands_e::SHORT, number_to_int64_},
     {"number_to_int64/long", operands_e::LONG, number_to_int64_},
+    {"number_from_double/short", operands_e::SHORT, number_from_double_},
+    {"number_from_double/long", operands_e::LONG, number_from_double_},
+    {"number_to_double/short", operands_e::SHORT, number_to_double_},
+    {"number_to_double/long", operands_e::LONG, number_to_double_},
+    {"number_sqrt/short", operands_e::SHORT, number_sqrt_},
+    {"number_sqrt/long", operands_e::LONG, number_sqrt_},
+    {"number_pow/integral_short", operands_e::SHORT, number_pow_integral_},
+    {"number_pow/integral_long", operands_e::LONG, number_pow_integral_},
+    {"number_pow/fractional", operands_e::SHORT, number_pow_fractional_},
+    {"number_from_str_fmt", operands_e::SHORT, number_from_str_fmt_},
     {"dv_date_add_day", operands_e::SHORT, add_day_},
+    {"dv_date_add_month", operands_e::SHORT, add_month_},
+    {"julian_day_round_trip", operands_e::SHORT, julian_day_},
+    {"dt_fmt_ctx_set_and_reset", operands_e::SHORT, compile_model_},
+    {"dv_timestamp_compare", operands_e::SHORT, timestamp_compare_},
     {"dv_timestamp_to_str", operands_e::SHORT, timestamp_to_str_},
     {"dv_timestamp_from_str", operands_e::SHORT, timestamp_from_str_},
     {"timezone_localize", operands_e::SHORT, zone_<timezone_localize>},
     {"timezone_normalize", operands_e::SHORT, zone_<timezone_normalize>},
+    {"timezone_parse/name", operands_e::SHORT, zone_by_name_},
     {"dv_itv_dts_to_str", operands_e::SHORT, interval_to_str_},
+    {"dv_itv_dts_from_str", operands_e::SHORT, interval_from_str_},
 };
 
 }  // namespace
