@@ -21,6 +21,8 @@ _BEGIN = "<!-- measured: written by scripts/bench --write -->"
 _END = "<!-- measured: end -->"
 
 _GOAL_HEADER = ["operation", "ours", "the goal's peer", "ratio", "goal", "", "where another is faster"]
+_LIBRARY_HEADER = ["property", "value", "goal", ""]
+_LOADING = "load_bench"
 _OTHER_HEADER = ["program", "case", "ours", "fastest peer", "ratio"]
 
 
@@ -78,12 +80,13 @@ def _measure(goals, arguments):
     return results
 
 
-def _library_rows(goals):
+def _library_rows(goals, results):
     limits = {goal.ours[0]: goal for goal in goals if goal.programs == ("library",)}
     for key, (value, text) in library.properties(_BUILD).items():
         goal = limits.get(key)
         verdict = [] if goal is None else [f"{goal.limit:,.0f}", "met" if goal.is_met(value) else "**missed**"]
         yield [text, f"{value:,}", *(verdict or ["", ""])]
+    yield from ([*row, "", ""] for row in results.own_rows(_LOADING))
 
 
 def _tables(goals, results, is_whole):
@@ -92,9 +95,8 @@ def _tables(goals, results, is_whole):
     if not is_whole:
         rows = [row for row in rows if row[3] != table.NOT_MEASURED]
     yield "Goals", table.markdown(_GOAL_HEADER, rows)
-    yield "Further cases", table.markdown(_OTHER_HEADER, results.other_rows(goals))
-    if is_whole:
-        yield "The library", table.markdown(["property", "value", "goal", ""], _library_rows(goals))
+    yield "Further cases", table.markdown(_OTHER_HEADER, results.other_rows(goals, without=_LOADING))
+    yield "The library", table.markdown(_LIBRARY_HEADER, _library_rows(goals, results))
 
 
 def _written(parts, arguments):

@@ -13,7 +13,7 @@ import tempfile
 import time
 from pathlib import Path
 
-_BUDGET_SECONDS = 20.0  # of a group: slow ones get fewer rounds
+_BUDGET_SECONDS = 12.0  # of a group: slow ones get fewer rounds
 _MIN_ROUNDS = 5
 _ADDED = re.compile(r"/(real_time|manual_time|process_time|threads:\d+|iterations:\d+)(?=/|$)")
 

@@ -16,8 +16,8 @@ def properties(build):
         return {}
     tables = sum(_text_size(path) for path in build.glob("src/**/tzgen/tables/*.o"))
     kinds = subprocess.run(["readelf", "-rW", library], check=True, capture_output=True, text=True).stdout
-    found = re.findall(r"^[0-9a-f]+ +[0-9a-f]+ R_\w+?_(\w+)", kinds, re.MULTILINE)
-    relative, by_call = found.count("RELATIVE"), sum(kind in ("JUMP_SLOT", "JUMP_SLO") for kind in found)
+    found = re.findall(r"^[0-9a-f]+ +[0-9a-f]+ (R_\w+)", kinds, re.MULTILINE)
+    relative, by_call = (sum(kind.endswith(end) for kind in found) for end in ("_RELATIVE", "_JUMP_SLOT"))
     return {
         "text_without_tables": (_text_size(library) - tables, "code and constants without the generated tables, bytes"),
         "tables": (tables, "generated tables, bytes"),

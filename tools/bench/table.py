@@ -24,10 +24,6 @@ def duration(seconds):
             return f"{seconds / size:.3g} {unit}" if seconds < 100 * size else f"{seconds / size:.0f} {unit}"
 
 
-def _figure(ratio):
-    return f"{ratio:.2f}" if ratio >= 0.1 else f"{ratio:.3f}"
-
-
 def _pair(times, ours, peer):
     return Pair(ours, peer, statistics.median(times[ours]), statistics.median(times[peer]),
                 cases.ratio(times[ours], times[peer]))
@@ -72,25 +68,31 @@ class Results:
             return [goal.operation, "", "", NOT_MEASURED, goal.text(), "", ""]
         figure = 1 / pair.ratio if goal.is_work else pair.ratio
         met = "met" if goal.is_met(figure) else "**missed**"
-        row = [goal.operation, duration(pair.own_seconds), _named(pair), _figure(figure), goal.text(), met]
+        row = [goal.operation, duration(pair.own_seconds), _named(pair), f"{figure:.3f}", goal.text(), met]
         if goal.is_work:
-            return [*row[:2], f"1 thread, {duration(pair.peer_seconds)}", f"{_figure(figure)} times", *row[4:], ""]
+            return [*row[:2], f"1 thread, {duration(pair.peer_seconds)}", f"{figure:.3f} times", *row[4:], ""]
         best = _fastest(self._pairs(goal.programs, goal.ours))
         is_other = best is not None and best.peer != pair.peer and best.ratio > pair.ratio
-        return [*row, f"{_named(best)}: {_figure(best.ratio)}" if is_other else ""]
+        return [*row, f"{_named(best)}: {best.ratio:.3f}" if is_other else ""]
 
-    def other_rows(self, goals):
-        """Our cases without a goal, beside their fastest peers."""
+    def own_rows(self, program):
+        """A program's cases, which have no peers."""
+        for measured, times in self._groups:
+            if measured == program:
+                yield from ([cases.title_of(case), duration(statistics.median(each))] for case, each in times.items())
+
+    def other_rows(self, goals, without):
+        """Our cases without a goal, beside their fastest peers; but not those of one program."""
         family_of = {program: goal.programs for goal in goals for program in goal.programs}
         seen = {(goal.programs, case) for goal in goals for case in goal.ours + goal.peers}
         for program, times in self._groups:
             family = family_of.get(program, (program,))
             for case in times:
-                if not cases.is_ours(case) or (family, case) in seen:
+                if program == without or not cases.is_ours(case) or (family, case) in seen:
                     continue
                 seen.add((family, case))
                 best = _fastest(self._pairs(family, (case,)))
-                peer = [_named(best), _figure(best.ratio)] if best is not None else ["", ""]
+                peer = [_named(best), f"{best.ratio:.3f}"] if best is not None else ["", ""]
                 yield [family[0].removesuffix("_bench"), cases.title_of(case),
                        duration(statistics.median(times[case])), *peer]
 
