@@ -75,7 +75,9 @@ def _run(program, arguments):
     times, wrong = {}, []
     if done.returncode != 0:
         wrong.append(f"{program.name}: ended with {done.returncode}: {done.stderr.strip()[-500:]}")
-    for run in json.loads(text)["benchmarks"] if text else []:
+        if not text.rstrip().endswith("}"):  # cut off
+            return times, wrong
+    for run in json.loads(text)["benchmarks"]:
         if run["run_type"] != "iteration":
             continue
         if run.get("error_occurred"):
