@@ -176,18 +176,18 @@ TEST(IntervalText, OfEveryQualifierIsReadOrRefused) {
 TEST(IntervalText, PlainIsReadAsByTokens) {
     rounds_(200'000, [](source_t &source) {
         char buffer[64];
-        const auto below = [&](int end) { return source.pick(0, end - 1); };
-        const int hours = below(20) == 0 ? 24 : below(24), minutes = below(60),
-                  seconds = below(20) == 0 ? 60 : below(60);
+        const auto below = [&](auto end) {
+            return static_cast<decltype(end)>(source.bits() % static_cast<uint64_t>(end));
+        };
+        const int hours = below(20) == 0 ? 24 : below(24), seconds = below(20) == 0 ? 60 : below(60);
         (void)snprintf(buffer, sizeof buffer, "%s%0*d %02d:%02d:%02d.%09d",
-                       std::array{"", "-", "+"}[below(3)], source.pick(1, 10), source.number(31), hours,
-                       minutes, seconds, below(1'000'000'000));
+                       std::array{"", "-", "+"}[below(3U)], source.pick(1, 10), source.number(31), hours,
+                       below(60), seconds, below(1'000'000'000));
         std::string text = buffer;
-        text.resize(text.size() - below(11));
-        if (below(4) == 0)
-            text[below(static_cast<int>(text.size()))] =
-                static_cast<char>(below(8) == 0 ? below(256) : " :.-059x"[below(8)]);
-        if (below(8) == 0) text += std::array{"0", " ", ".", "123456789"}[below(4)];
+        text.resize(text.size() - below(11U));
+        const char stray = below(8) == 0 ? static_cast<char>(below(256)) : " :.-059x"[below(8U)];
+        if (below(4) == 0) text[below(text.size())] = stray;
+        if (below(8) == 0) text += std::array{"0", " ", ".", "123456789"}[below(4U)];
         const int prec = below(10), fprec = source.pick(5, 9);
         const auto read = [&](const std::string &from, int length) {
             const guarded block(from.size() + (length == 0 ? 1 : 0), from.c_str());

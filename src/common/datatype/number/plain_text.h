@@ -125,6 +125,13 @@ inline bytes16_t align_digits(bytes16_t digits, uint64_t point) {
     return _mm_or_si128(_mm_or_si128(before, same), behind);
 }
 
+// The digits as base-100 digits in the order of memory; those in front of the point end with that of number
+// (point + 1) / 2.
+inline uint64_t aligned_pairs(bytes16_t digits, uint64_t point) {
+    const bytes16_t pairs = pair_up(align_digits(digits, point));
+    return static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_packus_epi16(pairs, pairs)));
+}
+
 // `digits` are the characters of the text. A minus sign is passed over as a leading zero.
 inline bool read_short_text(number_t &x, const char *text, unsigned length, bytes16_t digits) {
     const uint64_t is_negative = text[0] == '-' ? 1 : 0;
@@ -134,9 +141,7 @@ inline bool read_short_text(number_t &x, const char *text, unsigned length, byte
     uint64_t point;
     if (!find_point(classes, length, point)) return false;
 
-    digits = align_digits(digits, point);
-    const bytes16_t packed = _mm_packus_epi16(pair_up(digits), digits);   // its lower half counts
-    const auto pairs = static_cast<uint64_t>(_mm_cvtsi128_si64(packed));  // the first in the lowest byte
+    const uint64_t pairs = aligned_pairs(digits, point);
     if (pairs == 0) {
         if (are_digits == 0) return false;
         store_zero(x);

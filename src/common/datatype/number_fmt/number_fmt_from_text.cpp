@@ -3,13 +3,14 @@
 // The digit part of the model is walked beside the text. Punctuation and currency must be what the model has;
 // sign, digits and point are gathered into a plain numeric text, which the plain conversion reads. Leading 9
 // positions that the text leaves empty are counted beforehand, from the digits in front of its first point.
-// Hexadecimal digits have a loop of their own.
+// Hexadecimal digits have a loop of their own, plain models and texts a reader (plain_model.h).
 
 #include <algorithm>
 #include <array>
 
 #include "../error.h"
 #include "number_fmt_internal.h"
+#include "plain_model.h"
 
 using namespace dv::impl;
 
@@ -150,6 +151,7 @@ extern "C" void number_from_str_fmt(number_t *x, int str_len, const char *str, i
     if (x == nullptr || str == nullptr) return;
     const std::string_view text(str, static_cast<size_t>(std::max(str_len, 0)));
     const std::string_view model = model_of(fmt, fmt_len);
+    if (read_under_plain_model(*x, text, model)) return;
     switch (whole_model(model)) {
         case whole_model_e::TM:
         case whole_model_e::TME:

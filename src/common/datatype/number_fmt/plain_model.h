@@ -1,0 +1,138 @@
+// Reading under plain models: [ "FM" ] and up to 32 of "9", "0", "," and ".", such as 999,999,990.99.
+//
+// What stands where in model and text is a bit for each character, 9s and 0s, commas and points apart. The
+// bits of the model are moved to where its point meets that of the text, or its end:
+//
+//   model            9 9 9 , 9 9 9 , 9 9 0 . 9 9
+//   text             _ _ - 1 , 2 3 4 . 5           the text has digits, commas and the point where the model
+//   has, model at text    9 , 9 9 9 , 9 9 0 . 9 9       and every element in front of it is one that may stay
+//   empty
+//
+// Then the commas are taken out of the text, and its digits are stored as those of plain numeric text.
+// Neither the model nor the text is walked, and nothing branches on lengths, sign and commas
+// (bench/number_fmt, read). Anything else is left to the compiler of models and the reader under any of them,
+// right or wrong.
+
+#ifndef DV_NUMBER_FMT_PLAIN_MODEL_H
+#define DV_NUMBER_FMT_PLAIN_MODEL_H
+
+#include <string_view>
+
+#include "../number/plain_text.h"
+#include "number_fmt_internal.h"
+
+namespace dv::impl {
+
+#if DV_HAS_VECTOR_BYTES
+
+inline uint64_t bits_up_to(uint64_t end) { return (uint64_t{1} << end) - 1; }  // below 64
+
+inline uint64_t bits_of(bytes16_t text, char c) {
+    return top_bits_of(_mm_cmpeq_epi8(text, _mm_set1_epi8(c)));
+}
+
+// The elements of a model, a bit for each; the first is the lowest.
+struct model_bits_t {
+    uint64_t nines;
+    uint64_t zeros;
+    uint64_t commas;
+    uint64_t points;
+};
+inline model_bits_t model_bits(bytes16_t model) {
+    return {bits_of(model, '9'), bits_of(model, '0'), bits_of(model, ','), bits_of(model, '.')};
+}
+
+inline constexpr size_t PLAIN_MODEL_MAX = 2 * VECTOR_SIZE;
+
+// Of 1 to 32 characters; above 16 the two halves overlap.
+inline model_bits_t load_model(std::string_view model) {
+    if (model.size() < VECTOR_SIZE)
+        return model_bits(load_short_text(model.data(), static_cast<unsigned>(model.size())));
+    const size_t behind = model.size() - VECTOR_SIZE;
+    const model_bits_t first = model_bits(load_vector(model.data()));
+    const model_bits_t last = model_bits(load_vector(model.data() + behind));
+    return {first.nines | last.nines << behind, first.zeros | last.zeros << behind,
+            first.commas | last.commas << behind, first.points | last.points << behind};
+}
+
+inline std::string_view without_fm(std::string_view model) {
+    if (model.size() > 2 && to_upper(model[0]) == 'F' && to_upper(model[1]) == 'M') model.remove_prefix(2);
+    return model;
+}
+
+inline constexpr size_t PLAIN_TEXT_MAX = VECTOR_SIZE - 1;
+
+// A text of at most 31 characters without blanks in front of its last 15, which may have more; "" if it is
+// none.
+inline std::string_view end_of_text(std::string_view text) {
+    if (text.size() <= PLAIN_TEXT_MAX) return text;
+    const size_t dropped = text.size() - PLAIN_TEXT_MAX;
+    if (dropped > VECTOR_SIZE) return {};
+    const uint64_t others = ~bits_of(load_vector(text.data()), ' ') & bits_up_to(dropped);
+    if (others != 0) return {};
+    text.remove_prefix(dropped);
+    return text;
+}
+
+// Closes the gaps of up to three commas; false for more.
+inline bool take_out_commas(bytes16_t &digits, uint64_t commas) {
+    for (int i = 0; i < 3; ++i) {
+        const auto behind = static_cast<unsigned>(std::countr_zero(commas | uint64_t{1} << 63)) + 1;
+        commas &= commas - 1;
+        digits = select(in_front_of(behind % 64), _mm_slli_si128(digits, 1), digits);  // none: nothing moves
+    }
+    return commas == 0;
+}
+
+// False: nothing is stored.
+inline bool read_under_plain_model(number_t &x, std::string_view text, std::string_view model) {
+    model = without_fm(model);
+    text = end_of_text(text);
+    if (model.empty() || model.size() > PLAIN_MODEL_MAX || text.empty()) return false;
+
+    bytes16_t digits = load_short_text(text.data(), static_cast<unsigned>(text.size()));
+    const uint64_t blanks = bits_of(digits, ' '), commas = bits_of(digits, ','), minus = bits_of(digits, '-');
+    unsigned points;
+    const uint64_t are_digits = take_digits(digits, points);
+    const auto blank_count = static_cast<unsigned>(std::countr_zero(~blanks));
+    const uint64_t negative = minus >> blank_count & 1;
+    const uint64_t begin = blank_count + negative;
+    const uint64_t shown = bits_up_to(text.size()) & ~bits_up_to(begin);
+    const bool begins_with_comma = (commas >> begin & 1) != 0;
+    if ((are_digits | commas | points) != shown || are_digits == 0 || begins_with_comma) return false;
+
+    const model_bits_t elements = load_model(model);
+    const uint64_t all = elements.nines | elements.zeros | elements.commas | elements.points;
+    const auto model_point =
+        static_cast<unsigned>(std::countr_zero(elements.points | uint64_t{1} << model.size()));
+    if (all != bits_up_to(model.size()) || (elements.points & (elements.points - 1)) != 0 ||
+        elements.commas >> model_point != 0)
+        return false;
+
+    const auto point = static_cast<unsigned>(std::countr_zero(points | uint64_t{1} << text.size()));
+    // Bits of the text and of the model at it; the model may begin as far as its length in front.
+    const uint64_t shift = PLAIN_MODEL_MAX + point - model_point;
+    const auto at_text = [&](uint64_t bits) { return bits << shift >> PLAIN_MODEL_MAX & shown; };
+    const uint64_t zeros_in_front = elements.zeros << shift & bits_up_to(PLAIN_MODEL_MAX + begin);
+    if (at_text(elements.nines | elements.zeros) != are_digits || at_text(elements.commas) != commas ||
+        at_text(elements.points) != points || zeros_in_front != 0)
+        return false;
+    if (!take_out_commas(digits, commas)) return false;
+    const uint64_t pairs = aligned_pairs(digits, point);
+    if (pairs == 0) {
+        store_zero(x);
+    } else {
+        store_digits(x, 0 - negative, pairs, static_cast<int>((point + 1) / 2));
+    }
+    return true;
+}
+
+#else
+
+inline bool read_under_plain_model(number_t &, std::string_view, std::string_view) { return false; }
+
+#endif
+
+}  // namespace dv::impl
+
+#endif  // DV_NUMBER_FMT_PLAIN_MODEL_H
