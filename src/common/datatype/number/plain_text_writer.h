@@ -5,10 +5,13 @@
 // and those at odd places; which digits they come from depends on whether the first digit has no tens, so
 // that the text begins with its units, and changes at the point, in front of which stand E digits:
 //
-//                    pairs in front of the point     those behind it
-//   tens and units   T0 U0, T1 U1, ...               .  TE, UE TE+1, ...    even (U before, T), odd X = (U,
-//   T) units alone      U0 T1, U1 T2, ...  UE-1 .,      TE UE, TE+1 UE+1, ...  even X, odd those even ones
-//   behind
+//                     pairs in front of the point    those behind it
+//   tens and units    T0 U0, T1 U1, ...              .  TE, UE TE+1, ...
+//   units alone          U0 T1, U1 T2, ... UE-1 .    TE UE, TE+1 UE+1, ...
+//
+// So of the two vectors X (units in front of the point, tens behind it) and Y (tens in front, units behind,
+// these moved by one) the first is the odd places of a text that begins with tens, and the even ones of a
+// text that begins with units; Y is the others.
 //
 // The point itself is put down last, like the NUL. Digits from the 17th on are a piece of their own, always
 // behind the point. So nothing branches on sign, lengths and the place of the point (bench/number, to_str).

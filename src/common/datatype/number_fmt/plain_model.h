@@ -4,9 +4,11 @@
 // bits of the model are moved to where its point meets that of the text, or its end:
 //
 //   model            9 9 9 , 9 9 9 , 9 9 0 . 9 9
-//   text             _ _ - 1 , 2 3 4 . 5           the text has digits, commas and the point where the model
-//   has, model at text    9 , 9 9 9 , 9 9 0 . 9 9       and every element in front of it is one that may stay
-//   empty
+//   text             _ _ - 1 , 2 3 4 . 5
+//   model at text    9 , 9 9 9 , 9 9 0 . 9 9
+//
+// The text has digits, commas and the point where the model has, and every element in front of it is one that
+// may stay empty.
 //
 // Then the commas are taken out of the text, and its digits are stored as those of plain numeric text.
 // Neither the model nor the text is walked, and nothing branches on lengths, sign and commas
