@@ -128,30 +128,25 @@ static inline uint64_t number_load_word(const uint8_t *p) {
     return word;
 }
 
+// What number_cmp does where its first eight bytes leave the question open: bytes that both records have,
+// then sizes.
+static inline int number_cmp_rest(const number_t *x, const number_t *y) {
+    const unsigned common = x->size < y->size ? x->size : y->size;  // 0..22
+    const int order = memcmp(&x->signexp, &y->signexp, common < 22 ? common : 22);
+    return order != 0 ? order : (int)x->size - (int)y->size;
+}
+
 // Compares two values: negative, 0 or positive as x is below, equal to or above y. Bytewise over signexp and
 // coef; orders the constants for infinities and tiny values as their comments say, and a NULL value below all
 // others. Reads inside the 23 bytes of each record only.
 static inline int number_cmp(const number_t *x, const number_t *y) {
-    const uint8_t *const xp = &x->signexp;
-    const uint8_t *const yp = &y->signexp;
-    const unsigned common = x->size < y->size ? x->size : y->size;  // 0..22
-    if (common == 0) return (int)x->size - (int)y->size;
-    // Bytes past the shorter record are shifted out: of two records that agree so far, the longer is above.
-    unsigned drop = common < 8 ? 64 - 8 * common : 0;
-    uint64_t xw = number_load_word(xp) >> drop;
-    uint64_t yw = number_load_word(yp) >> drop;
-    if (xw == yw && common > 8) {
-        drop = common < 16 ? 128 - 8 * common : 0;
-        xw = number_load_word(xp + 8) >> drop;
-        yw = number_load_word(yp + 8) >> drop;
-        if (xw == yw && common > 16) {
-            drop = common < 22 ? 176 - 8 * common : 0;  // the last word begins at byte 14, so as to end at 22
-            xw = number_load_word(xp + 14) >> drop;
-            yw = number_load_word(yp + 14) >> drop;
-        }
+    const uint64_t xw = number_load_word(&x->signexp);
+    const uint64_t yw = number_load_word(&y->signexp);
+    if (xw != yw) {  // the first byte that differs decides if it belongs to both records
+        const unsigned place = (unsigned)__builtin_clzll(xw ^ yw) / 8;
+        if (place < x->size && place < y->size) return xw < yw ? -1 : 1;
     }
-    if (xw != yw) return xw < yw ? -1 : 1;
-    return (int)x->size - (int)y->size;
+    return number_cmp_rest(x, y);
 }
 
 // Copies the size + 1 meaningful bytes of y to x; no byte of x beyond them is touched. y may be a NULL value.
