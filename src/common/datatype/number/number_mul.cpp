@@ -8,7 +8,7 @@
 
 #include <array>
 
-#include "number_result.h"
+#include "number_product.h"
 
 using namespace dv::impl;
 
@@ -31,6 +31,8 @@ void multiply_limbs_(const record_limbs_t &a, const record_limbs_t &b, result_t 
     result.limbs = {{f.quotient, f.remainder, c.remainder}};
     result.rest_beyond = (d.remainder | e.remainder) != 0;
 }
+
+constexpr uint64_t _upper_limbs_uncertainty = 8;
 
 // What a product keeps, and less than 8 units of the third limb too little: the fourth column is estimated
 // from its own terms, 3 * 10^32 at most, and the fifth, whose carry is below 2 * 10^16, is left out.
@@ -68,11 +70,47 @@ void check_product_range_(const result_t &product) {
     const record_limbs_t b = load_limbs(y, y_head);
     result_t product = {x_head.sign ^ y_head.sign, x_head.exponent + y_head.exponent,
                         multiply_upper_limbs_(a, b), false};
-    if (is_in_range_(product.exponent) && store_result_half_up(x, product, 8)) [[likely]]
+    if (is_in_range_(product.exponent) && store_result_half_up(x, product, _upper_limbs_uncertainty))
+        [[likely]]
         return;
     multiply_limbs_(a, b, product);
     check_product_range_(product);
     store_result(x, product);
+}
+
+// limbs x 100^exponent with the digits that are kept of the third, in the form of a product_t. A pair of
+// leading zeros is as likely as none, so it is shifted out by masks.
+void keep_digits_(product_t &product, const limbs_t &limbs, const cut_result_t &cut) {
+    constexpr uint64_t pair_place = LIMB_BASE / 100;
+    uint64_t first = limbs.limb[0];
+    uint64_t second = limbs.limb[1];
+    uint64_t third = cut.kept * cut.unit;
+    if (third >= LIMB_BASE) [[unlikely]] {
+        third = 0;
+        first += ++second / LIMB_BASE;
+        second %= LIMB_BASE;
+        if (first >= LIMB_BASE) {
+            first = pair_place;
+            if (++product.exponent > NUMBER_EXPONENT_MAX) raise_rounding_overflow();
+        }
+    }
+    const uint64_t is_shifted = first < pair_place ? ~uint64_t{0} : 0;
+    const uint64_t factor = 1 + (99 & is_shifted);
+    const uint64_t from_second = second / pair_place & is_shifted;
+    const uint64_t from_third = third / pair_place & is_shifted;
+    product.exponent += static_cast<int>(is_shifted);
+    product.limbs = {first * factor + from_second, (second - from_second * pair_place) * factor + from_third,
+                     (third - from_third * pair_place) * factor / 100'000'000};
+}
+
+// What of a product needs all of its limbs.
+[[gnu::noinline, gnu::cold]] void multiply_exactly_(product_t &x, const product_t &y) {
+    result_t result = {x.sign, x.exponent, {}, false};
+    multiply_limbs_(x.limbs, y.limbs, result);
+    check_product_range_(result);
+    cut_result_t cut = cut_result(result.limbs);
+    cut.kept += rounds_away(result, cut, current_rmode()) ? 1 : 0;
+    keep_digits_(x, result.limbs, cut);
 }
 
 constexpr int _short_digits = 4;
@@ -123,6 +161,32 @@ inline bool multiply_short_(number_t &x, const number_t &y) {
 }
 
 }  // namespace
+
+bool dv::impl::read_product(product_t &product, const number_t &x) {
+    const number_head_t head = read_head(x);
+    const record_limbs_t limbs = load_limbs(x, head);
+    if (limbs.first < LIMB_BASE / 100 || limbs.first >= LIMB_BASE) return false;
+    product = {head.sign, head.exponent, limbs};
+    const result_t result = {
+        head.sign, head.exponent, {{limbs.first, limbs.second, limbs.last * 100'000'000}}, false};
+    cut_result_t cut = cut_result(result.limbs);
+    if (cut.dropped == 0) [[likely]]
+        return true;
+    cut.kept += rounds_away(result, cut, current_rmode()) ? 1 : 0;
+    keep_digits_(product, result.limbs, cut);
+    return true;
+}
+
+void dv::impl::multiply_product(product_t &x, const product_t &y) {
+    x.sign ^= y.sign;
+    x.exponent += y.exponent;
+    const limbs_t limbs = multiply_upper_limbs_(x.limbs, y.limbs);
+    cut_result_t cut = cut_result(limbs);
+    if (!is_in_range_(x.exponent) || !is_settled_half_up(cut, _upper_limbs_uncertainty)) [[unlikely]]
+        return multiply_exactly_(x, y);
+    cut.kept += cut.dropped >= cut.unit / 2 ? 1 : 0;
+    keep_digits_(x, limbs, cut);
+}
 
 extern "C" void number_mul(number_t *x, const number_t *y) {
     // A record of 1..4 digits is a valid one.

@@ -7,8 +7,7 @@
 // fix every digit of the result, and what is left out here is only what cannot change it. Roots that have
 // come close to 1, which is half of them, need no more than a shift.
 
-#include "number_limb.h"
-#include "number_round.h"
+#include "number_product.h"
 
 using namespace dv::impl;
 
@@ -96,13 +95,30 @@ bool is_one_(const number_t &x) {
     return x.size == _number_one->size && memcmp(&x, _number_one, _number_one->size + size_t{1}) == 0;
 }
 
-// result, which is 1, becomes base^n.
+bool bit_at_(const uint64_t (&n)[7], int bit) { return (n[bit / 64] >> (bit % 64) & 1) != 0; }
+
+// result, which is 1, becomes base^n, n not 0.
+void raise_record_to_integer_(number_t &result, const number_t &base, const uint64_t (&n)[7]) {
+    number_mul(&result, &base);
+    for (int bit = highest_bit_(n) - 1; bit >= 0; --bit) {
+        number_sqr(&result);
+        if (bit_at_(n, bit)) number_mul(&result, &base);
+    }
+}
+
+// The same for any n, without a record between the steps.
 void raise_to_integer_(number_t &result, const number_t &base, const uint64_t (&n)[7]) {
     const int highest = highest_bit_(n);
-    for (int bit = highest; bit >= 0; --bit) {
-        if (bit != highest) number_sqr(&result);  // 1 at first
-        if ((n[bit / 64] >> (bit % 64) & 1) != 0) number_mul(&result, &base);
+    if (highest < 0) return;
+    product_t factor;
+    if (!read_product(factor, base)) [[unlikely]]
+        return raise_record_to_integer_(result, base, n);
+    product_t product = factor;
+    for (int bit = highest - 1; bit >= 0; --bit) {
+        multiply_product(product, product_t{product});
+        if (bit_at_(n, bit)) multiply_product(product, factor);
     }
+    store_product(result, product);
 }
 
 // A root that has come close to 1: 1 + distance x 10^-37, or 1 - distance x 10^-38; distance <= 10^18.

@@ -124,17 +124,22 @@ inline void store_result(number_t &x, const result_t &result) {
         store_any_result(x, result_t{result});
 }
 
-// The same in the mode HALF_UP for a third limb that may be too small, by less than `uncertainty`. False:
-// that matters, or the mode is another, or the case is rare; nothing is stored, and the limbs must be exact.
+// For a third limb that may be too small, by less than `uncertainty`: the mode is HALF_UP, and the rounding
+// is the same whatever is missing. (Where more than a unit is dropped in truth, the carry is the one that
+// rounding makes.)
+inline bool is_settled_half_up(const cut_result_t &cut, uint64_t uncertainty) {
+    return cut.unit / 2 - cut.dropped - 1 >= uncertainty && current_rmode() == NUMBER_RMODE_HALF_UP;
+}
+
+// store_result for such a third limb. False: it is not settled, or the case is rare; nothing is stored, and
+// the limbs must be exact.
 inline bool store_result_half_up(number_t &x, const result_t &result, uint64_t uncertainty) {
-    if (result.limbs.limb[0] < RESULT_FIRST_LIMB_MIN || current_rmode() != NUMBER_RMODE_HALF_UP) [[unlikely]]
+    if (result.limbs.limb[0] < RESULT_FIRST_LIMB_MIN) [[unlikely]]
         return false;
     cut_result_t cut = cut_result(result.limbs);
-    const uint64_t half = cut.unit / 2;
-    if (half - cut.dropped - 1 < uncertainty) [[unlikely]]
+    if (!is_settled_half_up(cut, uncertainty)) [[unlikely]]
         return false;
-    // Where more than a unit is dropped in truth, the carry is the one that rounding makes.
-    cut.kept += cut.dropped >= half ? 1 : 0;
+    cut.kept += cut.dropped >= cut.unit / 2 ? 1 : 0;
     return store_cut_result(x, result, cut);
 }
 
