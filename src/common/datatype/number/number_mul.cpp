@@ -103,6 +103,19 @@ void keep_digits_(product_t &product, const limbs_t &limbs, const cut_result_t &
                      (third - from_third * pair_place) * factor / 100'000'000};
 }
 
+// One limb each: the first steps of a short base's powers. There is nothing to round.
+void multiply_one_limb_(product_t &x, uint64_t limb) {
+    const limb_quotient_t limbs = divide_by_limb_base(uint128_t{x.limbs.first} * limb);
+    if (limbs.quotient >= LIMB_BASE / 100) {
+        x.limbs = {limbs.quotient, limbs.remainder, 0};
+        return;
+    }
+    const uint64_t first_pair = limbs.remainder / (LIMB_BASE / 100);
+    x.limbs = {limbs.quotient * 100 + first_pair, (limbs.remainder - first_pair * (LIMB_BASE / 100)) * 100,
+               0};
+    --x.exponent;
+}
+
 // What of a product needs all of its limbs.
 [[gnu::noinline, gnu::cold]] void multiply_exactly_(product_t &x, const product_t &y) {
     result_t result = {x.sign, x.exponent, {}, false};
@@ -180,6 +193,8 @@ bool dv::impl::read_product(product_t &product, const number_t &x) {
 void dv::impl::multiply_product(product_t &x, const product_t &y) {
     x.sign ^= y.sign;
     x.exponent += y.exponent;
+    if ((x.limbs.second | x.limbs.last | y.limbs.second | y.limbs.last) == 0 && is_in_range_(x.exponent))
+        return multiply_one_limb_(x, y.limbs.first);
     const limbs_t limbs = multiply_upper_limbs_(x.limbs, y.limbs);
     cut_result_t cut = cut_result(limbs);
     if (!is_in_range_(x.exponent) || !is_settled_half_up(cut, _upper_limbs_uncertainty)) [[unlikely]]
