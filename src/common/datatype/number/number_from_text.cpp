@@ -137,6 +137,7 @@ void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const ch
 
 // Reads any text. Raises in the name of the reader that calls it.
 [[gnu::noinline]] void read_general_(number_t &x, const char *str, size_t length, const char *reader) {
+    if (read_long_plain_text(x, str, length)) return;
     text_cursor_t cursor = {str, str + length};
     const bool negative = cursor.skip_to_number();
     kept_digits_t kept;
@@ -152,9 +153,10 @@ void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const ch
     store_kept_(x, negative, kept, reader);
 }
 
-// Not inline: behind a call of strlen its registers would have to be saved.
+// Not inline: behind a call of strlen its registers would have to be saved; so they would around other calls
+// than the last.
 [[gnu::noinline]] void read_(number_t &x, const char *str, size_t length, const char *reader) {
-    if (!read_plain_text(x, str, length)) read_general_(x, str, length, reader);
+    if (!read_short_plain_text(x, str, length)) read_general_(x, str, length, reader);
 }
 
 size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_t>(len) : strlen(str); }
@@ -170,7 +172,7 @@ extern "C" void number_from_str(number_t *x, int len, const char *str, const cha
 extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const char *format) {
     DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
     const size_t length = length_of_(str, len);
-    if (read_plain_text(*x, str, length)) return;
+    if (read_short_plain_text(*x, str, length) || read_long_plain_text(*x, str, length)) return;
     text_cursor_t cursor = {str, str + length};
     const bool negative = cursor.skip_to_number();
     cursor.skip('0');

@@ -90,9 +90,7 @@ inline bool find_point(const classes_t &classes, unsigned length, uint64_t &plac
 
 // Eight pairs, each in a lane of 16 bits: tens in its lower byte, units in its upper one. What overflows are
 // the units times 2560.
-inline bytes16_t pair_up(bytes16_t digits) {
-    return _mm_srli_epi16(_mm_mullo_epi16(digits, _mm_set1_epi16(10 * 256 + 1)), 8);
-}
+inline bytes16_t pair_up(bytes16_t digits) { return _mm_srli_epi16(multiply_lanes(digits, 10 * 256 + 1), 8); }
 
 // ---- up to 15 characters with the sign: one vector ----
 
@@ -213,19 +211,24 @@ inline bool read_long_text(number_t &x, const char *text, unsigned length) {
     return true;
 }
 
-// Reads a text; false: it is not plain, and nothing is stored.
-inline bool read_plain_text(number_t &x, const char *text, size_t length) {
-    constexpr size_t length_max = 1 + NUMBER_PRECISION_MAX + 1;  // sign and point
+// Reads a text of any length but 16 characters and more; false: it is not plain, and nothing is stored.
+inline bool read_short_plain_text(number_t &x, const char *text, size_t length) {
     const auto size = static_cast<unsigned>(length);
     if (length - 4 <= 12 - 4) return read_short_text(x, text, size, load_amount(text, size));
-    if (length - 1 < VECTOR_SIZE - 1) return read_short_text(x, text, size, load_short_text(text, size));
+    return length - 1 < VECTOR_SIZE - 1 && read_short_text(x, text, size, load_short_text(text, size));
+}
+
+// The same of any other.
+inline bool read_long_plain_text(number_t &x, const char *text, size_t length) {
+    constexpr size_t length_max = 1 + NUMBER_PRECISION_MAX + 1;  // sign and point
     if (length < VECTOR_SIZE || length > length_max) return false;
-    return read_long_text(x, text, size);
+    return read_long_text(x, text, static_cast<unsigned>(length));
 }
 
 #else
 
-inline bool read_plain_text(number_t &, const char *, size_t) { return false; }
+inline bool read_short_plain_text(number_t &, const char *, size_t) { return false; }
+inline bool read_long_plain_text(number_t &, const char *, size_t) { return false; }
 
 #endif
 

@@ -37,7 +37,7 @@ inline tens_and_units_t tens_and_units(bytes16_t digits) {
     const bytes16_t upper =
         _mm_and_si128(_mm_mulhi_epu16(_mm_and_si128(digits, upper_bytes), tenth), upper_bytes);
     const bytes16_t tens = _mm_or_si128(lower, upper);
-    const bytes16_t units = _mm_sub_epi8(digits, _mm_mullo_epi16(tens, _mm_set1_epi16(10)));
+    const bytes16_t units = _mm_sub_epi8(digits, multiply_lanes(tens, 10));
     const bytes16_t zero = _mm_set1_epi8('0');
     return {_mm_add_epi8(tens, zero), _mm_add_epi8(units, zero)};
 }
@@ -53,7 +53,7 @@ inline bytes16_t digits_of_bytes(bytes16_t bytes, bytes16_t signs) {
 inline bytes16_t pairs_as_text(bytes16_t digits) {
     const bytes16_t by_2 = _mm_unpacklo_epi8(digits, _mm_setzero_si128());
     const bytes16_t tens = _mm_mulhi_epu16(by_2, _mm_set1_epi16(6554));
-    const bytes16_t units = _mm_sub_epi16(by_2, _mm_mullo_epi16(tens, _mm_set1_epi16(10)));
+    const bytes16_t units = _mm_sub_epi16(by_2, multiply_lanes(tens, 10));
     return _mm_add_epi8(_mm_or_si128(tens, _mm_slli_epi16(units, 8)), _mm_set1_epi8('0'));
 }
 
