@@ -258,18 +258,18 @@ void store_(dv_itv_dts_t &itv, int64_t total, int32_t signed_nsec) {
     if (error != 0) raise_fault_(error, _dts_steps);
 }
 
-// Reads any text of a known length; not inline, so as to save no registers around strlen.
-[[gnu::noinline]] void read_dts_(dv_itv_dts_t &itv, const char *str, int str_len, int type, int prec,
-                                 int fprec) {
+// Reads any text of a known length.
+void read_dts_(dv_itv_dts_t &itv, const char *str, int str_len, int type, int prec, int fprec) {
     plain_dts_t fields;
     if (type != DV_ITV_DAY_TO_SECOND || !read_plain_dts(fields, str, str + str_len, prec))
         return read_any_dts_(&itv, str, str_len, type, prec, fprec);
     const int32_t nsec = rounded_(fields.nsec, fprec);
     if (nsec == ITV_NSEC_PER_SEC) return read_any_dts_(&itv, str, str_len, type, prec, fprec);
-    const int32_t sign = fields.is_negative ? -1 : 1;
-    itv_set_days(itv, fields.days * sign);
-    itv_set_seconds(itv, fields.seconds * sign);
-    itv_set_nanoseconds(itv, nsec * sign);
+    // Signs are hard to predict: x ^ -1 is -x - 1.
+    const int32_t sign = -int32_t{fields.is_negative};
+    itv_set_days(itv, (fields.days ^ sign) - sign);
+    itv_set_seconds(itv, (fields.seconds ^ sign) - sign);
+    itv_set_nanoseconds(itv, (nsec ^ sign) - sign);
 }
 
 }  // namespace
