@@ -178,6 +178,11 @@ TYPED_TEST(NumberFloat, ComesInAsPrintfPrintsIt) {
     for (std::string text; hard >> text;) {
         values.push_back(static_cast<TypeParam>(std::strtold(text.c_str(), nullptr)));
     }
+    for (int n = -131; n <= 126; ++n) {  // numbers on either side of a power of ten, and what rounds to it
+        const auto power = static_cast<TypeParam>(std::strtold(("1e" + std::to_string(n)).c_str(), nullptr));
+        values.insert(values.end(), {power, std::nextafter(power, TypeParam(0)),
+                                     std::nextafter(power, limits::infinity())});
+    }
     for (const TypeParam v : values) {
         ASSERT_NO_FATAL_FAILURE(expect_from_float_(v));
         ASSERT_NO_FATAL_FAILURE(expect_from_float_(-v));

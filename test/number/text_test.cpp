@@ -87,6 +87,27 @@ TEST(NumberTextReference, BothFormsAreWrittenInFullAndReadBack) {
     }
 }
 
+// Bytes that are no digits show as "??", zeros stay where no valid record has them.
+TEST(NumberToText, OfAnyBytesIsThatOfTheNormalForm) {
+    number_source source(34);
+    for (long round = scaled(100'000); round > 0; --round) {
+        number_t x;
+        for (uint8_t &byte : x.coef) {
+            const int digit = 128 + source.pick(-99, 99) / 9;
+            byte = static_cast<uint8_t>(source.pick(0, 7) == 0 ? source.pick(0, 255) : digit);
+        }
+        x.size = static_cast<uint8_t>(source.pick(2, 22));
+        x.signexp = static_cast<uint8_t>((0xC0 + source.pick(-3, 18)) ^ (source.pick(0, 1) != 0 ? 0xFF : 0));
+        std::string texts[2];
+        for (const char *format : {static_cast<const char *>(nullptr), "N"}) {
+            char text[NUMBER_NORMAL_TEXT_SIZE];
+            number_to_str(&x, sizeof text, text, format);
+            texts[format != nullptr ? 1 : 0] = text;
+        }
+        ASSERT_EQ(texts[0], texts[1]) << describe(x);
+    }
+}
+
 TEST(NumberTextReference, KeepsToEveryBufferSize) {
     std::vector<number_t> numbers = nums(
         "0 1 -1 0.5 -0.5 0.3 -0.3 0.05 0.95 0.96 9.5 9.96 -9.96 99.96 99999.6 9.99E99 9.9E99 -9.99E99 "
