@@ -1,5 +1,4 @@
-// Time zone operations: offsets and local times against the stated scan over every region, texts, the host's
-// zone.
+// Time zone operations but for histories: shifting by the offset, texts, the host's zone.
 
 #include <gtest/gtest.h>
 
@@ -31,109 +30,32 @@ dv_date_t moved_(dv_date_t date, int seconds) {
     return date;
 }
 
-// The entry in force in UTC, by the scan from the newest on.
-const tz_info_t &scan_utc_(const tz_region_t &region, const dv_date_t &utc) {
-    for (int i = 0; i < region.info_cnt; ++i) {
-        if (dv_date_compare(&region.infos[i].normal, &utc) <= 0) return region.infos[i];
-    }
-    return region.infos[region.info_cnt - 1];
-}
-
-// The same for a local time; a code for one that is refused.
-struct scanned_t {
-    int code;
-    const tz_info_t *info;
-};
-scanned_t scan_local_(const tz_region_t &region, const dv_date_t &local, const char *abbrev) {
-    if (region.info_cnt == 1) return {0, region.infos};
-    const auto is = [&](const tz_info_t &info) { return std::strcmp(info.abbrev, abbrev) == 0; };
-    for (int i = 0; i < region.info_cnt; i += 2) {
-        const tz_info_t &n = region.infos[i], &p = region.infos[i + 1];
-        const bool is_from_n = dv_date_compare(&local, &n.local) >= 0,
-                   is_to_p = dv_date_compare(&local, &p.local) <= 0;
-        if (is_from_n && is_to_p) {
-            if (*abbrev == '\0' || is(n)) return {0, &n};
-            return is(p) ? scanned_t{0, &p} : scanned_t{-5109, nullptr};
-        }
-        if (is_from_n) return *abbrev == '\0' || is(n) ? scanned_t{0, &n} : scanned_t{-5109, nullptr};
-        if (!is_to_p) return {-5110, nullptr};
-    }
-    return {0, &region.infos[region.info_cnt - 1]};
-}
-
-void expect_utc_scan_(int id, const dv_date_t &date) {
-    const tz_region_t &region = region_tab_[id];
-    const tz_info_t &want = scan_utc_(region, date);
-    timezone_t tz = zone_(id), out{};
-    timezone_adjust(&tz, &date);
-    ASSERT_EQ(tz.utc_hour - 100, want.utc_hour) << region.canon_name << ' ' << describe(date);
-    ASSERT_EQ(tz.utc_min, std::abs(want.utc_min)) << region.canon_name << ' ' << describe(date);
-    dv_date_t east = date, shifted = date;
-    timezone_localize(&tz, &east, &out);
-    timezone_shift_to_east(&tz, &shifted);
-    ASSERT_TRUE(east == shifted && std::memcmp(&out, &tz, sizeof tz) == 0) << region.canon_name;
-    char abbrev[16];
-    timezone_get_zone_abbr(&tz, &date, abbrev, sizeof abbrev);
-    ASSERT_STREQ(abbrev, want.abbrev);
-}
-
-void expect_local_scan_(int id, const dv_date_t &date, const char *abbrev) {
-    const tz_region_t &region = region_tab_[id];
-    const scanned_t want = scan_local_(region, date, abbrev);
-    timezone_t tz = zone_(id);
-    dv_date_t utc = date;
-    const int code = raise_of([&] { timezone_normalize(&tz, &utc, abbrev); });
-    ASSERT_EQ(code, want.code) << region.canon_name << ' ' << describe(date) << abbrev;
-    if (code != 0) return;
-    ASSERT_EQ(tz.utc_hour - 100, want.info->utc_hour) << region.canon_name << ' ' << describe(date) << abbrev;
-    timezone_shift_to_east(&tz, &utc);
-    ASSERT_EQ(utc, date) << region.canon_name;
-}
-
-void expect_scan_(int id, const dv_date_t &date) {
-    expect_utc_scan_(id, date);
-    for (const char *abbrev : {"", scan_utc_(region_tab_[id], date).abbrev, "XXX"})
-        expect_local_scan_(id, date, abbrev);
-}
-
 std::string_view sample_bytes_(int id) {
     return {reinterpret_cast<const char *>(sample_tab_[id].stms), sizeof sample_tab_[id].stms};
 }
 
 }  // namespace
 
-// At, one second before and one second behind every entry of every region, in UTC and in local time.
-TEST(TimezoneHistory, IsFoundAsByTheScanFromTheNewest) {
-    for (int id = 0; id < TZ_ID_MAX; ++id) {
-        const tz_region_t &region = region_tab_[id];
-        if (region.info_cnt == 1) continue;
-        for (int i = 0; i < region.info_cnt && !testing::Test::HasFatalFailure(); i += 2) {
-            for (const int seconds : {-1, 0, 1}) {
-                expect_scan_(id, moved_(region.infos[i].normal, seconds));
-                expect_scan_(id, moved_(region.infos[i].local, seconds));
-                expect_scan_(id, moved_(region.infos[i + 1].local, seconds));
+// By every offset, over the ends of days, months and years, as adding minutes does it.
+TEST(TimezoneShift, AddsTheMinutesOfTheOffset) {
+    constexpr int days[][3] = {{2024, 2, 28},  {2024, 2, 29}, {2023, 2, 28}, {2023, 3, 1},   {2023, 12, 31},
+                               {2024, 1, 1},   {2024, 4, 30}, {1582, 10, 4}, {1582, 10, 15}, {1600, 1, 1},
+                               {1599, 12, 31}, {-1, 12, 31},  {1, 1, 1},     {2024, 7, 14}};
+    for (const auto &[year, month, day] : days) {
+        for (int minute = 0; minute < 24 * 60; minute += 7) {
+            for (int offset = -12 * 60 - 59; offset <= 14 * 60; offset += 13) {
+                const timezone_t tz = zone_(TZ_ID_OFFSET, offset / 60, std::abs(offset % 60));
+                const int applied = offset / 60 == 0 ? -std::abs(offset) : offset;
+                dv_date_t date, east, west;
+                dv_date_from_unit_values(&date, year, month, day, minute / 60, minute % 60, 59);
+                east = west = date;
+                timezone_shift_to_east(&tz, &east);
+                timezone_shift_to_west(&tz, &west);
+                ASSERT_EQ(east, moved_(date, applied * 60)) << describe(date) << ' ' << offset;
+                ASSERT_EQ(west, moved_(date, -applied * 60)) << describe(date) << ' ' << offset;
             }
         }
-        expect_scan_(id, make_date(1, 1, 1));
-        expect_scan_(id, make_date(9999, 1, 1));
     }
-}
-
-TEST(TimezoneHistory, RefusesZonesThatAreNone) {
-    const assertion_watch watch;
-    for (const int id : {580, 582, 65535}) {
-        timezone_t tz = zone_(id);
-        dv_date_t date = make_date(2024, 2, 29);
-        char buf[TZ_NAME_TEXT_SIZE];
-        timezone_normalize(&tz, &date, nullptr);
-        timezone_localize(&tz, &date, nullptr);
-        timezone_adjust(&tz, &date);
-        timezone_get_zone_abbr(&tz, &date, buf, sizeof buf);
-        timezone_get_zone_name(&tz, buf, sizeof buf);
-        EXPECT_EQ(date, make_date(2024, 2, 29));
-        EXPECT_STREQ(buf, "");
-    }
-    EXPECT_EQ(watch.count(), 15u);
 }
 
 TEST(TimezoneText, IsAnOffsetOrARegionOrRefused) {

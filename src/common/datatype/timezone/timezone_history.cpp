@@ -6,7 +6,7 @@
 //
 // Local times need not fall: clocks that go back show an hour twice. The answer is that of the first pair,
 // from the newest on, which the local time does not lie before. No offset exceeds a day, so pairs that begin,
-// in UTC, a month behind the local time are certainly later; halving skips those, and the walk begins there.
+// in UTC, a year behind the local time are certainly later; halving skips those, and the walk begins there.
 
 #include <algorithm>
 #include <cstring>
@@ -41,15 +41,12 @@ const tz_info_t &find_overlapped_zone_(const tz_info_t &later, const tz_info_t &
     return earlier;
 }
 
-// The same day of the next month, if there is one: only for comparing.
-dv_date_t a_month_behind_(dv_date_t date) {
-    if (date.month < MONTHS_PER_YEAR) {
-        ++date.month;
-    } else {
-        date_set_year(date, date_year(date) + 1);
-        date.month = 1;
-    }
-    return date;
+// Behind a date by a year, in the last year of a century by a century: bytes added, of dates that are none
+// too.
+uint64_t key_far_behind_(const dv_date_t &date) {
+    constexpr int last_year = DATE_YEAR_EXCESS + YEARS_PER_CENTURY - 1;
+    constexpr uint64_t year = uint64_t{1} << 40, century = uint64_t{1} << 48;
+    return date_order_key(date) + (date.year < last_year ? year : century);
 }
 
 const tz_info_t &find_local_tzinfo_(const tz_region_t &tz_reg, const dv_date_t &local, const char *abbrev) {
@@ -57,8 +54,7 @@ const tz_info_t &find_local_tzinfo_(const tz_region_t &tz_reg, const dv_date_t &
     if (tz_reg.info_cnt == 1) return tz_reg.infos[0];
     const uint64_t key = date_order_key(local);
     const tz_info_t *const end = tz_reg.infos + tz_reg.info_cnt;
-    const uint64_t certainly_behind = date_order_key(a_month_behind_(local));
-    for (const tz_info_t *info = first_from_(tz_reg, 2, certainly_behind); info < end; info += 2) {
+    for (const tz_info_t *info = first_from_(tz_reg, 2, key_far_behind_(local)); info < end; info += 2) {
         const tz_info_t &later = info[0], &earlier = info[1];
         const bool is_in_earlier = key <= date_order_key(earlier.local);
         if (key >= date_order_key(later.local)) {
