@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "records.h"
+#include "year_rows.h"
 #include "zone_names.h"
 
 namespace tzgen {
@@ -30,6 +31,28 @@ std::string headline_(const source_t &source) {
 template <typename record>
 void append_(std::string &bytes, const record *records, size_t count) {
     bytes.append(reinterpret_cast<const char *>(records), count * sizeof(record));
+}
+
+// An array that the library keeps to itself.
+struct hidden_array_t {
+    const char *symbol;
+    const char *file_name;
+    size_t alignment;
+    std::string bytes;
+};
+
+template <typename record>
+hidden_array_t hidden_array_(const char *symbol, const char *file_name, const std::vector<record> &records) {
+    hidden_array_t array{symbol, file_name, alignof(record), {}};
+    append_(array.bytes, records.data(), records.size());
+    return array;
+}
+
+std::vector<hidden_array_t> hidden_arrays_(const std::vector<zone_t> &zones) {
+    const year_rows_t years = make_year_rows(zones);
+    return {hidden_array_("ZONE_YEAR_ROWS", "zone_year_rows.bin", years.rows),
+            hidden_array_("ZONE_YEARS", "zone_years.bin", years.years),
+            hidden_array_("ZONE_FIRST_YEARS", "zone_first_years.bin", years.first_years)};
 }
 
 std::string object_(const std::string &symbol, size_t size) {
@@ -56,14 +79,23 @@ std::string histories_text_(const std::vector<zone_t> &zones) {
     return text.str();
 }
 
-std::string data_text_(const source_t &source, const std::vector<zone_t> &zones) {
+std::string hidden_arrays_text_(const std::vector<hidden_array_t> &arrays) {
     std::ostringstream text;
-    text << headline_(source) << "// History arrays (tz_info_t) by region, and sample_tab_.\n\n"
+    for (const hidden_array_t &array : arrays) {
+        text << "    .hidden " << array.symbol << "\n    .balign " << array.alignment << "\n"
+             << object_(array.symbol, array.bytes.size()) << "    .incbin \"" << array.file_name << "\"\n";
+    }
+    return text.str();
+}
+
+std::string data_text_(const source_t &source, const std::vector<zone_t> &zones,
+                       const std::vector<hidden_array_t> &arrays) {
+    std::ostringstream text;
+    text << headline_(source) << "// History arrays (tz_info_t) by region, sample_tab_, years.\n\n"
          << "    .section .rodata\n"
          << histories_text_(zones) << "    .balign " << alignof(tz_sample_t) << "\n"
-         << object_("sample_tab_", zones.size() * sizeof(tz_sample_t))
-         << "    .incbin \"zone_samples.bin\"\n\n"
-         << "    .section .note.GNU-stack, \"\", %progbits\n";
+         << object_("sample_tab_", zones.size() * sizeof(tz_sample_t)) << "    .incbin \"zone_samples.bin\"\n"
+         << hidden_arrays_text_(arrays) << "\n    .section .note.GNU-stack, \"\", %progbits\n";
     return text.str();
 }
 
@@ -134,7 +166,9 @@ void write_tables(const std::filesystem::path &folder, const source_t &source,
     }
     write_file_(folder / "zone_histories.bin", histories);
     write_file_(folder / "zone_samples.bin", samples);
-    write_file_(folder / "zone_data.S", data_text_(source, zones));
+    const std::vector<hidden_array_t> arrays = hidden_arrays_(zones);
+    for (const hidden_array_t &array : arrays) write_file_(folder / array.file_name, array.bytes);
+    write_file_(folder / "zone_data.S", data_text_(source, zones, arrays));
     write_file_(folder / "zone_tables.cpp", tables_text_(source, zones, aliases));
     std::filesystem::create_directories(folder / "include" / "dvtypes");
     write_file_(folder / "include" / "dvtypes" / "timezone_id.h", ids_text_(source, zones));

@@ -3,17 +3,56 @@
 #include <algorithm>
 #include <cstring>
 
+#include "date_word.h"
 #include "timezone_internal.h"
 
 using namespace dv::impl;
 
 namespace {
 
+constexpr int _minutes_per_day = MINUTES_PER_HOUR * HOURS_PER_DAY;
+
 // Signed minutes of the offset as they are applied: the minute has the sign of the hour, with 0 counted as
 // negative.
 int applied_minutes_(const timezone_t &tz) {
     const int hour = tz_hour(tz), minute = tz.utc_min;
     return hour * MINUTES_PER_HOUR + (hour > 0 ? minute : -minute);
+}
+
+// Of 1600 to 9998, so that a day more or less is Gregorian too; all fields in range.
+bool is_plain_(const dv_date_t &date, uint64_t word) {
+    constexpr uint64_t from = date_word(116, 100, 1, 0, 0, 0), to = date_word(199, 199, 0, 0, 0, 0);
+    const int year_of_century = date.year - DATE_YEAR_EXCESS;
+    return word - from < to - from && year_of_century >= 0 && year_of_century < YEARS_PER_CENTURY &&
+           is_month(date.month) && date.day >= 1 && date.day <= date_month_length(date) && has_clock(word);
+}
+
+void to_next_day_(dv_date_t &date) {
+    if (!date_is_last_of_month(date)) {
+        ++date.day;
+    } else if (date.month < MONTHS_PER_YEAR) {
+        date_set_calendar(date, date_year(date), date.month + 1, 1);
+    } else {
+        date_set_calendar(date, date_year(date) + 1, 1, 1);
+    }
+}
+
+void to_last_day_(dv_date_t &date) {
+    if (date.day > 1) {
+        --date.day;
+    } else if (date.month > 1) {
+        date_set_calendar(date, date_year(date), date.month - 1,
+                          month_length(date_year(date), date.month - 1));
+    } else {
+        date_set_calendar(date, date_year(date) - 1, MONTHS_PER_YEAR, 31);
+    }
+}
+
+// Minutes less than a day either way move by bytes.
+void move_by_minutes_(dv_date_t &date, int minutes) {
+    const bool is_short = minutes > -_minutes_per_day && minutes < _minutes_per_day;
+    if (is_short && shift_date(date, clock_shift(minutes))) return;
+    dv_date_add_field(&date, DT_FMT_UNIT_MINUTE, minutes);
 }
 
 char *put_two_digits_(char *to, int value) {
@@ -84,13 +123,13 @@ int timezone_get_field(const timezone_t *tz, tz_field_t field) {
 
 void timezone_shift_to_east(const timezone_t *local_tz, dv_date_t *date) {
     if (is_given_local_tz(local_tz) && is_given(date)) {
-        dv_date_add_field(date, DT_FMT_UNIT_MINUTE, applied_minutes_(*local_tz));
+        move_by_minutes_(*date, applied_minutes_(*local_tz));
     }
 }
 
 void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *date) {
     if (is_given_local_tz(local_tz) && is_given(date)) {
-        dv_date_add_field(date, DT_FMT_UNIT_MINUTE, -applied_minutes_(*local_tz));
+        move_by_minutes_(*date, -applied_minutes_(*local_tz));
     }
 }
 
@@ -111,6 +150,17 @@ void timezone_get_zone_name(const timezone_t *local_tz, char *buf, int buf_size)
 }
 
 }  // extern "C"
+
+bool dv::impl::shift_date(dv_date_t &date, int32_t shift) {
+    const uint64_t word = date_word(date);
+    if (!is_plain_(date, word)) return false;
+    const uint64_t shifted = shifted_clock(word, shift);
+    constexpr uint64_t clock = uint64_t{0xFFFF} << WORD_MINUTE_AT;
+    const bool is_same_day = shifted >> WORD_DAY_AT == word >> WORD_DAY_AT;
+    store_date_word(date, (word & ~clock) | (shifted & clock));
+    if (!is_same_day) (shifted > word) ? to_next_day_(date) : to_last_day_(date);
+    return true;
+}
 
 const tz_region_t *dv::impl::region_of(const timezone_t &tz) {
     const int zone_id = tz_zone(tz);

@@ -1,6 +1,9 @@
 // A region's history: the offset in force at a time in UTC, and at a local time.
 //
-// The table has the newest transitions first, each as two entries: the period that begins there (normal: its
+// Times of 1900 to 2050 are looked up in a row of their year (zone_years.h): which of at most three periods
+// of the year, without a branch, and its offset. What rows cannot tell is looked up in the history.
+//
+// It has the newest transitions first, each as two entries: the period that begins there (normal: its
 // first second in UTC, local: the same on its own clocks) and the period that ends there (normal and local:
 // its last second). Times in UTC only fall along the table, so an entry is found by halving.
 //
@@ -11,7 +14,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "date_word.h"
 #include "timezone_internal.h"
+#include "zonetab.h"
 
 using namespace dv::impl;
 
@@ -76,6 +81,63 @@ bool is_given_sess_tz_(const timezone_t *sess_tz) {
     return sess_tz != NULL;
 }
 
+// ---- the same by the rows of years ----
+
+// The number of the row in which to look for a time; 0: none. The bytes of the zone's number are loaded one
+// by one: a load of both waits for the copy of a zone that was made of four bytes and one.
+template <uint16_t zone_year_rows_t::*Kind>
+size_t row_number_(const timezone_t &zone, uint64_t word) {
+    constexpr uint64_t first_year = date_word(119, 100, 0, 0, 0, 0) >> 48;
+    static_assert(ZONE_YEAR_FIRST == 1900);
+    const uint64_t year = (word >> 48) - first_year;
+    const uint8_t page = zone.zone_id[0];
+    if (year >= ZONE_YEAR_COUNT || page >= ZONE_ID_PAGES) return 0;
+    return ZONE_YEARS[ZONE_FIRST_YEARS[page][zone.zone_id[1]] + year].*Kind;
+}
+
+// No branch: the months of random times would make it hard to predict.
+size_t period_number_(const zone_year_t &row, uint64_t in_year) {
+    return size_t{in_year < row.begin[0]} + size_t{in_year < row.begin[1]};
+}
+
+// The period that a time belongs to; NULL where the rows cannot tell.
+const zone_period_t *period_at_utc_(const timezone_t &zone, uint64_t word) {
+    const size_t number = row_number_<&zone_year_rows_t::utc>(zone, word);
+    if (number == 0) return NULL;
+    const zone_year_t &row = ZONE_YEAR_ROWS[number];
+    return &row.periods[period_number_(row, word_in_year(word))];
+}
+
+// NULL for times of none or two meanings too; row 0 has only such.
+const zone_period_t *period_at_local_(const timezone_t &zone, uint64_t word) {
+    const zone_year_t &row = ZONE_YEAR_ROWS[row_number_<&zone_year_rows_t::local>(zone, word)];
+    const uint64_t in_year = word_in_year(word);
+    const size_t period = period_number_(row, in_year);
+    return in_year < row.plain[period] ? NULL : &row.periods[period];
+}
+
+void store_offset_(timezone_t &tz, const zone_period_t &period) {
+    memcpy(&tz, period.offset, sizeof period.offset);
+    tz.utc_sec = 0;
+}
+
+// For every zone and date.
+[[gnu::noinline]] void normalize_any_(timezone_t *local_tz, dv_date_t *date, const char *abbrev) {
+    if (!tz_is_offset(*local_tz)) {
+        const tz_region_t *region = region_of(*local_tz);
+        if (region == NULL) return;
+        store_offset_(*local_tz, find_local_tzinfo_(*region, *date, abbrev));
+    }
+    timezone_shift_to_west(local_tz, date);
+}
+
+[[gnu::noinline]] void localize_any_(timezone_t zone, dv_date_t *date, timezone_t *out_tz) {
+    if (!tz_is_offset(zone) && region_of(zone) == NULL) return;
+    timezone_adjust(&zone, date);
+    timezone_shift_to_east(&zone, date);
+    if (out_tz != NULL) *out_tz = zone;
+}
+
 }  // namespace
 
 const tz_info_t &dv::impl::info_at(const tz_region_t &region, const dv_date_t &utc) {
@@ -88,28 +150,33 @@ extern "C" {
 
 void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev) {
     if (!is_given_local_tz(local_tz) || !is_given(date)) return;
-    if (!tz_is_offset(*local_tz)) {
-        const tz_region_t *region = region_of(*local_tz);
-        if (region == NULL) return;
-        store_offset_(*local_tz, find_local_tzinfo_(*region, *date, abbrev));
-    }
-    timezone_shift_to_west(local_tz, date);
+    const uint64_t word = date_word(*date);
+    const zone_period_t *const period = period_at_local_(*local_tz, word);
+    if (period == NULL || is_named_(abbrev) || !has_clock(word))
+        return normalize_any_(local_tz, date, abbrev);
+    store_offset_(*local_tz, *period);
+    const uint64_t utc = shifted_clock(word, period->shift);
+    if (!has_certain_day(utc, date->month)) return timezone_shift_to_west(local_tz, date);
+    store_date_word(*date, utc);
 }
 
 void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *out_tz) {
     if (!is_given_sess_tz_(sess_tz) || !is_given(date)) return;
-    timezone_t zone = *sess_tz;
-    if (!tz_is_offset(zone)) {
-        const tz_region_t *region = region_of(zone);
-        if (region == NULL) return;
-        store_offset_(zone, info_at(*region, *date));
-    }
-    timezone_shift_to_east(&zone, date);
-    if (out_tz != NULL) *out_tz = zone;
+    const uint64_t word = date_word(*date);
+    const zone_period_t *const period = period_at_utc_(*sess_tz, word);
+    if (period == NULL || !has_clock(word)) return localize_any_(*sess_tz, date, out_tz);
+    const uint64_t local = shifted_clock(word, period->shift);
+    if (!has_certain_day(local, date->month)) return localize_any_(*sess_tz, date, out_tz);
+    store_date_word(*date, local);
+    if (out_tz == NULL) return;
+    *out_tz = *sess_tz;
+    store_offset_(*out_tz, *period);
 }
 
 void timezone_adjust(timezone_t *local_tz, const dv_date_t *date) {
     if (!is_given_local_tz(local_tz) || !is_given(date) || tz_is_offset(*local_tz)) return;
+    const zone_period_t *const period = period_at_utc_(*local_tz, date_word(*date));
+    if (period != NULL) return store_offset_(*local_tz, *period);
     const tz_region_t *region = region_of(*local_tz);
     if (region != NULL) store_offset_(*local_tz, info_at(*region, *date));
 }

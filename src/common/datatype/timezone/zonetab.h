@@ -7,6 +7,7 @@
 #include <span>
 
 #include "dvtypes/timezone.h"
+#include "zone_years.h"
 
 namespace dv::impl {
 
@@ -31,6 +32,14 @@ struct tz_abbreviation_t {
 extern const std::span<const tz_alias_t> ZONE_ALIASES;  // by lc_name
 extern const std::span<const tz_abbreviation_t> ZONE_ABBREVIATIONS;
 extern const char ZONE_TABLES_RELEASE[];
+
+#define DV_HIDDEN [[gnu::visibility("hidden")]]
+extern "C" {
+DV_HIDDEN extern const zone_year_t ZONE_YEAR_ROWS[];
+DV_HIDDEN extern const zone_year_rows_t ZONE_YEARS[];                  // ZONE_YEAR_COUNT for each history
+DV_HIDDEN extern const uint32_t ZONE_FIRST_YEARS[ZONE_ID_PAGES][256];  // where those of a zone begin
+}
+#undef DV_HIDDEN
 
 }  // namespace dv::impl
 
