@@ -81,6 +81,13 @@ TEST(ZoneTables, FindEveryNameInAnyLetterCaseAndNothingElse) {
     for (const tz_region_t &region : region_tab_) names.insert(region.lc_name);
     for (const tz_region_t &region : region_tab_) {
         std::string name = region.canon_name;
+        EXPECT_EQ(zonetab_search_region(name.c_str()), &region) << name;
+        for (char &c : name) {  // the bit of letter case, also where it is another character's
+            const bool is_letter = isalpha(c) != 0;
+            c ^= 0x20;
+            EXPECT_EQ(zonetab_search_region(name.c_str()) == &region, is_letter) << name;
+            c ^= 0x20;
+        }
         for (size_t i = 0; i < name.size(); i += 2) name[i] = static_cast<char>(toupper(name[i]));
         EXPECT_EQ(zonetab_search_region(name.c_str()), &region) << name;
         name = region.lc_name + std::string("0");

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "name_slots.h"
 #include "records.h"
 #include "year_rows.h"
 #include "zone_names.h"
@@ -50,9 +51,12 @@ hidden_array_t hidden_array_(const char *symbol, const char *file_name, const st
 
 std::vector<hidden_array_t> hidden_arrays_(const std::vector<zone_t> &zones) {
     const year_rows_t years = make_year_rows(zones);
+    const name_slots_t names = make_name_slots(zones);
     return {hidden_array_("ZONE_YEAR_ROWS", "zone_year_rows.bin", years.rows),
             hidden_array_("ZONE_YEARS", "zone_years.bin", years.years),
-            hidden_array_("ZONE_FIRST_YEARS", "zone_first_years.bin", years.first_years)};
+            hidden_array_("ZONE_FIRST_YEARS", "zone_first_years.bin", years.first_years),
+            hidden_array_("ZONE_NAME_SHIFTS", "zone_name_shifts.bin", names.shifts),
+            hidden_array_("ZONE_NAME_SLOTS", "zone_name_slots.bin", names.slots)};
 }
 
 std::string object_(const std::string &symbol, size_t size) {
@@ -91,7 +95,7 @@ std::string hidden_arrays_text_(const std::vector<hidden_array_t> &arrays) {
 std::string data_text_(const source_t &source, const std::vector<zone_t> &zones,
                        const std::vector<hidden_array_t> &arrays) {
     std::ostringstream text;
-    text << headline_(source) << "// History arrays (tz_info_t) by region, sample_tab_, years.\n\n"
+    text << headline_(source) << "// History arrays (tz_info_t) by region, sample_tab_, years and names.\n\n"
          << "    .section .rodata\n"
          << histories_text_(zones) << "    .balign " << alignof(tz_sample_t) << "\n"
          << object_("sample_tab_", zones.size() * sizeof(tz_sample_t)) << "    .incbin \"zone_samples.bin\"\n"

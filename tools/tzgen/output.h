@@ -3,6 +3,8 @@
 //   zone_histories.bin, zone_samples.bin  the records, as in memory
 //   zone_year_rows.bin, zone_years.bin    what finds the entry of a time (year_rows.h)
 //   zone_first_years.bin
+//   zone_name_shifts.bin                  what finds a name (name_slots.h)
+//   zone_name_slots.bin
 //   zone_data.S                           includes them and names each region's history
 //   zone_tables.cpp                       region_tab_, the aliases, the abbreviations, the release
 //   include/dvtypes/timezone_id.h         the regions' numbers for users

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "timezone_internal.h"
+#include "zonetab.h"
 
 using namespace dv::impl;
 
@@ -41,6 +42,19 @@ int take_number_(std::string_view &text) {
     return number;
 }
 
+bool is_offset_(std::string_view text) {
+    return !text.empty() && (is_digit_(text.front()) || text.front() == '+' || text.front() == '-');
+}
+
+// Without blanks behind it, and as a text that ends with a NUL, which may be one in the name.
+[[gnu::noinline]] const tz_region_t *find_other_name_(std::string_view name) {
+    char text[TZ_NAME_TEXT_SIZE];
+    while (!name.empty() && is_blank_(name.back())) name.remove_suffix(1);
+    if (!name.empty()) memcpy(text, name.data(), name.size());
+    text[name.size()] = '\0';
+    return zonetab_search_region(text);
+}
+
 }  // namespace
 
 // -12:59:59 to +14:00:00 in whole minutes.
@@ -53,7 +67,7 @@ int dv::impl::offset_error(int hour, int minute, int sign) {
 }
 
 int dv::impl::read_zone(timezone_t &tz, std::string_view text) {
-    if (!text.empty() && (is_digit_(text.front()) || text.front() == '+' || text.front() == '-'))
+    if (is_offset_(text))
         return parse_offset_(&tz, text.data(), static_cast<int>(text.size()), /*for_parser=*/1);
     const tz_region_t *region = find_region(text);
     if (region == NULL) return ERR_ZONE_TEXT;
@@ -63,12 +77,9 @@ int dv::impl::read_zone(timezone_t &tz, std::string_view text) {
 }
 
 const tz_region_t *dv::impl::find_region(std::string_view name) {
-    char text[TZ_NAME_TEXT_SIZE];
     if (name.size() > TZ_NAME_MAX) return NULL;
-    while (!name.empty() && is_blank_(name.back())) name.remove_suffix(1);
-    if (!name.empty()) memcpy(text, name.data(), name.size());
-    text[name.size()] = '\0';
-    return zonetab_search_region(text);
+    const tz_region_t *region = search_name(name.data(), name.size());
+    return region != NULL ? region : find_other_name_(name);
 }
 
 extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar for_parser) {

@@ -1,9 +1,10 @@
-// Regions by name: a search by halving in the table, which is in the order of the names in lower case, then
-// in the list of later names. The tables themselves are generated (tools/tzgen).
+// Regions by name: hashed; then, for later names, a search by halving in their list. The tables themselves
+// are generated (tools/tzgen).
 
 #include "zonetab.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "../error.h"
 
@@ -26,6 +27,29 @@ constexpr int compare_(const char *name, const char *lc_name) {
     return lower_case_(*name) - static_cast<unsigned char>(*lc_name);
 }
 
+bool is_name_(const char *text, size_t length, const char *lc_name) {
+    for (size_t i = 0; i < length; ++i) {
+        if (lower_case_(text[i]) != static_cast<unsigned char>(lc_name[i])) return false;
+    }
+    return lc_name[length] == '\0';
+}
+
+// The only region that can have this name.
+const tz_region_t *candidate_(const zone_name_words_t &words) {
+    const uint64_t hash = zone_name_hash(words);
+    return &region_tab_[ZONE_NAME_SLOTS[zone_name_slot(hash, ZONE_NAME_SHIFTS[zone_name_bucket(hash)])]];
+}
+
+[[gnu::noinline]] const tz_region_t *if_named_(const tz_region_t *region, const char *name, size_t length) {
+    return is_name_(name, length, region->lc_name) ? region : NULL;
+}
+
+// Of other lengths; longer names there are none.
+[[gnu::noinline]] const tz_region_t *search_short_name_(const char *name, size_t length) {
+    if (length == 0 || length >= ZONE_NAME_MIN) return NULL;
+    return if_named_(candidate_(short_zone_name_words(name, length)), name, length);
+}
+
 const tz_region_t *search_alias_(const char *name) {
     const auto alias = std::lower_bound(
         ZONE_ALIASES.begin(), ZONE_ALIASES.end(), name,
@@ -36,21 +60,23 @@ const tz_region_t *search_alias_(const char *name) {
 
 }  // namespace
 
+// Most names are written as the table has them; these take four comparisons.
+const tz_region_t *dv::impl::search_name(const char *name, size_t length) {
+    if (length - ZONE_NAME_MIN > ZONE_NAME_LENGTH_MAX - ZONE_NAME_MIN)
+        return search_short_name_(name, length);
+    const zone_name_words_t words = zone_name_words(name, length);
+    const tz_region_t *const region = candidate_(words);
+    const zone_name_words_t wanted = zone_name_words(region->canon_name, length);
+    const uint64_t differences = (words.first ^ wanted.first) | (words.second ^ wanted.second) |
+                                 (words.before_last ^ wanted.before_last) | (words.last ^ wanted.last);
+    const bool is_same = differences == 0 && region->canon_name[length] == '\0';
+    return is_same ? region : if_named_(region, name, length);
+}
+
 const tz_region_t *zonetab_search_region(const char *region) {
     if (region == nullptr || *region == '\0') return &region_tab_[_etc_utc];
-    int low = 0, high = TZ_ID_MAX - 1;
-    while (low <= high) {
-        const int middle = low + (high - low) / 2;
-        DV_ASSERT(middle >= 0 && middle < TZ_ID_MAX);
-        const int order = compare_(region, region_tab_[middle].lc_name);
-        if (order == 0) return &region_tab_[middle];
-        if (order < 0) {
-            high = middle - 1;
-        } else {
-            low = middle + 1;
-        }
-    }
-    return search_alias_(region);
+    const tz_region_t *const found = search_name(region, strlen(region));
+    return found != NULL ? found : search_alias_(region);
 }
 
 const char *zonetab_get_version(void) { return ZONE_TABLES_RELEASE; }

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "dvtypes/timezone.h"
+#include "zone_name_hash.h"
 #include "zone_years.h"
 
 namespace dv::impl {
@@ -38,8 +39,13 @@ extern "C" {
 DV_HIDDEN extern const zone_year_t ZONE_YEAR_ROWS[];
 DV_HIDDEN extern const zone_year_rows_t ZONE_YEARS[];                  // ZONE_YEAR_COUNT for each history
 DV_HIDDEN extern const uint32_t ZONE_FIRST_YEARS[ZONE_ID_PAGES][256];  // where those of a zone begin
+DV_HIDDEN extern const uint16_t ZONE_NAME_SHIFTS[1 << ZONE_NAME_BUCKET_BITS];
+DV_HIDDEN extern const uint16_t ZONE_NAME_SLOTS[1 << ZONE_NAME_SLOT_BITS];
 }
 #undef DV_HIDDEN
+
+// The region of exactly this name, in any letter case; NULL: none.
+const tz_region_t *search_name(const char *name, size_t length);
 
 }  // namespace dv::impl
 
