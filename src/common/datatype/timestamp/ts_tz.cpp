@@ -52,13 +52,13 @@ void dv_ts_tz_from_date(dv_ts_tz_t *ts_tz, const dv_date_t *date, const timezone
 
 void dv_ts_tz_from_timestamp(dv_ts_tz_t *ts_tz, const dv_timestamp_t *ts, const timezone_t *sess_tz) {
     if (!is_given(ts_tz) || !is_given(ts) || !is_given_sess_tz(sess_tz)) return;
-    memmove(&ts_tz->utc, ts, sizeof *ts);
+    ts_tz->utc = *ts;
     normalize_(*ts_tz, *sess_tz);
 }
 
 void dv_ts_tz_from_ts_ltz(dv_ts_tz_t *ts_tz, const dv_ts_ltz_t *ts_ltz, const timezone_t *sess_tz) {
     if (!is_given(ts_tz) || !is_given(ts_ltz) || !is_given_sess_tz(sess_tz)) return;
-    memmove(&ts_tz->utc, &ts_ltz->utc, sizeof ts_tz->utc);
+    ts_tz->utc = ts_ltz->utc;
     ts_tz->tz = *sess_tz;
     adjust_(*ts_tz);
 }
