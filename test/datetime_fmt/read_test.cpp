@@ -184,3 +184,65 @@ TEST(ModelRead, LeavesFractionsOutAtTheEndOnly) {
             << model << ": " << text;
     }
 }
+
+namespace {
+
+using getter_t = char *(dt_fmt_parse_ctx_t *, int, int);
+
+std::string lower_(const std::string &text, int charset) {
+    char lower[256];
+    const int size = _charset_info[charset].to_case(&_charset_info[charset], DVSTR_CASE_LOWER, text.data(),
+                                                    static_cast<int>(text.size()), lower, sizeof lower);
+    return {lower, static_cast<size_t>(size)};
+}
+
+// The month and the length of the name that a text begins with: full names before abbreviations, and each
+// list from December down, name by name.
+std::pair<int, size_t> month_of_(const std::string &text, dt_fmt_parse_ctx_t &names) {
+    const int charset = names.fmt_ctx->charset;
+    for (getter_t *const get : {nls_date_lang_get_std_month, nls_date_lang_get_abb_month}) {
+        for (int i = 2 * 12 - 1; i >= 0; --i) {
+            const std::string name = get(&names, i / 2, i % 2 == 0 ? 1 : 0);
+            if (name.empty() || text.size() < name.size()) continue;
+            const std::string begin = text.substr(0, name.size());
+            if (begin == name || lower_(begin, charset) == lower_(name, charset))
+                return {i / 2 + 1, name.size()};
+        }
+    }
+    return {0, 0};
+}
+
+// A name in some letter case, with up to two characters replaced, perhaps more behind it.
+std::string nearly_a_month_(dt_fmt_parse_ctx_t &names, number_source &source) {
+    getter_t *const get = source.pick(0, 1) == 0 ? nls_date_lang_get_std_month : nls_date_lang_get_abb_month;
+    std::string text = get(&names, source.pick(0, 11), source.pick(0, 2));
+    for (int changes = source.pick(0, 2); changes > 0 && !text.empty(); --changes) {
+        char &c = text[static_cast<size_t>(source.pick(0, static_cast<int>(text.size()) - 1))];
+        c = source.pick(0, 1) == 0 ? static_cast<char>(c ^ 0x20) : "JAUjau1X\xC1"[source.pick(0, 8)];
+    }
+    text += source.pick(0, 3) == 0 ? "X" : "";
+    return text;
+}
+
+}  // namespace
+
+TEST(ModelRead, FindsMonthsAsASearchOfTheListsDoes) {
+    number_source source(7);
+    compiled_model model = reading("MON");
+    int found = 0;
+    for (long round = scaled(100'000); round > 0; --round) {
+        model.ctx.nls_date_ctx.lang = source.pick(0, DV_NLS_DATE_LANG_MAX - 1);
+        model.ctx.charset = source.pick(0, DVSTR_CHARSET_MAX - 1);
+        dt_fmt_parse_ctx_t names;
+        dt_parse_ctx_init(&names, &model.ctx, nullptr, 0, nullptr, 0, /*is_from_str=*/0);
+        const std::string text = nearly_a_month_(names, source);
+        if (text.find_first_of("+- \t"s + '\0') != text.npos || text.empty()) continue;
+        const auto [month, length] = month_of_(text, names);
+        const int want = month == 0 ? -5113 : length < text.size() ? -5010 : 0;
+        dv_date_t date;
+        ASSERT_EQ(read(model, text, date), want) << text << ' ' << month;
+        ASSERT_TRUE(want != 0 || date.month == month) << text << ' ' << month;
+        found += want == 0 ? 1 : 0;
+    }
+    EXPECT_GT(found, scaled(100'000) / 4);
+}

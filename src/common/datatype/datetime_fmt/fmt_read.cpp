@@ -62,6 +62,36 @@ int nls_prefix_length_(std::string_view text, const nls_date_lang_val_t &name, d
     return is_equal ? length : 0;
 }
 
+// Can a text with this first byte begin with a name? No, where the name begins with another ASCII character.
+bool may_begin_(const nls_date_lang_val_t &name, uint8_t first) {
+    const uint16_t unit = load_be16(name.val);
+    return unit >= 0x80 || lower_(static_cast<uint8_t>(unit)) == lower_(first);
+}
+
+// The lists of the context's language by letter case; nullptr, after the assertion, when there is none.
+const nls_date_lang_val_t *const *cases_of_(const dt_fmt_parse_ctx_t &ctx,
+                                            const nls_date_lang_val_t *const *lists) {
+    const int32_t lang = ctx.fmt_ctx->nls_date_ctx.lang;
+    if (!dv_nls_date_lang_is_valid(lang)) {
+        assert_failed("dv_nls_date_lang_is_valid (lang)");
+        return nullptr;
+    }
+    return lists + (lists == rm_month_tab_ ? 0 : lang * NLS_DATE_LANG_CASES);
+}
+
+int match_in_cases_(std::string_view text, const nls_date_lang_val_t *const *cases, int idx,
+                    dvstr_charset_t charset) {
+    const int length = nls_prefix_length_(text, cases[DT_FMT_CASE_UPPER][idx], charset);
+    return length > 0 ? length : nls_prefix_length_(text, cases[DT_FMT_CASE_LOWER][idx], charset);
+}
+
+// The text that is not read yet, without its first bytes.
+std::string_view behind_(const dt_fmt_parse_ctx_t &ctx, int skipped) {
+    std::string_view text = rest_of(ctx);
+    text.remove_prefix(static_cast<size_t>(skipped));
+    return text;
+}
+
 std::string_view whole_of_(const dt_fmt_parse_ctx_t &ctx) {
     return {ctx.str, static_cast<size_t>(std::max(ctx.str_len, 0))};
 }
@@ -118,18 +148,22 @@ int dv::impl::take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width,
 
 int dv::impl::match_name(const dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *const *lists, int idx,
                          int skipped) {
-    const int32_t lang = ctx.fmt_ctx->nls_date_ctx.lang;
-    if (!dv_nls_date_lang_is_valid(lang)) {
-        assert_failed("dv_nls_date_lang_is_valid (lang)");
-        return 0;
+    const nls_date_lang_val_t *const *const cases = cases_of_(ctx, lists);
+    return cases == nullptr ? 0 : match_in_cases_(behind_(ctx, skipped), cases, idx, ctx.fmt_ctx->charset);
+}
+
+name_match_t dv::impl::match_last_name(const dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *const *lists,
+                                       int count, int skipped) {
+    const nls_date_lang_val_t *const *const cases = cases_of_(ctx, lists);
+    const std::string_view text = behind_(ctx, skipped);
+    if (cases == nullptr || text.empty()) return {};
+    const auto first = static_cast<uint8_t>(text.front());
+    for (int idx = count - 1; idx >= 0; --idx) {
+        const bool may_match = may_begin_(cases[DT_FMT_CASE_UPPER][idx], first) ||
+                               may_begin_(cases[DT_FMT_CASE_LOWER][idx], first);
+        if (!may_match) continue;
+        const int length = match_in_cases_(text, cases, idx, ctx.fmt_ctx->charset);
+        if (length > 0) return {idx, length};
     }
-    std::string_view text = rest_of(ctx);
-    text.remove_prefix(static_cast<size_t>(skipped));
-    const nls_date_lang_val_t *const *const cases =
-        lists + (lists == rm_month_tab_ ? 0 : lang * NLS_DATE_LANG_CASES);
-    for (const int kase : {DT_FMT_CASE_UPPER, DT_FMT_CASE_LOWER}) {
-        const int length = nls_prefix_length_(text, cases[kase][idx], ctx.fmt_ctx->charset);
-        if (length > 0) return length;
-    }
-    return 0;
+    return {};
 }

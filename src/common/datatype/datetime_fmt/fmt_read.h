@@ -73,6 +73,13 @@ inline constexpr const char *SIGNED_YEAR_NOTE = "The signed year is not allowed"
 int match_name(const dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *const *lists, int idx,
                int skipped = 0);
 
+// The last of the first `count` names of a list that the text is one of; length 0: of none.
+struct name_match_t {
+    int idx, length;
+};
+name_match_t match_last_name(const dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *const *lists,
+                             int count, int skipped);
+
 }  // namespace dv::impl
 
 #endif  // DV_FMT_READ_H

@@ -105,13 +105,10 @@ int conv_month_name_to_idx_(dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *
         if (!is_blank(c)) break;
         ++skipped;
     }
-    for (int month = MONTHS_PER_YEAR; month >= 1; --month) {
-        const int length = match_name(ctx, lists, month - 1, skipped);
-        if (length == 0) continue;
-        ctx.str_idx += skipped + length;
-        return month;
-    }
-    return 0;
+    const name_match_t name = match_last_name(ctx, lists, MONTHS_PER_YEAR, skipped);
+    if (name.length == 0) return 0;
+    ctx.str_idx += skipped + name.length;
+    return name.idx + 1;
 }
 
 // Without FX, full names and abbreviations stand for each other.
