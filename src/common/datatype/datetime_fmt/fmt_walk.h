@@ -50,11 +50,11 @@ using readable_parts_t = datetime_parts_t<dv_date_t, dv_time_t, timezone_t>;
 using writable_parts_t = datetime_parts_t<const dv_date_t, const dv_time_t, const dv_ts_tz_t>;
 
 // Runs the readers over the text of a working context. `refused` is raised for elements that the type lacks.
-void read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, error_at refused);
+void read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, const error_at &refused);
 
 // Runs the writers over the buffer of a working context, and ends the text with a NUL when a byte is left for
 // it. Stops at the first element that does not fit.
-conv_status_t write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value, error_at refused);
+conv_status_t write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value, const error_at &refused);
 
 }  // namespace dv::impl
 

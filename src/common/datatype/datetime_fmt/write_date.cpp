@@ -49,6 +49,8 @@ int dotted_era_index_(const calendar_day_t &d) { return era_index_(d) + 1; }
 // in the context's language.
 struct name_element_t {
     char *(*get)(dt_fmt_parse_ctx_t *ctx, int idx, int kase);
+    const nls_date_lang_val_t *const *lists;  // the same, by language and case
+    int count;
     int (*index)(const calendar_day_t &d);
     int nls_pad_widths_t::*width;  // or nullptr
 };
@@ -56,16 +58,22 @@ struct name_element_t {
 constexpr int _roman_month_width = 4;
 
 constexpr auto _name_elements = [] {
+    constexpr int eras = 4, months = MONTHS_PER_YEAR, days = DAYS_PER_WEEK;
     std::array<name_element_t, DT_FMT_TOKEN_MAX> elements{};
-    elements[DT_FMT_TOKEN_AD] = {nls_date_lang_get_std_adbc, era_index_, nullptr};
-    elements[DT_FMT_TOKEN_AD_P] = {nls_date_lang_get_std_adbc, dotted_era_index_, nullptr};
+    elements[DT_FMT_TOKEN_AD] = {nls_date_lang_get_std_adbc, std_adbc_tab_, eras, era_index_, nullptr};
+    elements[DT_FMT_TOKEN_AD_P] = {nls_date_lang_get_std_adbc, std_adbc_tab_, eras, dotted_era_index_,
+                                   nullptr};
     elements[DT_FMT_TOKEN_BC] = elements[DT_FMT_TOKEN_AD];
     elements[DT_FMT_TOKEN_BC_P] = elements[DT_FMT_TOKEN_AD_P];
-    elements[DT_FMT_TOKEN_MON] = {nls_date_lang_get_abb_month, month_index_, &nls_pad_widths_t::abb_month};
-    elements[DT_FMT_TOKEN_MONTH] = {nls_date_lang_get_std_month, month_index_, &nls_pad_widths_t::std_month};
-    elements[DT_FMT_TOKEN_RM] = {nls_date_lang_get_rom_month, month_index_, nullptr};
-    elements[DT_FMT_TOKEN_DAY] = {nls_date_lang_get_std_day, weekday_index_, &nls_pad_widths_t::std_day};
-    elements[DT_FMT_TOKEN_DY] = {nls_date_lang_get_abb_day, weekday_index_, &nls_pad_widths_t::abb_day};
+    elements[DT_FMT_TOKEN_MON] = {nls_date_lang_get_abb_month, abb_month_tab_, months, month_index_,
+                                  &nls_pad_widths_t::abb_month};
+    elements[DT_FMT_TOKEN_MONTH] = {nls_date_lang_get_std_month, std_month_tab_, months, month_index_,
+                                    &nls_pad_widths_t::std_month};
+    elements[DT_FMT_TOKEN_RM] = {nls_date_lang_get_rom_month, rm_month_tab_, months, month_index_, nullptr};
+    elements[DT_FMT_TOKEN_DAY] = {nls_date_lang_get_std_day, std_day_tab_, days, weekday_index_,
+                                  &nls_pad_widths_t::std_day};
+    elements[DT_FMT_TOKEN_DY] = {nls_date_lang_get_abb_day, abb_day_tab_, days, weekday_index_,
+                                 &nls_pad_widths_t::abb_day};
     return elements;
 }();
 
@@ -75,6 +83,30 @@ int width_of_(const name_element_t &element, int32_t id, int32_t lang) {
     return NLS_PAD_WIDTHS[lang].*element.width;
 }
 
+// nullptr: there is no such name.
+const nls_date_lang_val_t *name_of_(const dt_fmt_parse_ctx_t &ctx, const name_element_t &element, int idx) {
+    const int32_t lang = ctx.fmt_ctx->nls_date_ctx.lang, kase = ctx.cur_token_info->case_type;
+    if (!dv_nls_date_lang_is_valid(lang) || kase < 0 || kase >= NLS_DATE_LANG_CASES) return nullptr;
+    if (idx < 0 || idx >= element.count) return nullptr;
+    const int first = element.lists == rm_month_tab_ ? 0 : lang * NLS_DATE_LANG_CASES;
+    return &element.lists[first + kase][idx];
+}
+
+// Writes a name where it belongs, without the way through the working context. False: nothing is written,
+// since there is not room for the longest text that the name can be, or no such character set.
+bool put_name_in_place_(dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t &name, int width) {
+    constexpr int bytes_max = 4;  // of a character
+    const int longest = std::max(name.len / 2 * bytes_max, width);
+    const dvstr_charset_t charset = ctx.fmt_ctx->charset;
+    if (room_of(ctx) < longest || !is_charset(charset)) return false;
+    char *const to = ctx.str + ctx.str_idx;
+    const int size = nls_name(to, std::min(longest, NLS_NAME_BYTES_MAX), name, charset);
+    const int blanks = ctx.cur_token_info->is_fill_mode ? 0 : std::max(width - size, 0);
+    for (int i = 0; i < blanks; ++i) to[size + i] = ' ';
+    ctx.str_idx += size + blanks;
+    return true;
+}
+
 conv_status_t dv_date_write_str_val_(dt_fmt_parse_ctx_t &ctx, const calendar_day_t &d) {
     const int32_t id = ctx.cur_token_info->id;
     if (id == DT_FMT_TOKEN_YEAR || id == DT_FMT_TOKEN_SYEAR) {
@@ -82,9 +114,12 @@ conv_status_t dv_date_write_str_val_(dt_fmt_parse_ctx_t &ctx, const calendar_day
     }
     const name_element_t &element = _name_elements[static_cast<size_t>(id)];
     if (element.get == nullptr) raise(ERR_MODEL_FOR_DATE);
-    const char *write_str = element.get(&ctx, element.index(d), ctx.cur_token_info->case_type);
+    const int idx = element.index(d), width = width_of_(element, id, ctx.fmt_ctx->nls_date_ctx.lang);
+    const nls_date_lang_val_t *name = name_of_(ctx, element, idx);
+    if (name != nullptr && put_name_in_place_(ctx, *name, width)) return CONV_STATUS_WHOLE;
+    const char *write_str = element.get(&ctx, idx, ctx.cur_token_info->case_type);
     DV_ASSERT(write_str != NULL);
-    return put_name(ctx, write_str, width_of_(element, id, ctx.fmt_ctx->nls_date_ctx.lang));
+    return put_name(ctx, write_str, width);
 }
 
 // ---------------------------------------------------------------------------------------------------------
