@@ -67,18 +67,32 @@ std::string object_(const std::string &symbol, size_t size) {
     return text.str();
 }
 
+// Where the history of each zone begins among those of all, in entries; behind the last one, their count.
+std::vector<size_t> first_entries_(const std::vector<zone_t> &zones) {
+    std::vector<size_t> first;
+    size_t count = 0;
+    for (size_t i = 0; i < zones.size(); ++i) {
+        const bool is_shared = zones[i].same_as != i;
+        first.push_back(is_shared ? first[zones[i].same_as] : count);
+        if (!is_shared) count += zones[i].history.size();
+    }
+    first.push_back(count);
+    return first;
+}
+
 // Labels of all regions with one history stand before its bytes.
 std::string histories_text_(const std::vector<zone_t> &zones) {
+    const std::vector<size_t> first = first_entries_(zones);
     std::ostringstream text;
-    size_t at = 0;
+    text << "    .hidden ZONE_HISTORIES\n" << object_("ZONE_HISTORIES", first.back() * sizeof(tz_info_t));
     for (size_t i = 0; i < zones.size(); ++i) {
         if (zones[i].same_as != i) continue;
         const size_t size = zones[i].history.size() * sizeof(tz_info_t);
         for (size_t j = i; j < zones.size(); ++j) {
             if (zones[j].same_as == i) text << object_(array_name(zones[j].name), size);
         }
-        text << "    .incbin \"zone_histories.bin\", " << at << ", " << size << "\n";
-        at += size;
+        text << "    .incbin \"zone_histories.bin\", " << first[i] * sizeof(tz_info_t) << ", " << size
+             << "\n";
     }
     return text.str();
 }
@@ -123,16 +137,18 @@ std::string ids_text_(const source_t &source, const std::vector<zone_t> &zones) 
     return text.str();
 }
 
+// The region table names its histories by a symbol of the library's own: pointers to the exported ones would
+// be looked up by name, one by one, whenever the library is loaded.
 std::string tables_text_(const source_t &source, const std::vector<zone_t> &zones,
                          const std::map<std::string, int> &aliases) {
     std::ostringstream text;
-    text << headline_(source) << "\n#include \"timezone/zonetab.h\"\n\nextern \"C\" {\n\n";
-    for (const zone_t &zone : zones) text << "extern const tz_info_t " << array_name(zone.name) << "[];\n";
-    text << "\nconst tz_region_t region_tab_[TZ_ID_MAX] = {\n";
+    const std::vector<size_t> first = first_entries_(zones);
+    text << headline_(source) << "\n#include \"timezone/zonetab.h\"\n\nextern \"C\" {\n\n"
+         << "const tz_region_t region_tab_[TZ_ID_MAX] = {\n";
     for (size_t i = 0; i < zones.size(); ++i) {
         const zone_t &zone = zones[i];
         text << "    {" << i << ", \"" << zone.name << "\", \"" << lower_case(zone.name) << "\", "
-             << zone.history.size() << ", " << array_name(zone.name) << "},\n";
+             << zone.history.size() << ", dv::impl::ZONE_HISTORIES + " << first[i] << "},\n";
     }
     text << "};\n\n}  // extern \"C\"\n\nnamespace dv::impl {\n\n"
          << "constexpr tz_alias_t _aliases[] = {\n";

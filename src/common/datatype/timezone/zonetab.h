@@ -36,6 +36,7 @@ extern const char ZONE_TABLES_RELEASE[];
 
 #define DV_HIDDEN [[gnu::visibility("hidden")]]
 extern "C" {
+DV_HIDDEN extern const tz_info_t ZONE_HISTORIES[];  // of all regions, one behind the other
 DV_HIDDEN extern const zone_year_t ZONE_YEAR_ROWS[];
 DV_HIDDEN extern const zone_year_rows_t ZONE_YEARS[];                  // ZONE_YEAR_COUNT for each history
 DV_HIDDEN extern const uint32_t ZONE_FIRST_YEARS[ZONE_ID_PAGES][256];  // where those of a zone begin
