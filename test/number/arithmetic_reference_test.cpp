@@ -40,6 +40,21 @@ TEST_P(NumberReference, AgreesInEveryModeOnEdgeOperands) {
     }
 }
 
+// x * (10^k / x) and its neighbours: the carry of a product that is rounded up may run through all its
+// digits.
+TEST(NumberArithmetic, CarriesProductsIntoPowersOfTen) {
+    number_source source(3);
+    for (long round = scaled(30'000); round > 0; --round) {
+        const int top = source.pick(0, 3) != 0 ? source.pick(-60, 60) : source.pick(124, 126);
+        const decimal_t x = decode(source.with_digits(source.pick(1, 38), top / 2 + source.pick(-9, 9)));
+        decimal_t y = twin_div({1, 0}, x, NUMBER_RMODE_TRUNC);
+        y.exponent += top;
+        const decimal_t unit{source.pick(-3, 3), top_position(y) - NUMBER_PRECISION_MAX + 1};
+        const decimal_t near = twin_add(y, unit, NUMBER_RMODE_TRUNC);
+        ASSERT_EQ(arithmetic_fault(operations[2], encode(x), encode(near), source.pick(0, 6)), "");
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Operations, NumberReference, testing::ValuesIn(operations),
                          [](const auto &param) { return param.param.name; });
 

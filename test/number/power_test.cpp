@@ -101,6 +101,23 @@ TEST(NumberPower, TakesTheStepsOfTheTwinForIntegralExponents) {
     ASSERT_EQ(arithmetic_fault(_pow, *_number_e, *_number_e, NUMBER_RMODE_HALF_UP), "");
 }
 
+// Roots of powers of ten whose powers in 38 digits, half up, arrive there from below: the carry runs through
+// all digits.
+TEST(NumberPower, CarriesIntoAPowerOfTenAsTheTwin) {
+    constexpr std::pair<const char *, const char *> roots[] = {
+        {"5.8780160722749128306661083050365554744", "13"},
+        {"1.9619273742801185661201711934082472949", "41"},
+        {"9.5585530946852914575108790123055440981", "51"},
+        {"1.6842831130116661411107138977171526557", "53"}};
+    for (const auto &[root, degree] : roots) {
+        number_t power = num(root);
+        const number_t n = num(degree);
+        number_pow(&power, &n);
+        EXPECT_EQ(power.size, 2) << describe(power);
+        for (int mode = 0; mode <= 6; ++mode) ASSERT_EQ(arithmetic_fault(_pow, num(root), n, mode), "");
+    }
+}
+
 // Half of the exponents have a binary fraction that ends: so every count of roots occurs.
 TEST(NumberPower, TakesTheStepsOfTheTwinForFractions) {
     number_source source(72);

@@ -79,7 +79,8 @@ void check_product_range_(const result_t &product) {
 }
 
 // limbs x 100^exponent with the digits that are kept of the third, in the form of a product_t. A pair of
-// leading zeros is as likely as none, so it is shifted out by masks.
+// leading zeros is as likely as none, so it is shifted out by masks. The carry of a rounding cannot leave the
+// first limb: factors of 38 digits are below 1 by a unit, so their product is below 1 by almost two.
 void keep_digits_(product_t &product, const limbs_t &limbs, const cut_result_t &cut) {
     constexpr uint64_t pair_place = LIMB_BASE / 100;
     uint64_t first = limbs.limb[0];
@@ -89,10 +90,6 @@ void keep_digits_(product_t &product, const limbs_t &limbs, const cut_result_t &
         third = 0;
         first += ++second / LIMB_BASE;
         second %= LIMB_BASE;
-        if (first >= LIMB_BASE) {
-            first = pair_place;
-            if (++product.exponent > NUMBER_EXPONENT_MAX) raise_rounding_overflow();
-        }
     }
     const uint64_t is_shifted = first < pair_place ? ~uint64_t{0} : 0;
     const uint64_t factor = 1 + (99 & is_shifted);
@@ -177,17 +174,10 @@ inline bool multiply_short_(number_t &x, const number_t &y) {
 
 bool dv::impl::read_product(product_t &product, const number_t &x) {
     const number_head_t head = read_head(x);
-    const record_limbs_t limbs = load_limbs(x, head);
+    product = {head.sign, head.exponent, load_limbs(x, head)};
+    const record_limbs_t &limbs = product.limbs;
     if (limbs.first < LIMB_BASE / 100 || limbs.first >= LIMB_BASE) return false;
-    product = {head.sign, head.exponent, limbs};
-    const result_t result = {
-        head.sign, head.exponent, {{limbs.first, limbs.second, limbs.last * 100'000'000}}, false};
-    cut_result_t cut = cut_result(result.limbs);
-    if (cut.dropped == 0) [[likely]]
-        return true;
-    cut.kept += rounds_away(result, cut, current_rmode()) ? 1 : 0;
-    keep_digits_(product, result.limbs, cut);
-    return true;
+    return cut_result({{limbs.first, limbs.second, limbs.last * 100'000'000}}).dropped == 0;
 }
 
 void dv::impl::multiply_product(product_t &x, const product_t &y) {

@@ -16,7 +16,8 @@ struct product_t {
     record_limbs_t limbs;  // at most 38 digits, the first pair not 0
 };
 
-// A record that is not zero, times 1. False: its first digit is 0, which no canonical record has.
+// From a record that is not zero. False: its first digit is 0 or it has more than 38 digits, which no
+// canonical record has.
 bool read_product(product_t &product, const number_t &x);
 
 // x *= y; raises -5068 and -5069 as number_mul.
