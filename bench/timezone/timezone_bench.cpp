@@ -355,13 +355,16 @@ void zone_by_name_(benchmark::State &state) {
 }
 
 template <typename L>
-void register_conversions_(const std::string &prefix) {
+void register_conversions_(const char *prefix) {
+    const auto name = [&](const char *operation, const char *zone, times_e times) {
+        std::string text = prefix;
+        text.append(operation).append(strrchr(zone, '/')).append("_").append(times_name_(times));
+        return text.append("/").append(L::name);
+    };
     for (const char *zone : {"America/New_York", "Asia/Seoul"}) {
         for (const times_e times : {times_e::RECENT, times_e::OLD, times_e::IN_ORDER}) {
-            const std::string behind =
-                std::string(strrchr(zone, '/')) + "_" + times_name_(times) + "/" + L::name;
-            benchmark::RegisterBenchmark((prefix + "to_local" + behind).c_str(), to_local_<L>, zone, times);
-            benchmark::RegisterBenchmark((prefix + "to_utc" + behind).c_str(), to_utc_<L>, zone, times);
+            benchmark::RegisterBenchmark(name("to_local", zone, times).c_str(), to_local_<L>, zone, times);
+            benchmark::RegisterBenchmark(name("to_utc", zone, times).c_str(), to_utc_<L>, zone, times);
         }
     }
 }
