@@ -49,19 +49,22 @@ struct fields_t {
 
 struct form_t {
     const char *name, *model, *posix;
-    bool has_clock;
+    bool has_clock, has_day_first;
 };
-constexpr form_t _iso = {"iso", "YYYY-MM-DD HH24:MI:SS", "%Y-%m-%d %H:%M:%S", true};
-constexpr form_t _month_name = {"month_name", "DD-MON-YYYY", "%d-%b-%Y", false};
+constexpr form_t _iso = {"iso", "YYYY-MM-DD HH24:MI:SS", "%Y-%m-%d %H:%M:%S", true, false};
+constexpr form_t _day_first = {"day_first", "DD/MM/YYYY HH24:MI:SS", "%d/%m/%Y %H:%M:%S", true, true};
+constexpr form_t _month_name = {"month_name", "DD-MON-YYYY", "%d-%b-%Y", false, true};
 
 std::string printf_(const fields_t &f, const form_t &form) {
     char text[80];
-    if (form.has_clock) {
-        std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", f.year, f.month, f.day, f.hour,
-                      f.minute, f.second);
-    } else {
+    if (!form.has_clock) {
         std::snprintf(text, sizeof text, "%02d-%s-%04d", f.day, _months[f.month - 1], f.year);
+        return text;
     }
+    const char *format =
+        form.has_day_first ? "%02d/%02d/%04d %02d:%02d:%02d" : "%04d-%02d-%02d %02d:%02d:%02d";
+    const int first = form.has_day_first ? f.day : f.year, third = form.has_day_first ? f.year : f.day;
+    std::snprintf(text, sizeof text, format, first, f.month, third, f.hour, f.minute, f.second);
     return text;
 }
 
@@ -182,13 +185,21 @@ struct fmt_t {
     explicit fmt_t(const form_t &of) : form(of) {}
     static value make(const fields_t &f) { return f; }
     const char *write(const value &v) {
-        char *const end =
-            form.has_clock
-                ? fmt::format_to(text, FMT_COMPILE("{:04}-{:02}-{:02} {:02}:{:02}:{:02}"), v.year, v.month,
-                                 v.day, v.hour, v.minute, v.second)
-                : fmt::format_to(text, FMT_COMPILE("{:02}-{}-{:04}"), v.day, _months[v.month - 1], v.year);
-        *end = '\0';
+        *write_(v) = '\0';
         return text;
+    }
+
+  private:
+    char *write_(const value &v) {
+        if (!form.has_clock) {
+            return fmt::format_to(text, FMT_COMPILE("{:02}-{}-{:04}"), v.day, _months[v.month - 1], v.year);
+        }
+        if (form.has_day_first) {
+            return fmt::format_to(text, FMT_COMPILE("{:02}/{:02}/{:04} {:02}:{:02}:{:02}"), v.day, v.month,
+                                  v.year, v.hour, v.minute, v.second);
+        }
+        return fmt::format_to(text, FMT_COMPILE("{:04}-{:02}-{:02} {:02}:{:02}:{:02}"), v.year, v.month,
+                              v.day, v.hour, v.minute, v.second);
     }
 };
 #endif
@@ -345,7 +356,7 @@ void add_to_month_() {
 }
 
 void add_all_() {
-    for (const form_t *form : {&_iso, &_month_name}) {
+    for (const form_t *form : {&_iso, &_day_first, &_month_name}) {
         add_write_<dvtypes_t>(*form);
         add_write_<libc_t>(*form);
         add_read_<dvtypes_t>(*form);

@@ -148,29 +148,6 @@ dv_timestamp_t any_record_(number_source &source) {
     return ts;
 }
 
-// Most texts are right or nearly: some characters replaced, left out or put in.
-std::string damaged_(number_source &source, std::string text) {
-    constexpr std::string_view pool("0123456789012345678901234567890-/.:,T+ \t\n\r\0\x80\xFFx", 49);
-    for (int changes = source.pick(-2, 3); changes > 0; --changes) {
-        const auto at = static_cast<size_t>(source.pick(0, static_cast<int>(text.size())));
-        const std::string c(1, pool[static_cast<size_t>(source.pick(0, static_cast<int>(pool.size()) - 1))]);
-        switch (source.pick(0, 5)) {
-            case 0:
-                text = text.substr(0, at) + c + text.substr(at);
-                break;
-            case 1:
-                text = text.substr(0, at);
-                break;
-            case 2:
-                text = text.substr(0, at) + (at < text.size() ? text.substr(at + 1) : "");
-                break;
-            default:
-                if (at < text.size()) text[at] = c[0];
-        }
-    }
-    return text.empty() ? " " : text;
-}
-
 template <typename Type>
 void compare_writing_(const std::string &model, int precision, number_source &source) {
     const road_pair_t roads(model, /*is_reading=*/false, source.pick(0, 3) == 0, source.pick(0, 3) == 0);
@@ -194,7 +171,7 @@ void compare_reading_(const std::string &model, int precision, number_source &so
         const dv_timestamp_t ts = any_record_(source);
         char right[80] = "1";
         raise_of([&] { dv_timestamp_to_str(&ts, right, 80, &full.ctx, source.pick(0, 9)); });
-        const std::string text = damaged_(source, right);
+        const std::string text = damaged(source, right);
         ASSERT_EQ(read_<Type>(roads.straight.ctx, text, precision),
                   read_<Type>(roads.walked.ctx, text, precision))
             << model << ", precision " << precision << ": " << testing::PrintToString(text);

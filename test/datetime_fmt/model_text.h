@@ -49,6 +49,29 @@ inline int read(const compiled_model &model, std::string_view text, dv_date_t &d
                     error);
 }
 
+// Most texts are right or nearly: some characters replaced, left out or put in.
+inline std::string damaged(number_source &source, std::string text) {
+    static constexpr char pool[] = "0123456789012345678901234567890-/.:,T+ \t\n\r\0\x80\xFFx";
+    for (int changes = source.pick(-2, 3); changes > 0; --changes) {
+        const auto at = static_cast<size_t>(source.pick(0, static_cast<int>(text.size())));
+        const char c = pool[source.pick(0, static_cast<int>(sizeof pool) - 2)];
+        switch (source.pick(0, 5)) {
+            case 0:
+                text.insert(at, 1, c);
+                break;
+            case 1:
+                text.resize(at);
+                break;
+            case 2:
+                text.erase(at, 1);
+                break;
+            default:
+                if (at < text.size()) text[at] = c;
+        }
+    }
+    return text.empty() ? " " : text;
+}
+
 }  // namespace dv::test
 
 #endif  // DV_TEST_MODEL_TEXT_H

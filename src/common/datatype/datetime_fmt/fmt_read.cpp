@@ -137,8 +137,8 @@ number_field_t dv::impl::find_number(const dt_fmt_parse_ctx_t &ctx, int width) {
     return number;
 }
 
-int dv::impl::take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width, error_at missing,
-                          error_at wrong_width) {
+int dv::impl::take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width, const error_at &missing,
+                          const error_at &wrong_width) {
     const number_field_t number = find_number(ctx, width);
     if (number.digit_count == 0 || number.is_negative) raise_field_text(ctx, field, missing);
     if (is_exact(ctx) && number.digit_count != width) raise(wrong_width);

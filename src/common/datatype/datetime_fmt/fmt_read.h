@@ -55,8 +55,8 @@ number_field_t find_number(const dt_fmt_parse_ctx_t &ctx, int width);
 // The number of an element that takes no "-", and the cursor moved behind it. The two faults are raised at
 // the given place: -5113 with the field's name when there is none, -5088 when FX is in force and it has not
 // as many digits as the element.
-int take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width, error_at missing,
-                error_at wrong_width);
+int take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width, const error_at &missing,
+                const error_at &wrong_width);
 
 // Raises -5113 (field, the text at the cursor, the whole text), or with another text in the place of the
 // second.

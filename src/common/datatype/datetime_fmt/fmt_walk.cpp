@@ -2,8 +2,7 @@
 
 #include "fmt_walk.h"
 
-#include "digits.h"
-#include "fmt_write.h"
+#include "usual_element.h"
 
 using namespace dv::impl;
 
@@ -36,69 +35,16 @@ bool needs_present_(const dt_fmt_ctx_t &model) {
 }
 static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);  // MM, MON, MONTH, RM
 
-// ---------------------------------------------------------------------------------------------------------
-// The elements of most models, in place; DD-MON-YYYY takes a third longer without (bench/datetime_fmt,
-// write). False: nothing is written, the writer of all elements must do it.
-// ---------------------------------------------------------------------------------------------------------
-
-bool put_pair_(dt_fmt_parse_ctx_t &ctx, uint32_t number) {
-    if (number > 99 || room_of(ctx) < 2) return false;
-    store_text<uint16_t>(ctx.str + ctx.str_idx, digit_pair(number));
-    ctx.str_idx += 2;
-    return true;
-}
-
-bool put_usual_(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {
-    switch (ctx.cur_token_info->id) {
-        case DT_FMT_TOKEN_YYYY: {
-            const uint32_t century = date.century - uint32_t{DATE_YEAR_EXCESS};  // above 99 BC
-            const uint32_t year = date.year - uint32_t{DATE_YEAR_EXCESS};
-            return year < 100 && room_of(ctx) >= 4 && put_pair_(ctx, century) && put_pair_(ctx, year);
-        }
-        case DT_FMT_TOKEN_MM:
-            return put_pair_(ctx, date.month);
-        case DT_FMT_TOKEN_DD:
-            return put_pair_(ctx, date.day);
-        default:
-            return false;
-    }
-}
-
-bool put_usual_(dt_fmt_parse_ctx_t &ctx, const dv_time_t &time) {
-    switch (ctx.cur_token_info->id) {
-        case DT_FMT_TOKEN_HH24:
-            return put_pair_(ctx, time.hour);
-        case DT_FMT_TOKEN_MI:
-            return put_pair_(ctx, time.minute);
-        case DT_FMT_TOKEN_SS:
-            return put_pair_(ctx, time.second);
-        default:
-            return false;
-    }
-}
-
-bool put_character_(dt_fmt_parse_ctx_t &ctx) {
-    const std::string_view text = text_of(*ctx.cur_token_info);
-    if (text.size() != 1 || room_of(ctx) < 1) return false;
-    ctx.str[ctx.str_idx++] = text.front();
-    return true;
-}
-
-bool is_plain_(const dt_fmt_token_info_t &element) {
-    return (element.sfx_type | element.is_fill_mode) == DT_FMT_SUFFIX_NONE;
-}
-
 conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value) {
-    const bool is_plain = is_plain_(*ctx.cur_token_info);
     switch (ctx.cur_token_info->type) {
         case DT_FMT_TYPE_DATE:
-            if (is_plain && put_usual_(ctx, *value.date)) return CONV_STATUS_WHOLE;
+            if (put_usual_field(ctx, *value.date)) return CONV_STATUS_WHOLE;
             return dt_fmt_write_date(&ctx, value.date);
         case DT_FMT_TYPE_TIME:
-            if (is_plain && put_usual_(ctx, *value.time)) return CONV_STATUS_WHOLE;
+            if (put_usual_field(ctx, *value.time)) return CONV_STATUS_WHOLE;
             return dt_fmt_write_time(&ctx, value.time, value.fprec);
         case DT_FMT_TYPE_PUNC:
-            return put_character_(ctx) ? CONV_STATUS_WHOLE : dt_fmt_write_punc_token(&ctx);
+            return put_character(ctx) ? CONV_STATUS_WHOLE : dt_fmt_write_punc_token(&ctx);
         case DT_FMT_TYPE_TZ:
             return value.zone != nullptr ? dt_fmt_write_tz(&ctx, value.zone) : CONV_STATUS_WHOLE;
         default:
@@ -145,13 +91,15 @@ void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &va
         if (!has_element_(value, *ctx.cur_token_info)) raise(refused);
         switch (ctx.cur_token_info->type) {
             case DT_FMT_TYPE_DATE:
-                dt_fmt_parse_date(&ctx, value.date);
+                if (!take_usual_field(ctx, *value.date)) dt_fmt_parse_date(&ctx, value.date);
                 break;
             case DT_FMT_TYPE_TIME:
-                dt_fmt_parse_time(&ctx, value.time, value.fprec, &i);
+                if (!take_usual_field(ctx, *value.time)) {
+                    dt_fmt_parse_time(&ctx, value.time, value.fprec, &i);
+                }
                 break;
             case DT_FMT_TYPE_PUNC:
-                dt_fmt_parse_punc_token(&ctx, &i);
+                if (!take_character(ctx, i)) dt_fmt_parse_punc_token(&ctx, &i);
                 break;
             case DT_FMT_TYPE_TZ:
                 if (value.zone != nullptr) dt_fmt_parse_tz(&ctx, value.zone);

@@ -1,5 +1,5 @@
-// Elements that the walk writes in place beside the writers of all elements, and names beside the ones that
-// are fetched into the working context: the same bytes, the same ends.
+// Elements that the walk writes and reads in place beside the exported writers and readers of all elements,
+// and names beside those fetched into the working context: the same bytes, the same ends, the same errors.
 
 #include <gtest/gtest.h>
 
@@ -20,10 +20,17 @@ constexpr const char *_models[] = {
     "SYYYY YYY YY RRRR HH12 SSSSS DDD Q",
 };
 
+// Each holds the year and the month, so that the present is not looked at.
+constexpr const char *_readable_models[] = {
+    "DD-MM-YYYY HH24:MI",      "MM/DD/YYYY\"  \"SS",          "YYYY MM DD HH24 MI SS",
+    "FXDD-MM-YYYY HH24:MI:SS", "DD.MM.YYYY\nHH24,MI-SS.FF",   "AD YYYY/MM-DD",
+    "DDMMYYYYHH24MISS",        "DD- MM\"T\"YYYYFM HH24 FXMI", "YYYY+MM DD-HH12:MI PM",
+};
+
 struct text_t {
     int code = 0;
     long status = CONV_STATUS_WHOLE;
-    std::string bytes;
+    std::string bytes, error;
     bool operator==(const text_t &) const = default;
 };
 
@@ -51,12 +58,33 @@ conv_status_t write_all_(const dt_fmt_ctx_t &model, const dv_timestamp_t &ts, ch
     return CONV_STATUS_WHOLE;
 }
 
+conv_status_t read_all_(const dt_fmt_ctx_t &model, char *text, int size, char *to) {
+    auto &date = *reinterpret_cast<dv_date_t *>(to);
+    auto &time = *reinterpret_cast<dv_time_t *>(to + 4);
+    date = make_date(1, 1, 1);
+    std::memset(&time, 0, sizeof time);
+    dt_fmt_parse_ctx_t ctx;
+    dt_parse_ctx_init(&ctx, &model, text, size, nullptr, 0, /*is_from_str=*/1);
+    for (int i = 0; i < model.token_cnt; ++i) {
+        ctx.cur_token_info = &model.token_infos[i];
+        if (ctx.cur_token_info->type == DT_FMT_TYPE_DATE) dt_fmt_parse_date(&ctx, &date);
+        if (ctx.cur_token_info->type == DT_FMT_TYPE_TIME) dt_fmt_parse_time(&ctx, &time, 9, &i);
+        if (ctx.cur_token_info->type == DT_FMT_TYPE_PUNC) dt_fmt_parse_punc_token(&ctx, &i);
+    }
+    dt_fmt_check_ddd(&ctx, &date);
+    dt_parse_check_input_trailing_space(&ctx);
+    dv_date_is_valid(&date);
+    return CONV_STATUS_WHOLE;
+}
+
 template <typename Write>
 text_t text_of_(int size, Write write) {
     const guarded block(static_cast<size_t>(size));
     std::memset(block.text(), '~', static_cast<size_t>(size));
     text_t text;
-    text.code = raise_of([&] { text.status = write(block.text()); });
+    dv_error_t error{};
+    text.code = raise_of([&] { text.status = write(block.text()); }, &error);
+    text.error = text.code == 0 ? "" : error.message;
     text.bytes.assign(block.text(), static_cast<size_t>(size));
     EXPECT_TRUE(block.intact());
     return text;
@@ -64,7 +92,7 @@ text_t text_of_(int size, Write write) {
 
 }  // namespace
 
-TEST(WriteWalk, WritesInPlaceWhatTheWritersOfAllElementsWrite) {
+TEST(UsualElement, IsWrittenAsItsWriterWritesIt) {
     const assertion_watch quiet;  // records of any bytes make assertions fail
     number_source source(1);
     for (const char *model_text : _models) {
@@ -84,8 +112,33 @@ TEST(WriteWalk, WritesInPlaceWhatTheWritersOfAllElementsWrite) {
     }
 }
 
+TEST(UsualElement, IsReadAsItsReaderReadsIt) {
+    number_source source(3);
+    int right = 0;
+    for (const char *model_text : _readable_models) {
+        const compiled_model model = reading(model_text, DV_TYPE_TIMESTAMP), writer = writing(model_text);
+        for (long round = scaled(20'000); round > 0; --round) {
+            const dv_date_t date = random_date(source);
+            const std::string text = damaged(source, written(writer, date));
+            const guarded block(text.size(), text.data());
+            const text_t got = text_of_(sizeof(dv_timestamp_t), [&](char *to) {
+                auto &ts = *reinterpret_cast<dv_timestamp_t *>(to);
+                dv_timestamp_from_str(&ts, block.text(), static_cast<int>(text.size()), &model.ctx, 9);
+                return CONV_STATUS_WHOLE;
+            });
+            const text_t want = text_of_(sizeof(dv_timestamp_t), [&](char *to) {
+                return read_all_(model.ctx, block.text(), static_cast<int>(text.size()), to);
+            });
+            ASSERT_TRUE(got == want) << model_text << ": " << testing::PrintToString(text) << got.error
+                                     << want.error;
+            right += got.code == 0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(right, scaled(20'000));
+}
+
 // Every name of every language in every character set and letter case, in buffers of any length.
-TEST(WriteWalk, WritesNamesAsTheyAreFetchedAndPadded) {
+TEST(UsualElement, IsANameAsItIsFetchedAndPadded) {
     struct list_t {
         const char *models[3];  // by letter case
         char *(*get)(dt_fmt_parse_ctx_t *, int, int);
