@@ -84,12 +84,27 @@ std::string disturbed_(number_source &source, std::string text) {
     return text;
 }
 
+// Compiled in a way of their own, too.
+void expect_record_of_plain_(const std::string &model) {
+    const std::string signed_model = model + "MI";
+    number_parse_result_t plain{}, other{};
+    const int code = raise_of([&] { number_fmt_parse(model.c_str(), &plain); });
+    ASSERT_EQ(raise_of([&] { number_fmt_parse(signed_model.c_str(), &other); }), code) << model;
+    ASSERT_EQ(plain.sign_type + (code == 0 ? 1 : 0), other.sign_type) << model;
+    ASSERT_EQ(std::memcmp(plain.fmt_dig, other.fmt_dig, sizeof plain.fmt_dig), 0) << model;
+    ASSERT_EQ(std::tie(plain.fm_present, plain.currency_type, plain.pos_msd, plain.pos_lsd),
+              std::tie(other.fm_present, other.currency_type, other.pos_msd, other.pos_lsd))
+        << model;
+    ASSERT_EQ(plain.power_to_raise | plain.in_hexadecimal | plain.in_sciform, 0) << model;
+}
+
 // Plain models are read under in a way of their own, from which a sign element, which no reader looks at,
 // bars them.
 TEST(NumberModel, PlainOnesReadAsAllOthers) {
     number_source source(61);
     for (long round = scaled(150'000); round > 0; --round) {
         const std::string model = plain_model_(source);
+        ASSERT_NO_FATAL_FAILURE(expect_record_of_plain_(model));
         const number_t x = source.with_digits(source.pick(1, 12), source.pick(-3, 9));
         const std::string text = disturbed_(source, write_under(x, model));
         ASSERT_EQ(read_under(text, model), read_under(text, model + "MI")) << text << " under " << model;

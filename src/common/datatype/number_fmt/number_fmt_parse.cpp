@@ -4,7 +4,8 @@
 // sign, end. Each element is a row of one table: the phase in which it stands, the one behind it, what it may
 // not follow and what it adds to the record. A phase that has no element for a character hands it on to the
 // next and is never entered again; so "the first row from this phase on that begins with this character" is
-// all that the scan needs to know, and that is a table of its own, computed from the rows.
+// all that the scan needs to know, and that is a table of its own, computed from the rows. Plain models are
+// compiled without it (plain_model.h).
 
 #include <algorithm>
 #include <array>
@@ -12,7 +13,7 @@
 #include <iterator>
 
 #include "../error.h"
-#include "number_fmt_internal.h"
+#include "plain_model.h"
 
 using namespace dv::impl;
 
@@ -191,6 +192,8 @@ whole_model_e dv::impl::whole_model(std::string_view model) {
 }
 
 int dv::impl::compile_model(std::string_view model, number_parse_result_t &pr) {
+    const int plain_elements = compile_plain_model(model, pr);
+    if (plain_elements != 0) return plain_elements;
     if (model.size() > NUMBER_FMT_MAX) raise_in_parse_(ERR_NUMBER_FORMAT);
     scan_t scan;
     scan.rest = model;

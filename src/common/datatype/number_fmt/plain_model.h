@@ -1,19 +1,17 @@
-// Reading under plain models: [ "FM" ] and up to 32 of "9", "0", "," and ".", such as 999,999,990.99.
+// Plain models, compiled and read under: [ "FM" ] and up to 32 of "9", "0", "," and ".", such as
+// 999,999,990.99.
 //
 // What stands where in model and text is a bit for each character, 9s and 0s, commas and points apart. The
 // bits of the model are moved to where its point meets that of the text, or its end:
 //
-//   model            9 9 9 , 9 9 9 , 9 9 0 . 9 9
-//   text             _ _ - 1 , 2 3 4 . 5
-//   model at text    9 , 9 9 9 , 9 9 0 . 9 9
+//   model   9 9 9 , 9 9 9 , 9 9 0 . 9 9
+//   text          _ _ - 1 , 2 3 4 . 5
 //
-// The text has digits, commas and the point where the model has, and every element in front of it is one that
-// may stay empty.
-//
-// Then the commas are taken out of the text, and its digits are stored as those of plain numeric text.
-// Neither the model nor the text is walked, and nothing branches on lengths, sign and commas
-// (bench/number_fmt, read). Anything else is left to the compiler of models and the reader under any of them,
-// right or wrong.
+// The text must have digits, commas and the point where the model has them, and every element in front of it
+// must be one that may stay empty. Then the commas are taken out of the text, and its digits are stored as
+// those of plain numeric text. Neither the model nor the text is walked, and nothing branches on lengths,
+// sign and commas (bench/number_fmt). Anything else is left to the compiler of models and to the reader under
+// any of them, right or wrong.
 
 #ifndef DV_NUMBER_FMT_PLAIN_MODEL_H
 #define DV_NUMBER_FMT_PLAIN_MODEL_H
@@ -57,6 +55,18 @@ inline model_bits_t load_model(std::string_view model) {
             first.commas | last.commas << behind, first.points | last.points << behind};
 }
 
+// Nothing but such elements, one point at most, and no comma behind it?
+inline bool is_plain_model(const model_bits_t &elements, size_t size, unsigned point) {
+    const uint64_t all = elements.nines | elements.zeros | elements.commas | elements.points;
+    return all == bits_up_to(size) && (elements.points & (elements.points - 1)) == 0 &&
+           elements.commas >> point == 0;
+}
+
+// Where the point of a model is, or its end.
+inline unsigned model_point_of(const model_bits_t &elements, size_t size) {
+    return static_cast<unsigned>(std::countr_zero(elements.points | uint64_t{1} << size));
+}
+
 inline std::string_view without_fm(std::string_view model) {
     if (model.size() > 2 && to_upper(model[0]) == 'F' && to_upper(model[1]) == 'M') model.remove_prefix(2);
     return model;
@@ -86,6 +96,24 @@ inline bool take_out_commas(bytes16_t &digits, uint64_t commas) {
     return commas == 0;
 }
 
+// compile_model of a plain model; 0, and nothing stored, of any other.
+inline int compile_plain_model(std::string_view model, number_parse_result_t &pr) {
+    const std::string_view elements = without_fm(model);
+    const size_t size = elements.size();
+    if (size == 0 || size > PLAIN_MODEL_MAX) return 0;
+    const model_bits_t bits = load_model(elements);
+    const unsigned point = model_point_of(bits, size);
+    if (!is_plain_model(bits, size, point)) return 0;
+
+    const uint64_t digits = bits.nines | bits.zeros;
+    pr = {};
+    memcpy(pr.fmt_dig, elements.data(), size);
+    pr.fm_present = size != model.size() ? 1 : 0;
+    pr.pos_msd = std::popcount(digits & bits_up_to(point)) - 1;
+    pr.pos_lsd = -std::popcount(digits >> point);
+    return static_cast<int>(size);
+}
+
 // False: nothing is stored.
 inline bool read_under_plain_model(number_t &x, std::string_view text, std::string_view model) {
     model = without_fm(model);
@@ -104,12 +132,8 @@ inline bool read_under_plain_model(number_t &x, std::string_view text, std::stri
     if ((are_digits | commas | points) != shown || are_digits == 0 || begins_with_comma) return false;
 
     const model_bits_t elements = load_model(model);
-    const uint64_t all = elements.nines | elements.zeros | elements.commas | elements.points;
-    const auto model_point =
-        static_cast<unsigned>(std::countr_zero(elements.points | uint64_t{1} << model.size()));
-    if (all != bits_up_to(model.size()) || (elements.points & (elements.points - 1)) != 0 ||
-        elements.commas >> model_point != 0)
-        return false;
+    const unsigned model_point = model_point_of(elements, model.size());
+    if (!is_plain_model(elements, model.size(), model_point)) return false;
 
     const auto point = static_cast<unsigned>(std::countr_zero(points | uint64_t{1} << text.size()));
     // Bits of the text and of the model at it; the model may begin as far as its length in front.
@@ -131,6 +155,7 @@ inline bool read_under_plain_model(number_t &x, std::string_view text, std::stri
 
 #else
 
+inline int compile_plain_model(std::string_view, number_parse_result_t &) { return 0; }
 inline bool read_under_plain_model(number_t &, std::string_view, std::string_view) { return false; }
 
 #endif
