@@ -60,11 +60,14 @@ inline bool add_short_(number_t &x, const number_t &y) {
     const int64_t a = signed_digits_(x, x_head.count) << (8 * (x_weight - weight));
     const int64_t b = signed_digits_(y, y_head.count) << (8 * (y_weight - weight));
     const int64_t sum = is_add ? a + b : a - b;
-    if (sum == 0) return store_zero(x), true;
     const auto sign = static_cast<uint64_t>(sum >> 63);
     const uint64_t adds = x_head.sign ^ y_head.sign ^ (is_add ? ~uint64_t{0} : 0);
     const uint64_t magnitude = (static_cast<uint64_t>(sum) ^ sign) - sign;
     const uint64_t digits = give_gaps_back_(magnitude + (_carry_gaps & adds));
+    if (digits == 0) {
+        store_zero(x);
+        return true;
+    }
     const int leading_zeros = leading_zero_bytes(digits);
     store_coef(x, sign, weight + COEF_WORD_DIGITS - leading_zeros,
                short_coef{{digits << (8 * leading_zeros)}});
