@@ -11,11 +11,12 @@
 #ifndef DV_NUMBER_COEF_H
 #define DV_NUMBER_COEF_H
 
-#if defined(__x86_64__)
+#include "../machine.h"
+#include "number_layout.h"
+
+#if DV_HAS_X86_64
 #include <immintrin.h>
 #endif
-
-#include "number_layout.h"
 
 namespace dv::impl {
 
@@ -24,7 +25,7 @@ inline constexpr uint64_t COEF_CARRY_GAP = 256 - 100;  // what a byte holds more
 
 // sum = a + b + carry; returns the carry. Carries are 0 or 1.
 constexpr uint64_t add_words(uint64_t a, uint64_t b, uint64_t carry, uint64_t &sum) {
-#if defined(__x86_64__)
+#if DV_HAS_X86_64
     if (!std::is_constant_evaluated()) {
         unsigned long long machine_sum = 0;
         carry = _addcarry_u64(static_cast<unsigned char>(carry), a, b, &machine_sum);

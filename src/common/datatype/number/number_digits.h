@@ -1,16 +1,12 @@
 // Sixteen digit bytes of a record at once: two limbs out of them, and two limbs into them.
 //
-// The plain functions go through words (number_layout.h, number_limb.h). x86-64 always has SSE2, where the
-// same steps run over all sixteen digits in one register; the bytes need no reversal there, since neighbours
-// are combined by weights: 100 and 1, then 10^4 and 1, then 10^8 and 1. Both give the same for any bytes.
-// (Benchmarks mul/long and div/long: half the instructions of the words.)
+// The plain functions go through words (number_layout.h, number_limb.h). In vectors the same steps run over
+// all sixteen digits in one register; the bytes need no reversal there, since neighbours are combined by
+// weights: 100 and 1, then 10^4 and 1, then 10^8 and 1. Both give the same for any bytes. (Benchmarks
+// mul/long and div/long: half the instructions of the words.)
 
 #ifndef DV_NUMBER_DIGITS_H
 #define DV_NUMBER_DIGITS_H
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 #include "number_limb.h"
 
@@ -44,45 +40,33 @@ inline int store_limbs(uint8_t *bytes, uint64_t sign, two_limbs_t limbs) {
 
 }  // namespace plain
 
-#if defined(__SSE2__)
+#if DV_HAS_VECTOR_BYTES
 
-namespace sse2 {
+namespace vectors {
 
-// Ones in front, zeros behind: read `count` bytes before the middle, it masks the first `count` bytes.
-struct alignas(64) digit_mask_window_t {
-    uint8_t byte[2 * DIGIT_COUNT_MODULUS];
-};
-inline constexpr digit_mask_window_t DIGIT_MASK_WINDOW = [] {
-    digit_mask_window_t window{};
-    for (unsigned i = 0; i < DIGIT_COUNT_MODULUS; ++i) window.byte[i] = 0xFF;
-    return window;
-}();
-
-inline __m128i load_16_(const uint8_t *p) { return _mm_loadu_si128(reinterpret_cast<const __m128i *>(p)); }
-inline __m128i load_4_(const uint8_t *p) {
+inline bytes16_t load_4_(const uint8_t *p) {
     int v = 0;
     memcpy(&v, p, sizeof v);
     return _mm_cvtsi32_si128(v);
 }
 
 // Digit bytes of four digits each as numbers below 10^8.
-inline __m128i groups_of_four_(__m128i bytes, __m128i sign, __m128i mask) {
-    const __m128i digits = _mm_and_si128(
+inline bytes16_t groups_of_four_(bytes16_t bytes, bytes16_t sign, bytes16_t mask) {
+    const bytes16_t digits = _mm_and_si128(
         _mm_sub_epi8(_mm_xor_si128(_mm_xor_si128(bytes, _mm_set1_epi8(-128)), sign), sign), mask);
     // The first of two digits times 100, as the upper half of its product with 100 * 256 (GCC makes shifts
     // and additions of a plain product with 100).
-    const __m128i hundreds = _mm_mulhi_epu16(_mm_slli_epi16(digits, 8), _mm_set1_epi16(100 << 8));
-    const __m128i by_2 = _mm_add_epi16(hundreds, _mm_srli_epi16(digits, 8));
+    const bytes16_t hundreds = _mm_mulhi_epu16(_mm_slli_epi16(digits, 8), _mm_set1_epi16(100 << 8));
+    const bytes16_t by_2 = _mm_add_epi16(hundreds, _mm_srli_epi16(digits, 8));
     return _mm_madd_epi16(by_2, _mm_set1_epi32(1 << 16 | 10'000));
 }
 
 inline record_limbs_t load_limbs(const number_t &x, const number_head_t &head) {
-    const uint8_t *const mask = DIGIT_MASK_WINDOW.byte + DIGIT_COUNT_MODULUS -
-                                static_cast<unsigned>(head.count) % DIGIT_COUNT_MODULUS;
-    const __m128i sign = _mm_set1_epi64x(static_cast<int64_t>(head.sign));
-    const __m128i groups = groups_of_four_(load_16_(x.coef), sign, load_16_(mask));
-    const __m128i last = groups_of_four_(load_4_(x.coef + 16), sign, load_4_(mask + 16));
-    const __m128i limbs =
+    const unsigned count = static_cast<unsigned>(head.count) % DIGIT_COUNT_MODULUS;
+    const bytes16_t sign = _mm_set1_epi64x(static_cast<int64_t>(head.sign));
+    const bytes16_t groups = groups_of_four_(load_vector(x.coef), sign, in_front_of(count));
+    const bytes16_t last = groups_of_four_(load_4_(x.coef + 16), sign, in_front_of(count, 1));
+    const bytes16_t limbs =
         _mm_add_epi64(_mm_mul_epu32(groups, _mm_set1_epi32(100'000'000)), _mm_srli_epi64(groups, 32));
     return {static_cast<uint64_t>(_mm_cvtsi128_si64(limbs)),
             static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(limbs, limbs))),
@@ -96,31 +80,30 @@ inline uint64_t halves_(uint64_t limb) {
 }
 
 inline int store_limbs(uint8_t *bytes, uint64_t sign, two_limbs_t limbs) {
-    const __m128i by_8 = _mm_set_epi64x(static_cast<int64_t>(halves_(limbs.second)),
-                                        static_cast<int64_t>(halves_(limbs.first)));
+    const bytes16_t by_8 = join_halves(halves_(limbs.first), halves_(limbs.second));
     // x * 109951163 >> 40 is x / 10^4 for every x below 10^8, x * 5243 >> 19 is x / 100 below 10^4.
-    const __m128i reciprocal = _mm_set1_epi32(109'951'163);
-    const __m128i even = _mm_srli_epi64(_mm_mul_epu32(by_8, reciprocal), 40);
-    const __m128i odd = _mm_srli_epi64(_mm_mul_epu32(_mm_srli_epi64(by_8, 32), reciprocal), 40);
-    const __m128i upper = _mm_or_si128(even, _mm_slli_epi64(odd, 32));
-    const __m128i lower = _mm_sub_epi32(by_8, _mm_madd_epi16(upper, _mm_set1_epi32(10'000)));
-    const __m128i by_4 = _mm_or_si128(upper, _mm_slli_epi32(lower, 16));
-    const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
+    const bytes16_t reciprocal = _mm_set1_epi32(109'951'163);
+    const bytes16_t even = _mm_srli_epi64(_mm_mul_epu32(by_8, reciprocal), 40);
+    const bytes16_t odd = _mm_srli_epi64(_mm_mul_epu32(_mm_srli_epi64(by_8, 32), reciprocal), 40);
+    const bytes16_t upper = _mm_or_si128(even, _mm_slli_epi64(odd, 32));
+    const bytes16_t lower = _mm_sub_epi32(by_8, _mm_madd_epi16(upper, _mm_set1_epi32(10'000)));
+    const bytes16_t by_4 = _mm_or_si128(upper, _mm_slli_epi32(lower, 16));
+    const bytes16_t hundreds = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
     // Hundreds in the low byte, (x - hundreds * 100) in the high one: x * 256 - hundreds * (100 * 256 - 1).
-    const __m128i digits =
+    const bytes16_t digits =
         _mm_add_epi16(_mm_slli_epi16(by_4, 8), _mm_mullo_epi16(hundreds, _mm_set1_epi16(1 - 25'600)));
 
-    const __m128i signs = _mm_set1_epi64x(static_cast<int64_t>(sign));
-    const __m128i excess = _mm_sub_epi8(_mm_set1_epi8(-128), signs);
-    _mm_storeu_si128(reinterpret_cast<__m128i *>(bytes), _mm_add_epi8(_mm_xor_si128(digits, signs), excess));
+    const bytes16_t signs = _mm_set1_epi64x(static_cast<int64_t>(sign));
+    const bytes16_t excess = _mm_sub_epi8(_mm_set1_epi8(-128), signs);
+    store_vector(bytes, _mm_add_epi8(_mm_xor_si128(digits, signs), excess));
     const int zeros = _mm_movemask_epi8(_mm_cmpeq_epi8(digits, _mm_setzero_si128()));
     return static_cast<int>(std::bit_width(static_cast<unsigned>(~zeros & 0xFFFF)));
 }
 
-}  // namespace sse2
+}  // namespace vectors
 
-using sse2::load_limbs;
-using sse2::store_limbs;
+using vectors::load_limbs;
+using vectors::store_limbs;
 
 #else
 

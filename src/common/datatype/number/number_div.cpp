@@ -111,10 +111,10 @@ uint64_t divide_step_(const product_t &value, const divisor_t &divisor, wide_t &
     const uint64_t high = value.value.high >> divisor.shift | value.top << (64 - divisor.shift);
     uint64_t quotient = divide_128_by_64(high, low, divisor.estimator).quotient;
     rest = subtract_(value.value, multiply_(divisor.value, quotient).value);
-    while (!is_below_(rest, divisor.value)) [[unlikely]] {
-            rest = subtract_(rest, divisor.value);
-            ++quotient;
-        }
+    while (!is_below_(rest, divisor.value)) {
+        rest = subtract_(rest, divisor.value);
+        ++quotient;
+    }
     return quotient;
 }
 

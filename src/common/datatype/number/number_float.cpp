@@ -92,7 +92,7 @@ void store_16_digits_(number_t &x, uint64_t sign, decimal16_t decimal) {
     const uint64_t is_odd = static_cast<uint64_t>(decimal.exponent) & 1;
     const uint64_t tenth = decimal.significand / 10;
     const uint64_t last = (decimal.significand - tenth * 10) * 10 * is_odd;
-    const uint64_t digits = digits_in_memory(is_odd != 0 ? tenth : decimal.significand);
+    const uint64_t digits = digit_bytes_from_limb(is_odd != 0 ? tenth : decimal.significand);
     const int count =
         last != 0 ? COEF_WORD_DIGITS + 1 : COEF_WORD_DIGITS - trailing_zero_bytes(swap_bytes(digits));
     const uint64_t bytes = digit_bytes(digits, sign);

@@ -35,9 +35,9 @@ template <typename Int>
 // 0.
 inline bool store_long_integer_(number_t &x, uint64_t sign, uint64_t magnitude) {
     const uint64_t high = magnitude / LIMB_BASE;  // below 1845
-    const uint64_t rest = digits_in_memory(magnitude - high * LIMB_BASE);
+    const uint64_t rest = digit_bytes_from_limb(magnitude - high * LIMB_BASE);
     if (rest == 0) return false;
-    const uint64_t tens = high * 5243 >> 19;  // high / 100, see digits_in_memory
+    const uint64_t tens = high * 5243 >> 19;  // high / 100, see digit_bytes_from_limb
     const auto has_tens = int{tens != 0};
     const uint64_t head = digit_bytes((tens | (high - tens * 100) << 8) >> (8 - 8 * has_tens), sign);
     const uint64_t bytes = digit_bytes(rest, sign);
@@ -58,7 +58,8 @@ void store_integer_(number_t *x, Int v) {
     const uint64_t magnitude = (static_cast<uint64_t>(static_cast<int64_t>(v)) ^ sign) - sign;
     if (x == nullptr || magnitude == 0) return store_any_integer_(x, v);
     if (magnitude < 100'000'000) return store_digits(*x, sign, short_digits_in_memory(magnitude), 4);
-    if (magnitude < LIMB_BASE) return store_digits(*x, sign, digits_in_memory(magnitude), COEF_WORD_DIGITS);
+    if (magnitude < LIMB_BASE)
+        return store_digits(*x, sign, digit_bytes_from_limb(magnitude), COEF_WORD_DIGITS);
     if (!store_long_integer_(*x, sign, magnitude)) store_any_integer_(x, v);
 }
 

@@ -7,11 +7,8 @@
 #ifndef DV_NUMBER_LIMB_H
 #define DV_NUMBER_LIMB_H
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include "number_coef.h"
+#include "vector_bytes.h"
 
 namespace dv::impl {
 
@@ -47,34 +44,33 @@ constexpr uint64_t digit_bytes_from_limb(uint64_t limb) {
 
 }  // namespace plain
 
-#if defined(__SSE2__)
+#if DV_HAS_VECTOR_BYTES
 
-namespace sse2 {
+namespace vectors {
 
 // The same steps with both halves of the limb in one register: half the instructions.
 inline uint64_t digit_bytes_from_limb(uint64_t limb) {
     const uint64_t high = limb / 100'000'000;
-    const __m128i by_8 =
-        _mm_set_epi64x(static_cast<int64_t>(limb - high * 100'000'000), static_cast<int64_t>(high));
+    const bytes16_t by_8 = join_halves(high, limb - high * 100'000'000);
     // x * 109951163 >> 40 is x / 10^4 for every x below 10^8, x * 5243 >> 19 is x / 100 below 10^4.
-    const __m128i upper = _mm_srli_epi64(_mm_mul_epu32(by_8, _mm_set1_epi32(109'951'163)), 40);
-    const __m128i lower = _mm_sub_epi32(by_8, _mm_madd_epi16(upper, _mm_set1_epi32(10'000)));
-    const __m128i by_4 = _mm_or_si128(upper, _mm_slli_epi32(lower, 16));
-    const __m128i hundreds = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
+    const bytes16_t upper = _mm_srli_epi64(_mm_mul_epu32(by_8, _mm_set1_epi32(109'951'163)), 40);
+    const bytes16_t lower = _mm_sub_epi32(by_8, _mm_madd_epi16(upper, _mm_set1_epi32(10'000)));
+    const bytes16_t by_4 = _mm_or_si128(upper, _mm_slli_epi32(lower, 16));
+    const bytes16_t hundreds = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
     // Hundreds in the low byte, x - hundreds * 100 in the high one: x * 256 - hundreds * (100 * 256 - 1).
-    const __m128i digits =
+    const bytes16_t digits =
         _mm_add_epi16(_mm_slli_epi16(by_4, 8), _mm_mullo_epi16(hundreds, _mm_set1_epi16(1 - 25'600)));
     return static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_shuffle_epi32(digits, _MM_SHUFFLE(3, 1, 2, 0))));
 }
 
-}  // namespace sse2
+}  // namespace vectors
 
 #endif
 
 // A number below 10^16 as eight base-100 digits in the order of a record: the first is the lowest byte.
 constexpr uint64_t digit_bytes_from_limb(uint64_t limb) {
-#if defined(__SSE2__)
-    if (!std::is_constant_evaluated()) return sse2::digit_bytes_from_limb(limb);
+#if DV_HAS_VECTOR_BYTES
+    if (!std::is_constant_evaluated()) return vectors::digit_bytes_from_limb(limb);
 #endif
     return plain::digit_bytes_from_limb(limb);
 }
@@ -157,7 +153,7 @@ struct quotient_t {
 
 // (high * 2^64 + low) / divisor, where high < divisor, so that the quotient fits.
 inline quotient_t divide_128_by_64(uint64_t high, uint64_t low, uint64_t divisor) {
-#if defined(__x86_64__)
+#if DV_HAS_X86_64
     uint64_t quotient, remainder;
     __asm__("divq %[divisor]"
             : "=a"(quotient), "=d"(remainder)

@@ -1,11 +1,12 @@
-// Sixteen bytes at once, for text of NUMBER: what its reader and its writer of plain text share. Only where
+// Sixteen bytes at once, for NUMBER: what text, digits and limbs share. Only where
 // the machine has such vectors (DV_HAS_VECTOR_BYTES); code elsewhere has a plain path.
 
 #ifndef DV_NUMBER_VECTOR_BYTES_H
 #define DV_NUMBER_VECTOR_BYTES_H
 
-#if defined(__SSE2__)
-#define DV_HAS_VECTOR_BYTES 1
+#include "../machine.h"
+
+#if DV_HAS_VECTOR_BYTES
 
 #include <emmintrin.h>
 
@@ -63,6 +64,6 @@ inline bytes16_t in_front_of(uint64_t border, unsigned part = 0) {
 
 }  // namespace dv::impl
 
-#endif  // __SSE2__
+#endif  // DV_HAS_VECTOR_BYTES
 
 #endif  // DV_NUMBER_VECTOR_BYTES_H

@@ -1,12 +1,11 @@
-// Eight base-100 digits in the order of memory, the first in the lowest byte of a word: made from numbers,
-// turned into numbers and stored. What plain text and machine integers share, where the machine has vectors
-// of bytes; number_limb.h does the same without them.
+// Eight base-100 digits in the order of memory, the first in the lowest byte of a word: made from numbers
+// below 10^8 (below 10^16: digit_bytes_from_limb), turned into numbers and stored. What plain text and
+// machine integers share, where the machine has vectors of bytes.
 
 #ifndef DV_NUMBER_VECTOR_DIGITS_H
 #define DV_NUMBER_VECTOR_DIGITS_H
 
-#include "number_layout.h"
-#include "vector_bytes.h"
+#include "number_limb.h"
 
 #if DV_HAS_VECTOR_BYTES
 
@@ -14,7 +13,7 @@ namespace dv::impl {
 
 // A number below 10^8 as four digits, the others 0.
 constexpr uint64_t short_digits_in_memory(uint64_t number) {
-    const uint64_t upper = number * 109'951'163 >> 40;  // x / 10^4 below 10^8, see digits_in_memory
+    const uint64_t upper = number * 109'951'163 >> 40;  // x / 10^4 below 10^8, see digit_bytes_from_limb
     const uint64_t by_4 = upper | (number - upper * 10'000) << 32;
     const uint64_t tens = (by_4 * 5243 >> 19) & 0x0000007F0000007F;
     const uint64_t digits = tens | (by_4 - tens * 100) << 8;
@@ -22,20 +21,6 @@ constexpr uint64_t short_digits_in_memory(uint64_t number) {
 }
 static_assert(short_digits_in_memory(1'020'304) == 0x04030201);
 static_assert(short_digits_in_memory(99'999'999) == 0x63636363);
-
-// A number below 10^16 as eight digits.
-inline uint64_t digits_in_memory(uint64_t limb) {
-    const uint64_t high = limb / 100'000'000;
-    const bytes16_t by_8 = join_halves(high, limb - high * 100'000'000);  // a lane of 64 bits each
-    // x * 3518437209 >> 45 is x / 10^4 for 32 bits; x * 5243 >> 19 is x / 100 below 43698.
-    const bytes16_t upper = _mm_srli_epi64(_mm_mul_epu32(by_8, _mm_set1_epi64x(3'518'437'209)), 45);
-    const bytes16_t lower = _mm_sub_epi64(by_8, _mm_mul_epu32(upper, _mm_set1_epi64x(10'000)));
-    const bytes16_t by_4 = _mm_or_si128(upper, _mm_slli_epi64(lower, 32));  // of 32 bits
-    const bytes16_t tens = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
-    const bytes16_t units = _mm_sub_epi16(by_4, _mm_madd_epi16(tens, _mm_set1_epi16(100)));
-    const bytes16_t digits = _mm_or_si128(tens, _mm_slli_epi32(units, 16));  // of 16 bits
-    return static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_packus_epi16(digits, digits)));
-}
 
 // Eight bytes as the digits of a number, whatever they are: digits with an excess give a number with an
 // excess.
