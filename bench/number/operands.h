@@ -11,7 +11,6 @@ namespace dv::bench {
 
 inline constexpr int operand_count = 4096;
 inline constexpr int sort_count = 1'000'000;
-inline constexpr int power_count = 256;  // their check is slow
 
 // SHORT: 2 to 8 significant digits, two decimals, a quarter negative: amounts.
 // LONG: 30 to 38 significant digits, 5 to 20 of them before the point.
