@@ -239,8 +239,8 @@ DV_EXPORT void number_from_str_nt(number_t *x, int len, const char *str, const c
 // "E-130".
 enum { NUMBER_NORMAL_TEXT_SIZE = 171, NUMBER_SCIENTIFIC_TEXT_SIZE = 47 };
 
-// Writes x as NUL-ended text into str of buf_size bytes; never a byte more. What a buffer holds behind the NUL
-// may change.
+// Writes x as NUL-ended text into str of buf_size bytes; never a byte more. What a buffer holds behind the
+// NUL may change.
 //
 //   format  NULL: the first form that applies of
 //             1. normal (positional): 127, -.05, 1200; no zero before the point, none behind the fraction

@@ -3,9 +3,9 @@
 //   text   = blanks [sign] digits [ "." digits ] [ ("E" | "e") [sign] digits ] blanks
 //
 // with at least one digit in front of the exponent. Plain digits, at most 38, are read by plain_text.h; what
-// follows here reads any text. The first 38 digits from the first that is not 0 are
-// kept, later ones only count. The kept characters are laid out so that pairs begin at even distances from
-// the decimal point, and eight of them at a time become four base-100 digits.
+// follows here reads any text. The first 38 digits from the first that is not 0 are kept, later ones only
+// count. The kept characters are laid out so that pairs begin at even distances from the decimal point, and
+// eight of them at a time become four base-100 digits.
 
 #include <algorithm>
 

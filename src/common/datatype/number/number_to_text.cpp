@@ -1,8 +1,9 @@
 // NUMBER to text: normal (positional) and scientific form, whole or rounded to fit a buffer.
 //
-// A value is first unpacked into its significant decimal digits as characters. The lengths of both forms
-// follow from the count of those digits and the decimal exponent alone, so a form is chosen before anything
-// is written, and a shortened value is a copy rounded half up that is unpacked again.
+// Plain values are written by plain_text_writer.h; what follows here writes any. A value is first unpacked
+// into its significant decimal digits as characters. The lengths of both forms follow from the count of those
+// digits and the decimal exponent alone, so a form is chosen before anything is written, and a shortened
+// value is a copy rounded half up that is unpacked again.
 
 #include <algorithm>
 #include <array>

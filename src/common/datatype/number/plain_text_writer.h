@@ -1,17 +1,16 @@
 // Writing plain numeric text: values of up to 16 base-100 digits in front of the point, of any sign and
 // count.
 //
-// Each digit becomes its tens T and its units U, in two vectors. A text is pairs of characters, those at even
-// and those at odd places; which digits they come from depends on whether the first digit has no tens, so
-// that the text begins with its units, and changes at the point, in front of which stand E digits:
+// Each digit becomes its tens T and its units U, in two vectors. A text is pairs of characters. What they are
+// depends on whether the first digit has no tens, so that the text begins with its units, and changes at the
+// point, in front of which stand E digits:
 //
-//                     pairs in front of the point    those behind it
-//   tens and units    T0 U0, T1 U1, ...              .  TE, UE TE+1, ...
-//   units alone          U0 T1, U1 T2, ... UE-1 .    TE UE, TE+1 UE+1, ...
+//   begins with tens     T0 U0   T1 U1   ...   .  TE   UE TE+1   ...
+//   begins with units    U0 T1   U1 T2   ...   TE UE   TE+1 UE+1   ...
 //
-// So of the two vectors X (units in front of the point, tens behind it) and Y (tens in front, units behind,
-// these moved by one) the first is the odd places of a text that begins with tens, and the even ones of a
-// text that begins with units; Y is the others.
+// and the pair of the last units in front of the point ends with it in the second row, too. With X = U in
+// front of the point and T behind it, and Y = T in front and the U of the digit before behind it, the first
+// row is the pairs of Y and X, the second those of X and the Y that follows.
 //
 // The point itself is put down last, like the NUL. Digits from the 17th on are a piece of their own, always
 // behind the point. So nothing branches on sign, lengths and the place of the point (bench/number, to_str).
