@@ -2,9 +2,10 @@
 //
 //     YYYY-MM-DD    YYYY-MM-DD HH24:MI:SS    HH24:MI:SS     the last two also with .FF or .FF1 to .FF9 behind
 //
-// SYYYY stands for YYYY there too. The characters between the elements are any: one of punctuation or a quoted
-// literal each ("T"). The shape is told from the elements again for every text: that takes less than one of
-// them took in the walk, and holds for flattened copies of a model too, whose bytes have no room for a note.
+// SYYYY stands for YYYY there too. The characters between the elements are any: one of punctuation or a
+// quoted literal each ("T"). The shape is told from the elements again for every text: that takes less than
+// one of them took in the walk, and holds for flattened copies of a model too, whose bytes have no room for a
+// note.
 //
 // Both functions either do all that the walk would do, or nothing; the walk is then for the caller. They
 // leave to it whatever is unusual: fields out of range, short buffers, blanks, signs, fewer digits, faults.
