@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <dvtypes/dvtypes.hpp>
+#include <functional>
 #include <random>
 #include <sstream>
 
