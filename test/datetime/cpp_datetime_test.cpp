@@ -69,7 +69,9 @@ TEST(CppDatetime, BadInputThrowsTheCodeOfTheFunctionBehindIt) {
 TEST(CppDatetime, SumsAndDifferencesAgreeWithCountsOfNanoseconds) {
     constexpr int64_t billion = 1'000'000'000, day = 86'400;
     std::mt19937_64 random(7);
-    const auto any = [&](int limit) { return static_cast<int>(random() % (2u * limit + 1)) - limit; };
+    const auto any = [&](int limit) {
+        return static_cast<int>(random() % (2U * static_cast<unsigned>(limit) + 1)) - limit;
+    };
     const auto total = [](const interval_ds &x) {
         EXPECT_FALSE(x.nanoseconds() != 0 && (x.nanoseconds() < 0) != (x.days() < 0 || x.seconds() < 0)) << x;
         return (x.days() * day + x.seconds()) * __int128{billion} + x.nanoseconds();
