@@ -20,11 +20,18 @@ constexpr const sql_function_table *_function_tables[] = {
 constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
 constexpr const sql_table *_tables[] = {&types_table, &zones_table, &zone_transitions_table};
 
+// What SQLITE_EXTENSION_INIT2 does, but once for all connections: they may load the extension in several
+// threads while others use it. Only one of them writes.
+void keep_api_(const sqlite3_api_routines *api) {
+    const sqlite3_api_routines *none = nullptr;
+    __atomic_compare_exchange_n(&sqlite3_api, &none, api, /*weak=*/false, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE);
+}
+
 }  // namespace
 
 // Called by SQLite when it loads the file; the name follows from the file's.
 extern "C" DV_EXPORT int sqlite3_dvsqlite_init(sqlite3 *db, char **message, const sqlite3_api_routines *api) {
-    SQLITE_EXTENSION_INIT2(api)
+    keep_api_(api);
     if (sqlite3_libversion_number() < _oldest_sqlite) {
         *message = sqlite3_mprintf("dvsqlite needs SQLite 3.40 or later, this is %s", sqlite3_libversion());
         return SQLITE_ERROR;
