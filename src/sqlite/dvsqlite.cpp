@@ -21,10 +21,12 @@ constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
 constexpr const sql_table *_tables[] = {&types_table, &zones_table, &zone_transitions_table};
 
 // What SQLITE_EXTENSION_INIT2 does, but once for all connections: they may load the extension in several
-// threads while others use it. Only one of them writes.
+// threads while others use it.
 void keep_api_(const sqlite3_api_routines *api) {
-    const sqlite3_api_routines *none = nullptr;
-    __atomic_compare_exchange_n(&sqlite3_api, &none, api, /*weak=*/false, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE);
+    sqlite3_mutex *const mutex = api->mutex_alloc(SQLITE_MUTEX_STATIC_APP1);
+    api->mutex_enter(mutex);
+    if (sqlite3_api == nullptr) sqlite3_api = api;
+    api->mutex_leave(mutex);
 }
 
 }  // namespace
