@@ -33,7 +33,7 @@ int32_t to_roman_range_(const number_t &x) {
     number_round_at(rounded, 0, NUMBER_RMODE_HALF_UP);
     int32_t value = 0;
     number_to_int32(&rounded, &value);
-    return value <= _roman_max ? value : 0;
+    return value > 0 && value <= _roman_max ? value : 0;  // bytes that are no digits may make any number
 }
 
 }  // namespace
