@@ -25,6 +25,7 @@ namespace {
 
 using namespace dv::bench;
 
+constexpr int _operand_count = 4096;  // scripts/counts divides by it
 constexpr int _text_size = 64;
 constexpr const char *_model = "YYYY-MM-DD HH24:MI:SS.FF9";
 
@@ -62,7 +63,7 @@ std::vector<number_t> numbers_(const std::vector<std::string> &texts) {
     return numbers;
 }
 std::vector<number_t> numbers_(operands_e kind, uint64_t seed) {
-    return numbers_(decimals(kind, operand_count, seed));
+    return numbers_(decimals(kind, _operand_count, seed));
 }
 
 template <auto Operation>
@@ -81,51 +82,51 @@ void compare_(operands_e kind, int passes) {
 }
 
 void number_from_str_(operands_e kind, int passes) {
-    convert_(passes, decimals(kind, operand_count, 1), std::vector<number_t>(operand_count),
+    convert_(passes, decimals(kind, _operand_count, 1), std::vector<number_t>(_operand_count),
              [](const std::string &text, number_t &x) { number_from_str(&x, 0, text.c_str(), nullptr); });
 }
 
 void number_to_str_(operands_e kind, int passes) {
-    convert_(passes, numbers_(kind, 1), std::vector<text_t>(operand_count),
+    convert_(passes, numbers_(kind, 1), std::vector<text_t>(_operand_count),
              [](const number_t &x, text_t &text) { number_to_str(&x, _text_size, text.bytes, nullptr); });
 }
 
 void number_from_int64_(operands_e kind, int passes) {
-    convert_(passes, machine_integers(kind, operand_count, 4), std::vector<number_t>(operand_count),
+    convert_(passes, machine_integers(kind, _operand_count, 4), std::vector<number_t>(_operand_count),
              [](int64_t n, number_t &x) { number_from_int64(&x, n); });
 }
 
 void number_to_int64_(operands_e kind, int passes) {
     std::vector<std::string> texts;
-    for (const int64_t n : machine_integers(kind, operand_count, 4)) texts.push_back(std::to_string(n));
-    convert_(passes, numbers_(texts), std::vector<int64_t>(operand_count),
+    for (const int64_t n : machine_integers(kind, _operand_count, 4)) texts.push_back(std::to_string(n));
+    convert_(passes, numbers_(texts), std::vector<int64_t>(_operand_count),
              [](const number_t &x, int64_t &n) { number_to_int64(&x, &n); });
 }
 
 void number_from_double_(operands_e kind, int passes) {
-    convert_(passes, machine_doubles(kind, operand_count, 5), std::vector<number_t>(operand_count),
+    convert_(passes, machine_doubles(kind, _operand_count, 5), std::vector<number_t>(_operand_count),
              [](double d, number_t &x) { number_from_double(&x, d); });
 }
 
 void number_to_double_(operands_e kind, int passes) {
-    convert_(passes, numbers_(kind, 1), std::vector<double>(operand_count),
+    convert_(passes, numbers_(kind, 1), std::vector<double>(_operand_count),
              [](const number_t &x, double &d) { number_to_double(&x, &d); });
 }
 
 void number_sqrt_(operands_e kind, int passes) {
-    in_place_(passes, numbers_(magnitudes(kind, operand_count, 6)), std::vector<int>(operand_count),
+    in_place_(passes, numbers_(magnitudes(kind, _operand_count, 6)), std::vector<int>(_operand_count),
               [](number_t &x, int) { number_sqrt(&x); });
 }
 
 void number_pow_integral_(operands_e kind, int passes) {
-    in_place_(passes, numbers_(magnitudes(kind, operand_count, 7)),
-              numbers_(integral_exponents(kind, operand_count, 8)),
+    in_place_(passes, numbers_(magnitudes(kind, _operand_count, 7)),
+              numbers_(integral_exponents(kind, _operand_count, 8)),
               [](number_t &x, const number_t &y) { number_pow(&x, &y); });
 }
 
 void number_pow_fractional_(operands_e kind, int passes) {
-    in_place_(passes, numbers_(magnitudes(kind, operand_count, 9)),
-              numbers_(fractional_exponents(operand_count, 10)),
+    in_place_(passes, numbers_(magnitudes(kind, _operand_count, 9)),
+              numbers_(fractional_exponents(_operand_count, 10)),
               [](number_t &x, const number_t &y) { number_pow(&x, &y); });
 }
 
@@ -138,7 +139,7 @@ void number_from_str_fmt_(operands_e kind, int passes) {
         number_to_str_fmt(&x, sizeof text, text, length, model);
         texts.emplace_back(text);
     }
-    convert_(passes, texts, std::vector<number_t>(operand_count), [=](const std::string &text, number_t &x) {
+    convert_(passes, texts, std::vector<number_t>(_operand_count), [=](const std::string &text, number_t &x) {
         number_from_str_fmt(&x, static_cast<int>(text.size()), text.data(), length, model);
     });
 }
@@ -150,7 +151,7 @@ std::vector<dv_timestamp_t> timestamps_() {
     const auto pick = [&](int low, int high) {
         return low + static_cast<int>(random() % static_cast<uint64_t>(high - low + 1));
     };
-    std::vector<dv_timestamp_t> values(operand_count);
+    std::vector<dv_timestamp_t> values(_operand_count);
     for (dv_timestamp_t &ts : values) {
         const int year = pick(1900, 2049), month = pick(1, 12), day = pick(1, 28);
         const int hour = pick(0, 23), minute = pick(0, 59), second = pick(0, 59);
@@ -160,7 +161,7 @@ std::vector<dv_timestamp_t> timestamps_() {
 }
 
 std::vector<dv_date_t> dates_() {
-    std::vector<dv_date_t> dates(operand_count);
+    std::vector<dv_date_t> dates(_operand_count);
     const auto timestamps = timestamps_();
     for (size_t i = 0; i < dates.size(); ++i) std::memcpy(&dates[i], &timestamps[i], 7), dates[i].dummy = 0;
     return dates;
@@ -168,7 +169,7 @@ std::vector<dv_date_t> dates_() {
 
 std::vector<int> steps_(int low, int high) {
     std::mt19937 random(2);
-    std::vector<int> steps(operand_count);
+    std::vector<int> steps(_operand_count);
     for (int &n : steps) n = low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1));
     return steps;
 }
@@ -207,7 +208,7 @@ void timestamp_compare_(operands_e, int passes) {
 }
 
 void compile_model_(operands_e, int passes) {
-    for (int i = 0; i < passes * operand_count; ++i) {
+    for (int i = 0; i < passes * _operand_count; ++i) {
         dt_fmt_ctx_t model = compiled_(/*is_for_reading=*/true);
         use_(&model);
         dt_fmt_ctx_reset(_system_allocator, &model);
@@ -216,7 +217,7 @@ void compile_model_(operands_e, int passes) {
 
 void timestamp_to_str_(operands_e, int passes) {
     const dt_fmt_ctx_t model = compiled_(/*is_for_reading=*/false);
-    convert_(passes, timestamps_(), std::vector<text_t>(operand_count),
+    convert_(passes, timestamps_(), std::vector<text_t>(_operand_count),
              [&](const dv_timestamp_t &ts, text_t &text) {
                  dv_timestamp_to_str(&ts, text.bytes, _text_size, &model, 9);
              });
@@ -231,7 +232,7 @@ void timestamp_from_str_(operands_e, int passes) {
         dv_timestamp_to_str(&ts, text, _text_size, &writing, 9);
         texts.emplace_back(text);
     }
-    convert_(passes, texts, std::vector<dv_timestamp_t>(operand_count),
+    convert_(passes, texts, std::vector<dv_timestamp_t>(_operand_count),
              [&](const std::string &text, dv_timestamp_t &ts) {
                  dv_timestamp_from_str(&ts, text.data(), static_cast<int>(text.size()), &reading, 9);
              });
@@ -250,14 +251,14 @@ void zone_by_name_(operands_e, int passes) {
     const int regions = TZ_ID_MAX;
     std::vector<std::string> names;
     for (int n : steps_(0, regions - 1)) names.emplace_back(region_tab_[n].canon_name);
-    convert_(passes, names, std::vector<timezone_t>(operand_count),
+    convert_(passes, names, std::vector<timezone_t>(_operand_count),
              [](const std::string &name, timezone_t &zone) {
                  timezone_parse(&zone, name.data(), static_cast<int>(name.size()));
              });
 }
 
 std::vector<dv_itv_dts_t> intervals_() {
-    std::vector<dv_itv_dts_t> intervals(operand_count);
+    std::vector<dv_itv_dts_t> intervals(_operand_count);
     const std::vector<int> days = steps_(-99, 99);
     for (size_t i = 0; i < intervals.size(); ++i) {
         const int sign = days[i] < 0 ? -1 : 1;
@@ -274,11 +275,11 @@ void interval_to_text_(const dv_itv_dts_t &itv, text_t &text) {
 }
 
 void interval_to_str_(operands_e, int passes) {
-    convert_(passes, intervals_(), std::vector<text_t>(operand_count), interval_to_text_);
+    convert_(passes, intervals_(), std::vector<text_t>(_operand_count), interval_to_text_);
 }
 
 void interval_from_str_(operands_e, int passes) {
-    std::vector<text_t> texts(operand_count);
+    std::vector<text_t> texts(_operand_count);
     const auto intervals = intervals_();
     for (size_t i = 0; i < texts.size(); ++i) interval_to_text_(intervals[i], texts[i]);
     convert_(passes, texts, intervals, [](const text_t &text, dv_itv_dts_t &itv) {

@@ -9,7 +9,7 @@
 //   add_days(v, n)                add_months(v, n): the last day of a shorter month
 //   less(x, y)
 //
-// Operands are 4096 dates of 1900 to 2049, shuffled, from a fixed seed. An operation in place first copies
+// Operands are dates of 1900 to 2049, shuffled, from a fixed seed. An operation in place first copies
 // the whole array, since a copy per call would measure store forwarding. Every answer is compared with that
 // of std::chrono before the clock starts; the program ends with 1 when one is wrong.
 
@@ -22,13 +22,15 @@
 #include <vector>
 
 #include "dvtypes/datetime.h"
+#include "gauged.h"
+#include "operand_count.h"
 #if DV_BENCH_ABSEIL
 #include "absl/time/civil_time.h"
 #endif
 
 namespace {
 
-constexpr size_t _operand_count = 4096;
+constexpr size_t _operand_count = dv::bench::operand_count;
 constexpr int _day_number_of_1970 = 2440588;
 constexpr int _first_day = -25567, _last_day = 29218;  // 1900-01-01, 2049-12-30
 
@@ -167,7 +169,7 @@ void run_in_place_(benchmark::State &state) {
         const int want = Operation::template run<chrono_t>(reference[i], steps[i]);
         if (got != want || L::ymd(work[i]) != chrono_t::ymd(reference[i])) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         std::copy(dates.begin(), dates.end(), work.begin());
         int sum = 0;
         for (size_t i = 0; i < work.size(); ++i) sum += Operation::template run<L>(work[i], steps[i]);
@@ -184,7 +186,7 @@ void run_compare_(benchmark::State &state) {
     for (size_t i = 0; i < x.size(); ++i) {
         if (L::less(x[i], y[i]) != (x_reference[i] < y_reference[i])) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         int below = 0;
         for (size_t i = 0; i < x.size(); ++i) below += L::less(x[i], y[i]) ? 1 : 0;
         benchmark::DoNotOptimize(below);

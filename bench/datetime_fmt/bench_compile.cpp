@@ -8,6 +8,7 @@
 #include <string>
 
 #include "dvtypes/datetime_fmt.h"
+#include "gauged.h"
 
 #ifdef DV_HAVE_ICU
 #include <unicode/smpdtfmt.h>
@@ -32,7 +33,7 @@ constexpr model_t _models[] = {
 void compile_(benchmark::State &state, const model_t &model, uchar is_reading) {
     const auto length = static_cast<int>(std::strlen(model.text));
     dt_fmt_ctx_t ctx{};
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         dt_fmt_ctx_set(_system_allocator, &ctx, model.text, length, DV_TYPE_TS_TZ, is_reading,
                        DVSTR_CHARSET_UTF8);
         const int elements = ctx.token_cnt;
@@ -44,7 +45,7 @@ void compile_(benchmark::State &state, const model_t &model, uchar is_reading) {
 #ifdef DV_HAVE_ICU
 void construct_icu_(benchmark::State &state, const model_t &model) {
     const icu::UnicodeString pattern(model.icu_pattern);
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         UErrorCode error = U_ZERO_ERROR;
         const icu::SimpleDateFormat format(pattern, icu::Locale::getUS(), error);
         if (U_FAILURE(error)) return state.SkipWithError(u_errorName(error));
@@ -56,7 +57,7 @@ void apply_icu_(benchmark::State &state, const model_t &model) {
     const icu::UnicodeString pattern(model.icu_pattern);
     UErrorCode error = U_ZERO_ERROR;
     icu::SimpleDateFormat format(icu::UnicodeString("y"), icu::Locale::getUS(), error);
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         format.applyPattern(pattern);
         benchmark::DoNotOptimize(&format);
     }

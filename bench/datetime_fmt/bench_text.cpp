@@ -7,7 +7,7 @@
 //   write(value)          the text, as it gives it (a C string or std::string)
 //   read(text, value)     false when the text is refused
 //
-// Operands are 4096 seconds of 1900 to 2049, shuffled, from a fixed seed. Every text is compared with that of
+// Operands are seconds of 1900 to 2049, shuffled, from a fixed seed. Every text is compared with that of
 // printf, and every value with the fields it was made of, before the clock starts; the program ends with 1
 // when one is wrong. Texts count as equal in any letter case ("%b" writes Feb), and with "T" for the blank
 // between date and time, which is the one form of Abseil's civil times.
@@ -24,6 +24,8 @@
 #include <vector>
 
 #include "dvtypes/datetime.h"
+#include "gauged.h"
+#include "operand_count.h"
 #ifdef DV_HAVE_FMT
 #include <fmt/compile.h>
 #endif
@@ -34,7 +36,7 @@
 
 namespace {
 
-constexpr size_t _operand_count = 4096;
+constexpr size_t _operand_count = dv::bench::operand_count;
 constexpr int64_t _seconds_per_day = 86400;
 constexpr int64_t _first_second = -25567 * _seconds_per_day, _last_second = 29219 * _seconds_per_day - 1;
 constexpr const char *_months[] = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
@@ -284,7 +286,7 @@ void run_write_(benchmark::State &state, const form_t &form) {
         const std::string want = printf_(operands[i], form);
         if (!is_same_text_(library.write(values[i]), want)) return report_wrong_(state, want);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (const auto &value : values) {
             benchmark::DoNotOptimize(library.write(value));
             benchmark::ClobberMemory();
@@ -306,7 +308,7 @@ void run_read_(benchmark::State &state, const form_t &form, char between) {
             return report_wrong_(state, texts.back());
         }
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (const std::string &text : texts) {
             library.read(text, value);
             benchmark::DoNotOptimize(value);
@@ -326,7 +328,7 @@ void run_to_month_(benchmark::State &state) {
         const fields_t want = {operands[i].year, operands[i].month, 1, 0, 0, 0};
         if (L::fields(work[i]) != want) return report_wrong_(state, printf_(operands[i], _iso));
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         std::copy(values.begin(), values.end(), work.begin());
         for (auto &value : work) L::to_month(value);
         benchmark::ClobberMemory();

@@ -5,7 +5,7 @@
 //   add_sec     std::chrono: seconds split into days and the rest
 //   compare     std::tuple of the fields
 //
-// Operands are 4096 intervals below 100 days of either sign, from a fixed seed. An operation in place first
+// Operands are intervals below 100 days of either sign, from a fixed seed. An operation in place first
 // copies the whole array, since a copy per call would measure store forwarding. Every answer is compared with
 // the peer's before the clock starts; the program ends with 1 when one is wrong.
 
@@ -21,13 +21,15 @@
 #include <vector>
 
 #include "dvtypes/interval.h"
+#include "gauged.h"
+#include "operand_count.h"
 #if DV_BENCH_FMT
 #include <fmt/format.h>
 #endif
 
 namespace {
 
-constexpr size_t _operand_count = 4096;
+constexpr size_t _operand_count = dv::bench::operand_count;
 constexpr int _prec = 2;
 
 bool _any_wrong = false;
@@ -170,7 +172,7 @@ void run_to_text_(benchmark::State &state) {
     for (size_t i = 0; i < texts.size(); ++i) {
         if (std::strcmp(texts[i].bytes, want[i].bytes) != 0) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (size_t i = 0; i < texts.size(); ++i) L::to_text(values[i], texts[i], Digits);
         benchmark::ClobberMemory();
     }
@@ -192,7 +194,7 @@ void run_from_text_(benchmark::State &state) {
         const fields_t got = L::fields(values[i]);
         if ((scales ? pick(got) : got) != pick(want[i])) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (size_t i = 0; i < texts.size(); ++i) L::from_text(values[i], texts[i]);
         benchmark::ClobberMemory();
     }
@@ -211,7 +213,7 @@ void run_add_sec_(benchmark::State &state) {
         chrono_t::add_sec(want[i], steps[i]);
         if (L::fields(work[i]) != want[i]) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         std::copy(values.begin(), values.end(), work.begin());
         for (size_t i = 0; i < work.size(); ++i) L::add_sec(work[i], steps[i]);
         benchmark::ClobberMemory();
@@ -226,7 +228,7 @@ void run_compare_(benchmark::State &state) {
     for (size_t i = 0; i < x.size(); ++i) {
         if (L::less(x[i], y[i]) != (x_want[i] < y_want[i])) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         int below = 0;
         for (size_t i = 0; i < x.size(); ++i) below += L::less(x[i], y[i]) ? 1 : 0;
         benchmark::DoNotOptimize(below);

@@ -13,6 +13,7 @@
 #include "dvtypes/datetime.h"
 #include "dvtypes/number.h"
 #include "dvtypes/timezone.h"
+#include "gauged.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ bool is_loaded_() {
 }
 
 void load_(benchmark::State &state, int binding) {
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         void *const library = dlopen(DV_LIBRARY, binding | RTLD_LOCAL);
         if (library == nullptr) return report_wrong_(state, dlerror());
         dlclose(library);
@@ -83,7 +84,7 @@ double seconds_(auto work) {
 
 template <typename Use>
 void use_(benchmark::State &state, bool is_first) {
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         void *const library = dlopen(DV_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
         if (library == nullptr) return report_wrong_(state, dlerror());
         const Use use(library);

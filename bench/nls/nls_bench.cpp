@@ -14,6 +14,8 @@
 #include <vector>
 
 #include "dvtypes/datetime_fmt.h"
+#include "gauged.h"
+#include "operand_count.h"
 
 namespace {
 
@@ -40,7 +42,8 @@ struct session_t {
         fmt_ctx.charset = c.charset;
         fmt_ctx.nls_date_ctx.lang = c.lang;
         parse_ctx.fmt_ctx = &fmt_ctx;
-        for (int i = 0; i < 4096; ++i) requests.push_back({i % 12, i / 12 % NLS_DATE_LANG_CASES});
+        for (int i = 0; i < dv::bench::operand_count; ++i)
+            requests.push_back({i % 12, i / 12 % NLS_DATE_LANG_CASES});
         std::shuffle(requests.begin(), requests.end(), std::mt19937(1));
     }
     struct request_t {
@@ -58,7 +61,7 @@ void measure_(benchmark::State &state, const session_t &session, F run, R is_rig
     for (const request_t &r : session.requests) {
         if (!is_right(r, run(r))) return state.SkipWithError("wrong answer");
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (const request_t &r : session.requests) benchmark::DoNotOptimize(run(r));
     }
     state.counters["per_op"] =

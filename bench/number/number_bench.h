@@ -7,10 +7,10 @@
 //   tie_mode              the mode of its round, where that is not NUMBER_RMODE_HALF_UP
 //   less(x, y)    from_int64(x, n)    to_int64(x)    from_double(x, d)    to_double(x)
 //
-// A library may lack any of them: its cases are then left out. An operation runs over 4096 values; one in
-// place first copies the whole array, since a copy per call would measure store forwarding. Before the clock
-// starts every answer is compared with the long-hand twin of the tests, within the digits that the library
-// keeps.
+// A library may lack any of them: its cases are then left out. An operation runs over an array of values; one
+// in place first copies the whole array, since a copy per call would measure store forwarding. Before the
+// clock starts every answer is compared with the long-hand twin of the tests, within the digits that the
+// library keeps.
 
 #ifndef DV_BENCH_NUMBER_BENCH_H
 #define DV_BENCH_NUMBER_BENCH_H
@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "gauged.h"
 #include "operands.h"
 #include "reference_number.h"
 
@@ -74,7 +75,7 @@ void run_in_place(benchmark::State &state, const texts_t &x_texts, const texts_t
             return report_wrong(state, x_texts[i] + ", " + y_texts[i]);
         }
     }
-    for (auto _ : state) {
+    for (auto _ : gauged(state)) {
         std::copy(x.begin(), x.end(), work.begin());
         for (size_t i = 0; i < x.size(); ++i) operation(work[i], y[i]);
         benchmark::ClobberMemory();
@@ -90,7 +91,7 @@ void run_convert(benchmark::State &state, const std::vector<In> &in, std::vector
         convert(in[i], out[i]);
         if (!right(i, out[i])) return report_wrong(state, "operand " + std::to_string(i));
     }
-    for (auto _ : state) {
+    for (auto _ : gauged(state)) {
         for (size_t i = 0; i < in.size(); ++i) convert(in[i], out[i]);
         benchmark::ClobberMemory();
     }
@@ -135,7 +136,7 @@ void run_compare(benchmark::State &state, operands_e kind) {
         const int want = compare(dv::test::twin_read(x_texts[i]), dv::test::twin_read(y_texts[i]));
         if (L::less(x[i], y[i]) != (want < 0)) return report_wrong(state, x_texts[i] + ", " + y_texts[i]);
     }
-    for (auto _ : state) {
+    for (auto _ : gauged(state)) {
         int below = 0;
         for (size_t i = 0; i < x.size(); ++i) below += L::less(x[i], y[i]) ? 1 : 0;
         benchmark::DoNotOptimize(below);
@@ -152,7 +153,7 @@ void run_sort(benchmark::State &state, operands_e kind) {
     for (size_t i = 1000; i < work.size(); i += 1000) {
         if (compare(value_of<L>(work[i - 1]), value_of<L>(work[i])) > 0) return report_wrong(state, "order");
     }
-    for (auto _ : state) {
+    for (auto _ : gauged(state)) {
         std::copy(in.begin(), in.end(), work.begin());
         std::sort(work.begin(), work.end(), less);
         benchmark::ClobberMemory();

@@ -7,9 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "operand_count.h"
+
 namespace dv::bench {
 
-inline constexpr int operand_count = 4096;
 inline constexpr int sort_count = 1'000'000;
 
 // SHORT: 2 to 8 significant digits, two decimals, a quarter negative: amounts.

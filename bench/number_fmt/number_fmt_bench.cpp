@@ -1,4 +1,4 @@
-// What text under a number model costs, over 4096 shuffled amounts of 2 to 9 digits with two decimals, a
+// What text under a number model costs, over shuffled amounts of 2 to 9 digits with two decimals, a
 // quarter of them negative. The library compiles the model in each call.
 //
 // Peers: ICU's decimal format "#,##0.00", compiled once before the clock starts, over doubles; snprintf
@@ -17,6 +17,8 @@
 #include <vector>
 
 #include "dvtypes/number_fmt.h"
+#include "gauged.h"
+#include "operand_count.h"
 
 #ifdef DV_HAVE_ICU
 #include <unicode/unum.h>
@@ -24,7 +26,7 @@
 
 namespace {
 
-constexpr int _count = 4096;
+constexpr int _count = dv::bench::operand_count;
 constexpr int _text_size = 64;
 
 struct amount_t {
@@ -70,7 +72,7 @@ void run_write_(benchmark::State &state, F write) {
         write(amount, text);
         if (without_punctuation_(text) != amount.plain) return state.SkipWithError(amount.plain.c_str());
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (const amount_t &amount : amounts) {
             write(amount, text);
             benchmark::DoNotOptimize(text);
@@ -92,7 +94,7 @@ void run_read_(benchmark::State &state, const char *model, F read, R right) {
         read(texts.back(), value);
         if (!right(amount, value)) return state.SkipWithError(text);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (const std::string &text : texts) {
             Value value{};
             read(text, value);
@@ -121,7 +123,7 @@ void read_ours_(benchmark::State &state, const char *model) {
 
 void parse_ours_(benchmark::State &state, const char *model) {
     number_parse_result_t pr;
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         benchmark::DoNotOptimize(model);
         number_fmt_parse(model, &pr);
         benchmark::DoNotOptimize(pr);

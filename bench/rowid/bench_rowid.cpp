@@ -12,10 +12,12 @@
 
 #include "dvtypes/erowid.h"
 #include "dvtypes/nerowid.h"
+#include "gauged.h"
+#include "operand_count.h"
 
 namespace {
 
-constexpr size_t _count = 4096;  // more than a branch predictor learns
+constexpr size_t _count = dv::bench::operand_count;
 constexpr size_t _text_size = 40;
 
 struct text_t {
@@ -131,7 +133,7 @@ void write_(benchmark::State &state) {
     const auto values = values_<typename Library::value_t>();
     size_t i = 0;
     text_t text;
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         Library::write(values[i], text);
         benchmark::DoNotOptimize(text);
         i = (i + 1) % _count;
@@ -149,7 +151,7 @@ void read_(benchmark::State &state) {
             return state.SkipWithError("it does not read what it wrote");
     }
     size_t i = 0;
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         benchmark::DoNotOptimize(Library::read(texts[i], value));
         benchmark::DoNotOptimize(value);
         i = (i + 1) % _count;

@@ -21,6 +21,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "gauged.h"
+
 namespace {
 
 bool _any_wrong = false;
@@ -203,7 +205,7 @@ void run_(benchmark::State &state, const case_t &of, bool finds_rows) {
         if (database_().run(of.check) != 1) return report_wrong_(state, of.check);
         statement_t statement(database_().handle(), of.sql);
         const int64_t found = statement.run();
-        for (auto _ : state) benchmark::DoNotOptimize(statement.run());
+        for (auto _ : dv::bench::gauged(state)) benchmark::DoNotOptimize(statement.run());
         count_rows_(state, finds_rows ? found : row_count_());
     } catch (const std::runtime_error &error) {
         report_wrong_(state, error.what());
@@ -242,7 +244,9 @@ void run_in_shell_(benchmark::State &state) {
         database_().run("VACUUM INTO '" + file + "'");
         const std::string want = std::to_string(database_().run("SELECT sum(v) FROM amount_integer")) + '\n';
         if (const auto got = ask_shell_(file, _decimal_sum).text; got != want) report_wrong_(state, got);
-        for (auto _ : state) state.SetIterationTime(ask_shell_(file, _decimal_sum).seconds);
+        for (auto _ : dv::bench::gauged(state)) {
+            state.SetIterationTime(ask_shell_(file, _decimal_sum).seconds);
+        }
         unlink(file.c_str());
         count_rows_(state, row_count_());
     } catch (const std::runtime_error &error) {

@@ -10,7 +10,7 @@
 //   run(operand, out)
 //   is_right(operand, out)
 //
-// Operands are 4096 amounts of 2 to 8 digits with two decimals, and instants of 1970 to 2037, shuffled, from
+// Operands are amounts of 2 to 8 digits with two decimals, and instants of 1970 to 2037, shuffled, from
 // a fixed seed. Each thread compares its answers with integers, printf or glibc's before the clock starts;
 // the program ends with 1 when one is wrong.
 
@@ -28,10 +28,12 @@
 #include "dvtypes/number.h"
 #include "dvtypes/timestamp.h"
 #include "dvtypes/timezone.h"
+#include "gauged.h"
+#include "operand_count.h"
 
 namespace {
 
-constexpr size_t _operand_count = 4096;
+constexpr size_t _operand_count = dv::bench::operand_count;
 constexpr int _text_size = 64;
 constexpr const char *_zone = "America/New_York";
 constexpr const char *_model = "YYYY-MM-DD HH24:MI:SS.FF9";
@@ -233,7 +235,7 @@ void run_(benchmark::State &state) {
         _any_wrong = true;
         return state.SkipWithError(("wrong answer: operand " + std::to_string(i)).c_str());
     }
-    for (auto _ : state) pass();
+    for (auto _ : dv::bench::gauged(state)) pass();
     using counter = benchmark::Counter;
     state.counters["per_op"] =
         counter(_operand_count, counter::kIsIterationInvariantRate | counter::kAvgThreads | counter::kInvert);

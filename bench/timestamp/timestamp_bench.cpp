@@ -1,7 +1,7 @@
 // TIMESTAMP written, read, compared and sorted beside fmt, the C library, memcmp and Abseil:
 // operation/case/library.
 //
-// Operands are 4096 timestamps of 1900 to 2049 with nine digits of a fraction, shuffled, from a fixed seed.
+// Operands are timestamps of 1900 to 2049 with nine digits of a fraction, shuffled, from a fixed seed.
 // Every answer is compared with that of printf, of the fields it was made of, or of nanoseconds in 64 bits,
 // before the clock starts; the program ends with 1 when one is wrong. strptime has no fractions: its caller
 // reads the nine digits. A million such timestamps are sorted.
@@ -19,6 +19,8 @@
 #include <vector>
 
 #include "dvtypes/timestamp.h"
+#include "gauged.h"
+#include "operand_count.h"
 #ifdef DV_HAVE_FMT
 #include <fmt/compile.h>
 #endif
@@ -29,7 +31,7 @@
 
 namespace {
 
-constexpr size_t _operand_count = 4096;
+constexpr size_t _operand_count = dv::bench::operand_count;
 constexpr int _text_size = 40;
 constexpr const char *_model = "YYYY-MM-DD HH24:MI:SS.FF9";
 constexpr int64_t _nano_per_day = 86400LL * 1'000'000'000;
@@ -172,7 +174,7 @@ void run_(benchmark::State &state, const std::function<bool(size_t)> &is_right, 
     for (size_t i = 0; i < _operand_count; ++i) {
         if (!is_right(i)) return fail_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         for (size_t i = 0; i < _operand_count; ++i) operation(i);
         benchmark::ClobberMemory();
     }
@@ -271,7 +273,7 @@ void sort_(benchmark::State &state) {
         const auto want = Sorter::make(twin[i]->fields);
         if (less(work[i], want) || less(want, work[i])) return fail_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         std::copy(values.begin(), values.end(), work.begin());
         std::sort(work.begin(), work.end(), less);
         benchmark::ClobberMemory();

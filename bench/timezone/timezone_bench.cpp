@@ -8,7 +8,7 @@
 //   make_local(fields)        fields(local)
 //   to_local(zone, instant)   to_utc(zone, local)     giving the other, or in place where is_in_place
 //
-// Operands are 4096 instants of 2000 to 2024 and of 1900 to 1969, shuffled, and the former in ascending
+// Operands are instants of 2000 to 2024 and of 1900 to 1969, shuffled, and the former in ascending
 // order; names are those of all regions that every peer knows; from a fixed seed. Local times have one
 // meaning, and offsets whole minutes, as those of records have. Before the clock starts every answer is
 // compared with glibc's; the program ends with 1 when one is wrong. What works in place first copies the
@@ -30,6 +30,8 @@
 #include "dvtypes/datetime.h"
 #include "dvtypes/timestamp_tz.h"
 #include "dvtypes/timezone.h"
+#include "gauged.h"
+#include "operand_count.h"
 #ifdef DV_HAVE_ABSEIL
 #include <absl/time/time.h>
 #endif
@@ -42,7 +44,7 @@
 
 namespace {
 
-constexpr size_t _operand_count = 4096;
+constexpr size_t _operand_count = dv::bench::operand_count;
 
 bool _any_wrong = false;
 
@@ -294,7 +296,7 @@ void run_(benchmark::State &state, auto pass, auto is_right) {
     for (size_t i = 0; i < _operand_count; ++i) {
         if (!is_right(i)) return report_wrong_(state, i);
     }
-    for (auto _ : state) {
+    for (auto _ : dv::bench::gauged(state)) {
         pass();
         benchmark::ClobberMemory();
     }

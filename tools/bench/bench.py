@@ -20,7 +20,7 @@ _DOCUMENT = _ROOT / "docs" / "performance.md"
 _BEGIN = "<!-- measured: written by scripts/bench --write -->"
 _END = "<!-- measured: end -->"
 
-_GOAL_HEADER = ["operation", "ours", "the goal's peer", "ratio", "goal", "", "where another is faster"]
+_GOAL_HEADER = ["operation", "ours", "the goal's peer", "ratio", "goal", "", "rounds", "where another is faster"]
 _LIBRARY_HEADER = ["property", "value", "goal", ""]
 _LOADING = "load_bench"
 _OTHER_HEADER = ["program", "case", "ours", "fastest peer", "ratio"]
@@ -31,7 +31,7 @@ def _arguments():
     parser.add_argument("--smoke", action="store_true", help="run every case for a moment: is every answer right?")
     parser.add_argument("--write", action="store_true", help="write the measured part of docs/performance.md")
     parser.add_argument("--filter", metavar="REGEX", help="only groups with a case whose program/name matches")
-    parser.add_argument("--rounds", type=int, default=15, help="repetitions of each case (%(default)s)")
+    parser.add_argument("--rounds", type=int, default=15, help="undisturbed repetitions wanted (%(default)s)")
     parser.add_argument("--seconds", type=float, default=0.05, help="the least time of each (%(default)s)")
     arguments = parser.parse_args()
     if arguments.write and (arguments.smoke or arguments.filter):
@@ -68,13 +68,14 @@ def _smoke(goals):
 
 
 def _measure(goals, arguments):
-    results = table.Results()
+    quiet = cases.Quiet()
+    results = table.Results(quiet)
     for program in _programs():
         groups = [group for group in cases.groups_of(program, goals)
                   if any(re.search(arguments.filter or "", f"{program.name}/{case}") for case in group)]
         for number, group in enumerate(groups, 1):
             _say(f"{program.name} {number}/{len(groups)}: {', '.join(group)}")
-            times, wrong = cases.measure(program, group, arguments.rounds, arguments.seconds)
+            times, wrong = cases.measure(program, group, arguments.rounds, arguments.seconds, quiet)
             _give_up_on(wrong)
             results.add(program.name, times)
     return results
@@ -101,7 +102,7 @@ def _tables(goals, results, is_whole):
 
 def _written(parts, arguments):
     facts = [f"- {name}: {text}" for name, text in machine.facts(_BUILD)]
-    facts.append(f"- Day: {datetime.date.today()}; up to {arguments.rounds} rounds of {arguments.seconds:g} s")
+    facts.append(f"- Day: {datetime.date.today()}; up to {arguments.rounds} undisturbed rounds of {arguments.seconds:g} s")
     texts = [_BEGIN, "\n".join(facts), *(f"### {heading}\n\n{text}" for heading, text in parts), _END]
     return "\n\n".join(texts)
 

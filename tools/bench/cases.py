@@ -3,19 +3,49 @@
 Names are operation/case/library, then what Google Benchmark adds ("/threads:2"). Cases that differ in the library
 alone, and those that a goal names together, are compared: they form a group, which runs in a process of its own,
 its repetitions interleaved at random, so that what disturbs one disturbs the others. Repetition i of each is round i.
+A round counts for two cases when both had their cores to themselves.
 """
 
+import itertools
 import json
 import re
-import statistics
 import subprocess
 import tempfile
 import time
+from dataclasses import dataclass
 from pathlib import Path
 
 _BUDGET_SECONDS = 12.0  # of a group: slow ones get fewer rounds
+_PATIENCE_SECONDS = 30.0  # with a group whose rounds are disturbed
 _MIN_ROUNDS = 5
 _ADDED = re.compile(r"/(real_time|manual_time|process_time|threads:\d+|iterations:\d+)(?=/|$)")
+
+
+@dataclass(frozen=True)
+class Repetition:
+    seconds: float  # of an operation
+    crowding: float  # see bench/gauged.h
+
+
+class Quiet:
+    """Knows the repetitions that had their cores to themselves: they come within 3 % of the least crowding seen."""
+
+    def __init__(self):
+        self._least = float("inf")
+
+    def see(self, times):
+        self._least = min([self._least, *(each.crowding for rounds in times.values() for each in rounds)])
+
+    def rounds_of(self, *compared):
+        """The rounds that count for the compared cases, as tuples of seconds."""
+        return [tuple(each.seconds for each in together) for together in zip(*compared, strict=True)
+                if all(each.crowding <= 1.03 * self._least for each in together)]
+
+    def fewest(self, times):
+        """Of the pairs of a group."""
+        ours, peers = ([case for case in times if is_ours(case) == wanted] for wanted in (True, False))
+        pairs = itertools.product(ours or peers, peers or ours)
+        return min(len(self.rounds_of(times[x], times[y])) for x, y in pairs)
 
 
 def library_of(case):
@@ -66,7 +96,7 @@ def _seconds(run):
 
 
 def _run(program, arguments):
-    """{case: [seconds of round 0, 1, ...]} and the messages of what went wrong."""
+    """{case: [Repetition of round 0, 1, ...]} and the messages of what went wrong."""
     with tempfile.TemporaryDirectory() as folder:
         out = Path(folder) / "out.json"
         done = subprocess.run([program, *arguments, f"--benchmark_out={out}", "--benchmark_out_format=json"],
@@ -83,7 +113,8 @@ def _run(program, arguments):
         if run.get("error_occurred"):
             wrong.append(f"{program.name}: {run['run_name']}: {run['error_message']}")
         else:
-            times.setdefault(run["run_name"], {})[run["repetition_index"]] = _seconds(run)
+            rounds = times.setdefault(run["run_name"], {})
+            rounds[run["repetition_index"]] = Repetition(_seconds(run), run["crowding"])
     return {case: [rounds[i] for i in sorted(rounds)] for case, rounds in times.items()}, wrong
 
 
@@ -97,19 +128,19 @@ def _filter(cases):
     return f"--benchmark_filter=^({'|'.join(escaped)})$"
 
 
-def measure(program, cases, rounds, seconds):
-    """As _run, after a first run that warms up and shows how many rounds are affordable."""
+def measure(program, cases, rounds, seconds, quiet):
+    """As _run, after a first run that warms up and shows how many rounds are affordable; and again while too few count."""
     arguments = [_filter(cases), f"--benchmark_min_time={seconds}"]
     begin = time.monotonic()
     _, wrong = _run(program, arguments)
     affordable = int(_BUDGET_SECONDS / (time.monotonic() - begin))
-    if wrong:
-        return {}, wrong
     rounds = max(min(rounds, _MIN_ROUNDS), min(rounds, affordable))
-    return _run(program, [*arguments, "--benchmark_enable_random_interleaving=true",
-                          f"--benchmark_repetitions={rounds}"])
-
-
-def ratio(ours, peer):
-    """The median over the rounds of ours to the peer's."""
-    return statistics.median(x / y for x, y in zip(ours, peer, strict=True))
+    arguments += ["--benchmark_enable_random_interleaving=true", f"--benchmark_repetitions={rounds}"]
+    times = {}
+    while not wrong:
+        more, wrong = _run(program, arguments)
+        times = {case: times.get(case, []) + more[case] for case in more}
+        quiet.see(more)
+        if wrong or quiet.fewest(times) >= rounds or time.monotonic() - begin > _PATIENCE_SECONDS:
+            break
+    return times, wrong
