@@ -8,7 +8,7 @@
 #ifndef DV_NUMBER_DIGITS_H
 #define DV_NUMBER_DIGITS_H
 
-#include "number_limb.h"
+#include "vector_digits.h"
 
 namespace dv::impl {
 
@@ -29,13 +29,16 @@ inline record_limbs_t load_limbs(const number_t &x, const number_head_t &head) {
             limb_from_digits(coef.word[2] >> 32)};
 }
 
-// Writes 128 + digit or 128 - digit; returns the count of digits up to the last that is not 0.
-inline int store_limbs(uint8_t *bytes, uint64_t sign, two_limbs_t limbs) {
-    const coef_t<2> coef = {{digits_from_limb(limbs.first), digits_from_limb(limbs.second)}};
-    const uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS) - sign;
-    store_be64(bytes, (coef.word[0] ^ sign) + excess);
-    store_be64(bytes + 8, (coef.word[1] ^ sign) + excess);
-    return coef_digit_count(coef);
+// The digits of a result on their way into a record: two limbs and five digits, the first of these in the top
+// byte but three; less their first one, if `skipped` is 1 and not 0. What is left begins with a digit that is
+// not 0, and has no more than twenty.
+inline void store_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t limbs, uint64_t five_digits,
+                         int skipped) {
+    const uint64_t first = digits_from_limb(limbs.first), second = digits_from_limb(limbs.second);
+    const int shift = 8 * skipped;
+    const long_coef coef = {{first << shift | second >> 1 >> (63 - shift),
+                             second << shift | five_digits >> (40 - shift), five_digits << (24 + shift)}};
+    store_coef(x, sign, exponent - skipped, coef);
 }
 
 }  // namespace plain
@@ -79,7 +82,7 @@ inline uint64_t halves_(uint64_t limb) {
     return high + ((limb - high * 100'000'000) << 32);
 }
 
-inline int store_limbs(uint8_t *bytes, uint64_t sign, two_limbs_t limbs) {
+inline bytes16_t digits_of_(two_limbs_t limbs) {
     const bytes16_t by_8 = join_halves(halves_(limbs.first), halves_(limbs.second));
     // x * 109951163 >> 40 is x / 10^4 for every x below 10^8, x * 5243 >> 19 is x / 100 below 10^4.
     const bytes16_t reciprocal = _mm_set1_epi32(109'951'163);
@@ -90,25 +93,34 @@ inline int store_limbs(uint8_t *bytes, uint64_t sign, two_limbs_t limbs) {
     const bytes16_t by_4 = _mm_or_si128(upper, _mm_slli_epi32(lower, 16));
     const bytes16_t hundreds = _mm_srli_epi16(_mm_mulhi_epu16(by_4, _mm_set1_epi16(5243)), 3);
     // Hundreds in the low byte, (x - hundreds * 100) in the high one: x * 256 - hundreds * (100 * 256 - 1).
-    const bytes16_t digits =
-        _mm_add_epi16(_mm_slli_epi16(by_4, 8), _mm_mullo_epi16(hundreds, _mm_set1_epi16(1 - 25'600)));
+    return _mm_add_epi16(_mm_slli_epi16(by_4, 8), _mm_mullo_epi16(hundreds, _mm_set1_epi16(1 - 25'600)));
+}
 
-    const bytes16_t signs = _mm_set1_epi64x(static_cast<int64_t>(sign));
-    const bytes16_t excess = _mm_sub_epi8(_mm_set1_epi8(-128), signs);
-    store_vector(bytes, _mm_add_epi8(_mm_xor_si128(digits, signs), excess));
-    const int zeros = _mm_movemask_epi8(_mm_cmpeq_epi8(digits, _mm_setzero_si128()));
-    return static_cast<int>(std::bit_width(static_cast<unsigned>(~zeros & 0xFFFF)));
+inline void store_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t limbs, uint64_t five_digits,
+                         int skipped) {
+    const uint64_t rest = swap_bytes(five_digits << 24);
+    const auto as_vector = [](uint64_t word) { return _mm_cvtsi64_si128(static_cast<int64_t>(word)); };
+    const bytes16_t digits = digits_of_(limbs);
+    const bytes16_t is_skipped = in_front_of(static_cast<unsigned>(skipped) * VECTOR_SIZE);
+    const bytes16_t first = select(is_skipped, move_left(digits, as_vector(rest)), digits);
+    const uint64_t last = rest >> (8 * skipped);
+    const unsigned zeros = top_bits_of(_mm_cmpeq_epi8(first, _mm_setzero_si128()));
+    const int count = last != 0 ? int{VECTOR_SIZE} + COEF_WORD_DIGITS - leading_zero_bytes(last)
+                                : static_cast<int>(std::bit_width(~zeros & 0xFFFF));
+    x.size = size_of(sign, count);
+    x.signexp = signexp_of(sign, exponent - skipped);
+    store_record_digits(x, sign, first, as_vector(last), count);
 }
 
 }  // namespace vectors
 
 using vectors::load_limbs;
-using vectors::store_limbs;
+using vectors::store_digits;
 
 #else
 
 using plain::load_limbs;
-using plain::store_limbs;
+using plain::store_digits;
 
 #endif
 

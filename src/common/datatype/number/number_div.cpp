@@ -33,14 +33,18 @@ inline operand_t read_operand_(const number_t &x, const number_head_t &head) {
     return {{{limbs.first, limbs.second, limbs.last * 100'000'000}}, head.exponent};
 }
 
-// What a quotient is multiplied by so that its first limb has sixteen digits; 10^14 where X >= Y.
-constexpr uint64_t first_factor_(bool is_below_one) { return is_below_one ? LIMB_BASE : LIMB_BASE / 100; }
+// What a quotient is multiplied by so that its first limb has sixteen digits, by X < Y: a table, since no
+// branch predicts which it is.
+constexpr uint64_t _first_factors[] = {LIMB_BASE / 100, LIMB_BASE};
+
+// Looks the mode up first: in the usual one nothing behind the limbs matters.
+bool asks_for_rest_() { return current_rmode() != NUMBER_RMODE_HALF_UP; }
 
 // x / y in three limbs, y not 0, neither is above 2.6 * 10^16 (bytes that are no digits).
 void divide_one_limb_(uint64_t x, uint64_t y, result_t &result) {
     const bool is_below_one = x < y;
     uint64_t rest = x;
-    uint64_t factor = first_factor_(is_below_one);
+    uint64_t factor = _first_factors[int{is_below_one}];
     for (uint64_t &limb : result.limbs.limb) {
         const uint128_t value = uint128_t{rest} * factor;  // below y * 2^64
         const quotient_t step =
@@ -49,8 +53,8 @@ void divide_one_limb_(uint64_t x, uint64_t y, result_t &result) {
         rest = step.remainder;
         factor = LIMB_BASE;
     }
-    result.exponent += is_below_one ? 0 : 1;
-    result.rest_beyond = !is_below_one && uint128_t{rest} * 100 >= y;
+    result.exponent += int{!is_below_one};
+    result.rest_beyond = asks_for_rest_() && !is_below_one && uint128_t{rest} * 100 >= y;
 }
 
 // A binary integer, below 2^192: operands, below 2^162, and what remains of them.
@@ -122,13 +126,14 @@ void divide_limbs_(const limbs_t &x, const limbs_t &y, result_t &result) {
     wide_t rest = to_binary_(x);
     const divisor_t divisor = make_divisor_(to_binary_(y));
     const bool is_below_one = is_below_(rest, divisor.value);
-    uint64_t factor = first_factor_(is_below_one);
+    uint64_t factor = _first_factors[int{is_below_one}];
     for (uint64_t &limb : result.limbs.limb) {
         limb = divide_step_(multiply_(rest, factor), divisor, rest);
         factor = LIMB_BASE;
     }
-    result.exponent += is_below_one ? 0 : 1;
-    result.rest_beyond = !is_below_one && !is_below_(multiply_(rest, 100).value, divisor.value);
+    result.exponent += int{!is_below_one};
+    result.rest_beyond =
+        asks_for_rest_() && !is_below_one && !is_below_(multiply_(rest, 100).value, divisor.value);
 }
 
 }  // namespace

@@ -95,12 +95,10 @@ void store_16_digits_(number_t &x, uint64_t sign, decimal16_t decimal) {
     const uint64_t digits = digit_bytes_from_limb(is_odd != 0 ? tenth : decimal.significand);
     const int count =
         last != 0 ? COEF_WORD_DIGITS + 1 : COEF_WORD_DIGITS - trailing_zero_bytes(swap_bytes(digits));
-    const uint64_t bytes = digit_bytes(digits, sign);
     x.size = size_of(sign, count);
     x.signexp = signexp_of(sign, COEF_WORD_DIGITS + ((decimal.exponent + 1) >> 1));
-    memcpy(x.coef, &bytes, sizeof bytes);
-    x.coef[COEF_WORD_DIGITS] = static_cast<uint8_t>(digit_bytes(last, sign));
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    const bytes16_t signs = _mm_set1_epi64x(static_cast<int64_t>(sign));
+    store_vector(x.coef, record_bytes(join_halves(digits, last), signs, count));
 }
 
 // A number well within the range of NUMBER, rounded without doubt (bench/number, from_double); false: any

@@ -39,15 +39,14 @@ inline bool store_long_integer_(number_t &x, uint64_t sign, uint64_t magnitude) 
     if (rest == 0) return false;
     const uint64_t tens = high * 5243 >> 19;  // high / 100, see digit_bytes_from_limb
     const auto has_tens = int{tens != 0};
-    const uint64_t head = digit_bytes((tens | (high - tens * 100) << 8) >> (8 - 8 * has_tens), sign);
-    const uint64_t bytes = digit_bytes(rest, sign);
+    const uint64_t head = (tens | (high - tens * 100) << 8) >> (8 - 8 * has_tens);
+    const int shift = 8 + 8 * has_tens;
+    const bytes16_t digits = join_halves(head | rest << shift, rest >> (64 - shift));
     const int exponent = 1 + has_tens + COEF_WORD_DIGITS;
     const int count = exponent - trailing_zero_bytes(swap_bytes(rest));
     x.size = size_of(sign, count);
     x.signexp = signexp_of(sign, exponent);
-    memcpy(x.coef, &head, 2);
-    memcpy(x.coef + 1 + has_tens, &bytes, sizeof bytes);
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    store_vector(x.coef, record_bytes(digits, _mm_set1_epi64x(static_cast<int64_t>(sign)), count));
     return true;
 }
 

@@ -141,6 +141,13 @@ constexpr void store_zero(number_t &x) {
     x.signexp = NUMBER_SIGNEXP_ZERO;
 }
 
+// The terminator behind the last digit of a negative value is, where that costs little, put in among the
+// digits: zeros behind the last become terminators, of which the record counts one; of a positive value they
+// lie past the record. Stored by itself it goes to a place that the digits give, so late that loads of the
+// next call may wait for it: numbers of 17 and 18 digits from int64 took 7 to 16 ns, by the places of the
+// arrays, and take 7.
+inline constexpr uint8_t DIGIT_ZERO_TO_TERMINATOR = NUMBER_DIGIT_EXCESS ^ NUMBER_TOP;
+
 // Stores a value that is not zero: first digit not 0, at most 20 digits, exponent in range. Trailing zero
 // digits are left out. `sign` is all ones for a negative value, else 0.
 constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const long_coef &coef) {
@@ -162,10 +169,10 @@ constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const short_
     const int zero_digits = trailing_zero_bytes(word);
     const int count = COEF_WORD_DIGITS - zero_digits;
     // In the byte behind the last digit, that is in none if there are eight.
-    const uint64_t to_terminator = uint64_t{NUMBER_TOP - NUMBER_DIGIT_EXCESS} << (8 * zero_digits) >> 8;
+    const uint64_t to_terminator = uint64_t{DIGIT_ZERO_TO_TERMINATOR} << (8 * zero_digits) >> 8;
     x.size = static_cast<uint8_t>(1 + count + static_cast<int>(sign & 1));
     x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + exponent) ^ static_cast<int>(sign & 0xFF));
-    store_be64(x.coef, (word ^ sign) + excess + (to_terminator & sign));
+    store_be64(x.coef, ((word ^ sign) + excess) ^ to_terminator);
     x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;  // the terminator behind eight digits, else past the record
 }
 

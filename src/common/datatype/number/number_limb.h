@@ -120,12 +120,12 @@ constexpr void store_limb(number_t &x, uint64_t sign, uint64_t limb, int weight)
     const uint64_t digits = all_digits >> (8 * leading_zeros);
     const int last = COEF_WORD_DIGITS - 1 - leading_zero_bytes(digits);
     // Behind the last digit; in none of the eight bytes if that is the eighth.
-    const uint64_t to_terminator = uint64_t{NUMBER_TOP - NUMBER_DIGIT_EXCESS} << 8 << (8 * last);
+    const uint64_t to_terminator = uint64_t{DIGIT_ZERO_TO_TERMINATOR} << 8 << (8 * last);
     const uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS) - sign;
     x.size = static_cast<uint8_t>(2 + last + static_cast<int>(sign & 1));
     x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + COEF_WORD_DIGITS - leading_zeros + weight) ^
                                      static_cast<int>(sign & 0xFF));
-    store_be64(x.coef, swap_bytes((digits ^ sign) + excess + (to_terminator & sign)));
+    store_be64(x.coef, swap_bytes(((digits ^ sign) + excess) ^ to_terminator));
     x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;  // the terminator behind eight digits, else past the record
 }
 

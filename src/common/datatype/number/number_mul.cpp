@@ -119,7 +119,7 @@ void multiply_one_limb_(product_t &x, uint64_t limb) {
     multiply_limbs_(x.limbs, y.limbs, result);
     check_product_range_(result);
     cut_result_t cut = cut_result(result.limbs);
-    cut.kept += rounds_away(result, cut, current_rmode()) ? 1 : 0;
+    cut.kept += rounding_of(result, cut, current_rmode());
     keep_digits_(x, result.limbs, cut);
 }
 

@@ -78,11 +78,14 @@ inline cut_result_t cut_result(const limbs_t &limbs) {
     return {zeros, cut.unit, kept, limbs.limb[2] - kept * cut.unit};
 }
 
-// Is what was dropped more than half a unit, or such that the mode says so?
-inline bool rounds_away(const result_t &result, const cut_result_t &cut, int rmode) {
-    const bool is_half = cut.dropped >= cut.unit / 2;
-    const bool rest = result.rest_beyond || cut.dropped != (is_half ? cut.unit / 2 : 0);
-    return rounds_away(rmode, result.sign != 0, {cut.kept % 2 != 0, is_half ? 5 : 0, rest});
+// What the mode adds to the kept part: 0 or 1. The usual mode comes without a branch on digits, which would
+// be as good as a branch on a coin.
+inline uint64_t rounding_of(const result_t &result, const cut_result_t &cut, int rmode) {
+    const uint64_t half = cut.unit / 2;
+    const bool is_half = cut.dropped >= half;
+    if (rmode == NUMBER_RMODE_HALF_UP) return uint64_t{is_half};
+    const bool rest = result.rest_beyond || cut.dropped != (is_half ? half : 0);
+    return uint64_t{rounds_away(rmode, result.sign != 0, {cut.kept % 2 != 0, is_half ? 5 : 0, rest})};
 }
 
 // Stores the limbs with the digits that are kept of the third; false: a carry goes further than into the
@@ -97,19 +100,7 @@ inline bool store_cut_result(number_t &x, const result_t &result, const cut_resu
     const int skipped = cut.zeros / 2;
     const uint64_t upper = tail / 100;
     const uint64_t last_digits = four_digits_from(upper) << 8 | (tail - upper * 100);  // five
-    const uint64_t last_bytes =
-        (last_digits ^ result.sign) + (in_each_byte(NUMBER_DIGIT_EXCESS) - result.sign);
-    // From the record's beginning: the first digit, if it is 0, lands in front of the coefficient.
-    uint8_t *const bytes = reinterpret_cast<uint8_t *>(&x) + offsetof(number_t, coef) - skipped;
-    int count = store_limbs(bytes, result.sign, {result.limbs.limb[0], second});
-    store_be32(bytes + 16, static_cast<uint32_t>(last_bytes >> 8));
-    bytes[20] = static_cast<uint8_t>(last_bytes);
-    if (last_digits != 0) count = 21 - trailing_zero_bytes(last_digits);
-    count -= skipped;
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
-    x.size = static_cast<uint8_t>(1 + count + static_cast<int>(result.sign & 1));
-    x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + result.exponent - skipped) ^
-                                     static_cast<int>(result.sign & 0xFF));
+    store_digits(x, result.sign, result.exponent, {result.limbs.limb[0], second}, last_digits, skipped);
     return true;
 }
 
@@ -119,7 +110,7 @@ inline void store_result(number_t &x, const result_t &result) {
     if (result.limbs.limb[0] < RESULT_FIRST_LIMB_MIN) [[unlikely]]
         return store_any_result(x, result_t{result});
     cut_result_t cut = cut_result(result.limbs);
-    cut.kept += rounds_away(result, cut, current_rmode()) ? 1 : 0;
+    cut.kept += rounding_of(result, cut, current_rmode());
     if (!store_cut_result(x, result, cut)) [[unlikely]]
         store_any_result(x, result_t{result});
 }
@@ -139,7 +130,7 @@ inline bool store_result_half_up(number_t &x, const result_t &result, uint64_t u
     cut_result_t cut = cut_result(result.limbs);
     if (!is_settled_half_up(cut, uncertainty)) [[unlikely]]
         return false;
-    cut.kept += cut.dropped >= cut.unit / 2 ? 1 : 0;
+    cut.kept += rounding_of(result, cut, NUMBER_RMODE_HALF_UP);
     return store_cut_result(x, result, cut);
 }
 

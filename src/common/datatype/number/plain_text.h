@@ -55,9 +55,10 @@ inline bytes16_t load_short_text(const char *text, unsigned length) {
 // Eight characters from `at` on, of a text of at least 8.
 inline uint64_t characters_from(const char *text, unsigned length, unsigned at) {
     const unsigned begin = std::min(at, length - 8);
-    const unsigned shift = 8 * (at - begin);
-    const uint64_t word = load_native64(text + begin);
-    return shift < 64 ? word >> shift : 0;
+    // Half the bits of what is not wanted, or all of them: a branch could not tell which lengths reach so
+    // far.
+    const unsigned before = std::min(4 * (at - begin), 32u);
+    return load_native64(text + begin) >> before >> before;
 }
 
 // ---- digits ----
@@ -197,17 +198,9 @@ inline bool read_long_text(number_t &x, const char *text, unsigned length) {
 
     const int count = 32 - std::countl_zero(~zeros);
     const uint64_t sign = 0 - is_negative;
-    const bytes16_t signs = in_front_of(static_cast<unsigned>(is_negative) * VECTOR_SIZE);
-    const bytes16_t excess = _mm_set1_epi8(static_cast<char>(NUMBER_DIGIT_EXCESS));
-    const auto bytes = [&](bytes16_t pairs) {
-        return _mm_add_epi8(_mm_sub_epi8(_mm_xor_si128(pairs, signs), signs), excess);
-    };
     x.size = size_of(sign, count);
     x.signexp = signexp_of(sign, static_cast<int>((point + 1) / 2));
-    store_vector(x.coef, bytes(first));
-    const int rest = _mm_cvtsi128_si32(bytes(last));
-    memcpy(x.coef + VECTOR_SIZE, &rest, sizeof rest);
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    store_record_digits(x, sign, first, last, count);
     return true;
 }
 

@@ -12,11 +12,15 @@
 // front of the point and T behind it, and Y = T in front and the U of the digit before behind it, the first
 // row is the pairs of Y and X, the second those of X and the Y that follows.
 //
-// The point itself is put down last, like the NUL. Digits from the 17th on are a piece of their own, always
-// behind the point. So nothing branches on sign, lengths and the place of the point (bench/number, to_str).
+// The point is the Y behind the last digit in front of it. Digits from the 17th on are a piece of their own,
+// always behind the point. So nothing branches on sign, lengths and the place of the point (bench/number,
+// to_str); nor is anything stored at a place that the digits give, for which the loads of the next call might
+// wait: all characters behind the end are NUL.
 
 #ifndef DV_NUMBER_PLAIN_TEXT_WRITER_H
 #define DV_NUMBER_PLAIN_TEXT_WRITER_H
+
+#include <algorithm>
 
 #include "vector_digits.h"
 
@@ -78,21 +82,28 @@ inline size_t skipped_characters(const plain_head_t &head, size_t first_digit) {
     return head.exponent != 0 && first_digit < 10 ? 1 : 0;
 }
 
-inline void end_plain_text(const number_t &x, const plain_head_t &head, size_t skipped, char *text) {
+// The length of the text without the sign.
+inline size_t plain_length(const number_t &x, const plain_head_t &head, size_t skipped) {
     const size_t point = 2 * head.exponent - skipped;
     const size_t ends_with_zero = (x.coef[head.count - 1] - NUMBER_DIGIT_EXCESS) % 10 == 0 ? 1 : 0;
-    text[point] = '.';
-    text[head.count > head.exponent ? 2 * head.count - skipped + 1 - ends_with_zero : point] = '\0';
+    return head.count > head.exponent ? 2 * head.count - skipped + 1 - ends_with_zero : point;
 }
 
-// ---- up to eight digits, four of them in front of the point ----
+// What stands in front of a place, a point there, and what stands behind it, moved up by one.
+inline bytes16_t join_at_point(bytes16_t front, bytes16_t behind, size_t place) {
+    const bytes16_t is_front = in_front_of(place);
+    const bytes16_t is_front_or_point = in_front_of(place + 1);
+    const bytes16_t point = _mm_and_si128(_mm_xor_si128(is_front, is_front_or_point), _mm_set1_epi8('.'));
+    return _mm_or_si128(_mm_or_si128(_mm_and_si128(is_front, front), point),
+                        _mm_andnot_si128(is_front_or_point, behind));
+}
 
-inline constexpr size_t SHORT_TEXT_DIGITS_MAX = COEF_WORD_DIGITS;
+// ---- up to seven digits, four of them in front of the point: one vector ----
+
+inline constexpr size_t SHORT_TEXT_DIGITS_MAX = COEF_WORD_DIGITS - 1;
 inline constexpr size_t SHORT_TEXT_EXPONENT_MAX = 4;
-inline constexpr int SHORT_TEXT_BUFFER_SIZE = 1 + VECTOR_SIZE + 1 + 1;  // sign, characters, point, NUL
+inline constexpr int SHORT_TEXT_BUFFER_SIZE = 1 + VECTOR_SIZE;  // sign, and characters with point and NUL
 
-// The characters go to their places behind the point; then the first eight once more, to those in front of
-// it.
 inline bool write_short_text(const number_t &x, const plain_head_t &head, char *str) {
     const bytes16_t bytes = _mm_loadl_epi64(reinterpret_cast<const bytes16_t *>(x.coef));
     const bytes16_t digits = _mm_and_si128(digits_of_bytes(bytes, load_signs(head)), in_front_of(head.count));
@@ -100,24 +111,19 @@ inline bool write_short_text(const number_t &x, const plain_head_t &head, char *
     if (!are_digits(digits) || first_digit == 0) return false;
 
     const size_t skipped = skipped_characters(head, first_digit);
+    const bytes16_t is_skipped = in_front_of(skipped * VECTOR_SIZE);
     const bytes16_t characters = pairs_as_text(digits);
-    const auto word = static_cast<uint64_t>(_mm_cvtsi128_si64(characters));
-    const uint64_t integer = word >> (8 * skipped);
-    const uint64_t fraction = word << (8 - 8 * skipped);
-    const auto is_integer =
-        static_cast<uint64_t>(_mm_cvtsi128_si64(in_front_of(2 * head.exponent - skipped)));
-    const uint64_t beginning = fraction ^ ((integer ^ fraction) & is_integer);
+    const bytes16_t front = select(is_skipped, _mm_srli_si128(characters, 1), characters);
+    const bytes16_t behind = select(is_skipped, characters, _mm_slli_si128(characters, 1));
+    const bytes16_t text = join_at_point(front, behind, 2 * head.exponent - skipped);
     str[0] = '-';
-    char *const text = str + head.negative;
-    store_vector(text + 1 - skipped, characters);
-    memcpy(text, &beginning, sizeof beginning);
-    end_plain_text(x, head, skipped, text);
+    store_vector(str + head.negative, _mm_and_si128(text, in_front_of(plain_length(x, head, skipped))));
     return true;
 }
 
-// ---- up to 16 digits in front of the point ----
+// ---- up to 15 digits in front of the point: three vectors ----
 
-inline constexpr size_t LONG_TEXT_EXPONENT_MAX = VECTOR_SIZE;
+inline constexpr size_t LONG_TEXT_EXPONENT_MAX = VECTOR_SIZE - 1;
 inline constexpr int LONG_TEXT_BUFFER_SIZE = 1 + 3 * VECTOR_SIZE;  // what is written, at most
 
 inline bool write_long_text(const number_t &x, const plain_head_t &head, char *str) {
@@ -132,21 +138,24 @@ inline bool write_long_text(const number_t &x, const plain_head_t &head, char *s
     if (!are_digits(_mm_max_epu8(first, last)) || first_digit == 0) return false;
 
     const size_t skipped = skipped_characters(head, first_digit);
-    const tens_and_units_t front = tens_and_units(first);
+    const auto [tens, units] = tens_and_units(first);
     const bytes16_t is_skipped = in_front_of(skipped * VECTOR_SIZE);
-    const bytes16_t is_integer = in_front_of(head.exponent);
-    const bytes16_t x_places = select(is_integer, front.units, front.tens);
-    const bytes16_t y_places = select(is_integer, front.tens, _mm_slli_si128(front.units, 1));
+    const bytes16_t x_places = select(in_front_of(head.exponent), units, tens);
+    const bytes16_t y_places = join_at_point(tens, _mm_slli_si128(units, 1), head.exponent);
+    const bytes16_t last_units = _mm_srli_si128(units, VECTOR_SIZE - 1);  // the Y behind all
+    const bytes16_t last_pairs = pairs_as_text(last);
     const bytes16_t even = select(is_skipped, x_places, y_places);
-    const bytes16_t odd = select(is_skipped, _mm_srli_si128(y_places, 1), x_places);
-    const bytes16_t last_units = _mm_srli_si128(front.units, VECTOR_SIZE - 1);
-    const bytes16_t tail = _mm_or_si128(_mm_slli_si128(pairs_as_text(last), 1), last_units);
+    const bytes16_t odd = select(is_skipped, move_left(y_places, last_units), x_places);
+    const bytes16_t tail = select(is_skipped, last_pairs, move_right(last_pairs, units));
+    const size_t length = plain_length(x, head, skipped);
     str[0] = '-';
     char *const text = str + head.negative;
-    store_vector(text, _mm_unpacklo_epi8(even, odd));
-    store_vector(text + VECTOR_SIZE, _mm_unpackhi_epi8(even, odd));
-    store_vector(text + 2 * VECTOR_SIZE - skipped, tail);
-    end_plain_text(x, head, skipped, text);
+    const auto put = [&](unsigned part, bytes16_t characters) {
+        store_vector(text + VECTOR_SIZE * part, _mm_and_si128(characters, in_front_of(length, part)));
+    };
+    put(0, _mm_unpacklo_epi8(even, odd));
+    put(1, _mm_unpackhi_epi8(even, odd));
+    put(2, tail);
     return true;
 }
 
@@ -157,7 +166,10 @@ inline bool write_plain_text(const number_t &x, int buf_size, char *str) {
     if (head.count < 1 || head.count > NUMBER_DIGITS_MAX || head.exponent < 0) return false;
     const plain_head_t plain = {static_cast<size_t>(head.count), static_cast<size_t>(head.exponent),
                                 head.sign & 1};
-    const bool is_short = plain.count <= SHORT_TEXT_DIGITS_MAX && plain.exponent <= SHORT_TEXT_EXPONENT_MAX;
+    // Both at once: of long values either may be the small one.
+    const bool is_short =
+        std::max(plain.count + SHORT_TEXT_EXPONENT_MAX, plain.exponent + SHORT_TEXT_DIGITS_MAX) <=
+        SHORT_TEXT_DIGITS_MAX + SHORT_TEXT_EXPONENT_MAX;
     if (is_short && buf_size >= SHORT_TEXT_BUFFER_SIZE) return write_short_text(x, plain, str);
     if (plain.exponent > LONG_TEXT_EXPONENT_MAX || buf_size < LONG_TEXT_BUFFER_SIZE) return false;
     return write_long_text(x, plain, str);

@@ -40,6 +40,25 @@ constexpr uint8_t size_of(uint64_t sign, int digit_count) {
     return static_cast<uint8_t>(1 + digit_count + static_cast<int>(sign & 1));
 }
 
+// The bytes of a record for sixteen digits, the part-th sixteen of a value of so many; zeros behind the last
+// become terminators. `signs` is all ones for a negative value, else 0.
+inline bytes16_t record_bytes(bytes16_t digits, bytes16_t signs, int count, unsigned part = 0) {
+    const bytes16_t excess = _mm_set1_epi8(static_cast<char>(NUMBER_DIGIT_EXCESS));
+    const bytes16_t bytes = _mm_add_epi8(_mm_sub_epi8(_mm_xor_si128(digits, signs), signs), excess);
+    const bytes16_t to_terminator = _mm_set1_epi8(static_cast<char>(DIGIT_ZERO_TO_TERMINATOR));
+    const bytes16_t is_digit = in_front_of(static_cast<unsigned>(count), part);
+    return _mm_xor_si128(bytes, _mm_andnot_si128(is_digit, to_terminator));
+}
+
+// Stores the first sixteen digits and the four behind them.
+inline void store_record_digits(number_t &x, uint64_t sign, bytes16_t first, bytes16_t last, int count) {
+    const bytes16_t signs = _mm_set1_epi64x(static_cast<int64_t>(sign));
+    store_vector(x.coef, record_bytes(first, signs, count));
+    const int rest = _mm_cvtsi128_si32(record_bytes(last, signs, count, 1));
+    memcpy(x.coef + VECTOR_SIZE, &rest, sizeof rest);
+    x.coef[NUMBER_DIGITS_MAX] = NUMBER_TOP;
+}
+
 // The bytes of a record for eight digits; `sign` is all ones for a negative value, else 0. No byte borrows.
 constexpr uint64_t digit_bytes(uint64_t digits, uint64_t sign) {
     return in_each_byte(NUMBER_DIGIT_EXCESS) + ((digits ^ sign) - sign);
@@ -49,11 +68,13 @@ constexpr uint64_t digit_bytes(uint64_t digits, uint64_t sign) {
 inline void store_digits(number_t &x, uint64_t sign, uint64_t digits, int exponent) {
     const int leading_zeros = trailing_zero_bytes(digits);
     const int count = COEF_WORD_DIGITS - leading_zeros - trailing_zero_bytes(swap_bytes(digits));
-    const uint64_t coef = digit_bytes(digits >> (8 * leading_zeros), sign);
+    // Behind the last digit; in none of the eight bytes if that is the eighth.
+    const uint64_t to_terminator = uint64_t{DIGIT_ZERO_TO_TERMINATOR} << 8 << (8 * (count - 1));
+    const uint64_t coef = digit_bytes(digits >> (8 * leading_zeros), sign) ^ to_terminator;
     x.size = size_of(sign, count);
     x.signexp = signexp_of(sign, exponent - leading_zeros);
     memcpy(x.coef, &coef, sizeof coef);
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;
 }
 
 }  // namespace dv::impl
