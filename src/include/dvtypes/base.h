@@ -12,7 +12,15 @@
 #include <stddef.h>
 #include <stdint.h>
 
+// Calls of an exported function read its address where the loader put it, instead of jumping through a stub
+// that does so: two cycles less, of the ten or so that the smallest take.
+#define DV_EXPORT_DATA __attribute__((visibility("default")))
+#if __has_attribute(noplt)
+#define DV_EXPORT __attribute__((visibility("default"), noplt))
+#else
 #define DV_EXPORT __attribute__((visibility("default")))
+#endif
+
 #ifdef __cplusplus
 #define DV_NORETURN [[noreturn]]
 extern "C" {
@@ -87,7 +95,7 @@ struct allocator_s {
 };
 
 // Default base library: libc's heap; throw_ raises DV_ERR_NO_MEMORY.
-extern DV_EXPORT allocator_t *_system_allocator;
+extern DV_EXPORT_DATA allocator_t *_system_allocator;
 
 // Code of an allocation that failed.
 enum { DV_ERR_NO_MEMORY = -1 };
@@ -144,7 +152,7 @@ struct charset_info_s {
                    int dst_size);
 };
 
-extern DV_EXPORT const charset_info_t _charset_info[DVSTR_CHARSET_MAX];
+extern DV_EXPORT_DATA const charset_info_t _charset_info[DVSTR_CHARSET_MAX];
 
 // ---------------------------------------------------------------------------------------------------------
 // Recovery (default base library)

@@ -42,9 +42,9 @@ enum {
     DV_JULIAN_DAY_GREGORIAN = 2299161  // 1582-10-15
 };
 
-extern DV_EXPORT const dv_date_t null_dv_date;  // all zero: SQL NULL where a DATE must be passed
-extern DV_EXPORT const dv_date_t max_dv_date;   // 9999-12-31 00:00:00
-extern DV_EXPORT const dv_time_t null_dv_time;  // all zero, which is midnight too
+extern DV_EXPORT_DATA const dv_date_t null_dv_date;  // all zero: SQL NULL where a DATE must be passed
+extern DV_EXPORT_DATA const dv_date_t max_dv_date;   // 9999-12-31 00:00:00
+extern DV_EXPORT_DATA const dv_time_t null_dv_time;  // all zero, which is midnight too
 
 // ---------------------------------------------------------------------------------------------------------
 // DATE: fields and validity

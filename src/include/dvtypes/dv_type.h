@@ -64,12 +64,12 @@ extern "C" {
 
 // The enumerator ("DV_TYPE_VARCHAR") and the SQL name ("VARCHAR2"). DV_TYPE_NONE is "NULL";
 // DV_TYPE_IDX_BY_TBL has no SQL name: "".
-extern DV_EXPORT const char *const _dv_type_str[DV_TYPE_MAX_PSM];
-extern DV_EXPORT const char *const _dv_type_name[DV_TYPE_MAX_PSM];
+extern DV_EXPORT_DATA const char *const _dv_type_str[DV_TYPE_MAX_PSM];
+extern DV_EXPORT_DATA const char *const _dv_type_name[DV_TYPE_MAX_PSM];
 
 // Bytes of a stored value with one byte of length: NUMBER is 22 + 1, DATE 8 + 1. 0: of varying length, or not
 // stored in this form. (DV_TYPE_PLS_INT is 0 where DV_TYPE_BIN_INT is 4 + 1.)
-extern DV_EXPORT const int _dv_type_fixed_size[DV_TYPE_MAX_PSM];
+extern DV_EXPORT_DATA const int _dv_type_fixed_size[DV_TYPE_MAX_PSM];
 
 // Categories, bits of _dv_type_info.
 typedef enum dv_type_info_e {
@@ -86,7 +86,7 @@ typedef enum dv_type_info_e {
     DV_TYPE_INFO_NATIONAL = 0x400,  // in the national character set: NCHAR, NVARCHAR, NCLOB
 } dv_type_info_e;
 
-extern DV_EXPORT const int _dv_type_info[DV_TYPE_MAX_PSM];
+extern DV_EXPORT_DATA const int _dv_type_info[DV_TYPE_MAX_PSM];
 
 // ---------------------------------------------------------------------------------------------------------
 // Each pair of types
@@ -103,32 +103,32 @@ extern DV_EXPORT const int _dv_type_info[DV_TYPE_MAX_PSM];
 // Conversion, comparison and compatibility of the SQL types.
 //   "o"  allowed     "*"  allowed in a second way (conversion only)     "."  the same type
 // Compatibility has no "."; its diagonal is "o".
-extern DV_EXPORT const char _dv_type_tbl_conv[DV_TYPE_MAX][DV_TYPE_MAX + 1];
-extern DV_EXPORT const char _dv_type_tbl_cmp[DV_TYPE_MAX][DV_TYPE_MAX + 1];
-extern DV_EXPORT const char _dv_type_tbl_compat[DV_TYPE_MAX][DV_TYPE_MAX + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_conv[DV_TYPE_MAX][DV_TYPE_MAX + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_cmp[DV_TYPE_MAX][DV_TYPE_MAX + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_compat[DV_TYPE_MAX][DV_TYPE_MAX + 1];
 
 // Conversion and compatibility in stored procedures, of all types; the cells as above.
 //   "#"  the same type, where it is CSR or composite (conversion only)
-extern DV_EXPORT const char _dv_type_tbl_conv_psm[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
-extern DV_EXPORT const char _dv_type_tbl_compat_psm[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_conv_psm[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_compat_psm[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
 // The type in which two operands are compared: its code as one digit of base 32, "0".."9", "A".."V" (10..31).
-extern DV_EXPORT const char _dv_type_tbl_cmp_result[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_cmp_result[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
 // How far a conversion is, "0" (nearest, and each type to itself) to "9".
-extern DV_EXPORT const char _dv_type_tbl_distance[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_tbl_distance[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
 // Arithmetic: the combination of the operands, 0..32, as the character '0' + combination ("0".."9", then ":"
 // for 10 up to "P" for 32). A pair has one combination, whichever of the operators takes it.
-extern DV_EXPORT const char _dv_type_opd_comb_add[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
-extern DV_EXPORT const char _dv_type_opd_comb_sub[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
-extern DV_EXPORT const char _dv_type_opd_comb_mul[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
-extern DV_EXPORT const char _dv_type_opd_comb_div[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
-extern DV_EXPORT const char _dv_type_opd_comb_mod[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
-extern DV_EXPORT const char _dv_type_opd_comb_expn[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_opd_comb_add[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_opd_comb_sub[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_opd_comb_mul[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_opd_comb_div[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_opd_comb_mod[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_opd_comb_expn[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
 // Type checks: a class "A".."Q", or "." for most types with themselves.
-extern DV_EXPORT const char _dv_type_meta_check_op_tbl[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
+extern DV_EXPORT_DATA const char _dv_type_meta_check_op_tbl[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
 #ifdef __cplusplus
 }  // extern "C"

@@ -32,7 +32,7 @@ typedef struct erowid_s {
 } erowid_t;
 
 // The digits of value 0..63: A to Z, a to z, 0 to 9, "+" and "/"; NUL ended.
-extern DV_EXPORT const char erowid_encoding[64 + 1];
+extern DV_EXPORT_DATA const char erowid_encoding[64 + 1];
 
 // Writes the 18 characters. Every value fits.
 DV_EXPORT void erowid_new(erowid_t *erowid, uint32_t sgmt, uint16_t file, uint32_t block, uint16_t row);

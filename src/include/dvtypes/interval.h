@@ -84,13 +84,13 @@ typedef struct dv_itv_fmt_s {
     int32_t token[DV_ITV_FMT_TOKENS];  // of dv_itv_token_e
 } dv_itv_fmt_t;
 
-extern DV_EXPORT const dv_itv_fmt_t _itv_fmt[DV_ITV_QUALIFIER_MAX];
+extern DV_EXPORT_DATA const dv_itv_fmt_t _itv_fmt[DV_ITV_QUALIFIER_MAX];
 
 // The texts that to_str gives, as printf formats. 0 and 1: years and months, not negative and negative
 // (years, their minimum digits first). 2 and 3: days to seconds. 4 and 5: with a fraction (its digits before
 // it).
 enum { DV_ITV_PRINT_FMTS = 6 };
-extern DV_EXPORT const char *const _itv_print_fmt[DV_ITV_PRINT_FMTS];
+extern DV_EXPORT_DATA const char *const _itv_print_fmt[DV_ITV_PRINT_FMTS];
 
 // Longest texts with their NUL: a sign, ten digits of a leading field, "-00" or " 00:00:00.000000000".
 // Seconds of a record that no operation gives may take more: hours of up to six digits.

@@ -98,7 +98,7 @@ typedef struct dv_nls_sort_info_s {
     uint8_t extendable;  // 1: takes the prefix X
 } dv_nls_sort_info_t;
 
-extern DV_EXPORT const dv_nls_sort_info_t _nls_sort_info[DV_NLS_SORT_MAX];  // by dv_nls_sort_e
+extern DV_EXPORT_DATA const dv_nls_sort_info_t _nls_sort_info[DV_NLS_SORT_MAX];  // by dv_nls_sort_e
 
 enum { DV_NLS_TEXT_MAX = 256 };  // bytes of the longest setting
 
@@ -152,21 +152,22 @@ typedef struct nls_date_lang_val_s {
 //
 // Months from January, days from Monday. Eras: AD, A.D., BC, B.C. Meridians: AM, A.M., PM, P.M.
 enum { NLS_DATE_LANG_CASES = 3, NLS_DATE_LANG_LISTS = DV_NLS_DATE_LANG_MAX * NLS_DATE_LANG_CASES };
-extern DV_EXPORT const nls_date_lang_val_t *const std_month_tab_[NLS_DATE_LANG_LISTS];  // 12 names each
-extern DV_EXPORT const nls_date_lang_val_t *const abb_month_tab_[NLS_DATE_LANG_LISTS];  // 12
-extern DV_EXPORT const nls_date_lang_val_t *const std_day_tab_[NLS_DATE_LANG_LISTS];    // 7
-extern DV_EXPORT const nls_date_lang_val_t *const abb_day_tab_[NLS_DATE_LANG_LISTS];    // 7
-extern DV_EXPORT const nls_date_lang_val_t *const std_adbc_tab_[NLS_DATE_LANG_LISTS];   // 4
-extern DV_EXPORT const nls_date_lang_val_t *const std_ampm_tab_[NLS_DATE_LANG_LISTS];   // 4
-extern DV_EXPORT const nls_date_lang_val_t *const rm_month_tab_[NLS_DATE_LANG_CASES];   // 12, all languages
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_month_tab_[NLS_DATE_LANG_LISTS];  // 12 names each
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const abb_month_tab_[NLS_DATE_LANG_LISTS];  // 12
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_day_tab_[NLS_DATE_LANG_LISTS];    // 7
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const abb_day_tab_[NLS_DATE_LANG_LISTS];    // 7
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_adbc_tab_[NLS_DATE_LANG_LISTS];   // 4
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_ampm_tab_[NLS_DATE_LANG_LISTS];   // 4
+extern DV_EXPORT_DATA const nls_date_lang_val_t
+    *const rm_month_tab_[NLS_DATE_LANG_CASES];  // 12, all languages
 
 // By language: its name, and printf formats that pad a name to the column width of its kind. The width counts
 // bytes of the session's character set.
-extern DV_EXPORT const char *const nls_date_lang_name_tab_[DV_NLS_DATE_LANG_MAX];
-extern DV_EXPORT const char *const nls_date_lang_std_mon_fmt_tab_[DV_NLS_DATE_LANG_MAX];
-extern DV_EXPORT const char *const nls_date_lang_abb_mon_fmt_tab_[DV_NLS_DATE_LANG_MAX];
-extern DV_EXPORT const char *const nls_date_lang_std_day_fmt_tab_[DV_NLS_DATE_LANG_MAX];
-extern DV_EXPORT const char *const nls_date_lang_abb_day_fmt_tab_[DV_NLS_DATE_LANG_MAX];
+extern DV_EXPORT_DATA const char *const nls_date_lang_name_tab_[DV_NLS_DATE_LANG_MAX];
+extern DV_EXPORT_DATA const char *const nls_date_lang_std_mon_fmt_tab_[DV_NLS_DATE_LANG_MAX];
+extern DV_EXPORT_DATA const char *const nls_date_lang_abb_mon_fmt_tab_[DV_NLS_DATE_LANG_MAX];
+extern DV_EXPORT_DATA const char *const nls_date_lang_std_day_fmt_tab_[DV_NLS_DATE_LANG_MAX];
+extern DV_EXPORT_DATA const char *const nls_date_lang_abb_day_fmt_tab_[DV_NLS_DATE_LANG_MAX];
 
 // One name in the language and character set of parse_ctx->fmt_ctx, NUL ended, in parse_ctx->tmp_buf; the
 // next call on the same context overwrites it. At most 63 bytes, cut on a character boundary; a character

@@ -63,17 +63,17 @@ typedef struct number_s {
 // Constants: pointers into a table of ten 22-byte rows, never written
 // ---------------------------------------------------------------------------------------------------------
 
-extern DV_EXPORT number_t *const _number_posinf;   // 02 FF F0: above every finite value
-extern DV_EXPORT number_t *const _number_max;      // 38 nines, then 88 zeros
-extern DV_EXPORT number_t *const _number_poszero;  // 02 80 10: above zero, below every positive value
-extern DV_EXPORT number_t *const _number_zero;     // 01 80
-extern DV_EXPORT number_t *const _number_negzero;  // 02 7F F0: below zero, above every negative value
-extern DV_EXPORT number_t *const _number_min;      // minus the largest value
-extern DV_EXPORT number_t *const _number_neginf;   // 02 00 10: below every finite value
-extern DV_EXPORT number_t *const _number_null;     // 00: SQL NULL
-extern DV_EXPORT number_t *const _number_one;      // 02 C1 81
-extern DV_EXPORT number_t *const _number_e;        // Euler's number, cut (not rounded) after 38 digits
-extern DV_EXPORT number_t *const n1000000000;      // 10^9
+extern DV_EXPORT_DATA number_t *const _number_posinf;   // 02 FF F0: above every finite value
+extern DV_EXPORT_DATA number_t *const _number_max;      // 38 nines, then 88 zeros
+extern DV_EXPORT_DATA number_t *const _number_poszero;  // 02 80 10: above zero, below every positive value
+extern DV_EXPORT_DATA number_t *const _number_zero;     // 01 80
+extern DV_EXPORT_DATA number_t *const _number_negzero;  // 02 7F F0: below zero, above every negative value
+extern DV_EXPORT_DATA number_t *const _number_min;      // minus the largest value
+extern DV_EXPORT_DATA number_t *const _number_neginf;   // 02 00 10: below every finite value
+extern DV_EXPORT_DATA number_t *const _number_null;     // 00: SQL NULL
+extern DV_EXPORT_DATA number_t *const _number_one;      // 02 C1 81
+extern DV_EXPORT_DATA number_t *const _number_e;        // Euler's number, cut (not rounded) after 38 digits
+extern DV_EXPORT_DATA number_t *const n1000000000;      // 10^9
 
 // The bounds of the machine types, read by number_range_check: row 2t is the lowest value of machine type t,
 // row 2t + 1 the highest. The floating-point rows hold the type's largest finite value as the number_from_*
@@ -98,12 +98,12 @@ enum { NUMBER_LIMIT_ROWS = 22, NUMBER_ROW_SIZE = 22 };
 typedef struct number_row_s {
     uint8_t byte[NUMBER_ROW_SIZE];  // a record; the rest is zero
 } number_row_t;
-extern DV_EXPORT const number_row_t _number_limit[NUMBER_LIMIT_ROWS];
+extern DV_EXPORT_DATA const number_row_t _number_limit[NUMBER_LIMIT_ROWS];
 
 // 1: the floating type holds every finite NUMBER, so conversions into it check no range.
-extern DV_EXPORT const int _float_covers_number;
-extern DV_EXPORT const int _double_covers_number;
-extern DV_EXPORT const int _long_double_covers_number;
+extern DV_EXPORT_DATA const int _float_covers_number;
+extern DV_EXPORT_DATA const int _double_covers_number;
+extern DV_EXPORT_DATA const int _long_double_covers_number;
 
 // ---------------------------------------------------------------------------------------------------------
 // Records
@@ -195,7 +195,7 @@ typedef enum number_rmode_e {
 // The mode in which arithmetic results are cut to 38 digits: one for the whole process, NUMBER_RMODE_HALF_UP
 // at first. Setting it is not checked and affects every thread; a mode outside 0..6 rounds as TRUNC and fails
 // the assertion "false" each time it is used.
-extern DV_EXPORT int _number_roundmode;
+extern DV_EXPORT_DATA int _number_roundmode;
 DV_EXPORT void number_set_roundmode(int rmode);
 DV_EXPORT int number_get_roundmode(void);
 

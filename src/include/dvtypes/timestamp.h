@@ -27,7 +27,7 @@
 extern "C" {
 #endif
 
-extern DV_EXPORT const dv_timestamp_t null_dv_timestamp;  // all zero: SQL NULL where one must be passed
+extern DV_EXPORT_DATA const dv_timestamp_t null_dv_timestamp;  // all zero: SQL NULL where one must be passed
 
 // ---------------------------------------------------------------------------------------------------------
 // Fields, and making one

@@ -26,8 +26,8 @@
 extern "C" {
 #endif
 
-extern DV_EXPORT const dv_ts_tz_t null_dv_ts_tz;    // all zero: SQL NULL where one must be passed
-extern DV_EXPORT const dv_ts_ltz_t null_dv_ts_ltz;  // the same
+extern DV_EXPORT_DATA const dv_ts_tz_t null_dv_ts_tz;    // all zero: SQL NULL where one must be passed
+extern DV_EXPORT_DATA const dv_ts_ltz_t null_dv_ts_ltz;  // the same
 
 // ---------------------------------------------------------------------------------------------------------
 // WITH TIME ZONE: making one

@@ -82,8 +82,8 @@ typedef struct tz_sample_s {
 
 // Constant, indexed by zone number. The histories that region_tab_ refers to are symbols of the library too,
 // named by region: africa_abidjan_infos_, america_port_au_prince_infos_, etc_gmt_plus_5_infos_.
-extern DV_EXPORT const tz_region_t region_tab_[TZ_ID_MAX];
-extern DV_EXPORT const tz_sample_t sample_tab_[TZ_ID_MAX];
+extern DV_EXPORT_DATA const tz_region_t region_tab_[TZ_ID_MAX];
+extern DV_EXPORT_DATA const tz_sample_t sample_tab_[TZ_ID_MAX];
 
 // The region of a name, in any letter case (ASCII); Etc/UTC for NULL or "". A name that the tz database gave
 // a region later finds that region under the name that it has here: Europe/Kyiv finds Europe/Kiev. NULL if

@@ -3,6 +3,7 @@
 // A 64-bit magnitude is at most ten base-100 digits: two limbs of eight. Every integer type goes through one
 // template over 64-bit values; the bounds come from numeric_limits and are rows of the limit table too.
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -55,8 +56,10 @@ template <typename Int>
 void store_integer_(number_t *x, Int v) {
     const auto sign = static_cast<uint64_t>(std::is_signed_v<Int> ? static_cast<int64_t>(v) >> 63 : 0);
     const uint64_t magnitude = (static_cast<uint64_t>(static_cast<int64_t>(v)) ^ sign) - sign;
-    if (x == nullptr || magnitude == 0) return store_any_integer_(x, v);
-    if (magnitude < 100'000'000) return store_digits(*x, sign, short_digits_in_memory(magnitude), 4);
+    if (x == nullptr || magnitude == 0) [[unlikely]]
+        return store_any_integer_(x, v);
+    if (magnitude < 100'000'000) [[likely]]
+        return store_short_number(*x, sign, magnitude);
     if (magnitude < LIMB_BASE)
         return store_digits(*x, sign, digit_bytes_from_limb(magnitude), COEF_WORD_DIGITS);
     if (!store_long_integer_(*x, sign, magnitude)) store_any_integer_(x, v);
@@ -101,29 +104,46 @@ constexpr bool is_in_range_(const number_t &x) {
 
 #if DV_HAS_VECTOR_BYTES
 
+// A value that has one to nine digits in front of the point, none of them left out at the end of the record,
+// is taken as a whole. Digit bytes are 128 + d or 128 - d: as they are they make up a number, and what is
+// left of it without the excess of 128 has the sign of the value.
+//
+// By signexp, which tells sign and exponent at once: what the digits in front of the point want. No size fits
+// a row without digits.
+struct whole_row_t {
+    uint8_t size_min;    // of a record with all of them
+    uint8_t size_count;  // so many sizes from there on are valid
+    uint8_t shift;       // of a word, past its digits behind the point
+    bool has_ninth;      // a digit that is not in the word
+    int64_t excess;      // what 128 in each digit adds up to
+};
 constexpr int _whole_digits_max = 9;
-
-// What the excess of each digit adds up to.
-constexpr auto _excess_of_digits = [] {
-    std::array<int64_t, _whole_digits_max + 1> sums{};
-    for (size_t i = 1; i < sums.size(); ++i) sums[i] = sums[i - 1] * 100 + NUMBER_DIGIT_EXCESS;
-    return sums;
+constexpr auto _whole_rows = [] {
+    std::array<whole_row_t, 256> rows{};
+    int64_t excess = 0;
+    for (int digits = 1; digits <= _whole_digits_max; ++digits) {
+        excess = excess * 100 + NUMBER_DIGIT_EXCESS;
+        for (const uint64_t sign : {uint64_t{0}, ~uint64_t{0}}) {
+            const uint8_t size_min = size_of(sign, digits);
+            const int past_word = digits - COEF_WORD_DIGITS;
+            rows[signexp_of(sign, digits)] = {size_min, static_cast<uint8_t>(NUMBER_SIZE_MAX + 1 - size_min),
+                                              static_cast<uint8_t>(8 * std::max(-past_word, 0)),
+                                              past_word > 0, excess};
+        }
+    }
+    return rows;
 }();
 
-// The integer part of a value that has one to nine digits in front of the point, none of them left out at the
-// end of the record. Digit bytes are 128 + d or 128 - d: as they are they make up a number, and what is left
-// of it without the excess of 128 has the sign of the value.
+// False: any other value, or a record that is not valid.
 inline bool take_whole_digits_(const number_t &x, int64_t &value) {
-    const number_head_t head = read_head(x);
-    if (head.exponent < 1 || head.exponent > _whole_digits_max || head.count < head.exponent) return false;
-    const auto digits = static_cast<size_t>(head.exponent);
+    const whole_row_t &row = _whole_rows[x.signexp];
+    if (static_cast<uint8_t>(x.size - row.size_min) >= row.size_count) return false;
     uint64_t bytes;
     memcpy(&bytes, x.coef, sizeof bytes);
-    if (digits <= COEF_WORD_DIGITS) {
-        value = number_in_memory(bytes << (64 - 8 * digits)) - _excess_of_digits[digits];
-    } else {
-        value = number_in_memory(bytes) * 100 + x.coef[COEF_WORD_DIGITS] - _excess_of_digits[digits];
-    }
+    value = number_in_memory(bytes << row.shift);
+    if (row.has_ninth) [[unlikely]]
+        value = value * 100 + x.coef[COEF_WORD_DIGITS];
+    value -= row.excess;
     return true;
 }
 
@@ -147,8 +167,7 @@ template <typename Int>
 template <typename Int>
 [[nodiscard]] bool to_integer_(const number_t *x, Int *y) {
     int64_t value = 0;
-    if (x == nullptr || y == nullptr || x->size > sizeof *x || !take_whole_digits_(*x, value))
-        return to_any_integer_(x, y);
+    if (x == nullptr || y == nullptr || !take_whole_digits_(*x, value)) return to_any_integer_(x, y);
     if (!std::in_range<Int>(value)) return false;
     *y = static_cast<Int>(value);
     return true;

@@ -11,13 +11,13 @@
 
 namespace dv::impl {
 
-// A number below 10^8 as four digits, the others 0.
-constexpr uint64_t short_digits_in_memory(uint64_t number) {
+// A number below 10^8 as four digits.
+constexpr uint32_t short_digits_in_memory(uint64_t number) {
     const uint64_t upper = number * 109'951'163 >> 40;  // x / 10^4 below 10^8, see digit_bytes_from_limb
     const uint64_t by_4 = upper | (number - upper * 10'000) << 32;
     const uint64_t tens = (by_4 * 5243 >> 19) & 0x0000007F0000007F;
-    const uint64_t digits = tens | (by_4 - tens * 100) << 8;
-    return (digits | digits >> 16) & UINT32_MAX;
+    const uint64_t digits = (by_4 << 8) - tens * (100 * 256 - 1);  // tens | (by_4 - tens * 100) << 8
+    return static_cast<uint32_t>(digits | digits >> 16);
 }
 static_assert(short_digits_in_memory(1'020'304) == 0x04030201);
 static_assert(short_digits_in_memory(99'999'999) == 0x63636363);
@@ -37,7 +37,7 @@ constexpr uint8_t signexp_of(uint64_t sign, int exponent) {
     return static_cast<uint8_t>(static_cast<uint64_t>(NUMBER_SIGNEXP_EXCESS + exponent) ^ sign);
 }
 constexpr uint8_t size_of(uint64_t sign, int digit_count) {
-    return static_cast<uint8_t>(1 + digit_count + static_cast<int>(sign & 1));
+    return static_cast<uint8_t>(1 + digit_count - static_cast<int>(sign));
 }
 
 // The bytes of a record for sixteen digits, the part-th sixteen of a value of so many; zeros behind the last
@@ -75,6 +75,20 @@ inline void store_digits(number_t &x, uint64_t sign, uint64_t digits, int expone
     x.signexp = signexp_of(sign, exponent - leading_zeros);
     memcpy(x.coef, &coef, sizeof coef);
     x.coef[COEF_WORD_DIGITS] = NUMBER_TOP;
+}
+
+// The same for a number of up to four digits that is not 0: its sizes are taken in bits, as shifts want them.
+inline void store_short_number(number_t &x, uint64_t sign, uint64_t number) {
+    constexpr unsigned width = 32, whole_bytes = ~7u;
+    const uint32_t digits = short_digits_in_memory(number);
+    const unsigned leading = static_cast<unsigned>(std::countr_zero(digits)) & whole_bytes;
+    const unsigned trailing = static_cast<unsigned>(std::countr_zero(swap_bytes(digits))) & whole_bytes;
+    const unsigned bits = width - leading - trailing;
+    const uint64_t to_terminator = uint64_t{DIGIT_ZERO_TO_TERMINATOR} << bits;
+    const uint64_t coef = digit_bytes(digits >> leading, sign) ^ to_terminator;
+    x.size = size_of(sign, static_cast<int>(bits / 8));
+    x.signexp = signexp_of(sign, static_cast<int>((width - leading) / 8));
+    memcpy(x.coef, &coef, sizeof coef);
 }
 
 }  // namespace dv::impl
