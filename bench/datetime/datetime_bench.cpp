@@ -59,6 +59,11 @@ struct dvtypes_t {
     }
 };
 
+struct dvtypes_inline_t : dvtypes_t {
+    static constexpr const char *name = "dvtypes_inline";
+    static bool less(const value &x, const value &y) { return dv_date_cmp(&x, &y) < 0; }
+};
+
 struct chrono_t {
     static constexpr const char *name = "std_chrono";
     using value = std::chrono::year_month_day;
@@ -201,17 +206,23 @@ void register_in_place_() {
 }
 
 template <typename L>
+void register_compare_() {
+    benchmark::RegisterBenchmark((std::string("compare/random/") + L::name).c_str(), run_compare_<L>);
+}
+
+template <typename L>
 void register_library_() {
     register_in_place_<round_trip_t, L>();
     register_in_place_<add_days_t, L>();
     register_in_place_<add_months_t, L>();
-    benchmark::RegisterBenchmark((std::string("compare/random/") + L::name).c_str(), run_compare_<L>);
+    register_compare_<L>();
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
     register_library_<dvtypes_t>();
+    register_compare_<dvtypes_inline_t>();
     register_library_<chrono_t>();
 #if DV_BENCH_ABSEIL
     register_library_<abseil_t>();

@@ -81,6 +81,11 @@ struct dvtypes_t {
     static bool less(const value &x, const value &y) { return dv_itv_dts_compare(&x, &y) < 0; }
 };
 
+struct dvtypes_inline_t : dvtypes_t {
+    static constexpr const char *name = "dvtypes_inline";
+    static bool less(const value &x, const value &y) { return dv_itv_dts_cmp(&x, &y) < 0; }
+};
+
 // The C library, and standard C++ for what it has not.
 struct standard_t {
     using value = fields_t;
@@ -266,6 +271,7 @@ int main(int argc, char **argv) {
     register_<dvtypes_t>("add_sec/random/", run_add_sec_<dvtypes_t>);
     register_<chrono_t>("add_sec/random/", run_add_sec_<chrono_t>);
     register_<dvtypes_t>("compare/random/", run_compare_<dvtypes_t>);
+    register_<dvtypes_inline_t>("compare/random/", run_compare_<dvtypes_inline_t>);
     register_<tuple_t>("compare/random/", run_compare_<tuple_t>);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

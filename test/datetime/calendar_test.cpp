@@ -35,6 +35,9 @@ TEST(DayNumber, FollowsTheFormulasAndTheCalendarForEveryDay) {
         ASSERT_TRUE(date == make_date(y, m, d, 1, 2, 3)) << number << " " << describe(date);
         ASSERT_TRUE(dv_date_to_julian_day(&date) == number && formula_number_(y, m, d) == number) << number;
         ASSERT_TRUE(dv_date_compare(&before, &date) < 0) << number << " " << describe(date);
+        ASSERT_TRUE(dv_date_cmp(&before, &date) < 0 && dv_date_cmp(&date, &before) > 0 &&
+                    dv_date_cmp(&date, &date) == 0)
+            << number << " " << describe(date);
         const std::chrono::sys_days days{std::chrono::days{number - 2440588}};
         const auto weekday = static_cast<int>(std::chrono::weekday{days}.iso_encoding()) - 1;
         ASSERT_EQ(dv::impl::weekday(number), weekday) << number;

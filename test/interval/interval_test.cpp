@@ -69,6 +69,7 @@ TEST(IntervalDayToSecond, IsOrderAndArithmeticOfNanoseconds) {
         dv_itv_dts_t itv = dts_(x), other = dts_(y);
         EXPECT_TRUE(std::memcmp(&itv, &other, 12) <=> 0 == x <=> y) << fields_(itv)[2];
         EXPECT_EQ(dv_itv_dts_compare(&itv, &other), (x > y) - (x < y)) << fields_(itv)[2];
+        EXPECT_EQ(dv_itv_dts_cmp(&itv, &other), (x > y) - (x < y)) << fields_(itv)[2];
         dv_itv_dts_add_itv_dts(&itv, &other);
         EXPECT_TRUE(nsec_(itv) == x + y) << testing::PrintToString(fields_(itv));
         dv_itv_dts_sub_itv_dts(&itv, &other);

@@ -30,6 +30,7 @@
 #include "dvtypes/interval.h"
 #include "dvtypes/nls.h"
 #include "dvtypes/timestamp_record.h"
+#include "dvtypes/word.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -199,6 +200,13 @@ DV_EXPORT void dv_date_sub_itv_dts(dv_date_t *date, const dv_itv_dts_t *dts);
 
 // -1, 0 or 1. NULL pointers are allowed and come first.
 DV_EXPORT int dv_date_compare(const dv_date_t *date1, const dv_date_t *date2);
+
+// The same order without a call, for sorting and searching; neither pointer is NULL.
+static inline int dv_date_cmp(const dv_date_t *date1, const dv_date_t *date2) {
+    const uint64_t key1 = dv_load_word(date1) >> 8, key2 = dv_load_word(date2) >> 8;  // without the dummy
+    if (key1 == key2) return 0;
+    return key1 < key2 ? -1 : 1;
+}
 
 // ---------------------------------------------------------------------------------------------------------
 // TIME

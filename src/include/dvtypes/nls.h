@@ -158,8 +158,7 @@ extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_day_tab_[NLS_DATE_LAN
 extern DV_EXPORT_DATA const nls_date_lang_val_t *const abb_day_tab_[NLS_DATE_LANG_LISTS];    // 7
 extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_adbc_tab_[NLS_DATE_LANG_LISTS];   // 4
 extern DV_EXPORT_DATA const nls_date_lang_val_t *const std_ampm_tab_[NLS_DATE_LANG_LISTS];   // 4
-extern DV_EXPORT_DATA const nls_date_lang_val_t
-    *const rm_month_tab_[NLS_DATE_LANG_CASES];  // 12, all languages
+extern DV_EXPORT_DATA const nls_date_lang_val_t *const rm_month_tab_[NLS_DATE_LANG_CASES];   // 12, for all
 
 // By language: its name, and printf formats that pad a name to the column width of its kind. The width counts
 // bytes of the session's character set.

@@ -20,8 +20,7 @@
 //     function may overwrite them;
 //   - works in place on its first argument; the two arguments may be the same record;
 //   - writes canonical records, allocates nothing, takes no lock, and may be called from any thread on
-//   records
-//     that no other thread is writing. Only the rounding mode is shared: see number_set_roundmode;
+//     records that no other thread is writing. Only the rounding mode is shared: see number_set_roundmode;
 //   - on a raise leaves its first argument with an unspecified valid record, or as it was.
 // Records with bytes that are no digits give unspecified values, never a wild access.
 //
@@ -37,6 +36,7 @@
 #include <string.h>
 
 #include "dvtypes/base.h"
+#include "dvtypes/word.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -118,16 +118,6 @@ static inline int number_is_valid_ptr(const number_t *x) {
 // 1 for a pointer that is not NULL.
 static inline int number_is_nonnull_ptr(const void *p) { return p != NULL; }
 
-// 8 bytes as a big-endian integer; compilers make it one load and a byte swap.
-static inline uint64_t number_load_word(const uint8_t *p) {
-    uint64_t word;
-    memcpy(&word, p, sizeof word);
-#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-    word = __builtin_bswap64(word);
-#endif
-    return word;
-}
-
 // What number_cmp does where its first eight bytes leave the question open: bytes that both records have,
 // then sizes.
 static inline int number_cmp_rest(const number_t *x, const number_t *y) {
@@ -140,8 +130,8 @@ static inline int number_cmp_rest(const number_t *x, const number_t *y) {
 // coef; orders the constants for infinities and tiny values as their comments say, and a NULL value below all
 // others. Reads inside the 23 bytes of each record only.
 static inline int number_cmp(const number_t *x, const number_t *y) {
-    const uint64_t xw = number_load_word(&x->signexp);
-    const uint64_t yw = number_load_word(&y->signexp);
+    const uint64_t xw = dv_load_word(&x->signexp);
+    const uint64_t yw = dv_load_word(&y->signexp);
     if (xw != yw) {  // the first byte that differs decides if it belongs to both records
         const unsigned place = (unsigned)__builtin_clzll(xw ^ yw) / 8;
         if (place < x->size && place < y->size) return xw < yw ? -1 : 1;
