@@ -27,9 +27,9 @@ struct boost_t {
     static void negate(value &x) { x.backend().negate(); }
     static bool less(const value &x, const value &y) { return x < y; }
     static void from_int64(value &x, int64_t v) { x = v; }
-    static int64_t to_int64(const value &x) { return x.convert_to<int64_t>(); }
+    static void to_int64(const value &x, int64_t &n) { n = x.convert_to<int64_t>(); }
     static void from_double(value &x, double v) { x = v; }
-    static double to_double(const value &x) { return x.convert_to<double>(); }
+    static void to_double(const value &x, double &d) { d = x.convert_to<double>(); }
 };
 
 const bool _registered = register_library<boost_t>();

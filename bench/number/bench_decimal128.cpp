@@ -40,9 +40,9 @@ struct decimal128_library_t {
     static void pow(value &x, const value &y) { x = powd128(x, y); }
     static bool less(const value &x, const value &y) { return x < y; }
     static void from_int64(value &x, int64_t v) { x = static_cast<value>(v); }
-    static int64_t to_int64(const value &x) { return static_cast<int64_t>(x); }
+    static void to_int64(const value &x, int64_t &n) { n = static_cast<int64_t>(x); }
     static void from_double(value &x, double v) { x = static_cast<value>(v); }
-    static double to_double(const value &x) { return static_cast<double>(x); }
+    static void to_double(const value &x, double &d) { d = static_cast<double>(x); }
 };
 
 const bool _registered = register_library<decimal128_library_t>();

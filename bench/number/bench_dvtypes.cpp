@@ -26,16 +26,8 @@ struct dvtypes_t {
     static bool less(const number_t &x, const number_t &y) { return number_cmp(&x, &y) < 0; }
     static void from_int64(number_t &x, int64_t v) { number_from_int64(&x, v); }
     static void from_double(number_t &x, double v) { number_from_double(&x, v); }
-    static int64_t to_int64(const number_t &x) {
-        int64_t v;
-        number_to_int64(&x, &v);
-        return v;
-    }
-    static double to_double(const number_t &x) {
-        double v;
-        number_to_double(&x, &v);
-        return v;
-    }
+    static void to_int64(const number_t &x, int64_t &n) { number_to_int64(&x, &n); }
+    static void to_double(const number_t &x, double &d) { number_to_double(&x, &d); }
 };
 
 struct dvtypes_nt_t : dvtypes_t {

@@ -38,9 +38,9 @@ struct intel_t {
     static void pow(value &x, const value &y) { x = bid128_pow(x, y, _to_nearest, &_flags); }
     static bool less(const value &x, const value &y) { return bid128_quiet_less(x, y, &_flags) != 0; }
     static void from_int64(value &x, int64_t v) { x = bid128_from_int64(v); }
-    static int64_t to_int64(const value &x) { return bid128_to_int64_int(x, &_flags); }
+    static void to_int64(const value &x, int64_t &n) { n = bid128_to_int64_int(x, &_flags); }
     static void from_double(value &x, double v) { x = binary64_to_bid128(v, _to_nearest, &_flags); }
-    static double to_double(const value &x) { return bid128_to_binary64(x, _to_nearest, &_flags); }
+    static void to_double(const value &x, double &d) { d = bid128_to_binary64(x, _to_nearest, &_flags); }
 };
 
 const bool _registered = register_library<intel_t>();

@@ -5,7 +5,7 @@
 //   from_text(v, text)    to_text(v, buffer of 64 bytes)
 //   add sub mul div mod rem pow (x, y)    round (x, to one decimal)    negate sqrt (x)    all in place
 //   tie_mode              the mode of its round, where that is not NUMBER_RMODE_HALF_UP
-//   less(x, y)    from_int64(x, n)    to_int64(x)    from_double(x, d)    to_double(x)
+//   less(x, y)    from_int64(x, n)    to_int64(x, n)    from_double(x, d)    to_double(x, d)
 //
 // A library may lack any of them: its cases are then left out. An operation runs over an array of values; one
 // in place first copies the whole array, since a copy per call would measure store forwarding. Before the
@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
 
 #include "gauged.h"
 #include "operands.h"
@@ -58,6 +59,9 @@ inline void count_operations(benchmark::State &state, size_t per_pass) {
 
 using texts_t = std::vector<std::string>;
 
+// Arrays are walked as spans: a vector might be changed by any call, so that its bounds are loaded anew for
+// each.
+
 // In place: operation(x[i], y[i]) over a fresh copy of x in each pass; want is the twin's operation, with
 // which the results agree to so many digits. A slow twin is asked for every check_step-th of them.
 template <typename L, typename F, typename W>
@@ -75,9 +79,11 @@ void run_in_place(benchmark::State &state, const texts_t &x_texts, const texts_t
             return report_wrong(state, x_texts[i] + ", " + y_texts[i]);
         }
     }
+    const std::span to(work);
+    const std::span from(y);
     for (auto _ : gauged(state)) {
-        std::copy(x.begin(), x.end(), work.begin());
-        for (size_t i = 0; i < x.size(); ++i) operation(work[i], y[i]);
+        std::copy(x.begin(), x.end(), to.begin());
+        for (size_t i = 0; i < to.size(); ++i) operation(to[i], from[i]);
         benchmark::ClobberMemory();
     }
     count_operations(state, x.size());
@@ -91,8 +97,10 @@ void run_convert(benchmark::State &state, const std::vector<In> &in, std::vector
         convert(in[i], out[i]);
         if (!right(i, out[i])) return report_wrong(state, "operand " + std::to_string(i));
     }
+    const std::span from(in);
+    const std::span to(out);
     for (auto _ : gauged(state)) {
-        for (size_t i = 0; i < in.size(); ++i) convert(in[i], out[i]);
+        for (size_t i = 0; i < from.size(); ++i) convert(from[i], to[i]);
         benchmark::ClobberMemory();
     }
     count_operations(state, in.size());
@@ -180,7 +188,7 @@ void run_to_int64(benchmark::State &state, operands_e kind) {
     const auto in = read_all<L>(texts);
     std::vector<int64_t> out(in.size());
     run_convert(
-        state, in, out, [](const auto &v, int64_t &n) { n = L::to_int64(v); },
+        state, in, out, [](const auto &v, int64_t &n) { L::to_int64(v, n); },
         [&](size_t i, int64_t n) { return n == want[i]; });
 }
 
@@ -204,7 +212,7 @@ void run_to_double(benchmark::State &state, operands_e kind) {
     const auto in = read_all<L>(texts);
     std::vector<double> out(in.size());
     run_convert(
-        state, in, out, [](const auto &v, double &d) { d = L::to_double(v); },
+        state, in, out, [](const auto &v, double &d) { L::to_double(v, d); },
         [&](size_t i, double d) {
             const double want = std::strtod(texts[i].c_str(), nullptr);
             return std::abs(d - want) <= std::abs(want) * 0x1p-51;

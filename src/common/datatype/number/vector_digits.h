@@ -11,13 +11,15 @@
 
 namespace dv::impl {
 
-// A number below 10^8 as four digits.
+// A number below 10^8 as four digits. Its quotients by 100, 10^4 and 10^6 do not wait for each other; each is
+// right because the number times the reciprocal's error, times the divisor, stays below the power of two. A
+// digit is a quotient less 100 times the next, which the factors of the quotients put together.
 constexpr uint32_t short_digits_in_memory(uint64_t number) {
-    const uint64_t upper = number * 109'951'163 >> 40;  // x / 10^4 below 10^8, see digit_bytes_from_limb
-    const uint64_t by_4 = upper | (number - upper * 10'000) << 32;
-    const uint64_t tens = (by_4 * 5243 >> 19) & 0x0000007F0000007F;
-    const uint64_t digits = (by_4 << 8) - tens * (100 * 256 - 1);  // tens | (by_4 - tens * 100) << 8
-    return static_cast<uint32_t>(digits | digits >> 16);
+    const uint64_t by_100 = number * 1'374'389'535 >> 37;        // error 28 of 2^37
+    const uint64_t by_10_000 = number * 109'951'163 >> 40;       // error 2224 of 2^40
+    const uint64_t by_1_000_000 = number * 1'125'899'907 >> 50;  // error 157,376 of 2^50
+    return static_cast<uint32_t>((number << 24) - by_100 * ((100 << 24) - (1 << 16)) -
+                                 by_10_000 * ((100 << 16) - (1 << 8)) - by_1_000_000 * ((100 << 8) - 1));
 }
 static_assert(short_digits_in_memory(1'020'304) == 0x04030201);
 static_assert(short_digits_in_memory(99'999'999) == 0x63636363);
