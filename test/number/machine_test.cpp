@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -89,6 +90,20 @@ TYPED_TEST(NumberInteger, GoesInAndOutUnchanged) {
         const uint64_t noise = source.bits() >> source.pick(0, 63);
         ASSERT_NO_FATAL_FAILURE(expect_round_trip_(static_cast<TypeParam>(noise)));
         ASSERT_NO_FATAL_FAILURE(expect_round_trip_(static_cast<TypeParam>(~noise)));
+    }
+}
+
+// These take a way of their own, through quotients by reciprocals.
+TEST(NumberShortInteger, ComesBackAndKeepsItsOrderBelow100Million) {
+    constexpr int64_t limit = 100'000'000;
+    const int64_t step = std::max<int64_t>(limit / scaled(limit), 1);
+    number_t before = *_number_zero, x{};
+    for (int64_t v = 1, back = 0; v < limit; v += step) {
+        number_from_int64(&x, v);
+        number_to_int64(&x, &back);
+        ASSERT_EQ(back, v) << describe(x);
+        ASSERT_LT(number_cmp(&before, &x), 0) << describe(before) << " " << describe(x);
+        before = x;
     }
 }
 
