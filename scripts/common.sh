@@ -24,8 +24,8 @@ need_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# configure_bench: the folder of the benchmarks, of scripts/bench and of scripts/counts.
+# configure_bench [OPTION...]: the folder of the benchmarks, of scripts/bench and of scripts/counts.
 configure_bench() {
     cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DDV_WERROR=ON -DDV_BUILD_BENCH=ON \
-        -DDV_BUILD_TESTS=OFF >/dev/null
+        -DDV_BUILD_TESTS=OFF "$@" >/dev/null
 }
