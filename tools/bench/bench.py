@@ -102,7 +102,8 @@ def _tables(goals, results, is_whole):
 
 def _written(parts, arguments):
     facts = [f"- {name}: {text}" for name, text in machine.facts(_BUILD)]
-    facts.append(f"- Day: {datetime.date.today()}; up to {arguments.rounds} undisturbed rounds of {arguments.seconds:g} s")
+    facts.append(f"- Day: {datetime.date.today()}; "
+                 f"up to {arguments.rounds} undisturbed rounds of {arguments.seconds:g} s")
     texts = [_BEGIN, "\n".join(facts), *(f"### {heading}\n\n{text}" for heading, text in parts), _END]
     return "\n\n".join(texts)
 

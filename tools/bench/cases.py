@@ -129,7 +129,7 @@ def _filter(cases):
 
 
 def measure(program, cases, rounds, seconds, quiet):
-    """As _run, after a first run that warms up and shows how many rounds are affordable; and again while too few count."""
+    """As _run, after a first run that warms up and shows how many rounds are affordable; again while too few count."""
     arguments = [_filter(cases), f"--benchmark_min_time={seconds}"]
     begin = time.monotonic()
     _, wrong = _run(program, arguments)

@@ -1,4 +1,4 @@
-// Sixteen digit bytes of a record at once: two limbs out of them, and two limbs into them.
+// The digit bytes of a record at once: limbs out of them, and the digits of a result into them.
 //
 // The plain functions go through words (number_layout.h, number_limb.h). In vectors the same steps run over
 // all sixteen digits in one register; the bytes need no reversal there, since neighbours are combined by
@@ -32,8 +32,8 @@ inline record_limbs_t load_limbs(const number_t &x, const number_head_t &head) {
 // The digits of a result on their way into a record: two limbs and five digits, the first of these in the top
 // byte but three; less their first one, if `skipped` is 1 and not 0. What is left begins with a digit that is
 // not 0, and has no more than twenty.
-inline void store_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t limbs, uint64_t five_digits,
-                         int skipped) {
+inline void store_result_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t limbs,
+                                uint64_t five_digits, int skipped) {
     const uint64_t first = digits_from_limb(limbs.first), second = digits_from_limb(limbs.second);
     const int shift = 8 * skipped;
     const long_coef coef = {{first << shift | second >> 1 >> (63 - shift),
@@ -96,8 +96,8 @@ inline bytes16_t digits_of_(two_limbs_t limbs) {
     return _mm_add_epi16(_mm_slli_epi16(by_4, 8), _mm_mullo_epi16(hundreds, _mm_set1_epi16(1 - 25'600)));
 }
 
-inline void store_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t limbs, uint64_t five_digits,
-                         int skipped) {
+inline void store_result_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t limbs,
+                                uint64_t five_digits, int skipped) {
     const uint64_t rest = swap_bytes(five_digits << 24);
     const auto as_vector = [](uint64_t word) { return _mm_cvtsi64_si128(static_cast<int64_t>(word)); };
     const bytes16_t digits = digits_of_(limbs);
@@ -115,12 +115,12 @@ inline void store_digits(number_t &x, uint64_t sign, int exponent, two_limbs_t l
 }  // namespace vectors
 
 using vectors::load_limbs;
-using vectors::store_digits;
+using vectors::store_result_digits;
 
 #else
 
 using plain::load_limbs;
-using plain::store_digits;
+using plain::store_result_digits;
 
 #endif
 

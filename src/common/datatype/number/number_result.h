@@ -3,12 +3,10 @@
 // A result is the fraction 0.first second third x 100^exponent. Its first limb says where its digits begin
 // and so where they end: with z leading zeros (0..3) the third limb keeps 6 + z of its sixteen digits. That
 // part is cut off by a division by a power of ten, which leaves what the rounding looks at, and written as
-// ten digits. An odd pair of leading zeros costs nothing: the digits are stored one byte earlier.
+// ten digits. A first pair of zeros is shifted out on the way into the record.
 
 #ifndef DV_NUMBER_RESULT_H
 #define DV_NUMBER_RESULT_H
-
-#include <cstddef>
 
 #include "number_digits.h"
 #include "number_round.h"
@@ -100,7 +98,8 @@ inline bool store_cut_result(number_t &x, const result_t &result, const cut_resu
     const int skipped = cut.zeros / 2;
     const uint64_t upper = tail / 100;
     const uint64_t last_digits = four_digits_from(upper) << 8 | (tail - upper * 100);  // five
-    store_digits(x, result.sign, result.exponent, {result.limbs.limb[0], second}, last_digits, skipped);
+    store_result_digits(x, result.sign, result.exponent, {result.limbs.limb[0], second}, last_digits,
+                        skipped);
     return true;
 }
 

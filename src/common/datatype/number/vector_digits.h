@@ -11,9 +11,10 @@
 
 namespace dv::impl {
 
-// A number below 10^8 as four digits. Its quotients by 100, 10^4 and 10^6 do not wait for each other; each is
-// right because the number times the reciprocal's error, times the divisor, stays below the power of two. A
-// digit is a quotient less 100 times the next, which the factors of the quotients put together.
+// A number below 10^8 as four digits. Its quotients by 100, 10^4 and 10^6 do not wait for each other. Each is
+// right because reciprocal times divisor exceeds the power of two by so little (the error) that the number
+// times that stays below the power. A digit is a quotient less 100 times the next: the factors put all four
+// together.
 constexpr uint32_t short_digits_in_memory(uint64_t number) {
     const uint64_t by_100 = number * 1'374'389'535 >> 37;        // error 28 of 2^37
     const uint64_t by_10_000 = number * 109'951'163 >> 40;       // error 2224 of 2^40
