@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "number_model_property.h"
+#include "project_file.h"
 
 using namespace dv::test;
 
@@ -13,8 +14,7 @@ namespace {
 
 // Every line of the blocks "write" and "read".
 TEST(NumberModelManual, ExamplesGiveWhatTheySay) {
-    const std::string here = __FILE__;
-    std::ifstream docs(here.substr(0, here.rfind("/test/")) + "/docs/number-models.md");
+    std::ifstream docs(project_file("docs/number-models.md"));
     int examples = 0;
     for (std::string block, line; std::getline(docs, line);) {
         if (line.starts_with("```")) block = line.substr(3);

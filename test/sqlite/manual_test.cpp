@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "project_file.h"
 #include "sqlite_session.h"
 
 using namespace dv::test;
@@ -9,8 +10,7 @@ using namespace dv::test;
 class SqlManual : public testing::TestWithParam<const char *> {};
 
 TEST_P(SqlManual, ExamplesGiveWhatTheySay) {
-    const std::string here = __FILE__;
-    std::ifstream manual(here.substr(0, here.rfind("/test/")) + "/docs/" + GetParam());
+    std::ifstream manual(project_file(std::string("docs/") + GetParam()));
     sqlite_session session;
     int examples = 0;
     for (std::string line; std::getline(manual, line);) {
