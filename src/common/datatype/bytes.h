@@ -1,8 +1,9 @@
-// Loads and stores of big-endian integers at any address, for every area of the library.
+// Loads and stores of big-endian integers at any address, and words as eight bytes, for every area of the
+// library.
 //
-// At run time each is one plain load or store and a byte swap. Compilers find that in shifted bytes only
-// sometimes (GCC 12 misses it in unrolled callers, which doubled the instructions of an addition), so the
-// shifts are for constant expressions alone.
+// At run time each load and store is one plain load or store and a byte swap. Compilers find that in shifted
+// bytes only sometimes (GCC 12 misses it in unrolled callers, which doubled the instructions of an addition),
+// so the shifts are for constant expressions alone.
 
 #ifndef DV_DATATYPE_BYTES_H
 #define DV_DATATYPE_BYTES_H
@@ -38,6 +39,9 @@ constexpr void store_be(uint8_t *p, Word v) {
     if (std::endian::native == std::endian::little) v = swap_bytes(v);
     memcpy(p, &v, sizeof v);
 }
+
+// The same value in every byte of a word.
+constexpr uint64_t in_each_byte(uint8_t value) { return value * 0x0101010101010101u; }
 
 constexpr uint16_t load_be16(const uint8_t *p) { return load_be<uint16_t>(p); }
 constexpr uint32_t load_be32(const uint8_t *p) { return load_be<uint32_t>(p); }

@@ -5,21 +5,11 @@
 
 #include <cstring>
 
-#include "../bytes.h"
+#include "../ascii.h"
 #include "../error.h"
 #include "fmt_token_table.h"
 
 namespace dv::impl {
-
-// Eight bytes with ASCII letters in upper case, all at once.
-constexpr uint64_t upper_case(uint64_t word) {
-    constexpr uint64_t in_each_byte = ~uint64_t{0} / 0xFF;
-    const uint64_t low_bits = word & in_each_byte * 0x7F;
-    const uint64_t from_a = low_bits + in_each_byte * (0x80 - 'a');  // sets the top bit of bytes >= 'a'
-    const uint64_t beyond_z = low_bits + in_each_byte * (0x7F - 'z');
-    const uint64_t letters = (from_a & ~beyond_z & ~word) & in_each_byte * 0x80;
-    return word ^ letters >> 2;  // 0x80 >> 2 is what upper and lower case differ in
-}
 
 // The first eight bytes of a text in upper case, the first one highest; zero behind its end. A short text is
 // gathered in a register: a copy to memory and back stalls until it is stored.

@@ -19,8 +19,6 @@ struct message_text_t {
     }
 };
 
-char lower_(uint8_t c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c); }
-
 // How many characters at the beginning of a name are ASCII, and whether the text begins with them in any
 // letter case. All character sets have ASCII, so that most names need no conversion.
 struct ascii_part_t {
@@ -33,10 +31,7 @@ ascii_part_t compare_ascii_part_(std::string_view text, const nls_date_lang_val_
         const uint16_t unit = load_be16(name.val + 2 * i);
         if (unit >= 0x80) break;
         const auto at = static_cast<size_t>(i);
-        if (at >= text.size() ||
-            lower_(static_cast<uint8_t>(text[at])) != lower_(static_cast<uint8_t>(unit))) {
-            return {i, false};
-        }
+        if (at >= text.size() || to_lower(text[at]) != to_lower(static_cast<char>(unit))) return {i, false};
     }
     return {i, true};
 }
@@ -63,9 +58,9 @@ int nls_prefix_length_(std::string_view text, const nls_date_lang_val_t &name, d
 }
 
 // Can a text with this first byte begin with a name? No, where the name begins with another ASCII character.
-bool may_begin_(const nls_date_lang_val_t &name, uint8_t first) {
+bool may_begin_(const nls_date_lang_val_t &name, char first) {
     const uint16_t unit = load_be16(name.val);
-    return unit >= 0x80 || lower_(static_cast<uint8_t>(unit)) == lower_(first);
+    return unit >= 0x80 || to_lower(static_cast<char>(unit)) == to_lower(first);
 }
 
 // The lists of the context's language by letter case; nullptr, after the assertion, when there is none.

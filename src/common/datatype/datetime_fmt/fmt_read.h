@@ -6,13 +6,10 @@
 
 #include <string_view>
 
+#include "../ascii.h"
 #include "fmt_element.h"
 
 namespace dv::impl {
-
-constexpr bool is_blank(char c) { return c == ' ' || c == '\t'; }
-constexpr bool is_white_space(char c) { return is_blank(c) || c == '\n' || c == '\r' || c == '\0'; }
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // The text that is not read yet.
 inline std::string_view rest_of(const dt_fmt_parse_ctx_t &ctx) {

@@ -82,11 +82,10 @@ static_assert(std::all_of(fmt_tokens_.begin(), fmt_tokens_.end(), [](const dt_fm
 static_assert(_index.first[_letters] == DT_FMT_TOKEN_MAX - 2);
 static_assert(std::all_of(_index.keywords.begin(), _index.keywords.begin() + _index.first[_letters],
                           [](const keyword_t &keyword) {
-                              constexpr uint64_t tildes = ~uint64_t{0} / 0xFF * '~';
+                              constexpr uint64_t tildes = in_each_byte('~');
                               return find_(keyword.text) == keyword.id &&
                                      find_(keyword.text | (tildes & ~keyword.mask)) == keyword.id;
                           }));
-static_assert(upper_case(0x60'61'7A'7B'E1'FA'41'00) == 0x60'41'5A'7B'E1'FA'41'00);
 
 }  // namespace
 

@@ -25,9 +25,6 @@ std::string_view rest_(const dt_fmt_parse_ctx_t &parse_ctx) {
 
 bool begins_with_punc_(std::string_view text) { return !text.empty() && is_punc(text[0]); }
 
-bool is_upper_(char c) { return c >= 'A' && c <= 'Z'; }
-bool is_lower_(char c) { return c >= 'a' && c <= 'z'; }
-
 // What an element stands as in the model; a literal without its quotes.
 struct element_t {
     int id;
@@ -69,18 +66,18 @@ dt_fmt_case_type_e get_format_case_(const element_t &element) {
             break;
     }
     const std::string_view text = element.text;
-    if (text.empty() || !is_upper_(text[0])) return DT_FMT_CASE_LOWER;
+    if (text.empty() || !is_upper(text[0])) return DT_FMT_CASE_LOWER;
     const size_t second = text.size() > 1 && text[1] == '.' ? 2 : 1;
-    return text.size() > second && is_lower_(text[second]) ? DT_FMT_CASE_INIT : DT_FMT_CASE_UPPER;
+    return text.size() > second && is_lower(text[second]) ? DT_FMT_CASE_INIT : DT_FMT_CASE_UPPER;
 }
 
 // The digit behind FF, 0 when there is none.
 int8_t parse_fsec_prec_(dt_fmt_parse_ctx_t &parse_ctx) {
     const std::string_view rest = rest_(parse_ctx);
-    if (rest.empty() || rest[0] < '0' || rest[0] > '9') return 0;
+    if (rest.empty() || !is_digit(rest[0])) return 0;
     if (rest[0] == '0') raise(ERR_FRACTION_PRECISION);
     ++parse_ctx.fmt_idx;
-    return static_cast<int8_t>(rest[0] - '0');
+    return static_cast<int8_t>(digit_of(rest[0]));
 }
 
 void check_duplicated_token_(dt_fmt_parse_ctx_t &parse_ctx, int id) {
@@ -107,8 +104,8 @@ constexpr suffix_t _suffixes[] = {
 // Most elements are told by one look that no suffix follows.
 bool may_begin_suffix_(std::string_view text) {
     if (text.empty()) return false;
-    const int upper = text[0] & ~('a' ^ 'A');
-    return upper == 'T' || upper == 'S';
+    const char first = to_upper(text[0]);
+    return first == 'T' || first == 'S';
 }
 
 dt_fmt_sfx_type_e get_suffix_type_(dt_fmt_parse_ctx_t &parse_ctx) {

@@ -58,8 +58,8 @@ bool is_fraction_omitted_(const dt_fmt_parse_ctx_t &ctx, std::string_view punctu
 bool dv::impl::may_be_zone(const dt_fmt_parse_ctx_t &ctx) {
     const std::string_view rest = rest_of(ctx);
     if (!ctx.fmt_ctx->has_tz_token || rest.empty()) return false;
-    const char c = rest.front(), lower = static_cast<char>(c | ('a' - 'A'));
-    return c == '+' || c == '-' || is_digit(c) || (lower >= 'a' && lower <= 'z');
+    const char c = rest.front();
+    return c == '+' || c == '-' || is_digit(c) || is_letter(c);
 }
 
 void dv::impl::skip_fraction(const dt_fmt_parse_ctx_t &ctx, int &token_idx) {

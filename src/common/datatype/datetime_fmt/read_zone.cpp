@@ -66,23 +66,15 @@ std::string_view abbreviation_at_(const dt_fmt_parse_ctx_t &ctx) {
     std::string_view text = rest_of(ctx);
     const bool has_sign = text.starts_with('+') || text.starts_with('-');
     if (has_sign) text.remove_prefix(1);
-    const auto belongs = [=](char c) {
-        const char lower = static_cast<char>(c | ('a' - 'A'));
-        return is_digit(c) || (!has_sign && lower >= 'a' && lower <= 'z');
-    };
+    const auto belongs = [=](char c) { return is_digit(c) || (!has_sign && is_letter(c)); };
     const std::string_view name = leading_(text, belongs);
     return {name.data() - has_sign, name.size() + has_sign};
 }
 
-// Of letters, digits and signs.
-bool is_same_in_any_case_(char a, char b) { return (a | ('a' - 'A')) == (b | ('a' - 'A')); }
-
 // The abbreviation as the tables have it; NULL when no region has it.
 const char *find_abbreviation_(std::string_view name) {
     for (const tz_abbreviation_t &known : ZONE_ABBREVIATIONS) {
-        const std::string_view text = known.text;
-        if (std::equal(text.begin(), text.end(), name.begin(), name.end(), is_same_in_any_case_))
-            return known.text;
+        if (equals_ignoring_case(known.text, name)) return known.text;
     }
     return NULL;
 }

@@ -23,9 +23,6 @@ struct digits_t {
     std::string_view view() const { return {text + begin, static_cast<size_t>(_text_size - begin)}; }
 };
 
-bool is_upper_(char c) { return c >= 'A' && c <= 'Z'; }
-char lower_(char c) { return static_cast<char>(c + ('a' - 'A')); }
-
 void push_number_(digits_t &digits, int value, int min_digits) {
     uint32_t rest = value < 0 ? 0 - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
     for (int i = 0; rest != 0 || i < min_digits; ++i, rest /= 10) {
@@ -44,8 +41,8 @@ std::string_view ordinal_suffix_(int value) {
 conv_status_t put_with_suffix_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
     digits_t digits;
     const std::string_view suffix = ordinal_suffix_(value);
-    const bool is_lower = ctx.cur_token_info->case_type != DT_FMT_CASE_UPPER;
-    for (size_t i = suffix.size(); i-- > 0;) digits.push(is_lower ? lower_(suffix[i]) : suffix[i]);
+    const bool is_small = ctx.cur_token_info->case_type != DT_FMT_CASE_UPPER;
+    for (size_t i = suffix.size(); i-- > 0;) digits.push(is_small ? to_lower(suffix[i]) : suffix[i]);
     push_number_(digits, value, min_digits);
     return put_text(ctx, digits.view());
 }
@@ -82,7 +79,7 @@ conv_status_t put_spelled_(dt_fmt_parse_ctx_t &ctx, int value, bool is_ordinal) 
     char words[SPELLED_TEXT_SIZE];
     const int length = spell_number(words, value, is_ordinal);
     if (ctx.cur_token_info->case_type != DT_FMT_CASE_UPPER) {
-        std::for_each(words, words + length, [](char &c) { c = is_upper_(c) ? lower_(c) : c; });
+        std::for_each(words, words + length, [](char &c) { c = to_lower(c); });
     }
     return put_text(ctx, {words, static_cast<size_t>(length)});
 }
@@ -113,9 +110,9 @@ conv_status_t dv::impl::put_words(dt_fmt_parse_ctx_t &ctx, std::string_view uppe
     if (case_type == DT_FMT_CASE_UPPER) return status;
     bool is_inside = false;  // a word
     for (char *c = ctx.str + begin; c != ctx.str + ctx.str_idx; ++c) {
-        const bool is_letter = is_upper_(*c);
-        if (is_letter && (is_inside || case_type == DT_FMT_CASE_LOWER)) *c = lower_(*c);
-        is_inside = is_letter;
+        const bool is_capital = is_upper(*c);
+        if (is_capital && (is_inside || case_type == DT_FMT_CASE_LOWER)) *c = to_lower(*c);
+        is_inside = is_capital;
     }
     return status;
 }

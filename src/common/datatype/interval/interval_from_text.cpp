@@ -67,14 +67,8 @@ struct reading_t {
 };
 static_assert(std::is_trivially_destructible_v<reading_t>);
 
-constexpr bool is_blank_(char c) {
-    constexpr uint64_t blanks = 1ull << '\t' | 1ull << '\n' | 1ull << '\r' | 1ull << ' ' | 1ull << '\0';
-    const auto code = static_cast<uint8_t>(c);
-    return code <= ' ' && (blanks >> code & 1) != 0;
-}
-
 void skip_blanks_(reading_t &in) {
-    while (in.at != in.end && is_blank_(*in.at)) ++in.at;
+    while (in.at != in.end && is_white_space(*in.at)) ++in.at;
 }
 
 // ---- digits ----
@@ -84,14 +78,12 @@ struct digits_t {
     int count;  // 0: the text goes on with something else
 };
 
-constexpr uint8_t digit_of_(char c) { return static_cast<uint8_t>(c - '0'); }  // above 9: no digit
-
 digits_t take_digits_(reading_t &in) {
     const char *const limit = in.end - in.at > _field_digits_max ? in.at + _field_digits_max : in.end;
     const char *at = in.at;
     int32_t value = 0;
     for (; at != limit; ++at) {
-        const uint8_t digit = digit_of_(*at);
+        const uint8_t digit = digit_of(*at);
         if (digit > 9) break;
         value = value * 10 + digit;
     }
@@ -113,8 +105,8 @@ digits_t take_fraction_digits_(reading_t &in) {
     if (!holds_eight_(in, ITV_EIGHT_DIGITS, ITV_EIGHT_DIGITS_MAX, word)) return take_digits_(in);
     in.at += 8;
     const int32_t value = eight_digit_value(word);
-    if (in.at == in.end || digit_of_(*in.at) > 9) return {value, 8};
-    return {value * 10 + digit_of_(*in.at++), 9};
+    if (in.at == in.end || !is_digit(*in.at)) return {value, 8};
+    return {value * 10 + digit_of(*in.at++), 9};
 }
 
 // "HH:MI:SS" with two digits each and nothing out of range; anything else is left to the tokens, which find
@@ -122,7 +114,7 @@ digits_t take_fraction_digits_(reading_t &in) {
 bool take_clock_(reading_t &in) {
     uint64_t word = 0;
     if (!holds_eight_(in, ITV_CLOCK, ITV_CLOCK_MAX, word)) return false;
-    if (in.end - in.at > 8 && digit_of_(in.at[8]) <= 9) return false;  // seconds may have more digits
+    if (in.end - in.at > 8 && is_digit(in.at[8])) return false;  // seconds may have more digits
     if (!has_bytes_up_to(word, ITV_CLOCK_RANGE)) return false;
     const int32_t seconds = clock_seconds(word);
     if (seconds < 0) return false;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 
+#include "../ascii.h"
 #include "interval_internal.h"
 
 namespace dv::impl {
@@ -60,7 +61,7 @@ inline int32_t plain_fraction(const char *text, const char *end) {
     // They are loaded with what stands in front of them, which is shifted out.
     const uint64_t word = (load_eight(text + 1 + first_digits - 8) ^ ITV_EIGHT_DIGITS)
                           << (64 - 8 * first_digits);
-    const auto ninth = static_cast<uint8_t>(digits == ITV_FSEC_DIGITS ? end[-1] - '0' : 0);
+    const uint8_t ninth = digits == ITV_FSEC_DIGITS ? digit_of(end[-1]) : uint8_t{0};
     if (!has_bytes_up_to(word, ITV_EIGHT_DIGITS_MAX) || ninth > 9) return -1;
     return eight_digit_value(word) * 10 + ninth;
 }
@@ -84,7 +85,7 @@ inline bool read_plain_dts(plain_dts_t &fields, const char *text, const char *en
     const char *const days_end = text + std::min(prec, 9);
     const char *clock = text;
     for (fields.days = 0; clock < days_end; ++clock) {
-        const auto digit = static_cast<uint8_t>(*clock - '0');
+        const uint8_t digit = digit_of(*clock);
         if (digit > 9) break;
         fields.days = fields.days * 10 + digit;
     }

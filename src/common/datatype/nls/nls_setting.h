@@ -1,4 +1,4 @@
-// The one comparison of settings and their values, and values as pieces of a longer text.
+// Settings and their values in lists of names, and values as pieces of a longer text.
 
 #ifndef DV_NLS_SETTING_H
 #define DV_NLS_SETTING_H
@@ -7,17 +7,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "../ascii.h"
 #include "dvtypes/nls.h"
 
 namespace dv::impl {
-
-constexpr char ascii_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
-
-// The same length, and the same characters but for the case of ASCII letters.
-constexpr bool equals_ignoring_case(std::string_view x, std::string_view y) {
-    return std::equal(x.begin(), x.end(), y.begin(), y.end(),
-                      [](char a, char b) { return ascii_upper(a) == ascii_upper(b); });
-}
 
 // A NUL-ended text, of which no more than limit bytes are looked at; NULL is an empty one.
 inline std::string_view bounded_text(const char *str, size_t limit) {

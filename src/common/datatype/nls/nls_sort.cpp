@@ -28,7 +28,7 @@ static_assert(std::size(_strength_suffixes) == DV_NLS_STRENGTH_TERTIARY);
 
 bool dv::impl::parse_sort(std::string_view text, dv_nls_sort_ctx_t &ctx) {
     const auto underscores = std::count(text.begin(), text.end(), '_');
-    ctx.extended = !text.empty() && ascii_upper(text[0]) == 'X' ? 1 : 0;
+    ctx.extended = !text.empty() && to_upper(text[0]) == 'X' ? 1 : 0;
     text.remove_prefix(ctx.extended);
     if (underscores > 1 || text.size() > DV_NLS_TEXT_MAX) return false;
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "../ascii.h"
 #include "../error.h"
 #include "number_layout.h"
 
@@ -15,10 +16,9 @@ constexpr char _hex_digits[] = "0123456789abcdef";
 constexpr int _value_text_size = 512;
 
 int hex_value_(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
+    if (is_digit(c)) return digit_of(c);
+    const char letter = to_lower(c);
+    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
 // Reads the pair at text; -1 where there is none.

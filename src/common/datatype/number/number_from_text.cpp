@@ -9,6 +9,7 @@
 
 #include <algorithm>
 
+#include "../ascii.h"
 #include "../error.h"
 #include "number_layout.h"
 #include "plain_text.h"
@@ -18,8 +19,6 @@ using namespace dv::impl;
 namespace {
 
 constexpr int64_t _exponent_text_max = 1'000'000'000'000;  // exponents are cut off here, far beyond any range
-
-constexpr bool is_digit_(char c) { return static_cast<unsigned char>(c - '0') <= 9; }
 
 // A byte below '0' sets its top bit when '0' is taken away, one above '9' when 127 - '9' is added; a byte
 // from 128 on has it set. A borrow or carry can only come from a byte that is no digit anyway.
@@ -35,7 +34,7 @@ struct text_cursor_t {
     const char *end;
 
     bool at(char c) const { return pos < end && *pos == c; }
-    bool at_digit() const { return pos < end && is_digit_(*pos); }
+    bool at_digit() const { return pos < end && is_digit(*pos); }
     int64_t skip(char c) {
         const char *const begin = pos;
         while (at(c)) ++pos;

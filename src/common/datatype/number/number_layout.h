@@ -25,9 +25,6 @@ inline constexpr int NUMBER_SIZE_MAX = sizeof(number_t) - 1;
 static_assert(sizeof(number_t) == 23 && alignof(number_t) == 1);
 static_assert(offsetof(number_t, signexp) == 1 && offsetof(number_t, coef) == 2);
 
-// The same value in every byte of a word.
-constexpr uint64_t in_each_byte(uint8_t value) { return value * 0x0101010101010101u; }
-
 // A coefficient of 8 * Words base-100 digits; see above.
 template <int Words>
 struct coef_t {

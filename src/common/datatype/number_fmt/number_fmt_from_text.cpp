@@ -29,8 +29,6 @@ constexpr auto _hex_digits = [] {
     return values;
 }();
 
-bool is_digit_(char c) { return static_cast<unsigned char>(c - '0') <= 9; }
-
 std::string_view without_leading_blanks_(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     return text;
@@ -78,7 +76,7 @@ void expect_(gathering_t &in, std::string_view text) {
 // A digit; or a blank, behind which the plain conversion takes nothing but blanks.
 void take_digit_(gathering_t &in) {
     const char c = in.rest[0];
-    if (!is_digit_(c) && c != ' ') raise(ERR_NUMBER_TEXT);
+    if (!is_digit(c) && c != ' ') raise(ERR_NUMBER_TEXT);
     in.keep(c);
     in.rest.remove_prefix(1);
     in.has_digit = true;
@@ -126,7 +124,7 @@ void take_element_(gathering_t &in, char element) {
 // currency in front of them does not matter.
 int empty_positions_(std::string_view text, int pos_msd) {
     const std::string_view integer = text.substr(0, text.find('.'));
-    const auto digits = std::count_if(integer.begin(), integer.end(), is_digit_);
+    const auto digits = std::count_if(integer.begin(), integer.end(), is_digit);
     if (digits > pos_msd + 1) raise(ERR_NUMBER_TEXT);
     return pos_msd + 1 - static_cast<int>(digits);
 }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "../ascii.h"
 #include "dvtypes/number_fmt.h"
 
 namespace dv::impl {
@@ -18,8 +19,6 @@ inline std::string_view model_of(const char *fmt, int fmt_len) {
     const int limit = fmt_len <= NUMBER_FMT_MAX ? fmt_len : NUMBER_FMT_MAX + 1;
     return {fmt, strnlen(fmt, static_cast<size_t>(limit))};
 }
-
-constexpr char to_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 // Models that stand for themselves, in any letter case. The compiler knows none of them.
 enum class whole_model_e {

@@ -2,19 +2,13 @@
 
 #include <cstring>
 
+#include "../ascii.h"
 #include "timezone_internal.h"
 #include "zonetab.h"
 
 using namespace dv::impl;
 
 namespace {
-
-bool is_blank_(char c) { return c == ' ' || c == '\t'; }
-bool is_digit_(char c) { return c >= '0' && c <= '9'; }
-bool is_letter_(char c) {
-    const char lower = static_cast<char>(c | ('a' - 'A'));
-    return lower >= 'a' && lower <= 'z';
-}
 
 template <typename Test>
 void skip_(std::string_view &text, Test test) {
@@ -31,25 +25,25 @@ bool take_(std::string_view &text, char c) {
 // none.
 constexpr int _too_large = 1000;
 int take_number_(std::string_view &text) {
-    skip_(text, is_blank_);
-    if (text.empty() || !is_digit_(text.front())) return -1;
+    skip_(text, is_blank);
+    if (text.empty() || !is_digit(text.front())) return -1;
     int number = 0;
-    for (; !text.empty() && is_digit_(text.front()); text.remove_prefix(1)) {
-        number = number * 10 + (text.front() - '0');
+    for (; !text.empty() && is_digit(text.front()); text.remove_prefix(1)) {
+        number = number * 10 + digit_of(text.front());
         if (number > _too_large) number = _too_large;
     }
-    skip_(text, is_blank_);
+    skip_(text, is_blank);
     return number;
 }
 
 bool is_offset_(std::string_view text) {
-    return !text.empty() && (is_digit_(text.front()) || text.front() == '+' || text.front() == '-');
+    return !text.empty() && (is_digit(text.front()) || text.front() == '+' || text.front() == '-');
 }
 
 // Without blanks behind it, and as a text that ends with a NUL, which may be one in the name.
 [[gnu::noinline]] const tz_region_t *find_other_name_(std::string_view name) {
     char text[TZ_NAME_TEXT_SIZE];
-    while (!name.empty() && is_blank_(name.back())) name.remove_suffix(1);
+    while (!name.empty() && is_blank(name.back())) name.remove_suffix(1);
     if (!name.empty()) memcpy(text, name.data(), name.size());
     text[name.size()] = '\0';
     return zonetab_search_region(text);
@@ -85,8 +79,8 @@ const tz_region_t *dv::impl::find_region(std::string_view name) {
 extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar for_parser) {
     if (!is_given_tz(tz)) return ERR_ZONE_OFFSET;
     std::string_view text(str, str != NULL && str_len > 0 ? static_cast<size_t>(str_len) : 0);
-    skip_(text, is_letter_);
-    skip_(text, is_blank_);
+    skip_(text, is_letter);
+    skip_(text, is_blank);
     const bool has_minus = take_(text, '-');
     if (!has_minus) take_(text, '+');
     const int sign = has_minus == (for_parser != 0) ? -1 : 1;
@@ -105,7 +99,7 @@ extern "C" void timezone_parse(timezone_t *tz, const char *str, int str_len) {
     if (!is_given_tz(tz)) return;
     if (str == NULL || str_len < 1 || *str == '\0') raise(ERR_ZONE_TEXT);
     std::string_view text(str, static_cast<size_t>(str_len));
-    skip_(text, is_blank_);
+    skip_(text, is_blank);
     const int error = read_zone(*tz, text);
     if (error != 0) raise(error);
 }

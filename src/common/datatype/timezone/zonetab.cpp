@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "../ascii.h"
 #include "../error.h"
 
 using namespace dv::impl;
@@ -14,22 +15,18 @@ namespace {
 
 constexpr tz_id_t _etc_utc = 412;
 
-constexpr int lower_case_(char c) {
-    return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : static_cast<unsigned char>(c);
-}
-
 // The sign tells the order, whatever the locale.
 constexpr int compare_(const char *name, const char *lc_name) {
-    while (*lc_name != '\0' && lower_case_(*name) == static_cast<unsigned char>(*lc_name)) {
+    while (*lc_name != '\0' && to_lower(*name) == *lc_name) {
         ++name;
         ++lc_name;
     }
-    return lower_case_(*name) - static_cast<unsigned char>(*lc_name);
+    return static_cast<unsigned char>(to_lower(*name)) - static_cast<unsigned char>(*lc_name);
 }
 
 bool is_name_(const char *text, size_t length, const char *lc_name) {
     for (size_t i = 0; i < length; ++i) {
-        if (lower_case_(text[i]) != static_cast<unsigned char>(lc_name[i])) return false;
+        if (to_lower(text[i]) != lc_name[i]) return false;
     }
     return lc_name[length] == '\0';
 }
