@@ -106,18 +106,28 @@ template <typename... Args>
     dv_err_and_jmp(base_name(at.file), at.line, at.function, 0, 0, at.code, args...);
 }
 
-// Reports a broken invariant; the caller goes on as if it had held, unless the host's action ends the
-// process.
-[[gnu::cold, gnu::noinline]] inline void assert_failed(const char *condition,
+// Reports a broken invariant, unless the host's action ends the process; false, what the condition was.
+[[gnu::cold, gnu::noinline]] inline bool assert_failed(const char *condition,
                                                        const char *path = __builtin_FILE(),
                                                        int line = __builtin_LINE()) {
     dv_assert_msg(condition, base_name(path), line);
     dv_thr_assert_cmd();
+    return false;
 }
+
+// Whether there is something to work on: no pointer is NULL.
+constexpr bool given(const auto *...pointer) { return ((pointer != nullptr) && ...); }
 
 }  // namespace dv::impl
 
-// The only macro: it needs the condition's text, which is a contract with the host ("date != NULL").
-#define DV_ASSERT(cond) ((cond) ? void() : ::dv::impl::assert_failed(#cond))
+// Reports a condition that does not hold; true or false as it does. The only macro: it needs the condition's
+// text, which is a contract with the host ("date != NULL").
+//
+// The caller goes on as if the condition had held, but never through NULL: an exported function that lacks a
+// pointer returns at once, with a neutral value if it returns one, and touches none of its other operands.
+//     if (!DV_ASSERT(date != NULL)) return 0;
+//     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
+// The second form is for conditions that ask for more than a pointer. Both stay off the path of sound calls.
+#define DV_ASSERT(cond) ((cond) || ::dv::impl::assert_failed(#cond))
 
 #endif  // DV_DATATYPE_ERROR_H
