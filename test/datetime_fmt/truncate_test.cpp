@@ -1,7 +1,9 @@
-// TRUNC and ROUND: what every unit promises, and the boundaries of each.
+// TRUNC and ROUND: every unit against its steps, taken one after the other with the operations of DATE, over
+// records of any fields; known dates; what is no unit.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 #include "model_text.h"
@@ -10,102 +12,203 @@ using namespace dv::test;
 
 namespace {
 
-dv_date_t truncated_(dv_date_t date, const char *unit) {
-    dv_date_trunc(&date, unit, 0);
-    return date;
+using fields_t = std::array<int, 6>;  // year to second
+
+fields_t fields_(const dv_date_t &d) {
+    return {dv_date_get_field(&d, DT_FMT_UNIT_YEAR), d.month, d.day, d.hour, d.minute, d.second};
 }
 
-dv_date_t rounded_(dv_date_t date, const char *unit) {
-    dv_date_round(&date, unit, 0);
-    return date;
+void build_(dv_date_t &date, int year, int month = 1, int day = 1, int hour = 0, int minute = 0) {
+    dv_date_from_unit_values(&date, year == 0 ? 1 : year, month, day, hour, minute, 0);
 }
 
-// Units from long to short, with one of another name for each rule; the ISO year is no ladder of its own.
-constexpr std::array _units = {"CC", "YYYY", "Q", "MM", "WW", "W", "IW", "D", "DD", "HH24", "MI"};
-constexpr std::array _aliases = {"scc", "Syear", "q", "RM", "ww", "w", "iw", "Dy", "J", "hh", "mi"};
+void move_(dv_date_t &date, int days) { dv_date_add_day(&date, days); }
 
-// The beginning of the unit behind the one that begins at `start`.
-dv_date_t next_start_(const dv_date_t &start, const char *unit) {
-    dv_date_t next = start;
-    do {
-        dv_date_add_field(&next,
-                          unit == _units[9] || unit == _units[10] ? DT_FMT_UNIT_MINUTE : DT_FMT_UNIT_DAY, 1);
-    } while (truncated_(next, unit) == start);
-    return next;
+void clear_time_(dv_date_t &date) { date.hour = date.minute = date.second = 0; }
+
+int weekday_(const dv_date_t &date) {  // 0 is Monday
+    return ((dv_date_to_julian_day(&date) % 7) + 7) % 7;
+}
+
+// A step for each unit: fields are those of the date before, up says that it is rounded.
+using step_t = void (*)(dv_date_t &date, const fields_t &fields, bool up);
+
+void century_(dv_date_t &date, const fields_t &f, bool up) {
+    const int c = f[0] / 100 * 100;
+    if (f[0] > 0) return build_(date, up && f[0] - c > 50 ? c + 101 : c + 1);
+    build_(date, up && -f[0] % 100 <= 50 ? (c == 0 ? 1 : c) : c - 100);
+}
+void year_(dv_date_t &date, const fields_t &f, bool up) { build_(date, f[0] + (up && f[1] > 6 ? 1 : 0)); }
+void iso_year_(dv_date_t &date, const fields_t &f, bool up) {
+    year_(date, f, up);
+    const int past = weekday_(date);
+    move_(date, past <= 3 ? -past : 7 - past);  // the week of 1 January is week 1 when it has the Thursday
+    clear_time_(date);
+}
+void month_(dv_date_t &date, const fields_t &f, bool up) {
+    if (!up || f[2] < 16) return build_(date, f[0], f[1]);
+    build_(date, f[1] == 12 ? f[0] + 1 : f[0], f[1] == 12 ? 1 : f[1] + 1);
+}
+void quarter_(dv_date_t &date, const fields_t &f, bool up) {
+    if (!up) return build_(date, f[0], f[1] <= 3 ? 1 : f[1] <= 6 ? 4 : f[1] <= 9 ? 7 : 10);
+    constexpr int before_16th[] = {1, 1, 4, 4, 4, 7, 7, 7, 10, 10, 10, 13},
+                  from_16th[] = {1, 4, 4, 4, 7, 7, 7, 10, 10, 10, 13, 13};
+    const int month = (f[2] < 16 ? before_16th : from_16th)[f[1] - 1];
+    build_(date, month == 13 ? f[0] + 1 : f[0], month == 13 ? 1 : month);
+}
+void week_of_year_(dv_date_t &date, const fields_t &f, bool up) {
+    int n = f[0] == 1582 && f[1] == 10 && f[2] > 4 && f[2] < 15 ? 15 : f[2];
+    for (int month = 1; month < f[1]; ++month) n += dt_fmt_get_days_of_mon(f[0], month);
+    const int past = (n - 1) % 7;
+    move_(date, up && past > 3 ? 7 - past : -past);
+    clear_time_(date);
+}
+void week_of_month_(dv_date_t &date, const fields_t &f, bool up) {
+    build_(date, f[0], f[1], 1 + (f[2] - 1) / 7 * 7);
+    if (up && (f[2] - 1) % 7 > 3) move_(date, 7);
+}
+void monday_(dv_date_t &date, const fields_t &, bool up) {
+    const int past = weekday_(date);
+    move_(date, up && past > 3 ? 7 - past : -past);
+    clear_time_(date);
+}
+void sunday_(dv_date_t &date, const fields_t &f, bool up) {
+    const int w = (weekday_(date) + 1) % 7;
+    move_(date, !up || w < 3 || (w == 3 && f[3] < 12) ? -w : 7 - w);
+    const fields_t moved = fields_(date);
+    build_(date, moved[0], moved[1], moved[2]);
+}
+void day_(dv_date_t &date, const fields_t &f, bool up) {
+    build_(date, f[0], f[1], f[2]);
+    if (up && f[3] >= 12) move_(date, 1);
+}
+void hour_(dv_date_t &date, const fields_t &f, bool up) {
+    build_(date, f[0], f[1], f[2], f[3]);
+    if (up && f[4] >= 30) dv_date_add_field(&date, DT_FMT_UNIT_HOUR, 1);
+}
+void minute_(dv_date_t &date, const fields_t &f, bool up) {
+    build_(date, f[0], f[1], f[2], f[3], f[4]);
+    if (up && f[5] >= 30) dv_date_add_field(&date, DT_FMT_UNIT_MINUTE, 1);
+}
+
+struct unit_t {
+    const char *name;
+    step_t step;
+};
+constexpr unit_t _units[] = {
+    {"CC", century_},  {"scc", century_}, {"IYYY", iso_year_}, {"iyy", iso_year_},    {"IY", iso_year_},
+    {"I", iso_year_},  {"YEAR", year_},   {"Syear", year_},    {"SYYYY", year_},      {"yyyy", year_},
+    {"YYY", year_},    {"YY", year_},     {"Y", year_},        {"MM", month_},        {"Mon", month_},
+    {"MONTH", month_}, {"rm", month_},    {"D", sunday_},      {"DAY", sunday_},      {"Dy", sunday_},
+    {"DD", day_},      {"DDD", day_},     {"J", day_},         {"WW", week_of_year_}, {"W", week_of_month_},
+    {"Q", quarter_},   {"IW", monday_},   {"HH", hour_},       {"HH12", hour_},       {"hh24", hour_},
+    {"MI", minute_},
+};
+
+// Any field out of its range at times, and often one at which something turns; never in the year 0.
+dv_date_t any_record_(number_source &source) {
+    const auto pick = [&](std::initializer_list<int> turns, int low, int high) {
+        const int i = source.pick(0, static_cast<int>(turns.size()));
+        return i == 0 ? source.pick(low, high) : turns.begin()[i - 1];
+    };
+    int year = pick({-1, 1, -4712, -4713, -5000, 1582, 1582, 1582, 2024}, DV_YEAR_MIN, DV_YEAR_MAX);
+    if (source.pick(0, 3) == 0) year = year / 100 * 100 + pick({-50, -51, 50, 51, -49, 49}, -99, 99);
+    const bool is_reform = year == 1582 && source.pick(0, 3) != 0;
+    const int wrong = source.pick(0, 40);  // the field that may be out of range
+    const auto within = [&](int field, int value, int low, int high) {
+        return wrong == field ? value : std::clamp(value, low, high);
+    };
+    return make_date(year == 0 ? -1 : std::clamp(year, int{DV_YEAR_MIN}, int{DV_YEAR_MAX}),
+                     is_reform ? 10 : within(0, source.pick(0, 13), 1, 12),
+                     within(1, is_reform ? source.pick(1, 20) : pick({15, 16}, 0, 40), 1, 28),
+                     within(2, pick({11, 12}, 0, 30), 0, 23), within(3, pick({29, 30}, 0, 70), 0, 59),
+                     within(4, pick({29, 30}, 0, 70), 0, 59));
 }
 
 }  // namespace
 
-// A start is its own start, lies not behind the date, and keeps the order; rounding gives it or the next one.
-TEST(DateTruncate, GivesTheStartOfAUnitAndRoundingOneOfTwo) {
+TEST(DateTruncate, FollowsTheStepsOfItsUnitForAnyRecord) {
     number_source source(3);
-    for (size_t i = 0; i < _units.size(); ++i) {
-        const char *const unit = _units[i];
-        for (int n = 0; n < 400; ++n) {
-            dv_date_t date = random_date(source);
-            // Behind the reform, and before the last century's next one.
-            dv_date_from_julian_day(&date, source.pick(2299605, 5336960));
-            const dv_date_t start = truncated_(date, unit), rounded = rounded_(date, unit);
-            EXPECT_EQ(truncated_(date, _aliases[i]), start) << describe(date);
-            EXPECT_EQ(truncated_(start, unit), start) << unit << ' ' << describe(date);
-            const bool is_turn_of_century = i == 0 && date.year == 100;  // the last year of a century goes up
-            EXPECT_EQ(dv_date_compare(&start, &date) <= 0, !is_turn_of_century)
-                << unit << ' ' << describe(date);
-            if (rounded == start || i == 0) continue;
-            EXPECT_EQ(rounded, next_start_(start, unit)) << unit << ' ' << describe(date);
-        }
+    for (long round = scaled(300'000); round > 0; --round) {
+        dv_date_t date = any_record_(source);
+        const unit_t &unit = _units[source.pick(0, std::size(_units) - 1)];
+        if (unit.step == quarter_) date.month = std::clamp<uint8_t>(date.month, 1, 12);
+        const bool up = source.pick(0, 1) != 0;
+        dv_date_t got = date, want = date;
+        const int code = raise_of([&] { (up ? dv_date_round : dv_date_trunc)(&got, unit.name, 0); });
+        const int want_code = raise_of([&] { unit.step(want, fields_(date), up); });
+        ASSERT_EQ(code, want_code) << unit.name << (up ? " up " : " ") << describe(date);
+        if (code != 0) continue;
+        ASSERT_EQ(got, want) << unit.name << (up ? " up " : " ") << describe(date);
     }
 }
 
-TEST(DateTruncate, TurnsAtTheMiddle) {
-    constexpr std::tuple<const char *, const char *, const char *> cases[] = {
-        // unit, last text that goes down, first that goes up
-        {"CC", "2050-12-31 23:59:59", "2051-01-01 00:00:00"},
-        {"YY", "2024-06-30 23:59:59", "2024-07-01 00:00:00"},
-        {"Q", "2024-02-15 23:59:59", "2024-02-16 00:00:00"},
-        {"Q", "2024-11-15 23:59:59", "2024-11-16 00:00:00"},
-        {"MM", "2024-12-15 23:59:59", "2024-12-16 00:00:00"},
-        {"WW", "2024-01-04 23:59:59", "2024-01-05 00:00:00"},
-        {"W", "2024-02-04 23:59:59", "2024-02-05 00:00:00"},
-        {"IW", "2024-02-29 23:59:59", "2024-03-01 00:00:00"},
-        {"DAY", "2024-02-28 11:59:59", "2024-02-28 12:00:00"},
-        {"DD", "2024-02-29 11:59:59", "2024-02-29 12:00:00"},
-        {"HH", "2024-02-29 23:29:59", "2024-02-29 23:30:00"},
-        {"MI", "2024-02-29 23:59:29", "2024-02-29 23:59:30"}};
-    const compiled_model reader = reading("YYYY-MM-DD HH24:MI:SS");
-    for (const auto &[unit, down, up] : cases) {
-        dv_date_t date{};
-        ASSERT_EQ(read(reader, down, date), 0);
-        EXPECT_EQ(rounded_(date, unit), truncated_(date, unit)) << unit;
-        const dv_date_t start = truncated_(date, unit);
-        ASSERT_EQ(read(reader, up, date), 0);
-        EXPECT_EQ(truncated_(date, unit), start) << unit;
-        const dv_date_t rounded = rounded_(date, unit);
-        EXPECT_GT(dv_date_compare(&rounded, &date), 0) << unit;
+TEST(DateTruncate, GivesTheKnownDates) {
+    constexpr std::tuple<const char *, const char *, const char *, const char *> cases[] = {
+        // unit, date, truncated, rounded
+        {"CC", "2000-05-05 00:00", "2001-01-01 00:00", "2001-01-01 00:00"},
+        {"CC", "2050-12-31 23:59", "2001-01-01 00:00", "2001-01-01 00:00"},
+        {"CC", "2051-01-01 00:00", "2001-01-01 00:00", "2101-01-01 00:00"},
+        {"CC", "-0250-05-05 00:00", "-0300-01-01 00:00", "-0200-01-01 00:00"},
+        {"CC", "-0251-05-05 00:00", "-0300-01-01 00:00", "-0300-01-01 00:00"},
+        {"YY", "2024-06-30 23:59", "2024-01-01 00:00", "2024-01-01 00:00"},
+        {"YY", "-0001-07-01 00:00", "-0001-01-01 00:00", "0001-01-01 00:00"},
+        {"Q", "2024-02-15 23:59", "2024-01-01 00:00", "2024-01-01 00:00"},
+        {"Q", "2024-11-16 00:00", "2024-10-01 00:00", "2025-01-01 00:00"},
+        {"MM", "2024-12-16 00:00", "2024-12-01 00:00", "2025-01-01 00:00"},
+        {"WW", "2024-01-05 00:00", "2024-01-01 00:00", "2024-01-08 00:00"},
+        {"W", "2024-02-05 00:00", "2024-02-01 00:00", "2024-02-08 00:00"},
+        {"W", "-5000-03-10 00:00", "-5000-03-08 00:00", "-5000-03-08 00:00"},
+        {"IW", "2024-02-29 23:59", "2024-02-26 00:00", "2024-02-26 00:00"},
+        {"DAY", "2024-02-28 11:59", "2024-02-25 00:00", "2024-02-25 00:00"},
+        {"DAY", "2024-02-28 12:00", "2024-02-25 00:00", "2024-03-03 00:00"},
+        {"J", "2024-02-29 12:00", "2024-02-29 00:00", "2024-03-01 00:00"},
+        {"HH", "2024-02-29 23:30", "2024-02-29 23:00", "2024-03-01 00:00"},
+        {"MI", "2024-02-29 23:59", "2024-02-29 23:59", "2024-02-29 23:59"}};
+    const compiled_model reader = reading("SYYYY-MM-DD HH24:MI"), writer = writing("FMSYYYY-MM-DD HH24:MI");
+    for (const auto &[unit, text, truncated, rounded] : cases) {
+        dv_date_t date{}, low{}, high{};
+        ASSERT_EQ(read(reader, text, date) + read(reader, truncated, low) + read(reader, rounded, high), 0);
+        dv_date_t got = date;
+        dv_date_trunc(&got, unit, 0);
+        EXPECT_EQ(got, low) << unit << " " << text;
+        dv_date_round(&date, unit, 0);
+        EXPECT_EQ(date, high) << unit << " " << text;
     }
 }
 
-TEST(DateTruncate, KnowsCenturiesBcAndIsoYears) {
-    EXPECT_EQ(truncated_(make_date(2000, 5, 5), "CC"), make_date(2001, 1, 1));
-    EXPECT_EQ(truncated_(make_date(-250, 5, 5), "CC"), make_date(-300, 1, 1));
-    EXPECT_EQ(rounded_(make_date(-250, 5, 5), "CC"), make_date(-200, 1, 1));
-    EXPECT_EQ(rounded_(make_date(-251, 5, 5), "CC"), make_date(-300, 1, 1));
-    EXPECT_EQ(rounded_(make_date(-1, 12, 5), "YYYY"), make_date(1, 1, 1));
+// A day in the gap of the reform comes out on its last day, but for the weeks that are counted in days.
+TEST(DateTruncate, BringsTheGapToItsEnd) {
+    for (const auto &[unit, day, hour] : {std::tuple{"DD", 15, 0},
+                                          {"DDD", 15, 0},
+                                          {"J", 15, 0},
+                                          {"W", 15, 0},
+                                          {"HH12", 15, 10},
+                                          {"MI", 15, 10},
+                                          {"MM", 1, 0}}) {
+        dv_date_t date = make_date(1582, 10, 10, 10, 0, 3);
+        dv_date_trunc(&date, unit, 0);
+        EXPECT_EQ(date, make_date(1582, 10, day, hour)) << unit;
+    }
+}
+
+TEST(DateTruncate, ToAnIsoYearGivesAMondayOfWeekOne) {
     const compiled_model iso = writing("IW");
     for (int year = 1583; year < 2500; ++year) {
-        const dv_date_t start = truncated_(make_date(year, 6, 15), "IYYY");
+        dv_date_t start = make_date(year, 6, 15);
+        dv_date_trunc(&start, "IYYY", 0);
         dv_date_t sunday = start;
         dv_date_add_day(&sunday, 6);
         EXPECT_EQ(dv_date_to_julian_day(&start) % 7, 0) << year;
         EXPECT_EQ(written(iso, start) + written(iso, sunday), "0101") << year;
-        EXPECT_EQ(rounded_(make_date(year, 8, 1), "I"), truncated_(make_date(year + 1, 2, 1), "iyy"));
     }
 }
 
 TEST(DateTruncate, RefusesWhatIsNoUnit) {
     dv_date_t date = make_date(2024, 2, 29, 13);
     for (const char *unit :
-         {"RR", "RRRR", "AD", "AM", "SS", "SSSSS", "FF", "X", "TZR", "FM", "YYYYX", "MM ", "-", "H"}) {
+         {"RR", "RRRR", "AD",  "A.D.", "BC",  "B.C.", "AM", "A.M.",  "PM",  "P.M.", "SS", "SSSSS", "FF",
+          "X",  "TZH",  "TZM", "TZR",  "TZD", "FM",   "FX", "YYYYX", "MM ", "-",    "H",  "\"Q\""}) {
         EXPECT_EQ(raise_of([&] { dv_date_trunc(&date, unit, 0); }), -5014) << unit;
     }
     EXPECT_EQ(raise_of([&] { dv_date_round(&date, "MM", -1); }), -5014);

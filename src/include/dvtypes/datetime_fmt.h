@@ -338,7 +338,8 @@ DV_EXPORT uchar dt_fmt_check_ansi_punc(dt_fmt_parse_ctx_t *parse_ctx);
 //
 //   fmt, fmt_len  the element, in any letter case; not NUL ended
 //
-//   CC SCC                         century; rounds up from year 51
+//   CC SCC                         century: 1901, 2001, ... (2000 gives 2001); rounds up from its year 51.
+//                                  BC: -400 for -399 to -300, rounds up to -300 from -350 on (-50 to 1 AD)
 //   YEAR SYEAR SYYYY YYYY YYY YY Y year; rounds up from July
 //   IYYY IYY IY I                  Monday of ISO week 1 of the date's calendar year; rounds up from July
 //   Q                              quarter; rounds up from the 16th of its second month
@@ -351,7 +352,11 @@ DV_EXPORT uchar dt_fmt_check_ansi_punc(dt_fmt_parse_ctx_t *parse_ctx);
 //   HH HH12 HH24                   hour; rounds up from the 30th minute
 //   MI                             minute; rounds up from the 30th second
 //
-// Raises  -5014  any other element, or text behind it     -5114  the result lies out of range
+// The units below the week, W and D give a checked date: a day from 1582-10-05 to 1582-10-14 becomes the
+// 15th. WW, IW, D and the ISO years move by days and so need dates from day number 0 on, as rounding up does.
+//
+// Raises  -5014  any other element, or text behind it
+//         -5114  a field of the date is out of range, or the result is
 DV_EXPORT void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_len, uchar is_trunc);
 
 // ---------------------------------------------------------------------------------------------------------

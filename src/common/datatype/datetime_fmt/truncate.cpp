@@ -1,8 +1,9 @@
 // TRUNC and ROUND of dates: one rule per unit, found by the format element that names it.
 //
-// A rule moves the date to the unit's first day, or when rounding up to the next unit's, and clears the finer
-// fields. Years step over the year 0 that the calendar lacks. Moves by days are those of date arithmetic and
-// so refuse results before day number 0.
+// A rule rebuilds the date from the fields that begin its unit, which checks them and brings a day in the gap
+// of October 1582 to the 15th; from there rounding moves on to the next unit. Years step over the year 0 that
+// the calendar lacks. WW, IW and the ISO years move the day alone and clear the time of day. Moves by days
+// are those of date arithmetic and so refuse results before day number 0.
 
 #include "calendar_week.h"
 #include "fmt_element.h"
@@ -11,19 +12,16 @@ using namespace dv::impl;
 
 namespace {
 
-void set_day_(dv_date_t &date, int year, int month, int day) {
-    dv_date_from_unit_values(&date, year == 0 ? 1 : year, month, day, 0, 0, 0);
-}
-
-void clear_time_(dv_date_t &date) { date.hour = date.minute = date.second = 0; }
-
-void add_days_(dv_date_t &date, int days) {
-    date_add_days(date, days);
-    clear_time_(date);
+void rebuild_(dv_date_t &date, const calendar_day_t &day, int hour = 0, int minute = 0) {
+    const int year = day.year == 0 ? 1 : day.year;
+    dv_date_from_unit_values(&date, year, day.month, day.day, hour, minute, 0);
 }
 
 // A week of seven days, of which `past` have gone by: back to its first day, or on to the next.
-void move_to_week_(dv_date_t &date, int past, bool up) { add_days_(date, up ? DAYS_PER_WEEK - past : -past); }
+void move_to_week_(dv_date_t &date, int past, bool up) {
+    date_add_days(date, up ? DAYS_PER_WEEK - past : -past);
+    date.hour = date.minute = date.second = 0;
+}
 
 // ---------------------------------------------------------------------------------------------------------
 // Rules: round tells TRUNC (false) from ROUND (true)
@@ -32,19 +30,19 @@ void move_to_week_(dv_date_t &date, int past, bool up) { add_days_(date, up ? DA
 void to_century_(dv_date_t &date, bool round) {
     const int year = date_year(date);
     const int whole = year / 100 * 100;  // toward zero, so BC years give the later bound
-    if (year > 0) return set_day_(date, whole + (round && year - whole > 50 ? 101 : 1), 1, 1);
-    set_day_(date, round && -year % 100 <= 50 ? whole : whole - 100, 1, 1);
+    if (year > 0) return rebuild_(date, {whole + (round && year - whole > 50 ? 101 : 1), 1, 1});
+    rebuild_(date, {round && -year % 100 <= 50 ? whole : whole - 100, 1, 1});
 }
 
 void to_year_(dv_date_t &date, bool round) {
     const calendar_day_t from = date_calendar_day(date);
-    set_day_(date, from.year + (round && from.month > 6 ? 1 : 0), 1, 1);
+    rebuild_(date, {from.year + (round && from.month > 6 ? 1 : 0), 1, 1});
 }
 
 // The Monday of ISO week 1 of the calendar year, which may lie behind the date.
 void to_iso_year_(dv_date_t &date, bool round) {
     to_year_(date, round);
-    add_days_(date, -iso_week_1_lead(date_year(date)));
+    date_add_days(date, -iso_week_1_lead(date_year(date)));
 }
 
 void to_quarter_(dv_date_t &date, bool round) {
@@ -53,13 +51,14 @@ void to_quarter_(dv_date_t &date, bool round) {
     // 15, 21.
     const int half_months = (from.month - 1) * 2 + (from.day >= 16 ? 1 : 0);
     const int quarter = round ? (half_months + 3) / 6 : (from.month - 1) / 3;  // 0..4
-    set_day_(date, from.year + quarter / 4, quarter % 4 * 3 + 1, 1);
+    rebuild_(date, {from.year + quarter / 4, quarter % 4 * 3 + 1, 1});
 }
 
 void to_month_(dv_date_t &date, bool round) {
     const calendar_day_t from = date_calendar_day(date);
-    const int months = from.month - 1 + (round && from.day >= 16 ? 1 : 0);  // 0..12
-    set_day_(date, from.year + months / 12, months % 12 + 1, 1);
+    if (!round || from.day < 16) return rebuild_(date, {from.year, from.month, 1});
+    const bool is_december = from.month == MONTHS_PER_YEAR;
+    rebuild_(date, {from.year + int{is_december}, is_december ? 1 : from.month + 1, 1});
 }
 
 // Weeks that begin on the weekday of 1 January.
@@ -70,8 +69,10 @@ void to_week_of_year_(dv_date_t &date, bool round) {
 
 // Weeks that begin on the weekday of the 1st of the month.
 void to_week_of_month_(dv_date_t &date, bool round) {
-    const int past = (date.day - 1) % DAYS_PER_WEEK;
-    move_to_week_(date, past, round && past > 3);
+    const calendar_day_t from = date_calendar_day(date);
+    const int past = (from.day - 1) % DAYS_PER_WEEK;
+    rebuild_(date, {from.year, from.month, from.day - past});
+    if (round && past > 3) date_add_days(date, DAYS_PER_WEEK);
 }
 
 void to_monday_(dv_date_t &date, bool round) {
@@ -82,19 +83,24 @@ void to_monday_(dv_date_t &date, bool round) {
 void to_sunday_(dv_date_t &date, bool round) {
     const int past = (weekday(date_day_number(date)) + 1) % DAYS_PER_WEEK;
     move_to_week_(date, past, round && (past > 3 || (past == 3 && date.hour >= 12)));
+    rebuild_(date, date_calendar_day(date));
 }
 
-void to_day_(dv_date_t &date, bool round) { add_days_(date, round && date.hour >= 12 ? 1 : 0); }
+void to_day_(dv_date_t &date, bool round) {
+    const bool up = round && date.hour >= 12;
+    rebuild_(date, date_calendar_day(date));
+    if (up) date_add_days(date, 1);
+}
 
 void to_hour_(dv_date_t &date, bool round) {
     const bool up = round && date.minute >= 30;
-    date.minute = date.second = 0;
+    rebuild_(date, date_calendar_day(date), date.hour);
     if (up) dv_date_add_field(&date, DT_FMT_UNIT_HOUR, 1);
 }
 
 void to_minute_(dv_date_t &date, bool round) {
     const bool up = round && date.second >= 30;
-    date.second = 0;
+    rebuild_(date, date_calendar_day(date), date.hour, date.minute);
     if (up) dv_date_add_field(&date, DT_FMT_UNIT_MINUTE, 1);
 }
 
