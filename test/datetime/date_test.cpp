@@ -8,7 +8,8 @@
 #include <bit>
 #include <cmath>
 
-#include "datetime_support.h"
+#include "../datetime_fmt/model_text.h"
+#include "dvtypes/timestamp_tz.h"
 
 using namespace dv::test;
 
@@ -157,6 +158,42 @@ TEST(Clock, FillsWhatTheValueHas) {
     EXPECT_EQ(date[1], make_date(2024, 2, 29, 13, 14, 15));
     EXPECT_EQ(time, (dv_time_t{13, 14, 15, 0, {0x1D, 0xCD, 0x68, 0xE8}}));
     EXPECT_EQ(date[2], date[1]);
+}
+
+// Reads a text by the clock at one time, and as of that time by a clock that shows another: nothing differs.
+template <auto Read, auto ReadAsOf, typename Record, typename... More>
+void expect_clock_is_not_asked_(const char *model, const char *text, const int (&now)[7],
+                                const More &...more) {
+    constexpr int elsewhen[] = {1812, 9, 14, 1, 2, 3, 4};
+    const compiled_model compiled = reading(model, DV_TYPE_TS_TZ);
+    const dv_date_t as_of = make_date(now[0], now[1], now[2], now[3], now[4], now[5]);
+    Record by_clock{}, by_argument{};
+    _pinned = now;
+    const int code = raise_of([&] { Read(&by_clock, text, 0, &compiled.ctx, more...); });
+    _pinned = elsewhen;
+    EXPECT_EQ(raise_of([&] { ReadAsOf(&by_argument, text, 0, &compiled.ctx, more..., &as_of); }), code);
+    _pinned = nullptr;
+    EXPECT_EQ(memcmp(&by_clock, &by_argument, sizeof by_clock), 0) << model << " " << text << " " << now[0];
+}
+
+TEST(Clock, IsNotAskedWhereTheTimeOfReadingIsAnArgument) {
+    if (DV_TEST_SHARED == 0) GTEST_SKIP() << "a static library binds the clock for good";
+    constexpr const char *texts[][2] = {
+        {"YY-MM", "99-03"},         {"RR-MM-DD", "50-12-31"}, {"Y", "7"},       {"YYY DD", "999 29"},
+        {"HH24:MI", "23:59"},       {"MM-DD", "02-29"},       {"YYYY", "1999"}, {"DDD", "366"},
+        {"YYYY-MM-DD", "2024-2-3"}, {"BC YY", "BC 24"},       {"DD", "31"},
+    };
+    constexpr int times[][7] = {{2024, 2, 29, 13, 14, 15, 500001}, {1999, 12, 31, 23, 59, 59, 0}};
+    const timezone_t zone = {109, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}};
+    for (const auto &[model, text] : texts) {
+        for (const auto &now : times) {
+            expect_clock_is_not_asked_<dv_date_from_str, dv_date_from_str_as_of, dv_date_t>(model, text, now);
+            expect_clock_is_not_asked_<dv_timestamp_from_str, dv_timestamp_from_str_as_of, dv_timestamp_t>(
+                model, text, now, 9);
+            expect_clock_is_not_asked_<dv_ts_tz_from_str, dv_ts_tz_from_str_as_of, dv_ts_tz_t>(model, text,
+                                                                                               now, 9, &zone);
+        }
+    }
 }
 
 TEST(Time, TrimsItsFractionFromTheFirstSignificantDigit) {

@@ -276,6 +276,16 @@ enum { DV_DATETIME_TEXT_MAX = 129 };  // bytes of a text that reading looks at
 //         -5114  the fields make no valid date                 and what the elements of the model raise
 // On a raise the record holds the fields read so far.
 DV_EXPORT void dv_date_from_str(dv_date_t *date, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx);
+
+// The same without a look at the clock: as_of stands for the present. The year and the month that the model
+// does not have are its own, and Y, YY, YYY and RR complete the year from its year.
+//
+//   as_of  a valid DATE; may be the record that is read
+//
+// A text, a model and as_of give the same value for ever: what is to be stored in an index is read this way.
+DV_EXPORT void dv_date_from_str_as_of(dv_date_t *date, const char *str, int str_len,
+                                      const dt_fmt_ctx_t *fmt_ctx, const dv_date_t *as_of);
+
 DV_EXPORT void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int str_len, const char *fmt,
                                            int fmt_len);
 

@@ -149,6 +149,11 @@ DV_EXPORT void dv_timestamp_sub_timestamp_into_itv_ytm(dv_itv_ytm_t *dest, const
 // On a raise the record holds the fields read so far.
 DV_EXPORT void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int str_len,
                                      const dt_fmt_ctx_t *fmt_ctx, int fprec);
+
+// The same without a look at the clock: as dv_date_from_str_as_of.
+DV_EXPORT void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str, int str_len,
+                                           const dt_fmt_ctx_t *fmt_ctx, int fprec, const dv_date_t *as_of);
+
 DV_EXPORT void dv_timestamp_from_str_DEPRECATED(dv_timestamp_t *ts, const char *str, int str_len,
                                                 const char *fmt, int fmt_len, int fprec);
 

@@ -97,6 +97,12 @@ DV_EXPORT void dv_ts_tz_sub_ts_tz_into_itv_dts(dv_itv_dts_t *dest, const dv_ts_t
 // record holds the fields read so far.
 DV_EXPORT void dv_ts_tz_from_str(dv_ts_tz_t *ts_tz, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx,
                                  int fprec, const timezone_t *sess_tz);
+
+// The same without a look at the clock: as dv_date_from_str_as_of.
+DV_EXPORT void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int str_len,
+                                       const dt_fmt_ctx_t *fmt_ctx, int fprec, const timezone_t *sess_tz,
+                                       const dv_date_t *as_of);
+
 DV_EXPORT void dv_ts_tz_from_str_DEPRECATED(dv_ts_tz_t *ts_tz, const char *str, int str_len, const char *fmt,
                                             int fmt_len, int fprec, const timezone_t *sess_tz);
 

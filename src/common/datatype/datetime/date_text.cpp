@@ -39,13 +39,17 @@ extern "C" void dv_date_from_str(dv_date_t *date, const char *str, int str_len, 
     if (length < 1) raise(ERR_TEXT_LENGTH);
     const readable_parts_t parts = {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0};
     if (read_iso_text(*fmt_ctx, parts, str, length)) return;
-    load_date_defaults(*date, *fmt_ctx);
-    dt_fmt_parse_ctx_t ctx;
-    begin_reading(ctx, *fmt_ctx, str, length);
-    read_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
-    dt_fmt_check_ddd(&ctx, date);
-    dt_parse_check_input_trailing_space(&ctx);
-    dv_date_is_valid(date);
+    read_local_by_model(*fmt_ctx, parts, str, length, /*as_of=*/NULL, ERR_MODEL_FOR_DATE);
+}
+
+extern "C" void dv_date_from_str_as_of(dv_date_t *date, const char *str, int str_len,
+                                       const dt_fmt_ctx_t *fmt_ctx, const dv_date_t *as_of) {
+    if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_as_of(as_of)) return;
+    const int length = str_len != 0 ? str_len : text_length(str);
+    if (length < 1) raise(ERR_TEXT_LENGTH);
+    const readable_parts_t parts = {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0};
+    if (read_iso_text(*fmt_ctx, parts, str, length)) return;
+    read_local_by_model(*fmt_ctx, parts, str, length, as_of, ERR_MODEL_FOR_DATE);
 }
 
 extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx) {

@@ -77,9 +77,14 @@ void dv::impl::begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model,
     ctx.is_from_str = 1;
 }
 
-void dv::impl::load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model) {
-    if (needs_present_(model)) return dv_date_init(&date);
-    date_set_calendar(date, 1, 1, 1);
+void dv::impl::load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model, const dv_date_t *as_of) {
+    if (as_of != nullptr) {
+        date_set_calendar(date, date_year(*as_of), as_of->month, 1);
+    } else if (needs_present_(model)) {
+        return dv_date_init(&date);
+    } else {
+        date_set_calendar(date, 1, 1, 1);
+    }
     date_set_clock(date, 0, 0, 0);
 }
 
@@ -108,6 +113,18 @@ void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &va
                 break;
         }
     }
+}
+
+void dv::impl::read_local_by_model(const dt_fmt_ctx_t &model, const readable_parts_t &value, const char *str,
+                                   int str_len, const dv_date_t *as_of, const error_at &refused) {
+    load_date_defaults(*value.date, model, as_of);
+    if (value.has_fraction) time_set_nanoseconds(*value.time, 0);
+    dt_fmt_parse_ctx_t ctx;
+    begin_reading(ctx, model, str, str_len);
+    read_by_model(ctx, value, refused);
+    dt_fmt_check_ddd(&ctx, value.date);
+    dt_parse_check_input_trailing_space(&ctx);
+    dv_date_is_valid(value.date);  // the time of day too
 }
 
 conv_status_t dv::impl::write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value,

@@ -31,9 +31,14 @@ inline int text_length(const char *text) { return static_cast<int>(strnlen(text,
 void begin_reading(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, const char *str, int str_len);
 void begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, char *str, int str_len);
 
-// Loads the date into which a model reads: the first of the present month at midnight, without a look at the
-// clock where the model overwrites all that it tells.
-void load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model);
+// Loads the date into which a model reads: the first of the month of as_of at midnight; NULL: of the present
+// month, without a look at the clock where the model overwrites all that it tells. as_of may be the date.
+void load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model, const dv_date_t *as_of);
+
+inline bool is_given_as_of(const dv_date_t *as_of) {
+    DV_ASSERT(as_of != NULL);
+    return as_of != NULL;
+}
 
 // A value in parts. An element of a part that is not there is refused.
 template <typename Date, typename Time, typename Zone>
@@ -51,6 +56,10 @@ using writable_parts_t = datetime_parts_t<const dv_date_t, const dv_time_t, cons
 
 // Runs the readers over the text of a working context. `refused` is raised for elements that the type lacks.
 void read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, const error_at &refused);
+
+// Reads a value that has a date, but no zone, from a whole text.
+void read_local_by_model(const dt_fmt_ctx_t &model, const readable_parts_t &value, const char *str,
+                         int str_len, const dv_date_t *as_of, const error_at &refused);
 
 // Runs the writers over the buffer of a working context, and ends the text with a NUL when a byte is left for
 // it. Stops at the first element that does not fit.

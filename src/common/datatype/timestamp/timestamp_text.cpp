@@ -41,18 +41,22 @@ extern "C" void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int s
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
-    dv_date_t &date = date_part(*ts);
-    dv_time_t &time = time_part(*ts);
-    const readable_parts_t parts = {&date, &time, /*has_fraction=*/true, /*skips_zone=*/false, fprec};
+    const readable_parts_t parts = {&date_part(*ts), &time_part(*ts), /*has_fraction=*/true,
+                                    /*skips_zone=*/false, fprec};
     if (read_iso_text(*fmt_ctx, parts, str, length)) return;
-    load_date_defaults(date, *fmt_ctx);
-    time_set_nanoseconds(time, 0);
-    dt_fmt_parse_ctx_t ctx;
-    begin_reading(ctx, *fmt_ctx, str, length);
-    read_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
-    dt_fmt_check_ddd(&ctx, &date);
-    dt_parse_check_input_trailing_space(&ctx);
-    dv_date_is_valid(&date);  // the time of day too
+    read_local_by_model(*fmt_ctx, parts, str, length, /*as_of=*/NULL, ERR_MODEL_FOR_DATE);
+}
+
+extern "C" void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str, int str_len,
+                                            const dt_fmt_ctx_t *fmt_ctx, int fprec, const dv_date_t *as_of) {
+    if (!is_given(ts) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_as_of(as_of)) return;
+    const int length = str_len != 0 ? str_len : text_length(str);
+    if (length < 1) raise(ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    const readable_parts_t parts = {&date_part(*ts), &time_part(*ts), /*has_fraction=*/true,
+                                    /*skips_zone=*/false, fprec};
+    if (read_iso_text(*fmt_ctx, parts, str, length)) return;
+    read_local_by_model(*fmt_ctx, parts, str, length, as_of, ERR_MODEL_FOR_DATE);
 }
 
 extern "C" conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str, int str_len,

@@ -16,34 +16,50 @@ model_text_t writing_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_T
 
 bool is_null_(const dv_ts_tz_t &ts_tz) { return memcmp(&ts_tz, &null_dv_ts_tz, sizeof ts_tz) == 0; }
 
+// The local time becomes UTC before its day of the year and its validity are looked at.
+void read_(dv_ts_tz_t &ts_tz, const char *str, int length, const dt_fmt_ctx_t &model, int fprec,
+           const timezone_t session, const dv_date_t *as_of, const error_at &refused) {
+    dv_date_t &date = date_part(ts_tz.utc);
+    dv_time_t &time = time_part(ts_tz.utc);
+    load_date_defaults(date, model, as_of);
+    time_set_nanoseconds(time, 0);
+    timezone_init(&ts_tz.tz);
+    dt_fmt_parse_ctx_t ctx;
+    begin_reading(ctx, model, str, length);
+    read_by_model(ctx, {&date, &time, /*has_fraction=*/true, /*skips_zone=*/false, fprec, &ts_tz.tz},
+                  refused);
+    if (tz_zone(ts_tz.tz) == TZ_ID_DEFAULT) ts_tz.tz = session;
+    timezone_normalize(&ts_tz.tz, &date, ctx.tz_abbr);
+    dt_fmt_check_ddd(&ctx, &date);
+    dt_parse_check_input_trailing_space(&ctx);
+    dv_date_is_valid(&date);  // the time of day too
+}
+
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------------------
 // WITH TIME ZONE
 // ---------------------------------------------------------------------------------------------------------
 
-// The local time becomes UTC before its day of the year and its validity are looked at.
 extern "C" void dv_ts_tz_from_str(dv_ts_tz_t *ts_tz, const char *str, int str_len,
                                   const dt_fmt_ctx_t *fmt_ctx, int fprec, const timezone_t *sess_tz) {
     if (!is_given(ts_tz) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_sess_tz(sess_tz)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
-    const timezone_t session = *sess_tz;
-    dv_date_t &date = date_part(ts_tz->utc);
-    dv_time_t &time = time_part(ts_tz->utc);
-    load_date_defaults(date, *fmt_ctx);
-    time_set_nanoseconds(time, 0);
-    timezone_init(&ts_tz->tz);
-    dt_fmt_parse_ctx_t ctx;
-    begin_reading(ctx, *fmt_ctx, str, length);
-    read_by_model(ctx, {&date, &time, /*has_fraction=*/true, /*skips_zone=*/false, fprec, &ts_tz->tz},
-                  ERR_MODEL_FOR_DATE);
-    if (tz_zone(ts_tz->tz) == TZ_ID_DEFAULT) ts_tz->tz = session;
-    timezone_normalize(&ts_tz->tz, &date, ctx.tz_abbr);
-    dt_fmt_check_ddd(&ctx, &date);
-    dt_parse_check_input_trailing_space(&ctx);
-    dv_date_is_valid(&date);  // the time of day too
+    read_(*ts_tz, str, length, *fmt_ctx, fprec, *sess_tz, /*as_of=*/NULL, ERR_MODEL_FOR_DATE);
+}
+
+extern "C" void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int str_len,
+                                        const dt_fmt_ctx_t *fmt_ctx, int fprec, const timezone_t *sess_tz,
+                                        const dv_date_t *as_of) {
+    if (!is_given(ts_tz) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_sess_tz(sess_tz) ||
+        !is_given_as_of(as_of))
+        return;
+    const int length = str_len != 0 ? str_len : text_length(str);
+    if (length < 1) raise(ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    read_(*ts_tz, str, length, *fmt_ctx, fprec, *sess_tz, as_of, ERR_MODEL_FOR_DATE);
 }
 
 extern "C" conv_status_t dv_ts_tz_to_str(const dv_ts_tz_t *ts_tz, char *str, int str_len,
