@@ -32,6 +32,32 @@ TEST(NumberRoundReference, AgreesNearTheDigits) {
     }
 }
 
+// A mode outside 0..6 truncates. It asserts where a digit is decided on: where truncating and rounding up
+// differ.
+TEST(NumberRoundReference, AnUnknownModeIsReportedWhereItIsAsked) {
+    number_source source(23);
+    for (long round = scaled(100'000); round > 0; --round) {
+        const number_t x = source.any(), y = source.pair_for(x);
+        const int pos = top_position(decode(x)) - source.pick(-3, 40);
+        const operation_t &operation =
+            operations[static_cast<size_t>(source.pick(0, 3))];  // add, sub, mul, div
+        const bool rounds = source.pick(0, 1) != 0;
+        const auto in_mode = [&](int mode) {
+            return theirs([&] {
+                return rounds ? twin_round(decode(x), pos, mode) : operation.twin(decode(x), decode(y), mode);
+            });
+        };
+        const outcome_t want = in_mode(NUMBER_RMODE_TRUNC);
+        const rounding_mode unknown(7);
+        const assertion_watch watch;
+        const outcome_t got = ours(
+            x, [&](number_t *r) { rounds ? number_round_at_withmode(r, pos, 7) : operation.library(r, &y); });
+        ASSERT_EQ(got, want) << describe(x) << (rounds ? "round" : operation.name) << describe(y) << pos;
+        ASSERT_EQ(watch.count(), in_mode(NUMBER_RMODE_UP) == want ? 0U : 1U)
+            << describe(x) << (rounds ? "round" : operation.name) << describe(y) << pos;
+    }
+}
+
 TEST(NumberPrecisionReference, ForceAndCheckAgreeForAnyArguments) {
     constexpr int limits[] = {NUMBER_NOT_GIVEN, INT_MIN, -200, -127, -126, 0, 1, 37, 38, 39, 127, INT_MAX};
     number_source source(22);

@@ -135,11 +135,6 @@ TEST(NumberModel, KeepsItsBounds) {
     EXPECT_EQ(raise_of([&] { number_get_length(nines.c_str(), 256); }), -3005);
     EXPECT_EQ(number_get_length("fM9Fm9", 6) + number_get_length("9", -1) + number_get_length(nullptr, 9), 5);
     EXPECT_EQ(raise_of([&] { number_format_check("TMx", 2); }), 0);
-    const assertion_watch watch;
-    number_to_str_fmt(_number_one, 9, nullptr, 1, "9");
-    number_from_str_fmt(nullptr, 1, "1", 1, "9");
-    number_fmt_parse(nullptr, nullptr);
-    EXPECT_EQ(watch.count(), 3U);
 }
 
 TEST(RomanNumerals, FollowTheSubtractiveRule) {

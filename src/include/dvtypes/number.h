@@ -18,6 +18,7 @@
 //   - takes valid records (number_is_valid_ptr) that are not NULL values (size 0), and asserts the former;
 //     each record is 23 bytes of storage. Bytes past `size` mean nothing: they never change a result, and a
 //     function may overwrite them;
+//   - asserts, does nothing else and returns 0 when a pointer is NULL;
 //   - works in place on its first argument; the two arguments may be the same record;
 //   - writes canonical records, allocates nothing, takes no lock, and may be called from any thread on
 //     records that no other thread is writing. Only the rounding mode is shared: see number_set_roundmode;
@@ -128,7 +129,7 @@ static inline int number_cmp_rest(const number_t *x, const number_t *y) {
 
 // Compares two values: negative, 0 or positive as x is below, equal to or above y. Bytewise over signexp and
 // coef; orders the constants for infinities and tiny values as their comments say, and a NULL value below all
-// others. Reads inside the 23 bytes of each record only.
+// others. Reads inside the 23 bytes of each record only; neither pointer is NULL.
 static inline int number_cmp(const number_t *x, const number_t *y) {
     const uint64_t xw = dv_load_word(&x->signexp);
     const uint64_t yw = dv_load_word(&y->signexp);
@@ -159,7 +160,8 @@ DV_EXPORT void number_println(const number_t *x);
 DV_EXPORT void number_println_from_str(const char *dump);
 
 // Interchange byte format: the same size and signexp; positive digits are d + 1, negative ones 101 - d, the
-// terminator is 102. y holds 23 bytes. Bytes that are no digits are asserted and mapped all the same.
+// terminator is 102. y holds 23 bytes. Bytes that are no digits are asserted and mapped all the same. Of a
+// NULL value size and signexp are copied.
 //
 // The two directions are not inverse for negative values, as in every release of the format's users: the
 // writer's length byte counts the terminator; the reader expects one that does not count it, requires the 102
@@ -184,7 +186,7 @@ typedef enum number_rmode_e {
 
 // The mode in which arithmetic results are cut to 38 digits: one for the whole process, NUMBER_RMODE_HALF_UP
 // at first. Setting it is not checked and affects every thread; a mode outside 0..6 rounds as TRUNC and fails
-// the assertion "false" each time it is used.
+// the assertion "false" each time it decides on a digit; an exact result asks no mode.
 extern DV_EXPORT_DATA int _number_roundmode;
 DV_EXPORT void number_set_roundmode(int rmode);
 DV_EXPORT int number_get_roundmode(void);

@@ -150,13 +150,13 @@ void combine_(number_t &x, const operand_t &leading, const operand_t &other, int
 extern "C" void number_add(number_t *x, const number_t *y) {
     // A record that is short is a valid one.
     if (x != nullptr && y != nullptr && add_short_</*is_add=*/true>(*x, *y)) return;
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     add_long_(*x, *y, /*flip=*/0);
 }
 
 extern "C" void number_sub(number_t *x, const number_t *y) {
     if (x != nullptr && y != nullptr && add_short_</*is_add=*/false>(*x, *y)) return;
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     add_long_(*x, *y, /*flip=*/~uint64_t{0});
 }
 
@@ -165,11 +165,11 @@ extern "C" void number_add_with_mode(number_t *x, const number_t *y, uchar is_ad
 }
 
 extern "C" void number_negate(number_t *x) {
-    DV_ASSERT(number_is_valid_ptr(x));
+    if (!DV_ASSERT(number_is_valid_ptr(x)) && !given(x)) return;
     mirror_digits(*x);
 }
 
 extern "C" void number_abs(number_t *x) {
-    DV_ASSERT(number_is_valid_ptr(x));
+    if (!DV_ASSERT(number_is_valid_ptr(x)) && !given(x)) return;
     if (number_is_negative(*x)) mirror_digits(*x);
 }

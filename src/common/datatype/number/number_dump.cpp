@@ -67,12 +67,14 @@ extern "C" void number_dumpln_from_int(int v) {
 }
 
 extern "C" void number_println(const number_t *x) {
+    if (!DV_ASSERT(number_is_nonnull_ptr(x))) return;
     char text[_value_text_size];
     number_to_str(x, sizeof text, text, nullptr);
     printf("[%s]\n", text);
 }
 
 extern "C" void number_println_from_str(const char *dump) {
+    if (!DV_ASSERT(number_is_nonnull_ptr(dump))) return;
     number_t x{};
     auto *bytes = reinterpret_cast<uint8_t *>(&x);
     for (size_t i = 0; i < sizeof x; ++i) {

@@ -73,7 +73,7 @@ decimal_float_t printed_digits_(binary_float_t value, int digits) {
 
 template <typename Float>  // double or long double
 void from_floating_(number_t *x, Float v, const reading_t &reading) {
-    DV_ASSERT(number_is_nonnull_ptr(x));
+    if (!DV_ASSERT(number_is_nonnull_ptr(x))) return;
     if (v == 0) return store_zero(*x);
     if (!std::isfinite(v)) raise_as_text_(ERR_NUMBER_TEXT);
     decimal_float_t decimal = printed_digits_(take_apart_(std::fabs(v)), reading.printed_digits);
@@ -179,18 +179,18 @@ void number_from_double(number_t *x, double v) {
 void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, _long_double_reading); }
 
 void number_to_float(const number_t *x, float *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
     if (!number_is_zero(*x) && exceeds_float_(*x)) raise(ERR_NUMBER_TARGET_RANGE);
     *y = static_cast<float>(to_long_double_(*x));
 }
 
 void number_to_double(const number_t *x, double *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
     *y = static_cast<double>(to_long_double_(*x));
 }
 
 void number_to_long_double(const number_t *x, long double *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
     *y = to_long_double_(*x);
 }
 

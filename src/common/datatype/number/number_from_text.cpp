@@ -163,13 +163,13 @@ size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_
 }  // namespace
 
 extern "C" void number_from_str(number_t *x, int len, const char *str, const char *format) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     (void)format;
     read_(*x, str, length_of_(str, len), __func__);
 }
 
 extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const char *format) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     const size_t length = length_of_(str, len);
     if (read_short_plain_text(*x, str, length) || read_long_plain_text(*x, str, length)) return;
     text_cursor_t cursor = {str, str + length};

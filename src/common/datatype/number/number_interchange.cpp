@@ -26,11 +26,11 @@ uint8_t shifted_(int byte) { return static_cast<uint8_t>(byte); }
 
 // The assertions' texts are a contract; they name bytes as byte i of the record, so x->coef[i - 2].
 extern "C" void number_to_oracle_format(const number_t *x, uint8_t *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
     const int size = std::min<int>(x->size, NUMBER_SIZE_MAX);
     y[0] = x->size;
-    if (size == 0) return;
     y[1] = x->signexp;
+    if (size == 0) return;
     if (!number_is_negative(*x)) {
         for (int i = 2; i <= size; ++i) {
             DV_ASSERT(x->coef[i - 2] >= 128 && x->coef[i - 2] <= 227);
@@ -49,10 +49,10 @@ extern "C" void number_to_oracle_format(const number_t *x, uint8_t *y) {
 }
 
 extern "C" void number_from_oracle_format(number_t *x, const uint8_t *y) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(y));
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(y))) return;
     x->size = y[0];
-    if (y[0] == 0) return;
     x->signexp = y[1];
+    if (y[0] == 0) return;
     if (!number_is_negative(*x)) {
         const int size = std::min<int>(y[0], NUMBER_SIZE_MAX);
         for (int i = 2; i <= size; ++i) {

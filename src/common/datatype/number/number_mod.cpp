@@ -66,13 +66,13 @@ bool subtract_multiple_in_limb_(number_t &x, const number_t &y, int rmode) {
 }  // namespace
 
 extern "C" void number_mod(number_t *x, const number_t *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     if (number_is_zero(*y) || subtract_multiple_in_limb_(*x, *y, NUMBER_RMODE_TRUNC)) return;
     subtract_multiple_(*x, *y, NUMBER_RMODE_TRUNC);
 }
 
 extern "C" void number_rem(number_t *x, const number_t *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     if (number_is_zero(*y)) raise(ERR_NUMBER_DIVISION_BY_ZERO);
     if (subtract_multiple_in_limb_(*x, *y, current_rmode())) return;
     subtract_multiple_(*x, *y, current_rmode());

@@ -201,7 +201,7 @@ void multiply_by_roots_(number_t &result, number_t root, const uint32_t (&fracti
 }  // namespace
 
 extern "C" void number_pow(number_t *x, const number_t *y) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     if (is_one_(*y)) return;
     const bool has_negative_power = !number_is_zero(*y) && number_is_negative(*y);
     if (number_is_zero(*x)) {
@@ -226,7 +226,7 @@ extern "C" void number_pow(number_t *x, const number_t *y) {
 }
 
 extern "C" void number_exp(number_t *x) {
-    DV_ASSERT(number_is_valid_ptr(x));
+    if (!DV_ASSERT(number_is_valid_ptr(x)) && !given(x)) return;
     number_t result;
     number_copy(result, *_number_e);
     number_pow(&result, x);

@@ -22,7 +22,7 @@ void report_unknown_rmode();
 // Raises -5068 in the name of number_round_at_withmode.
 [[noreturn]] void raise_rounding_overflow();
 
-// Does the magnitude of the kept part grow by one unit?
+// Does the magnitude of the kept part grow by one unit? Where nothing is dropped no mode is asked.
 inline bool rounds_away(int rmode, bool negative, const cut_digits_t &cut) {
     const bool inexact = cut.first_dropped != 0 || cut.rest;
     switch (rmode) {
@@ -41,7 +41,7 @@ inline bool rounds_away(int rmode, bool negative, const cut_digits_t &cut) {
         case NUMBER_RMODE_FLOOR:
             return inexact && negative;
         default:
-            report_unknown_rmode();
+            if (inexact) report_unknown_rmode();
             return false;
     }
 }

@@ -178,7 +178,7 @@ form_t form_of_(const char *format) {
 
 // Writes any value. Raises in the name of number_to_str.
 [[gnu::noinline]] void write_any_(const number_t *x, int buf_size, char *str, const char *format) {
-    DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(str));
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(str)) && !given(x, str)) return;
     const form_t form = form_of_(format);
     if (form == form_t::unknown) fail_(ERR_NUMBER_FORMAT);
     if (number_is_zero(*x)) {

@@ -64,6 +64,6 @@ void dv::impl::number_copy(number_t &x, const number_t &y) {
 }
 
 extern "C" void number_assign(number_t *x, const number_t *y) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_valid_ptr(y));
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     number_copy(*x, *y);
 }

@@ -145,8 +145,7 @@ void read_decimal_(number_t &x, std::string_view text, const number_parse_result
 }  // namespace
 
 extern "C" void number_from_str_fmt(number_t *x, int str_len, const char *str, int fmt_len, const char *fmt) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
-    if (x == nullptr || str == nullptr) return;
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     const std::string_view text(str, static_cast<size_t>(std::max(str_len, 0)));
     const std::string_view model = model_of(fmt, fmt_len);
     if (read_under_plain_model(*x, text, model)) return;

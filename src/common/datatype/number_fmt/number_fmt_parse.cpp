@@ -220,7 +220,6 @@ int dv::impl::compile_model(std::string_view model, number_parse_result_t &pr) {
 }
 
 extern "C" void number_fmt_parse(const char *fmt, number_parse_result_t *pr) {
-    DV_ASSERT(fmt != NULL && pr != NULL);
-    if (fmt == nullptr || pr == nullptr) return;
+    if (!DV_ASSERT(fmt != NULL && pr != NULL)) return;
     compile_model({fmt, strnlen(fmt, NUMBER_FMT_MAX + 1)}, *pr);
 }

@@ -204,8 +204,7 @@ void drop_fill_(char *str) {
 }  // namespace
 
 extern "C" void number_to_str_fmt(const number_t *x, int buf_size, char *str, int fmt_len, const char *fmt) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
-    if (x == nullptr || str == nullptr) return;
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     const std::string_view text = model_of(fmt, fmt_len);
     switch (whole_model(text)) {
         case whole_model_e::TM:

@@ -39,8 +39,7 @@ int32_t to_roman_range_(const number_t &x) {
 }  // namespace
 
 extern "C" void _number_to_str_fmt_rn(const number_t *x, int buf_size, char *str, int in_upper) {
-    DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str));
-    if (x == nullptr || str == nullptr) return;
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     if (buf_size < NUMBER_ROMAN_TEXT_SIZE) raise(ERR_TEXT_BUFFER_SIZE);
     const int32_t value = to_roman_range_(*x);
     char text[_width];
