@@ -59,6 +59,18 @@ class ordered_record {
     Record record_{};
 };
 
+namespace detail {
+
+// A text as the C functions take it: no NULL, and no length of 0, which would stand for "up to the NUL".
+struct text_argument {
+    explicit text_argument(std::string_view text) noexcept
+        : data(text.empty() ? "" : text.data()), length(text.empty() ? -1 : static_cast<int>(text.size())) {}
+    const char *data;
+    int length;
+};
+
+}  // namespace detail
+
 // ---------------------------------------------------------------------------------------------------------
 // Intervals
 // ---------------------------------------------------------------------------------------------------------
@@ -72,10 +84,9 @@ class interval_ym : public ordered_record<dv_itv_ytm_t> {
     explicit interval_ym(const dv_itv_ytm_t &record) noexcept : ordered_record(record) {}
     // Leading precision 9.
     explicit interval_ym(std::string_view text) {
-        guarded([&] {
-            dv_itv_ytm_from_str(&record_, text.data(), text.empty() ? -1 : static_cast<int>(text.size()),
-                                DV_ITV_YEAR_TO_MONTH, 9);
-        });
+        const detail::text_argument argument(text);
+        guarded(
+            [&] { dv_itv_ytm_from_str(&record_, argument.data, argument.length, DV_ITV_YEAR_TO_MONTH, 9); });
     }
 
     int years() const noexcept { return dv_itv_ytm_get_field(&record_, DT_FMT_UNIT_YEAR); }
@@ -117,9 +128,9 @@ class interval_ds : public ordered_record<dv_itv_dts_t> {
     explicit interval_ds(const dv_itv_dts_t &record) noexcept : ordered_record(record) { normalize(); }
     // Leading precision 9.
     explicit interval_ds(std::string_view text) {
+        const detail::text_argument argument(text);
         guarded([&] {
-            dv_itv_dts_from_str(&record_, text.data(), text.empty() ? -1 : static_cast<int>(text.size()),
-                                DV_ITV_DAY_TO_SECOND, 9, 9);
+            dv_itv_dts_from_str(&record_, argument.data, argument.length, DV_ITV_DAY_TO_SECOND, 9, 9);
         });
     }
 
@@ -370,14 +381,6 @@ class timestamp_tz : public datetime<timestamp_tz, dv_ts_tz_t, sizeof(dv_timesta
 // ---------------------------------------------------------------------------------------------------------
 
 namespace detail {
-
-// A text as the C functions take it: no NULL, and no length of 0, which would stand for "up to the NUL".
-struct text_argument {
-    explicit text_argument(std::string_view text) noexcept
-        : data(text.empty() ? "" : text.data()), length(text.empty() ? -1 : static_cast<int>(text.size())) {}
-    const char *data;
-    int length;
-};
 
 // A compiled model.
 class model {

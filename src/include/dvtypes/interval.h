@@ -10,9 +10,9 @@
 //   0 days 0 s 0 ns     40 00 00 00 40 00 00 00 40 00 00 00
 //
 // Functions work in place on their first argument, allocate nothing, and may be called from any thread on
-// records that no other thread is writing. A NULL record is reported by an assertion ("itv != NULL", "ytm !=
-// NULL", "dts != NULL", ...); the call then returns (0 where it returns a value). Any bytes are a record:
-// results that do not fit a field wrap around at 32 bits, and months at 8.
+// records that no other thread is writing. A NULL pointer is reported by an assertion ("itv != NULL", "ytm !=
+// NULL", "dts != NULL", "str != NULL", ...); the call then returns (0 where it returns a value). Any bytes
+// are a record: results that do not fit a field wrap around at 32 bits, and months at 8.
 
 #ifndef DVTYPES_INTERVAL_H
 #define DVTYPES_INTERVAL_H
@@ -146,7 +146,7 @@ DV_EXPORT conv_status_t dv_itv_ytm_to_str(const dv_itv_ytm_t *itv, char *str, in
 // Reads text under a qualifier: blanks, an optional sign, the fields with their separators, blanks. Blanks
 // may stand before each field and separator. A field has 1 to 9 digits.
 //
-//   str, str_len  the text; 0 means up to its NUL; below 0, and with str NULL, it counts as empty
+//   str, str_len  the text; 0 means up to its NUL; below 0 it counts as empty
 //   type          DV_ITV_YEAR_TO_MONTH ("1-6"), DV_ITV_YEAR or DV_ITV_MONTH ("25" is 2 years 1 month)
 //   prec          leading precision, as in dv_itv_ytm_check_leading_prec
 //
@@ -235,7 +235,7 @@ DV_EXPORT conv_status_t dv_itv_dts_to_str(const dv_itv_dts_t *itv, char *str, in
 // may stand before each field and separator. A field has 1 to 9 digits; the fraction and its point may be
 // left out. Leading hours, minutes and seconds carry into the days: "24:00" under HOUR TO MINUTE is one day.
 //
-//   str, str_len  the text; 0 means up to its NUL; below 0, and with str NULL, it counts as empty
+//   str, str_len  the text; 0 means up to its NUL; below 0 it counts as empty
 //   type          DV_ITV_DAY .. DV_ITV_SECOND
 //   prec          leading precision of the days, as in dv_itv_dts_check_leading_prec
 //   fprec         0..9: the fraction is rounded to so many digits, half away from zero; outside counts as the

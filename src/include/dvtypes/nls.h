@@ -108,7 +108,7 @@ static inline int dv_nls_date_lang_is_valid(dv_nls_date_lang_t lang) {
 }
 
 // Bare values. str is NUL ended and taken as it is, blanks included. True when it is one of the names, with
-// *val set; else false, with *val as it was. Assert "str != NULL" and then answer false.
+// *val set; else false, with *val as it was. Assert "str != NULL", "val != NULL" and then answer false.
 //
 // date_lang: the names of nls_date_lang_name_tab_. date_cal: GREGORIAN. comp: BINARY, LINGUISTIC.
 DV_EXPORT bool dv_nls_date_lang_parse(const char *str, dv_nls_date_lang_t *val);
@@ -117,8 +117,8 @@ DV_EXPORT bool dv_nls_comp_parse(const char *str, dv_nls_comp_t *val);
 
 // A sort: [X] BINARY | EBCDIC | GERMAN | FRENCH | DUTCH, then nothing, _CI (ignores case) or _AI (ignores
 // case and accents). X is the first character and goes with the three languages only. White space around the
-// name and around the suffix is skipped. At most 256 bytes behind the X. False when it is none, or NULL; *ctx
-// may then be partly written.
+// name and around the suffix is skipped. At most 256 bytes behind the X. False when it is none; *ctx may then
+// be partly written. Asserts "str != NULL", "ctx != NULL" and then answers false.
 DV_EXPORT bool dv_nls_sort_parse(const char *str, dv_nls_sort_ctx_t *ctx);
 
 // One setting, NAME = VALUE, with white space around both pieces skipped (as the C locale defines it; a
@@ -128,12 +128,13 @@ DV_EXPORT bool dv_nls_sort_parse(const char *str, dv_nls_sort_ctx_t *ctx);
 //   NLS_CALENDAR       *param = DV_NLS_PARAM_DATE_CAL, val points to a dv_nls_date_cal_t
 //   NLS_SORT           *param = DV_NLS_PARAM_SORT, val points to a dv_nls_sort_ctx_t
 //
-//   str  NUL ended, at most 256 bytes; NULL is an empty text
+//   str  NUL ended, at most 256 bytes
 //   val  storage for the largest of the three, since the name decides
 //
 // Raises  -11035  more than one "=", a text of 257 bytes or more, an unknown name, a value that the setting
 //                 does not have (none at all without "="). *param is set before the value is read, and so
 //                 also when the value is refused.
+// Asserts "str != NULL", "val != NULL", "param != NULL" and then does nothing.
 DV_EXPORT void dv_nls_parse(const char *str, dv_nls_param_t *param, void *val);
 
 // ---------------------------------------------------------------------------------------------------------
@@ -177,7 +178,7 @@ extern DV_EXPORT_DATA const char *const nls_date_lang_abb_day_fmt_tab_[DV_NLS_DA
 //
 // Assert "idx >= 0", the upper bound ("idx < 12", "idx < 7" or "idx < 4") and "dv_nls_date_lang_is_valid
 // (lang)", then give an empty name for what is out of range, as for a case or character set that does not
-// exist.
+// exist. Without a context they assert "parse_ctx != NULL" or "parse_ctx->fmt_ctx != NULL" and give NULL.
 typedef struct dt_fmt_parse_ctx_s dt_fmt_parse_ctx_t;  // dvtypes/datetime_fmt.h
 DV_EXPORT char *nls_date_lang_get_std_month(dt_fmt_parse_ctx_t *parse_ctx, int idx, int kase);
 DV_EXPORT char *nls_date_lang_get_abb_month(dt_fmt_parse_ctx_t *parse_ctx, int idx, int kase);

@@ -16,12 +16,11 @@
 #include <array>
 #include <cstdint>
 
+#include "../time_units.h"
 #include "dvtypes/datetime.h"
 
 namespace dv::impl {
 
-inline constexpr int MONTHS_PER_YEAR = 12;
-inline constexpr int DAYS_PER_WEEK = 7;
 inline constexpr int GREGORIAN_YEAR = 1582;  // the year of the reform, in its October, from day 15
 inline constexpr int GREGORIAN_MONTH = 10;
 inline constexpr int GREGORIAN_DAY = 15;

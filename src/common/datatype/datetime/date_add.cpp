@@ -11,14 +11,8 @@ using namespace dv::impl;
 
 namespace {
 
-bool is_given_(const dv_itv_ytm_t *ytm) {
-    DV_ASSERT(ytm != NULL);
-    return ytm != NULL;
-}
-bool is_given_(const dv_itv_dts_t *dts) {
-    DV_ASSERT(dts != NULL);
-    return dts != NULL;
-}
+bool is_given_(const dv_itv_ytm_t *ytm) { return DV_ASSERT(ytm != NULL); }
+bool is_given_(const dv_itv_dts_t *dts) { return DV_ASSERT(dts != NULL); }
 
 constexpr int64_t floor_div_(int64_t x, int64_t divisor) { return x / divisor - (x % divisor < 0 ? 1 : 0); }
 
@@ -99,7 +93,8 @@ inline bool add_few_days_(dv_date_t &date, double days) {
 
 constexpr int _shortest_month = 28;
 
-// n may be the negated total of an interval, which needs more than 32 bits.
+// n may be the negated total of an interval, which needs more than 32 bits. Raises in the name of
+// dv_date_add_month.
 void add_months_(dv_date_t &date, int64_t n, bool is_strict) {
     if (n == 0) return;
     const calendar_day_t old = date_calendar_day(date);
@@ -113,7 +108,9 @@ void add_months_(dv_date_t &date, int64_t n, bool is_strict) {
     const bool was_last_day = old.day == month_length(old.year, old.month);
     const int last_day = month_length(year, month);
     if (!was_last_day && old.day <= last_day) return;
-    if (is_strict && old.day > last_day) raise(ERR_MONTH_LACKS_DAY);
+    if (is_strict && old.day > last_day) {
+        raise(error_at(ERR_MONTH_LACKS_DAY, __FILE__, __LINE__, "dv_date_add_month"));
+    }
     date.day = static_cast<uint8_t>(last_day);
 }
 

@@ -35,9 +35,7 @@ double part_of_month_(const dv_date_t &date) {
 }
 
 bool are_given_(const dv_date_t *date1, const dv_date_t *date2) {
-    DV_ASSERT(date1 != NULL);
-    DV_ASSERT(date2 != NULL);
-    return date1 != NULL && date2 != NULL;
+    return DV_ASSERT(date1 != NULL) && DV_ASSERT(date2 != NULL);
 }
 
 }  // namespace
@@ -59,8 +57,7 @@ double dv_date_months_between(const dv_date_t *date1, const dv_date_t *date2) {
 }
 
 void dv_date_get_last_date(const dv_date_t *date, dv_date_t *result) {
-    DV_ASSERT(result != NULL);
-    if (!is_given(date) || result == NULL) return;
+    if (!is_given(date) || !DV_ASSERT(result != NULL)) return;
     dv_date_assign(result, date);
     dv_date_set_field(result, DT_FMT_UNIT_DAY, date_month_length(*result), /*check_valid_input=*/1,
                       /*check_valid_result=*/1);

@@ -43,9 +43,7 @@ void dv_date_current(dv_date_t *date) {
 }
 
 void dv_date_assign(dv_date_t *dst, const dv_date_t *src) {
-    DV_ASSERT(dst != NULL);
-    DV_ASSERT(src != NULL);
-    if (dst == NULL || src == NULL) return;
+    if (!DV_ASSERT(dst != NULL) || !DV_ASSERT(src != NULL)) return;
     memmove(dst, src, sizeof *dst);
 }
 

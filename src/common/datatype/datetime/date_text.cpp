@@ -68,14 +68,14 @@ extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, co
 
 extern "C" void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int str_len, const char *fmt,
                                             int fmt_len) {
-    if (!is_given_fmt(fmt)) return;
+    if (!is_given(date) || !is_given_str(str) || !is_given_fmt(fmt)) return;
     with_model(reading_(fmt, fmt_len),
                [=](const dt_fmt_ctx_t &model) { dv_date_from_str(date, str, str_len, &model); });
 }
 
 extern "C" long dv_date_to_str_DEPRECATED(const dv_date_t *date, char *str, int str_len, const char *fmt,
                                           int fmt_len) {
-    if (!is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
+    if (!is_given(date) || !is_given_str(str) || !is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
     long status = CONV_STATUS_WHOLE;
     with_model(writing_(fmt, fmt_len), [=, &status](const dt_fmt_ctx_t &model) {
         status = dv_date_to_str(date, str, str_len, &model);
@@ -84,12 +84,14 @@ extern "C" long dv_date_to_str_DEPRECATED(const dv_date_t *date, char *str, int 
 }
 
 extern "C" void dv_date_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt) {
+    if (!DV_ASSERT(buf != NULL) || !DV_ASSERT(fmt != NULL)) return;
     dv_date_t now;
     dv_date_current(&now);
     dv_date_to_str(&now, buf, buf_len, fmt);
 }
 
 extern "C" void dv_date_current_str_DEPRECATED(char *buf, int buf_len, const char *fmt, int fmt_len) {
+    if (!DV_ASSERT(buf != NULL) || !DV_ASSERT(fmt != NULL)) return;
     dv_date_t now;
     dv_date_current(&now);
     dv_date_to_str_DEPRECATED(&now, buf, buf_len, fmt, fmt_len);

@@ -15,35 +15,13 @@
 
 namespace dv::impl {
 
-inline constexpr int HOURS_PER_DAY = 24;
-inline constexpr int MINUTES_PER_HOUR = 60;
-inline constexpr int SEC_PER_MINUTE = 60;
-inline constexpr int SEC_PER_HOUR = SEC_PER_MINUTE * MINUTES_PER_HOUR;
-inline constexpr int SEC_PER_DAY = SEC_PER_HOUR * HOURS_PER_DAY;
-inline constexpr int NSEC_PER_SEC = 1'000'000'000;
-
 // ---- arguments: false, after the assertion, for NULL ----
 
-inline bool is_given(const dv_date_t *date) {
-    DV_ASSERT(date != NULL);
-    return date != NULL;
-}
-inline bool is_given(const dv_time_t *time) {
-    DV_ASSERT(time != NULL);
-    return time != NULL;
-}
-inline bool is_given(const dv_timestamp_t *ts) {
-    DV_ASSERT(ts != NULL);
-    return ts != NULL;
-}
-inline bool is_given(const dv_ts_tz_t *ts_tz) {
-    DV_ASSERT(ts_tz != NULL);
-    return ts_tz != NULL;
-}
-inline bool is_given(const dv_ts_ltz_t *ts_ltz) {
-    DV_ASSERT(ts_ltz != NULL);
-    return ts_ltz != NULL;
-}
+inline bool is_given(const dv_date_t *date) { return DV_ASSERT(date != NULL); }
+inline bool is_given(const dv_time_t *time) { return DV_ASSERT(time != NULL); }
+inline bool is_given(const dv_timestamp_t *ts) { return DV_ASSERT(ts != NULL); }
+inline bool is_given(const dv_ts_tz_t *ts_tz) { return DV_ASSERT(ts_tz != NULL); }
+inline bool is_given(const dv_ts_ltz_t *ts_ltz) { return DV_ASSERT(ts_ltz != NULL); }
 
 // ---- checks ----
 
@@ -127,6 +105,10 @@ inline void date_set_day_number(dv_date_t &date, uint32_t number) {  // is_day_n
 
 // Adds whole days. Raises -5114 as dv_date_add_day, the date unchanged.
 void date_add_days(dv_date_t &date, int64_t days);
+
+// Cuts a fraction to fprec digits (trimmed_fraction). Raises `negative` for one of 2^31 and above, which is
+// no int.
+void time_trim_fraction(dv_time_t &time, int fprec, const error_at &negative);
 
 // Seconds since midnight.
 constexpr int date_second_of_day(const dv_date_t &date) {

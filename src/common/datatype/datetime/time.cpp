@@ -10,26 +10,18 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr int _fraction_digits = 9;
-
 void copy_time_part_(dv_time_t &time, const dv_timestamp_t &ts) {
     memmove(&time, &time_part(ts), sizeof time);
 }
 
-int decimal_digits_(uint32_t value) {
-    int digits = 0;
-    for (; value != 0; value /= 10) ++digits;
-    return digits;
-}
-
-// value, which has so many digits, with all behind the first `kept` made 0.
-uint32_t keep_digits_(uint32_t value, int digits, int kept) {
-    uint32_t unit = 1;
-    for (int i = kept; i < digits; ++i) unit *= 10;
-    return value - value % unit;
-}
-
 }  // namespace
+
+void dv::impl::time_trim_fraction(dv_time_t &time, int fprec, const error_at &negative) {
+    const auto fraction = static_cast<int32_t>(time_nanoseconds(time));
+    const unit_range_t &range = range_of(DT_FMT_UNIT_FSEC);
+    if (fraction < 0) raise(negative, range.word, fraction, range.shown_lowest, range.highest);
+    time_set_nanoseconds(time, static_cast<uint32_t>(trimmed_fraction(fraction, fprec)));
+}
 
 extern "C" {
 
@@ -140,12 +132,8 @@ double dv_time_to_double(const dv_time_t *time) {
 
 void dv_time_trim_fsec(dv_time_t *time, int fprec) {
     if (!is_given(time)) return;
-    if (fprec < 0 || fprec > _fraction_digits) raise(ERR_FRACTION_PRECISION);
-    const uint32_t fraction = time_nanoseconds(*time);
-    if (fraction > INT32_MAX) dv_dt_check_validity_of_unit(DT_FMT_UNIT_FSEC, static_cast<int>(fraction));
-    const int digits = decimal_digits_(fraction);
-    if (digits > _fraction_digits || digits <= fprec) return;
-    time_set_nanoseconds(*time, keep_digits_(fraction, digits, fprec));
+    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    time_trim_fraction(*time, fprec, ERR_FIELD_RANGE);
 }
 
 }  // extern "C"

@@ -42,14 +42,14 @@ extern "C" conv_status_t dv_time_to_str(const dv_time_t *time, char *str, int st
 
 extern "C" void dv_time_from_str_DEPRECATED(dv_time_t *time, const char *str, int str_len, const char *fmt,
                                             int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return;
+    if (!is_given(time) || !is_given_str(str) || !is_given_fmt(fmt)) return;
     with_model(reading_(fmt, fmt_len),
                [=](const dt_fmt_ctx_t &model) { dv_time_from_str(time, str, str_len, &model, fprec); });
 }
 
 extern "C" conv_status_t dv_time_to_str_DEPRECATED(const dv_time_t *time, char *str, int str_len,
                                                    const char *fmt, int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
+    if (!is_given(time) || !is_given_str(str) || !is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
     conv_status_t status = CONV_STATUS_WHOLE;
     with_model(writing_(fmt, fmt_len), [=, &status](const dt_fmt_ctx_t &model) {
         status = dv_time_to_str(time, str, str_len, &model, fprec);

@@ -60,10 +60,11 @@ bool is_name_(const typed_name_t &typed, const nls_date_lang_val_t &stored, dvst
 int find_in_case_(std::string_view name, const name_case_t &in, dv_nls_date_lang_t lang,
                   dvstr_charset_t charset) {
     const typed_name_t typed = in_case_(name, in.typed, charset);
-    const int list = lang * NLS_DATE_LANG_CASES + in.stored;
+    const auto *const full = nls_cases(std_day_tab_, lang)[in.stored];
+    const auto *const abbreviated = nls_cases(abb_day_tab_, lang)[in.stored];
     for (int day = 0; day < _days; ++day) {
-        if (is_name_(typed, std_day_tab_[list][day], charset)) return day;
-        if (is_name_(typed, abb_day_tab_[list][day], charset)) return day;
+        if (is_name_(typed, full[day], charset)) return day;
+        if (is_name_(typed, abbreviated[day], charset)) return day;
     }
     return _no_day;
 }

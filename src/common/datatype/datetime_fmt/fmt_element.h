@@ -30,8 +30,6 @@ inline int fraction_precision(const dt_fmt_token_info_t &element, int fprec) {
     return element.fprec != 0 ? element.fprec : fprec;
 }
 
-inline constexpr int FRACTION_DIGITS = 9;
-
 }  // namespace dv::impl
 
 #endif  // DV_FMT_ELEMENT_H

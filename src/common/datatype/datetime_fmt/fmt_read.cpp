@@ -66,12 +66,9 @@ bool may_begin_(const nls_date_lang_val_t &name, char first) {
 // The lists of the context's language by letter case; nullptr, after the assertion, when there is none.
 const nls_date_lang_val_t *const *cases_of_(const dt_fmt_parse_ctx_t &ctx,
                                             const nls_date_lang_val_t *const *lists) {
-    const int32_t lang = ctx.fmt_ctx->nls_date_ctx.lang;
-    if (!dv_nls_date_lang_is_valid(lang)) {
-        assert_failed("dv_nls_date_lang_is_valid (lang)");
-        return nullptr;
-    }
-    return lists + (lists == rm_month_tab_ ? 0 : lang * NLS_DATE_LANG_CASES);
+    const auto *const cases = nls_cases(lists, ctx.fmt_ctx->nls_date_ctx.lang);
+    if (cases == nullptr) assert_failed("dv_nls_date_lang_is_valid (lang)");
+    return cases;
 }
 
 int match_in_cases_(std::string_view text, const nls_date_lang_val_t *const *cases, int idx,

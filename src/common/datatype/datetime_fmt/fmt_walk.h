@@ -10,18 +10,9 @@
 
 namespace dv::impl {
 
-inline bool is_given(const dt_fmt_ctx_t *fmt_ctx) {
-    DV_ASSERT(fmt_ctx != NULL);
-    return fmt_ctx != NULL;
-}
-inline bool is_given_str(const char *str) {
-    DV_ASSERT(str != NULL);
-    return str != NULL;
-}
-inline bool is_given_fmt(const char *fmt) {
-    DV_ASSERT(fmt != NULL);
-    return fmt != NULL;
-}
+inline bool is_given(const dt_fmt_ctx_t *fmt_ctx) { return DV_ASSERT(fmt_ctx != NULL); }
+inline bool is_given_str(const char *str) { return DV_ASSERT(str != NULL); }
+inline bool is_given_fmt(const char *fmt) { return DV_ASSERT(fmt != NULL); }
 
 inline int text_length(const char *text) { return static_cast<int>(strnlen(text, INT_MAX)); }
 

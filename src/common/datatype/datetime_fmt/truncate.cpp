@@ -131,8 +131,8 @@ constexpr auto _rules = [] {
 }  // namespace
 
 extern "C" void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_len, uchar is_trunc) {
-    if (!is_given(date)) return;
-    const std::string_view unit(fmt, fmt != NULL && fmt_len > 0 ? static_cast<size_t>(fmt_len) : 0);
+    if (!is_given(date) || !DV_ASSERT(fmt != NULL)) return;
+    const std::string_view unit(fmt, static_cast<size_t>(std::max(fmt_len, 0)));
     const int id = find_keyword(unit);
     if (id == FMT_TOKEN_NONE) raise(ERR_MODEL_ELEMENT);
     const auto element = static_cast<size_t>(id);

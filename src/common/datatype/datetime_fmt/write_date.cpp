@@ -85,11 +85,10 @@ int width_of_(const name_element_t &element, int32_t id, int32_t lang) {
 
 // nullptr: there is no such name.
 const nls_date_lang_val_t *name_of_(const dt_fmt_parse_ctx_t &ctx, const name_element_t &element, int idx) {
-    const int32_t lang = ctx.fmt_ctx->nls_date_ctx.lang, kase = ctx.cur_token_info->case_type;
-    if (!dv_nls_date_lang_is_valid(lang) || kase < 0 || kase >= NLS_DATE_LANG_CASES) return nullptr;
-    if (idx < 0 || idx >= element.count) return nullptr;
-    const int first = element.lists == rm_month_tab_ ? 0 : lang * NLS_DATE_LANG_CASES;
-    return &element.lists[first + kase][idx];
+    const int32_t kase = ctx.cur_token_info->case_type;
+    const nls_date_lang_val_t *const *const cases = nls_cases(element.lists, ctx.fmt_ctx->nls_date_ctx.lang);
+    if (cases == nullptr || !is_letter_case(kase) || idx < 0 || idx >= element.count) return nullptr;
+    return &cases[kase][idx];
 }
 
 // Writes a name where it belongs, without the way through the working context. False: nothing is written,

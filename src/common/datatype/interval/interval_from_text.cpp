@@ -34,20 +34,19 @@ struct token_t {
 
 constexpr int32_t _unbounded = INT32_MAX;
 constexpr int _field_digits_max = 9;
-constexpr int _clock_tokens = 5;  // HH to SS
 
 // clang-format off
 constexpr std::array<token_t, DV_ITV_TOKEN_MAX> _tokens = {{
     // kind             character wrapping optional value_max unit                error
-    {kind_t::months,    '\0',     false,   false,   _unbounded, ITV_MONTHS_PER_YEAR, 0},               // YYT
+    {kind_t::months,    '\0',     false,   false,   _unbounded, MONTHS_PER_YEAR, 0},               // YYT
     {kind_t::months,    '\0',     false,   false,   _unbounded, 1,                   0},               // MMT
-    {kind_t::seconds,   '\0',     false,   false,   _unbounded, ITV_SEC_PER_DAY,     0},               // DDT
-    {kind_t::seconds,   '\0',     true,    false,   _unbounded, ITV_SEC_PER_HOUR,    0},               // HHT
-    {kind_t::seconds,   '\0',     true,    false,   _unbounded, ITV_SEC_PER_MINUTE,  0},               // MIT
+    {kind_t::seconds,   '\0',     false,   false,   _unbounded, SEC_PER_DAY,     0},               // DDT
+    {kind_t::seconds,   '\0',     true,    false,   _unbounded, SEC_PER_HOUR,    0},               // HHT
+    {kind_t::seconds,   '\0',     true,    false,   _unbounded, SEC_PER_MINUTE,  0},               // MIT
     {kind_t::seconds,   '\0',     false,   false,   _unbounded, 1,                   0},               // SST
     {kind_t::months,    '\0',     false,   false,   11,         1,                   ERR_ITV_MONTH},   // MM
-    {kind_t::seconds,   '\0',     false,   false,   23,         ITV_SEC_PER_HOUR,    ERR_ITV_HOUR},    // HH
-    {kind_t::seconds,   '\0',     false,   false,   59,         ITV_SEC_PER_MINUTE,  ERR_ITV_MINUTE},  // MI
+    {kind_t::seconds,   '\0',     false,   false,   23,         SEC_PER_HOUR,    ERR_ITV_HOUR},    // HH
+    {kind_t::seconds,   '\0',     false,   false,   59,         SEC_PER_MINUTE,  ERR_ITV_MINUTE},  // MI
     {kind_t::seconds,   '\0',     false,   false,   59,         1,                   ERR_ITV_SECOND},  // SS
     {kind_t::fraction,  '\0',     false,   true,    _unbounded, 0,                   0},               // FF
     {kind_t::separator, ' ',      false,   false,   0,          0,                   0},
@@ -92,35 +91,14 @@ digits_t take_digits_(reading_t &in) {
     return digits;
 }
 
-// ---- eight characters at once: the clock and the fraction of most texts (bench/interval, from_text) ----
-
-bool holds_eight_(const reading_t &in, uint64_t pattern, uint64_t max, uint64_t &word) {
-    if (in.end - in.at < 8) return false;
-    word = load_eight(in.at) ^ pattern;
-    return has_bytes_up_to(word, max);
-}
-
+// Eight characters at once: most fractions have as many (bench/interval, from_text).
 digits_t take_fraction_digits_(reading_t &in) {
-    uint64_t word = 0;
-    if (!holds_eight_(in, ITV_EIGHT_DIGITS, ITV_EIGHT_DIGITS_MAX, word)) return take_digits_(in);
+    const uint64_t word = in.end - in.at >= 8 ? load_eight(in.at) ^ ITV_EIGHT_DIGITS : ~uint64_t{0};
+    if (!has_bytes_up_to(word, ITV_EIGHT_DIGITS_MAX)) return take_digits_(in);
     in.at += 8;
     const int32_t value = eight_digit_value(word);
     if (in.at == in.end || !is_digit(*in.at)) return {value, 8};
     return {value * 10 + digit_of(*in.at++), 9};
-}
-
-// "HH:MI:SS" with two digits each and nothing out of range; anything else is left to the tokens, which find
-// the fault or skip the blanks.
-bool take_clock_(reading_t &in) {
-    uint64_t word = 0;
-    if (!holds_eight_(in, ITV_CLOCK, ITV_CLOCK_MAX, word)) return false;
-    if (in.end - in.at > 8 && is_digit(in.at[8])) return false;  // seconds may have more digits
-    if (!has_bytes_up_to(word, ITV_CLOCK_RANGE)) return false;
-    const int32_t seconds = clock_seconds(word);
-    if (seconds < 0) return false;
-    in.total += seconds * in.sign;
-    in.at += 8;
-    return true;
 }
 
 // ---- tokens; each returns an error code, or 0 ----
@@ -137,7 +115,7 @@ int read_field_(reading_t &in, const token_t &token) {
 int read_fraction_(reading_t &in) {
     const digits_t digits = take_fraction_digits_(in);
     if (digits.count == 0) return ERR_ITV_TEXT;
-    const int64_t unit = ITV_POWERS_OF_TEN[static_cast<size_t>(ITV_FSEC_DIGITS - digits.count)];
+    const int64_t unit = DECIMAL_POWERS[static_cast<size_t>(FRACTION_DIGITS - digits.count)];
     in.nsec = static_cast<int32_t>(digits.value * unit);
     return 0;
 }
@@ -159,11 +137,6 @@ bool has_row_(int type) { return type >= 0 && type < DV_ITV_QUALIFIER_MAX; }
 
 int read_tokens_(reading_t &in, const dv_itv_fmt_t &row, kind_t field_kind) {
     for (int i = 0; i < row.size; ++i) {
-        if (row.token[i] == DV_ITV_TOKEN_HH && row.token[i + _clock_tokens - 1] == DV_ITV_TOKEN_SS &&
-            take_clock_(in)) {
-            i += _clock_tokens - 1;
-            continue;
-        }
         const int error = read_token_(in, _tokens[static_cast<size_t>(row.token[i])], field_kind);
         if (error != 0) return error;
     }
@@ -173,12 +146,12 @@ int read_tokens_(reading_t &in, const dv_itv_fmt_t &row, kind_t field_kind) {
 
 // ---- whole texts ----
 
+bool are_given_(const void *itv, const char *str) { return is_itv_given(itv) && DV_ASSERT(str != NULL); }
+
 // Goes to the first character that is no blank. A negative length is taken for an empty text.
 reading_t start_(const char *str, int str_len, int prec, int leading_unit) {
-    const bool is_given = str != NULL && str_len >= 0;
-    const char *const text = is_given ? str : "";
-    const size_t length = is_given && str_len > 0 ? static_cast<size_t>(str_len) : strlen(text);
-    reading_t in = {text, text + length, 1, 0, 0, itv_leading_limit(prec) * leading_unit};
+    const size_t length = str_len != 0 ? static_cast<size_t>(std::max(str_len, 0)) : strlen(str);
+    reading_t in = {str, str + length, 1, 0, 0, itv_leading_limit(prec) * leading_unit};
     skip_blanks_(in);
     return in;
 }
@@ -217,9 +190,9 @@ const char *step_of_(int error, const step_names_t &steps) {
 
 // Half away from zero, at a decimal place.
 int32_t rounded_(int32_t nsec, int fprec) {
-    if (fprec >= ITV_FSEC_DIGITS) return nsec;
-    const int zero_digits = ITV_FSEC_DIGITS - std::max(fprec, 0);
-    const auto unit = static_cast<int32_t>(ITV_POWERS_OF_TEN[static_cast<size_t>(zero_digits)]);
+    if (fprec >= FRACTION_DIGITS) return nsec;
+    const int zero_digits = FRACTION_DIGITS - std::max(fprec, 0);
+    const auto unit = static_cast<int32_t>(DECIMAL_POWERS[static_cast<size_t>(zero_digits)]);
     return (nsec + unit / 2) / unit * unit;
 }
 
@@ -228,20 +201,20 @@ int32_t rounded_(int32_t nsec, int fprec) {
 // predict, so none of this branches.
 void store_(dv_itv_dts_t &itv, int64_t total, int32_t signed_nsec) {
     itv_set_total_seconds(itv, total);
-    const int32_t seconds = itv_seconds(itv) + signed_nsec / ITV_NSEC_PER_SEC;
-    const int32_t rest = signed_nsec % ITV_NSEC_PER_SEC;
+    const int32_t seconds = itv_seconds(itv) + signed_nsec / NSEC_PER_SEC;
+    const int32_t rest = signed_nsec % NSEC_PER_SEC;
     const int32_t borrow = int{seconds > 0} * int{rest < 0} - int{seconds < 0} * int{rest > 0};
     itv_set_seconds(itv, seconds - borrow);
-    itv_set_nanoseconds(itv, rest + borrow * ITV_NSEC_PER_SEC);
+    itv_set_nanoseconds(itv, rest + borrow * NSEC_PER_SEC);
 }
 
 // Reads any text. Raises in the name of dv_itv_dts_from_str.
 [[gnu::noinline]] void read_any_dts_(dv_itv_dts_t *itv, const char *str, int str_len, int type, int prec,
                                      int fprec) {
     const char *const reader = _dts_steps.whole_text;
-    if (!is_itv_given(itv)) return;
+    if (!are_given_(itv, str)) return;
     store_(*itv, 0, 0);
-    reading_t in = start_(str, str_len, prec, ITV_SEC_PER_DAY);
+    reading_t in = start_(str, str_len, prec, SEC_PER_DAY);
     if (in.at == in.end) raise(error_at(ERR_ITV_TEXT, __FILE__, __LINE__, reader));
     if (!has_row_(type)) raise(error_at(ERR_ITV_QUALIFIER, __FILE__, __LINE__, reader));
     take_sign_(in);
@@ -256,7 +229,7 @@ void read_dts_(dv_itv_dts_t &itv, const char *str, int str_len, int type, int pr
     if (type != DV_ITV_DAY_TO_SECOND || !read_plain_dts(fields, str, str + str_len, prec))
         return read_any_dts_(&itv, str, str_len, type, prec, fprec);
     const int32_t nsec = rounded_(fields.nsec, fprec);
-    if (nsec == ITV_NSEC_PER_SEC) return read_any_dts_(&itv, str, str_len, type, prec, fprec);
+    if (nsec == NSEC_PER_SEC) return read_any_dts_(&itv, str, str_len, type, prec, fprec);
     // Signs are hard to predict: x ^ -1 is -x - 1.
     const int32_t sign = -int32_t{fields.is_negative};
     itv_set_days(itv, (fields.days ^ sign) - sign);
@@ -269,9 +242,9 @@ void read_dts_(dv_itv_dts_t &itv, const char *str, int str_len, int type, int pr
 extern "C" {
 
 void dv_itv_ytm_from_str(dv_itv_ytm_t *itv, const char *str, int str_len, int type, int prec) {
-    if (!is_itv_given(itv)) return;
+    if (!are_given_(itv, str)) return;
     itv_set_total_months(*itv, 0);
-    reading_t in = start_(str, str_len, prec, ITV_MONTHS_PER_YEAR);
+    reading_t in = start_(str, str_len, prec, MONTHS_PER_YEAR);
     if (in.at == in.end) raise(ERR_ITV_TEXT);
     if (!has_row_(type)) raise(ERR_ITV_QUALIFIER);
     take_sign_(in);
@@ -283,7 +256,7 @@ void dv_itv_ytm_from_str(dv_itv_ytm_t *itv, const char *str, int str_len, int ty
 void dv_itv_dts_from_str(dv_itv_dts_t *itv, const char *str, int str_len, int type, int prec, int fprec) {
     const size_t length =
         str != NULL && str_len == 0 ? strlen(str) : static_cast<size_t>(std::max(str_len, 0));
-    if (itv == NULL || length == 0 || length > INT_MAX)
+    if (!given(itv, str) || length == 0 || length > INT_MAX)
         return read_any_dts_(itv, str, str_len, type, prec, fprec);
     read_dts_(*itv, str, static_cast<int>(length), type, prec, fprec);
 }

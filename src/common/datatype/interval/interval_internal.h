@@ -5,16 +5,10 @@
 #define DV_INTERVAL_INTERNAL_H
 
 #include "../error.h"
+#include "../time_units.h"
 #include "interval_layout.h"
 
 namespace dv::impl {
-
-inline constexpr int ITV_MONTHS_PER_YEAR = 12;
-inline constexpr int ITV_SEC_PER_MINUTE = 60;
-inline constexpr int ITV_SEC_PER_HOUR = 60 * 60;
-inline constexpr int ITV_SEC_PER_DAY = 24 * 60 * 60;
-inline constexpr int ITV_NSEC_PER_SEC = 1'000'000'000;
-inline constexpr int ITV_FSEC_DIGITS = 9;
 
 // For fields and totals that wrap around instead of overflowing.
 constexpr int32_t wrapped_sum(int32_t x, int32_t y) {
@@ -27,47 +21,30 @@ constexpr int32_t wrapped_product(int32_t x, int32_t y) {
 // ---- totals ----
 
 constexpr int32_t itv_total_months(const dv_itv_ytm_t &itv) {
-    return wrapped_sum(wrapped_product(itv_years(itv), ITV_MONTHS_PER_YEAR), itv_months(itv));
+    return wrapped_sum(wrapped_product(itv_years(itv), MONTHS_PER_YEAR), itv_months(itv));
 }
 constexpr void itv_set_total_months(dv_itv_ytm_t &itv, int64_t months) {
-    itv_set_years(itv, static_cast<int32_t>(months / ITV_MONTHS_PER_YEAR));
-    itv_set_months(itv, static_cast<int32_t>(months % ITV_MONTHS_PER_YEAR));
+    itv_set_years(itv, static_cast<int32_t>(months / MONTHS_PER_YEAR));
+    itv_set_months(itv, static_cast<int32_t>(months % MONTHS_PER_YEAR));
 }
 
 // Without the nanoseconds. Cannot overflow: below 2^48.
 constexpr int64_t itv_total_seconds(const dv_itv_dts_t &itv) {
-    return int64_t{itv_days(itv)} * ITV_SEC_PER_DAY + itv_seconds(itv);
+    return int64_t{itv_days(itv)} * SEC_PER_DAY + itv_seconds(itv);
 }
 constexpr void itv_set_total_seconds(dv_itv_dts_t &itv, int64_t seconds) {
-    itv_set_days(itv, static_cast<int32_t>(seconds / ITV_SEC_PER_DAY));
-    itv_set_seconds(itv, static_cast<int32_t>(seconds % ITV_SEC_PER_DAY));
+    itv_set_days(itv, static_cast<int32_t>(seconds / SEC_PER_DAY));
+    itv_set_seconds(itv, static_cast<int32_t>(seconds % SEC_PER_DAY));
 }
 
-// ---- digits ----
-
-inline constexpr auto ITV_POWERS_OF_TEN = [] {
-    std::array<int64_t, 11> powers{1};
-    for (size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
-    return powers;
-}();
-
-// Decimal digits of a magnitude; none for 0.
-constexpr int itv_digit_count(uint32_t magnitude) {
-    const int guess = std::bit_width(magnitude) * 1233 >> 12;  // 1233 / 4096 is log10(2): as many or one less
-    return guess +
-           (magnitude >= static_cast<uint64_t>(ITV_POWERS_OF_TEN[static_cast<size_t>(guess)]) ? 1 : 0);
-}
-
-constexpr uint32_t itv_magnitude(int32_t value) {
-    return value < 0 ? 0 - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
-}
+// ---- leading precision ----
 
 // The lowest value of a leading field that has more than prec digits. A negative value counts as one digit,
 // so no limit lies below zero, but that for a precision below 1, which nothing meets. Within +-10^10.
 constexpr int64_t itv_leading_limit(int prec) {
-    if (prec < 1) return -ITV_POWERS_OF_TEN.back();
+    if (prec < 1) return -DECIMAL_POWERS.back();
     const auto digits = static_cast<size_t>(prec);
-    return digits < ITV_POWERS_OF_TEN.size() ? ITV_POWERS_OF_TEN[digits] : ITV_POWERS_OF_TEN.back();
+    return digits < DECIMAL_POWERS.size() ? DECIMAL_POWERS[digits] : DECIMAL_POWERS.back();
 }
 
 // ---- order ----
@@ -83,10 +60,7 @@ constexpr int itv_compare(const Record *itv1, const Record *itv2) {
 
 // ---- arguments: false, after the assertion, for NULL ----
 
-inline bool is_itv_given(const void *itv) {
-    DV_ASSERT(itv != NULL);
-    return itv != NULL;
-}
+inline bool is_itv_given(const void *itv) { return DV_ASSERT(itv != NULL); }
 
 }  // namespace dv::impl
 

@@ -21,7 +21,6 @@ namespace dv::impl {
 inline constexpr uint64_t ITV_EIGHT_DIGITS = 0x3030303030303030;  // "00000000"
 inline constexpr uint64_t ITV_CLOCK = 0x30303A30303A3030;         // "00:00:00"
 inline constexpr uint64_t ITV_EIGHT_DIGITS_MAX = 0x0909090909090909;
-inline constexpr uint64_t ITV_CLOCK_MAX = 0x0909000909000909;
 inline constexpr uint64_t ITV_CLOCK_RANGE = 0x0209000509000509;  // but for 24 to 29 hours
 
 inline uint64_t load_eight(const char *text) { return load_be64(reinterpret_cast<const uint8_t *>(text)); }
@@ -47,21 +46,21 @@ constexpr int32_t clock_seconds(uint64_t clock) {
     const auto hours = static_cast<int32_t>(clock >> 48 & 0xFF);
     const auto minutes = static_cast<int32_t>(clock >> 24 & 0xFF);
     const auto seconds = static_cast<int32_t>(clock & 0xFF);
-    return hours > 23 ? -1 : hours * ITV_SEC_PER_HOUR + minutes * ITV_SEC_PER_MINUTE + seconds;
+    return hours > 23 ? -1 : hours * SEC_PER_HOUR + minutes * SEC_PER_MINUTE + seconds;
 }
-static_assert(clock_seconds(0x0203000509000509) == ITV_SEC_PER_DAY - 1);
+static_assert(clock_seconds(0x0203000509000509) == SEC_PER_DAY - 1);
 
 // The fraction behind a clock, point included, as nanoseconds; -1: it is none. `text` ends at `end`, and has
 // eight characters in front of it.
 inline int32_t plain_fraction(const char *text, const char *end) {
     if (text == end) return 0;
     const int64_t digits = end - text - 1;
-    if (*text != '.' || digits < 1 || digits > ITV_FSEC_DIGITS) return -1;
+    if (*text != '.' || digits < 1 || digits > FRACTION_DIGITS) return -1;
     const int64_t first_digits = std::min<int64_t>(digits, 8);
     // They are loaded with what stands in front of them, which is shifted out.
     const uint64_t word = (load_eight(text + 1 + first_digits - 8) ^ ITV_EIGHT_DIGITS)
                           << (64 - 8 * first_digits);
-    const uint8_t ninth = digits == ITV_FSEC_DIGITS ? digit_of(end[-1]) : uint8_t{0};
+    const uint8_t ninth = digits == FRACTION_DIGITS ? digit_of(end[-1]) : uint8_t{0};
     if (!has_bytes_up_to(word, ITV_EIGHT_DIGITS_MAX) || ninth > 9) return -1;
     return eight_digit_value(word) * 10 + ninth;
 }

@@ -34,7 +34,7 @@ char *put_pair_(char *out, uint32_t value) {  // below 100
 
 // "%.*d" of a magnitude: with no minimum, 0 has no digits.
 char *put_number_(char *out, uint32_t value, int min_digits) {
-    char *const end = out + std::max(itv_digit_count(value), min_digits);
+    char *const end = out + std::max(digit_count_of(value), min_digits);
     char *at = end;
     for (; value >= 100; value /= 100) put_pair_(at -= 2, value % 100);
     if (value >= 10) {
@@ -54,8 +54,8 @@ char *put_two_digits_(char *out, uint32_t value) {
 // The first digits of nine that stand for nanoseconds; a whole second or more has more digits, as in printf.
 // Writes nine characters at least.
 char *put_fraction_(char *out, uint32_t nsec, int digits) {
-    if (nsec >= ITV_NSEC_PER_SEC) [[unlikely]] {
-        const int64_t unit = ITV_POWERS_OF_TEN[static_cast<size_t>(ITV_FSEC_DIGITS - digits)];
+    if (nsec >= NSEC_PER_SEC) [[unlikely]] {
+        const int64_t unit = DECIMAL_POWERS[static_cast<size_t>(FRACTION_DIGITS - digits)];
         return put_number_(out, static_cast<uint32_t>(nsec / unit), digits);
     }
     const uint32_t high = nsec / 100'000, low = nsec % 100'000;  // four digits and five
@@ -70,24 +70,24 @@ char *put_fraction_(char *out, uint32_t nsec, int digits) {
 char *put_ytm_(char *out, const dv_itv_ytm_t &itv, int prec) {
     const int32_t years = itv_years(itv), months = itv_months(itv);
     *out++ = years < 0 || months < 0 ? '-' : '+';
-    out = put_number_(out, itv_magnitude(years), prec);
+    out = put_number_(out, magnitude_of(years), prec);
     *out++ = '-';
-    return put_two_digits_(out, itv_magnitude(months));
+    return put_two_digits_(out, magnitude_of(months));
 }
 
 char *put_dts_(char *out, const dv_itv_dts_t &itv, int prec, int fprec) {
     const int32_t days = itv_days(itv), seconds = itv_seconds(itv), nsec = itv_nanoseconds(itv);
-    const uint32_t second_of_day = itv_magnitude(seconds);
+    const uint32_t second_of_day = magnitude_of(seconds);
     *out++ = (days | seconds | nsec) < 0 ? '-' : '+';
-    out = put_number_(out, itv_magnitude(days), prec);
+    out = put_number_(out, magnitude_of(days), prec);
     *out++ = ' ';
-    out = put_two_digits_(out, second_of_day / ITV_SEC_PER_HOUR);
+    out = put_two_digits_(out, second_of_day / SEC_PER_HOUR);
     *out++ = ':';
-    out = put_pair_(out, second_of_day / ITV_SEC_PER_MINUTE % 60);
+    out = put_pair_(out, second_of_day / SEC_PER_MINUTE % 60);
     *out++ = ':';
-    out = put_pair_(out, second_of_day % ITV_SEC_PER_MINUTE);
+    out = put_pair_(out, second_of_day % SEC_PER_MINUTE);
     *out++ = '.';
-    return put_fraction_(out, itv_magnitude(nsec), fprec);
+    return put_fraction_(out, magnitude_of(nsec), fprec);
 }
 
 // Ends a text that was written where it belongs.
@@ -110,7 +110,7 @@ conv_status_t copy_text_(const char *text, const char *end, char *str, int buf_l
 extern "C" {
 
 conv_status_t dv_itv_ytm_to_str(const dv_itv_ytm_t *itv, char *str, int prec, int buf_len) {
-    if (!is_itv_given(itv)) return CONV_STATUS_WHOLE;
+    if (!is_itv_given(itv) || !DV_ASSERT(str != NULL)) return CONV_STATUS_WHOLE;
     const int min_digits = prec < 0 ? 1 : std::min(prec, _ytm_prec_max);
     if (buf_len >= std::max(min_digits, _leading_digits_max) + _ytm_rest_size)
         return end_text_(put_ytm_(str, *itv, min_digits));
@@ -119,8 +119,8 @@ conv_status_t dv_itv_ytm_to_str(const dv_itv_ytm_t *itv, char *str, int prec, in
 }
 
 conv_status_t dv_itv_dts_to_str(const dv_itv_dts_t *itv, char *str, int prec, int fprec, int buf_len) {
-    if (!is_itv_given(itv)) return CONV_STATUS_WHOLE;
-    if (prec < 0 || prec > 9 || fprec < 1 || fprec > ITV_FSEC_DIGITS) raise(ERR_ITV_TO_TEXT_PRECISION);
+    if (!is_itv_given(itv) || !DV_ASSERT(str != NULL)) return CONV_STATUS_WHOLE;
+    if (prec < 0 || prec > 9 || fprec < 1 || fprec > FRACTION_DIGITS) raise(ERR_ITV_TO_TEXT_PRECISION);
     if (buf_len >= DV_ITV_DTS_TEXT_SIZE) return end_text_(put_dts_(str, *itv, prec, fprec));
     char text[DV_ITV_DTS_TEXT_SIZE];
     return copy_text_(text, put_dts_(text, *itv, prec, fprec), str, buf_len);

@@ -16,21 +16,14 @@ using namespace dv::impl;
 
 namespace {
 
-bool is_dts_given_(const dv_itv_dts_t *dts) {
-    DV_ASSERT(dts != NULL);
-    return dts != NULL;
-}
+bool is_dts_given_(const dv_itv_dts_t *dts) { return DV_ASSERT(dts != NULL); }
 
 bool are_given_(const dv_itv_dts_t *dts1, const dv_itv_dts_t *dts2) {
-    DV_ASSERT(dts1 != NULL);
-    DV_ASSERT(dts2 != NULL);
-    return dts1 != NULL && dts2 != NULL;
+    return DV_ASSERT(dts1 != NULL) && DV_ASSERT(dts2 != NULL);
 }
 
 bool is_factor_given_(const dv_itv_dts_t *dts, const number_t *dd) {
-    DV_ASSERT(dts != NULL);
-    DV_ASSERT(number_is_valid_ptr(dd));
-    return dts != NULL && number_is_valid_ptr(dd);
+    return is_dts_given_(dts) && DV_ASSERT(number_is_valid_ptr(dd));
 }
 
 constexpr int64_t wrapped_sum_(int64_t x, int64_t y) {
@@ -43,7 +36,7 @@ void add_seconds_(dv_itv_dts_t &itv, int64_t seconds) {
 
 // ---- nanoseconds ----
 
-constexpr double _nsec_per_sec = ITV_NSEC_PER_SEC;
+constexpr double _nsec_per_sec = NSEC_PER_SEC;
 
 // Cut toward zero, 32 bits of it kept.
 int32_t wrapped_int32_(double value) {
@@ -86,30 +79,16 @@ void add_nanoseconds_(dv_itv_dts_t &itv, double value) {
     itv_set_nanoseconds(itv, wrapped_int32_(carry.nsec));
 }
 
-// Keeps the first fprec characters of the value's text as "%d" writes it, cut to nine characters, and makes
-// the others 0. A value that this leaves alone stays, also where it has more than nine characters.
-constexpr int32_t trimmed_(int32_t nsec, int fprec) {
-    if (nsec >= ITV_NSEC_PER_SEC) return nsec;
-    const int sign_length = nsec < 0 ? 1 : 0;
-    const int shown_digits = std::min(itv_digit_count(itv_magnitude(nsec)), ITV_FSEC_DIGITS - sign_length);
-    const int cut_digits = itv_digit_count(itv_magnitude(nsec)) - shown_digits;
-    const int zero_digits = shown_digits - std::max(fprec - sign_length, 0);
-    if (zero_digits <= 0) return nsec;
-    const auto shown = static_cast<int32_t>(nsec / ITV_POWERS_OF_TEN[static_cast<size_t>(cut_digits)]);
-    const auto unit = static_cast<int32_t>(ITV_POWERS_OF_TEN[static_cast<size_t>(zero_digits)]);
-    return shown % unit == 0 ? nsec : shown - shown % unit;
-}
-
 // ---- totals as floating point and NUMBER ----
 
 bool is_valid_dts_val_(double days) { return days >= INT32_MIN && days <= INT32_MAX; }
 
 void set_total_(dv_itv_dts_t &dts, double total_secs) {
-    const double days = std::trunc(total_secs / ITV_SEC_PER_DAY);
+    const double days = std::trunc(total_secs / SEC_PER_DAY);
     if (!is_valid_dts_val_(days))
         raise(error_at(ERR_ITV_TOTAL_SECONDS, __FILE__, __LINE__, "dv_itv_dts_set_total_sec"));
     itv_set_days(dts, static_cast<int32_t>(days));
-    itv_set_seconds(dts, static_cast<int32_t>(total_secs - days * ITV_SEC_PER_DAY));
+    itv_set_seconds(dts, static_cast<int32_t>(total_secs - days * SEC_PER_DAY));
 }
 
 // Seconds with their fraction; exact.
@@ -181,11 +160,11 @@ void dv_itv_dts_add_sec(dv_itv_dts_t *itv, int64_t value) {
 }
 
 void dv_itv_dts_add_min(dv_itv_dts_t *itv, int value) {
-    if (is_itv_given(itv)) add_seconds_(*itv, wrapped_product(value, ITV_SEC_PER_MINUTE));
+    if (is_itv_given(itv)) add_seconds_(*itv, wrapped_product(value, SEC_PER_MINUTE));
 }
 
 void dv_itv_dts_add_hour(dv_itv_dts_t *itv, int value) {
-    if (is_itv_given(itv)) add_seconds_(*itv, wrapped_product(value, ITV_SEC_PER_HOUR));
+    if (is_itv_given(itv)) add_seconds_(*itv, wrapped_product(value, SEC_PER_HOUR));
 }
 
 void dv_itv_dts_add_day(dv_itv_dts_t *itv, int value) {
@@ -240,8 +219,8 @@ void dv_itv_dts_check_leading_prec(const dv_itv_dts_t *itv, int prec) {
 
 void dv_itv_dts_trim_fsec(dv_itv_dts_t *itv, int fprec) {
     if (!is_itv_given(itv)) return;
-    if (fprec < 0 || fprec > ITV_FSEC_DIGITS) raise(ERR_ITV_TRIM_PRECISION);
-    itv_set_nanoseconds(*itv, trimmed_(itv_nanoseconds(*itv), fprec));
+    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_ITV_TRIM_PRECISION);
+    itv_set_nanoseconds(*itv, trimmed_fraction(itv_nanoseconds(*itv), fprec));
 }
 
 }  // extern "C"

@@ -11,14 +11,10 @@ using namespace dv::impl;
 
 namespace {
 
-bool is_ytm_given_(const dv_itv_ytm_t *ytm) {
-    DV_ASSERT(ytm != NULL);
-    return ytm != NULL;
-}
+bool is_ytm_given_(const dv_itv_ytm_t *ytm) { return DV_ASSERT(ytm != NULL); }
 
 bool are_given_(const dv_itv_ytm_t *ytm1, const dv_itv_ytm_t *ytm2) {
-    DV_ASSERT(ytm1 != NULL && ytm2 != NULL);
-    return ytm1 != NULL && ytm2 != NULL;
+    return DV_ASSERT(ytm1 != NULL && ytm2 != NULL);
 }
 
 void add_months_(dv_itv_ytm_t &itv, int32_t months) {

@@ -29,6 +29,8 @@ bool parse_name_(const char *const (&names)[N], std::string_view text, int32_t *
 // A value that stands alone; cut, it is longer than any name.
 std::string_view bare_value_(const char *str) { return bounded_text(str, DV_NLS_TEXT_MAX); }
 
+bool are_given_(const char *str, const void *val) { return DV_ASSERT(str != NULL) && DV_ASSERT(val != NULL); }
+
 bool parse_language_value_(std::string_view text, void *val) {
     return parse_name_(nls_date_lang_name_tab_, text, static_cast<dv_nls_date_lang_t *>(val));
 }
@@ -64,21 +66,19 @@ const setting_t *find_setting_(std::string_view name) {
 extern "C" {
 
 bool dv_nls_date_lang_parse(const char *str, dv_nls_date_lang_t *val) {
-    DV_ASSERT(str != NULL);
-    return str != nullptr && parse_name_(nls_date_lang_name_tab_, bare_value_(str), val);
+    return are_given_(str, val) && parse_name_(nls_date_lang_name_tab_, bare_value_(str), val);
 }
 
 bool dv_nls_date_cal_parse(const char *str, dv_nls_date_cal_t *val) {
-    DV_ASSERT(str != NULL);
-    return str != nullptr && parse_name_(_calendar_names, bare_value_(str), val);
+    return are_given_(str, val) && parse_name_(_calendar_names, bare_value_(str), val);
 }
 
 bool dv_nls_comp_parse(const char *str, dv_nls_comp_t *val) {
-    DV_ASSERT(str != NULL);
-    return str != nullptr && parse_name_(_comparison_names, bare_value_(str), val);
+    return are_given_(str, val) && parse_name_(_comparison_names, bare_value_(str), val);
 }
 
 void dv_nls_parse(const char *str, dv_nls_param_t *param, void *val) {
+    if (!are_given_(str, val) || !DV_ASSERT(param != NULL)) return;
     const std::string_view text = bounded_text(str, DV_NLS_TEXT_MAX + 1);
     if (text.size() > DV_NLS_TEXT_MAX || std::count(text.begin(), text.end(), '=') > 1) {
         raise(ERR_NLS_SETTING);

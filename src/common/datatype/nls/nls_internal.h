@@ -14,6 +14,16 @@ inline constexpr int NLS_NAME_BYTES_MAX = 63;
 
 constexpr bool is_charset(dvstr_charset_t charset) { return charset >= 0 && charset < DVSTR_CHARSET_MAX; }
 
+// The lists of a language in an index table, by letter case; all languages share those of rm_month_tab_.
+// nullptr for a language that does not exist.
+inline const nls_date_lang_val_t *const *nls_cases(const nls_date_lang_val_t *const *lists,
+                                                   dv_nls_date_lang_t lang) {
+    if (!dv_nls_date_lang_is_valid(lang)) return nullptr;
+    return lists == rm_month_tab_ ? lists : lists + lang * NLS_DATE_LANG_CASES;
+}
+
+constexpr bool is_letter_case(int kase) { return kase >= 0 && kase < NLS_DATE_LANG_CASES; }
+
 // Writes a name, or the first `len` bytes of it as it is stored (two a character), in a character set: at
 // most dst_size bytes, whole characters, no NUL. Returns the bytes; 0 for a character set that does not
 // exist. A look-up per character: no lock, no converter.

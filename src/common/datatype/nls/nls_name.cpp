@@ -14,33 +14,31 @@ static_assert(NLS_NAME_BYTES_MAX + 1 == DT_FMT_TMP_BUF_SIZE);
 namespace {
 
 struct name_kind_t {
-    const nls_date_lang_val_t *const *lists;  // by language * lists_per_language + letter case
-    int lists_per_language;                   // 0: all languages share the first
+    const nls_date_lang_val_t *const *lists;  // an index table
     int name_count;
     const char *bound;  // of the index, as it is reported
 };
-constexpr name_kind_t _std_month = {std_month_tab_, NLS_DATE_LANG_CASES, 12, "idx < 12"};
-constexpr name_kind_t _abb_month = {abb_month_tab_, NLS_DATE_LANG_CASES, 12, "idx < 12"};
-constexpr name_kind_t _rom_month = {rm_month_tab_, 0, 12, "idx < 12"};
-constexpr name_kind_t _std_day = {std_day_tab_, NLS_DATE_LANG_CASES, 7, "idx < 7"};
-constexpr name_kind_t _abb_day = {abb_day_tab_, NLS_DATE_LANG_CASES, 7, "idx < 7"};
-constexpr name_kind_t _std_adbc = {std_adbc_tab_, NLS_DATE_LANG_CASES, 4, "idx < 4"};
-constexpr name_kind_t _std_ampm = {std_ampm_tab_, NLS_DATE_LANG_CASES, 4, "idx < 4"};
-
-constexpr bool is_case_(int kase) { return kase >= 0 && kase < NLS_DATE_LANG_CASES; }
+constexpr name_kind_t _std_month = {std_month_tab_, 12, "idx < 12"};
+constexpr name_kind_t _abb_month = {abb_month_tab_, 12, "idx < 12"};
+constexpr name_kind_t _rom_month = {rm_month_tab_, 12, "idx < 12"};
+constexpr name_kind_t _std_day = {std_day_tab_, 7, "idx < 7"};
+constexpr name_kind_t _abb_day = {abb_day_tab_, 7, "idx < 7"};
+constexpr name_kind_t _std_adbc = {std_adbc_tab_, 4, "idx < 4"};
+constexpr name_kind_t _std_ampm = {std_ampm_tab_, 4, "idx < 4"};
 
 // The name, or NULL when there is none, after the assertions.
 const nls_date_lang_val_t *find_(const name_kind_t &kind, dv_nls_date_lang_t lang, int idx, int kase) {
     const bool is_below = idx < kind.name_count;
-    const bool is_language = dv_nls_date_lang_is_valid(lang) != 0;
+    const nls_date_lang_val_t *const *const cases = nls_cases(kind.lists, lang);
     DV_ASSERT(idx >= 0);
     if (!is_below) assert_failed(kind.bound);
-    if (!is_language) assert_failed("dv_nls_date_lang_is_valid (lang)");
-    if (idx < 0 || !is_below || !is_language || !is_case_(kase)) return nullptr;
-    return kind.lists[lang * kind.lists_per_language + kase] + idx;
+    if (cases == nullptr) assert_failed("dv_nls_date_lang_is_valid (lang)");
+    if (idx < 0 || !is_below || cases == nullptr || !is_letter_case(kase)) return nullptr;
+    return cases[kase] + idx;
 }
 
 char *fetch_(dt_fmt_parse_ctx_t *parse_ctx, const name_kind_t &kind, int idx, int kase) {
+    if (!DV_ASSERT(parse_ctx != NULL) || !DV_ASSERT(parse_ctx->fmt_ctx != NULL)) return nullptr;
     const dt_fmt_ctx_t &fmt_ctx = *parse_ctx->fmt_ctx;
     const nls_date_lang_val_t *const name = find_(kind, fmt_ctx.nls_date_ctx.lang, idx, kase);
     char *const text = parse_ctx->tmp_buf;

@@ -12,10 +12,8 @@
 
 namespace dv::impl {
 
-// A NUL-ended text, of which no more than limit bytes are looked at; NULL is an empty one.
-inline std::string_view bounded_text(const char *str, size_t limit) {
-    return str != nullptr ? std::string_view(str, strnlen(str, limit)) : std::string_view();
-}
+// A NUL-ended text, of which no more than limit bytes are looked at.
+inline std::string_view bounded_text(const char *str, size_t limit) { return {str, strnlen(str, limit)}; }
 
 // Index of the first name that the text equals, -1 when there is none.
 template <size_t N>

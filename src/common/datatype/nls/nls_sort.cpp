@@ -8,6 +8,7 @@
 
 #include <iterator>
 
+#include "../error.h"
 #include "nls_setting.h"
 
 using namespace dv::impl;
@@ -42,6 +43,7 @@ bool dv::impl::parse_sort(std::string_view text, dv_nls_sort_ctx_t &ctx) {
 }
 
 extern "C" bool dv_nls_sort_parse(const char *str, dv_nls_sort_ctx_t *ctx) {
+    if (!DV_ASSERT(str != NULL) || !DV_ASSERT(ctx != NULL)) return false;
     constexpr size_t enough = DV_NLS_TEXT_MAX + 2;  // an X, the longest sort, and one byte too many
     return parse_sort(bounded_text(str, enough), *ctx);
 }

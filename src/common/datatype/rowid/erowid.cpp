@@ -47,9 +47,8 @@ constexpr field_t<uint16_t, 3> _row{15, ERR_ROWID_ROW};
 
 // Reads a field into *number; returns the code to raise, and then leaves *number alone.
 template <typename Number, size_t Digits>
-int read_(const erowid_t *erowid, const field_t<Number, Digits> &field, Number *number) {
-    if (erowid == nullptr || number == nullptr) return _no_fault;
-    const base64_t read = read_base64<Digits>(erowid->text + field.first);
+int read_(const erowid_t &erowid, const field_t<Number, Digits> &field, Number *number) {
+    const base64_t read = read_base64<Digits>(erowid.text + field.first);
     if (!read.is_valid) return ERR_ROWID_TEXT;
     if (read.value > Number(-1)) return field.overflow;
     *number = static_cast<Number>(read.value);
@@ -66,8 +65,7 @@ int first_fault_(int left, int right) {
 }  // namespace
 
 extern "C" void erowid_new(erowid_t *erowid, uint32_t sgmt, uint16_t file, uint32_t block, uint16_t row) {
-    DV_ASSERT(erowid != NULL);
-    if (erowid == NULL) return;
+    if (!DV_ASSERT(erowid != NULL)) return;
     write_base64<6>(erowid->text, sgmt);
     write_base64<3>(erowid->text + 6, file);
     write_base64<6>(erowid->text + 9, block);
@@ -75,37 +73,31 @@ extern "C" void erowid_new(erowid_t *erowid, uint32_t sgmt, uint16_t file, uint3
 }
 
 extern "C" void erowid_get_rowid(const erowid_t *erowid, rowid_t *rowid) {
-    DV_ASSERT(erowid != NULL);
-    DV_ASSERT(rowid != NULL);
-    if (erowid == NULL || rowid == NULL) return;
+    if (!DV_ASSERT(erowid != NULL) || !DV_ASSERT(rowid != NULL)) return;
     *rowid = {};
     int fault =
-        first_fault_(read_(erowid, _sgmt, &rowid->sgmt), read_(erowid, _block_of_whole, &rowid->block));
+        first_fault_(read_(*erowid, _sgmt, &rowid->sgmt), read_(*erowid, _block_of_whole, &rowid->block));
     if (fault != _no_fault) raise(fault);
-    fault = first_fault_(read_(erowid, _file, &rowid->file), read_(erowid, _row, &rowid->row));
+    fault = first_fault_(read_(*erowid, _file, &rowid->file), read_(*erowid, _row, &rowid->row));
     if (fault != _no_fault) raise(fault);
 }
 
 extern "C" void erowid_get_sgmt(const erowid_t *erowid, uint32_t *sgmt) {
-    DV_ASSERT(erowid != NULL);
-    DV_ASSERT(sgmt != NULL);
-    if (const int fault = read_(erowid, _sgmt, sgmt); fault != _no_fault) raise(fault);
+    if (!DV_ASSERT(erowid != NULL) || !DV_ASSERT(sgmt != NULL)) return;
+    if (const int fault = read_(*erowid, _sgmt, sgmt); fault != _no_fault) raise(fault);
 }
 
 extern "C" void erowid_get_file(const erowid_t *erowid, uint16_t *file) {
-    DV_ASSERT(erowid != NULL);
-    DV_ASSERT(file != NULL);
-    if (const int fault = read_(erowid, _file, file); fault != _no_fault) raise(fault);
+    if (!DV_ASSERT(erowid != NULL) || !DV_ASSERT(file != NULL)) return;
+    if (const int fault = read_(*erowid, _file, file); fault != _no_fault) raise(fault);
 }
 
 extern "C" void erowid_get_block(const erowid_t *erowid, uint32_t *block) {
-    DV_ASSERT(erowid != NULL);
-    DV_ASSERT(block != NULL);
-    if (const int fault = read_(erowid, _block, block); fault != _no_fault) raise(fault);
+    if (!DV_ASSERT(erowid != NULL) || !DV_ASSERT(block != NULL)) return;
+    if (const int fault = read_(*erowid, _block, block); fault != _no_fault) raise(fault);
 }
 
 extern "C" void erowid_get_row(const erowid_t *erowid, uint16_t *row) {
-    DV_ASSERT(erowid != NULL);
-    DV_ASSERT(row != NULL);
-    if (const int fault = read_(erowid, _row, row); fault != _no_fault) raise(fault);
+    if (!DV_ASSERT(erowid != NULL) || !DV_ASSERT(row != NULL)) return;
+    if (const int fault = read_(*erowid, _row, row); fault != _no_fault) raise(fault);
 }

@@ -17,15 +17,12 @@ constexpr uint8_t _first_digit_max = 15;
 }  // namespace
 
 extern "C" void nerowid_new(nerowid_t *erowid, nrowid_t rowid) {
-    DV_ASSERT(erowid != NULL);
-    if (erowid == NULL) return;
+    if (!DV_ASSERT(erowid != NULL)) return;
     write_base64<_digits>(erowid->text, rowid);
 }
 
 extern "C" void nerowid_get_rowid(const nerowid_t *erowid, nrowid_t *rowid) {
-    DV_ASSERT(erowid != NULL);
-    DV_ASSERT(rowid != NULL);
-    if (erowid == NULL || rowid == NULL) return;
+    if (!DV_ASSERT(erowid != NULL) || !DV_ASSERT(rowid != NULL)) return;
     const base64_t read = read_base64<_digits>(erowid->text);
     const bool fits = base64_value[static_cast<uint8_t>(erowid->text[0])] <= _first_digit_max;
     nrowid_t sum = 0;

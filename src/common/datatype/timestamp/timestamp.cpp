@@ -78,8 +78,8 @@ int dv_timestamp_compare(const dv_timestamp_t *ts1, const dv_timestamp_t *ts2) {
 
 void dv_timestamp_trim_fsec(dv_timestamp_t *ts, int fprec) {
     if (!is_given(ts)) return;
-    if (fprec < 0 || fprec > 9) raise(ERR_FRACTION_PRECISION);
-    dv_time_trim_fsec(&time_part(*ts), fprec);
+    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    time_trim_fraction(time_part(*ts), fprec, ERR_FIELD_RANGE);
 }
 
 }  // extern "C"
