@@ -1,0 +1,25 @@
+# dv_optional(OPTION PART PACKAGE DEBIAN...): a part that is built where all of its packages are found.
+#
+# The packages, as find_package knows them, each with the Debian package that brings it, were looked for before.
+# Where one is missing the option is off, whatever it was set to, and a line says which; it is on again, or as it
+# was set, once they are there.
+
+include(CMakeDependentOption)
+
+macro(dv_optional option part)
+    set(dv_packages ${ARGN})
+    set(dv_found)
+    set(dv_missing)
+    while(dv_packages)
+        list(POP_FRONT dv_packages dv_package dv_debian)
+        list(APPEND dv_found ${dv_package}_FOUND)
+        if(NOT ${dv_package}_FOUND)
+            list(APPEND dv_missing ${dv_debian})
+        endif()
+    endwhile()
+    cmake_dependent_option(${option} "Build ${part}" ON "${dv_found}" OFF)
+    if(dv_missing)
+        list(JOIN dv_missing ", " dv_missing)
+        message(STATUS "Left out: ${part}. Debian packages that are missing: ${dv_missing}")
+    endif()
+endmacro()
