@@ -90,7 +90,7 @@ int encode_utf8_(charset_table_t *, int unit, uint8_t *out) {
 // The longest character wins. Bytes of 0x80 and above that continue a sequence which is not in the set belong
 // to it; an ASCII byte behind such a lead byte stands for itself and is not lost.
 charset_char_t decode_table_(charset_table_t *table, const uint8_t *p, int size) {
-    if (!table->prepare_lead(p[0])) return decode_ascii_(nullptr, p, size);
+    table->prepare_lead(p[0]);
     const int longest = std::min(table->longest(p[0]), size);
     if (longest >= 3) {
         const int unit = table->triple(p[0], p[1], p[2]);

@@ -19,6 +19,8 @@
 #include <atomic>
 #include <cerrno>
 
+#include "../common/datatype/error.h"
+
 using namespace dv::impl;
 
 namespace {
@@ -112,23 +114,36 @@ constexpr const char *_ucs2[2] = {"UCS-2BE", "UTF-16BE"};
 enum direction_t { FROM_UCS2, TO_UCS2, DIRECTION_MAX };
 converter_t _converters[DVSTR_CHARSET_MAX][DIRECTION_MAX];
 
-// Runs fill_row(converter) once, under the lock. False when iconv lacked memory just now; a set that it does
-// not know is done with for good, with nothing in its rows.
+// The converter, under the lock. NULL when it cannot be opened, with the reason in error.
+converter_t *open_(dvstr_charset_e set, direction_t direction, int &error) {
+    const auto &names = _sets[set].names;
+    converter_t &converter = _converters[set][direction];
+    error = 0;
+    if (direction == FROM_UCS2 ? converter.open(names, _ucs2) : converter.open(_ucs2, names))
+        return &converter;
+    error = errno == EINVAL ? DV_ERR_CHARSET_UNUSABLE : DV_ERR_NO_MEMORY;
+    return nullptr;
+}
+
+// Runs fill_row(converter) once, under the lock. Returns 0, or the code of why it could not.
 template <typename F>
-bool fill_once_(std::atomic<bool> &is_done, dvstr_charset_e set, direction_t direction, F fill_row) {
+int fill_once_(std::atomic<bool> &is_done, dvstr_charset_e set, direction_t direction, F fill_row) {
+    int error = 0;
     pthread_mutex_lock(&_fill_lock);
-    bool is_done_now = is_done.load(std::memory_order_relaxed);
-    if (!is_done_now) {
-        const auto &names = _sets[set].names;
-        converter_t &converter = _converters[set][direction];
-        const bool is_open =
-            direction == FROM_UCS2 ? converter.open(names, _ucs2) : converter.open(_ucs2, names);
-        is_done_now = is_open || errno == EINVAL;
-        if (is_open) fill_row(converter);
-        is_done.store(is_done_now, std::memory_order_release);
+    if (!is_done.load(std::memory_order_relaxed)) {
+        converter_t *const converter = open_(set, direction, error);
+        if (converter != nullptr) fill_row(*converter);
+        is_done.store(converter != nullptr, std::memory_order_release);
     }
     pthread_mutex_unlock(&_fill_lock);
-    return is_done_now;
+    return error;
+}
+
+// At the caller's place, with the set's name if it is the set that is at fault.
+void check_filled_(int error, dvstr_charset_e set, const char *function = __builtin_FUNCTION()) {
+    const error_at at(error, __builtin_FILE(), __builtin_LINE(), function);
+    if (error == DV_ERR_CHARSET_UNUSABLE) raise(at, _charset_info[set].name);
+    if (error != 0) raise(at);
 }
 
 [[gnu::destructor]] void close_converters_() {
@@ -143,8 +158,18 @@ bool fill_once_(std::atomic<bool> &is_done, dvstr_charset_e set, direction_t dir
 
 dvstr_charset_e charset_table_t::set_() const { return static_cast<dvstr_charset_e>(this - _tables); }
 
-bool charset_table_t::fill_units(size_t row) {
-    return fill_once_(has_units_[row], set_(), FROM_UCS2, [&](converter_t &from_ucs2) {
+bool charset_table_t::is_usable() {
+    int error = 0;
+    pthread_mutex_lock(&_fill_lock);
+    const bool is_open =
+        open_(set_(), FROM_UCS2, error) != nullptr && open_(set_(), TO_UCS2, error) != nullptr;
+    pthread_mutex_unlock(&_fill_lock);
+    if (error == DV_ERR_NO_MEMORY) raise(error);
+    return is_open;
+}
+
+void charset_table_t::fill_units(size_t row) {
+    const int error = fill_once_(has_units_[row], set_(), FROM_UCS2, [&](converter_t &from_ucs2) {
         if (row >= 0xD8 && row <= 0xDF) return;  // surrogates
         for (size_t low = row == 0 ? 0x80 : 0; low <= 0xFF; ++low) {
             size_t size = 0;
@@ -153,11 +178,13 @@ bool charset_table_t::fill_units(size_t row) {
             if (size >= 1 && size <= 3) bytes_[row << 8 | low] = static_cast<uint32_t>(size) << 24 | bytes;
         }
     });
+    check_filled_(error, set_());
 }
 
-bool charset_table_t::fill_lead(uint8_t lead) {
+// ASCII characters have their bytes in a set that is not usable, too.
+void charset_table_t::fill_lead(uint8_t lead) {
     const set_t &set = _sets[set_()];
-    return fill_once_(has_lead_[lead], set_(), TO_UCS2, [&](converter_t &to_ucs2) {
+    const int error = fill_once_(has_lead_[lead], set_(), TO_UCS2, [&](converter_t &to_ucs2) {
         if (lead >= 0x80) single_[lead] = to_ucs2.unit({lead}, 1);
         bool is_lead = lead >= 0x80 && single_[lead] == 0;  // of pairs, if only of ones not assigned yet
         for (int second = _first_trail; second <= 0xFF && lead >= set.first_lead; ++second) {
@@ -168,6 +195,7 @@ bool charset_table_t::fill_lead(uint8_t lead) {
         const int longest = is_lead && lead >= set.first_lead ? 2 : 1;
         longest_[lead] = static_cast<uint8_t>(lead == set.triple_lead ? 3 : longest);
     });
+    if (lead >= 0x80) check_filled_(error, set_());
 }
 
 int charset_table_t::triple(uint8_t lead, uint8_t second, uint8_t third) {
@@ -178,10 +206,15 @@ int charset_table_t::triple(uint8_t lead, uint8_t second, uint8_t third) {
                 to_ucs2.unit({lead, second, static_cast<uint8_t>(i)}, 3);
         }
     };
-    if (!is_ready.load(std::memory_order_acquire) && !fill_once_(is_ready, set_(), TO_UCS2, fill_row)) {
-        return 0;
-    }
+    if (!is_ready.load(std::memory_order_acquire))
+        check_filled_(fill_once_(is_ready, set_(), TO_UCS2, fill_row), set_());
     return _triples[static_cast<size_t>(second << 8 | third)];
 }
 
 charset_table_t *dv::impl::charset_table(dvstr_charset_e set) { return &_tables[set]; }
+
+extern "C" int dv_charset_is_usable(dvstr_charset_t set) {
+    if (set < 0 || set >= DVSTR_CHARSET_MAX) return 0;
+    if (set == DVSTR_CHARSET_ASCII || set == DVSTR_CHARSET_UTF8) return 1;
+    return _tables[set].is_usable() ? 1 : 0;
+}

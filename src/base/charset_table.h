@@ -19,13 +19,13 @@ struct charset_table_t {
     // The bytes of a unit from 0x80: their number << 24 | the bytes, the last one lowest; 0: none.
     uint32_t bytes_of(int unit) {
         const auto row = static_cast<size_t>(unit >> 8);
-        if (!has_units_[row].load(std::memory_order_acquire) && !fill_units(row)) return 0;
+        if (!has_units_[row].load(std::memory_order_acquire)) fill_units(row);
         return bytes_[static_cast<size_t>(unit)];
     }
 
-    // Makes the entries of sequences that begin with this byte ready; false: not now, they may not be read.
-    bool prepare_lead(uint8_t lead) {
-        return has_lead_[lead].load(std::memory_order_acquire) || fill_lead(lead);
+    // Makes the entries of sequences that begin with this byte ready.
+    void prepare_lead(uint8_t lead) {
+        if (!has_lead_[lead].load(std::memory_order_acquire)) fill_lead(lead);
     }
     int longest(uint8_t lead) const { return longest_[lead]; }  // bytes of the longest character
     int single(uint8_t byte) const { return single_[byte]; }
@@ -34,11 +34,15 @@ struct charset_table_t {
     // For a lead byte whose longest character has three bytes.
     int triple(uint8_t lead, uint8_t second, uint8_t third);
 
-    bool fill_units(size_t row);  // false: not now
-    bool fill_lead(uint8_t lead);
+    // Whether iconv knows the set. Raises DV_ERR_NO_MEMORY.
+    bool is_usable();
 
   private:
     dvstr_charset_e set_() const;
+
+    // Raise the errors of a set that cannot be read, see below.
+    [[gnu::cold]] void fill_units(size_t row);
+    [[gnu::cold]] void fill_lead(uint8_t lead);
 
     charset_row_flags_t has_units_, has_lead_;
     std::array<uint32_t, 0x10000> bytes_;
@@ -47,8 +51,9 @@ struct charset_table_t {
     std::array<uint8_t, 0x100> longest_;
 };
 
-// The table of a set other than ASCII and UTF-8. Its entries are safe from any thread. When iconv lacks the
-// set's data, or memory just now, it holds no character but ASCII.
+// The table of a set other than ASCII and UTF-8. Its entries are safe from any thread. A character outside
+// ASCII raises DV_ERR_CHARSET_UNUSABLE when iconv lacks the set's data, DV_ERR_NO_MEMORY when it lacks memory
+// just now.
 charset_table_t *charset_table(dvstr_charset_e set);
 
 }  // namespace dv::impl

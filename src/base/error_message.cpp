@@ -1,104 +1,105 @@
 // The message catalogue, and error records made by it.
 //
-// One table row per code, sorted by code: the types of the message's arguments, one letter each ('t' text,
+// One line per code: the types of the message's arguments, one letter each ('t' text,
 // 'i' int), and one English sentence with the placeholders "{1}" to "{4}". A placeholder in parentheses,
 // " ({3})", stands for a remark: when its argument is empty the parentheses and the blank go with it.
 
 #include "error_message.h"
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <string_view>
 
+#include "../common/datatype/error.h"
+
 using namespace dv::impl;
 
 namespace {
 
 struct message_t {
-    int code;
     std::string_view arg_types;
-    const char *text;
+    const char *text;  // nullptr: unknown code
 };
 
+// A code without a line here does not compile (-Wswitch), nor one with two.
 // clang-format off
-constexpr message_t _messages[] = {
-    {-11035, "", "Invalid language setting: one assignment NAME=VALUE with a known name and value is expected."},
-    {-5114, "tiii", "The value {2} of the field \"{1}\" is out of range: {3} to {4} is accepted."},
-    {-5113, "ttt", "Invalid {1}: \"{2}\" ({3})."},
-    {-5112, "t", "The field \"{1}\" is given twice in the format model."},
-    {-5111, "tii", "The value {1} has more integer digits than NUMBER({2},{3}) holds."},
-    {-5110, "", "The local time does not exist in its time zone: the clocks are set forward over it."},
-    {-5109, "", "The time zone abbreviation is not in force in the time zone at this local time."},
-    {-5104, "", "Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected."},
-    {-5103, "", "Invalid time zone offset: hours and, after a colon, minutes are expected, such as +09:00."},
-    {-5100, "", "The seconds of a time zone offset must be from 0 to 59."},
-    {-5099, "", "A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00."},
-    {-5098, "", "The hours of a time zone offset must be from -12 to 14."},
-    {-5097, "t", "The time zone element \"{1}\" must not be combined with TZR or TZD."},
-    {-5096, "t", "The time zone element \"{1}\" contradicts another one: it must agree with the region, and TZR or TZD must not be combined with TZH or TZM."},
-    {-5091, "", "Unknown time zone element: TZH, TZM, TZR and TZD are accepted."},
-    {-5089, "", "The punctuation or quoted text differs from the format model, which asks for an exact match (FX)."},
-    {-5088, "", "A number has not as many digits as its format element, and the format model asks for an exact match (FX)."},
-    {-5087, "", "The total of seconds is too large for an interval: its whole days must fit a 32-bit integer."},
-    {-5084, "", "The row number in the rowid is too large: at most 65535 is accepted."},
-    {-5083, "", "The block number in the rowid is too large: at most 4294967295 is accepted."},
-    {-5082, "", "The file number in the rowid is too large: at most 65535 is accepted."},
-    {-5081, "", "The segment part of the rowid, or its block part, is too large: at most 4294967295 is accepted."},
-    {-5080, "", "Invalid rowid: only the letters A to Z and a to z, digits, \"+\" and \"/\" are accepted, up to the largest rowid."},
-    {-5075, "", "Invalid number format model."},
-    {-5074, "", "Invalid number: the text does not have the form of a number."},
-    {-5073, "", "The argument is outside the domain of the function."},
-    {-5072, "", "The number is outside the range of the target type."},
-    {-5070, "", "A number is divided by zero."},
-    {-5069, "", "Numeric underflow: the result is too close to zero for a NUMBER."},
-    {-5068, "", "Numeric overflow: the result is too large for a NUMBER."},
-    {-5067, "", "The number did not fit the output buffer and was written rounded, in scientific form."},
-    {-5065, "", "An interval is divided by zero."},
-    {-5064, "", "The leading field of the interval has more digits than its precision allows."},
-    {-5063, "", "The seconds of the interval must be below 60, with at most 9 digits after the point."},
-    {-5062, "", "The minutes of the interval must be from 0 to 59."},
-    {-5061, "", "The hours of the interval must be from 0 to 23."},
-    {-5060, "", "The months of the interval must be from 0 to 11."},
-    {-5059, "", "The text has a field that the interval's qualifier does not allow."},
-    {-5057, "", "The interval's leading precision must be from 0 to 9 and its fractional precision from 1 to 9."},
-    {-5056, "", "Invalid interval: the text is empty, or lacks a digit or a separator."},
-    {-5054, "", "The format element J cannot be used to write a date."},
-    {-5049, "", "The text ended before the format model: no more elements may follow the last value."},
-    {-5048, "", "The format model for TRUNC or ROUND must be one unit: other text follows it."},
-    {-5045, "", "The text ended while the format model still asks for date fields."},
-    {-5042, "", "A decimal point is missing before the fractional seconds."},
-    {-5041, "", "The precision of fractional seconds must be from 0 to 9."},
-    {-5040, "", "The format element HH24 must not be combined with AM or PM."},
-    {-5039, "", "The format element SYYYY must not be combined with AD or BC."},
-    {-5028, "", "The format element SSSSS must not be combined with an element for seconds."},
-    {-5027, "", "The format element SSSSS must not be combined with an element for minutes."},
-    {-5026, "", "The format element SSSSS must not be combined with an element for hours."},
-    {-5025, "", "The day of the year (DDD) contradicts the day of the month."},
-    {-5024, "", "The day of the year (DDD) contradicts the month."},
-    {-5014, "", "Unknown format element, or no unit of truncation and rounding."},
-    {-5013, "", "The format model has an element that can be written but not read."},
-    {-5012, "", "The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone."},
-    {-5011, "", "The format model has an element that this type does not have: DATE takes no fractional seconds or time zone, TIME no date or time zone."},
-    {-5010, "", "Characters are left over after the value."},
-    {-5009, "", "The interval's text ends before all its fields are given."},
-    {-5008, "", "The fractional precision of an interval must be from 0 to 9."},
-    {-5007, "", "The length of the text or of the output buffer must be at least 1."},
-    {-5006, "", "The value's type does not have this field."},
-    {-5005, "", "The target month does not have this day."},
-    {-3006, "", "The number format model has the element B, or asks for roman numerals to be read."},
-    {-3005, "", "The output buffer is too short for the text."},
-    {DV_ERR_NO_MEMORY, "", "There is not enough memory."},
-};
+constexpr message_t message_of_(error_code code) {
+    switch (code) {
+        case ERR_NO_MEMORY: return {"", "There is not enough memory."};
+        case ERR_CHARSET_UNUSABLE: return {"t", "The C library cannot convert texts of the character set {1}: the modules of its iconv are not installed."};
+        case ERR_TEXT_BUFFER_SIZE: return {"", "The output buffer is too short for the text."};
+        case ERR_NUMBER_MODEL: return {"", "The number format model has the element B, or asks for roman numerals to be read."};
+        case ERR_MONTH_LACKS_DAY: return {"", "The target month does not have this day."};
+        case ERR_FIELD_UNSUPPORTED: return {"", "The value's type does not have this field."};
+        case ERR_TEXT_LENGTH: return {"", "The length of the text or of the output buffer must be at least 1."};
+        case ERR_ITV_TRIM_PRECISION: return {"", "The fractional precision of an interval must be from 0 to 9."};
+        case ERR_ITV_TEXT_ENDED: return {"", "The interval's text ends before all its fields are given."};
+        case ERR_TRAILING_TEXT: return {"", "Characters are left over after the value."};
+        case ERR_MODEL_FOR_DATE: return {"", "The format model has an element that this type does not have: DATE takes no fractional seconds or time zone, TIME no date or time zone."};
+        case ERR_MODEL_FOR_TIME: return {"", "The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone."};
+        case ERR_ELEMENT_NOT_READABLE: return {"", "The format model has an element that can be written but not read."};
+        case ERR_MODEL_ELEMENT: return {"", "Unknown format element, or no unit of truncation and rounding."};
+        case ERR_DAY_OF_YEAR_AND_MONTH: return {"", "The day of the year (DDD) contradicts the month."};
+        case ERR_DAY_OF_YEAR_AND_DAY: return {"", "The day of the year (DDD) contradicts the day of the month."};
+        case ERR_SSSSS_AND_HOUR: return {"", "The format element SSSSS must not be combined with an element for hours."};
+        case ERR_SSSSS_AND_MINUTE: return {"", "The format element SSSSS must not be combined with an element for minutes."};
+        case ERR_SSSSS_AND_SECOND: return {"", "The format element SSSSS must not be combined with an element for seconds."};
+        case ERR_SYYYY_AND_ERA: return {"", "The format element SYYYY must not be combined with AD or BC."};
+        case ERR_HH24_AND_MERIDIEM: return {"", "The format element HH24 must not be combined with AM or PM."};
+        case ERR_FRACTION_PRECISION: return {"", "The precision of fractional seconds must be from 0 to 9."};
+        case ERR_RADIX: return {"", "A decimal point is missing before the fractional seconds."};
+        case ERR_TEXT_ENDED: return {"", "The text ended while the format model still asks for date fields."};
+        case ERR_UNIT_LEFT_OVER: return {"", "The format model for TRUNC or ROUND must be one unit: other text follows it."};
+        case ERR_MODEL_LEFT_OVER: return {"", "The text ended before the format model: no more elements may follow the last value."};
+        case ERR_J_NOT_WRITABLE: return {"", "The format element J cannot be used to write a date."};
+        case ERR_ITV_TEXT: return {"", "Invalid interval: the text is empty, or lacks a digit or a separator."};
+        case ERR_ITV_TO_TEXT_PRECISION: return {"", "The interval's leading precision must be from 0 to 9 and its fractional precision from 1 to 9."};
+        case ERR_ITV_QUALIFIER: return {"", "The text has a field that the interval's qualifier does not allow."};
+        case ERR_ITV_MONTH: return {"", "The months of the interval must be from 0 to 11."};
+        case ERR_ITV_HOUR: return {"", "The hours of the interval must be from 0 to 23."};
+        case ERR_ITV_MINUTE: return {"", "The minutes of the interval must be from 0 to 59."};
+        case ERR_ITV_SECOND: return {"", "The seconds of the interval must be below 60, with at most 9 digits after the point."};
+        case ERR_ITV_LEADING_PRECISION: return {"", "The leading field of the interval has more digits than its precision allows."};
+        case ERR_ITV_DIVISION_BY_ZERO: return {"", "An interval is divided by zero."};
+        case ERR_NUMBER_TEXT_SHORTENED: return {"", "The number did not fit the output buffer and was written rounded, in scientific form."};
+        case ERR_NUMBER_OVERFLOW: return {"", "Numeric overflow: the result is too large for a NUMBER."};
+        case ERR_NUMBER_UNDERFLOW: return {"", "Numeric underflow: the result is too close to zero for a NUMBER."};
+        case ERR_NUMBER_DIVISION_BY_ZERO: return {"", "A number is divided by zero."};
+        case ERR_NUMBER_TARGET_RANGE: return {"", "The number is outside the range of the target type."};
+        case ERR_NUMBER_DOMAIN: return {"", "The argument is outside the domain of the function."};
+        case ERR_NUMBER_TEXT: return {"", "Invalid number: the text does not have the form of a number."};
+        case ERR_NUMBER_FORMAT: return {"", "Invalid number format model."};
+        case ERR_ROWID_TEXT: return {"", "Invalid rowid: only the letters A to Z and a to z, digits, \"+\" and \"/\" are accepted, up to the largest rowid."};
+        case ERR_ROWID_SGMT: return {"", "The segment part of the rowid, or its block part, is too large: at most 4294967295 is accepted."};
+        case ERR_ROWID_FILE: return {"", "The file number in the rowid is too large: at most 65535 is accepted."};
+        case ERR_ROWID_BLOCK: return {"", "The block number in the rowid is too large: at most 4294967295 is accepted."};
+        case ERR_ROWID_ROW: return {"", "The row number in the rowid is too large: at most 65535 is accepted."};
+        case ERR_ITV_TOTAL_SECONDS: return {"", "The total of seconds is too large for an interval: its whole days must fit a 32-bit integer."};
+        case ERR_EXACT_WIDTH: return {"", "A number has not as many digits as its format element, and the format model asks for an exact match (FX)."};
+        case ERR_EXACT_TEXT: return {"", "The punctuation or quoted text differs from the format model, which asks for an exact match (FX)."};
+        case ERR_ZONE_ELEMENT: return {"", "Unknown time zone element: TZH, TZM, TZR and TZD are accepted."};
+        case ERR_ZONE_NAME_CONFLICT: return {"t", "The time zone element \"{1}\" contradicts another one: it must agree with the region, and TZR or TZD must not be combined with TZH or TZM."};
+        case ERR_ZONE_OFFSET_CONFLICT: return {"t", "The time zone element \"{1}\" must not be combined with TZR or TZD."};
+        case ERR_ZONE_HOUR: return {"", "The hours of a time zone offset must be from -12 to 14."};
+        case ERR_ZONE_MINUTE: return {"", "A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00."};
+        case ERR_ZONE_SECOND: return {"", "The seconds of a time zone offset must be from 0 to 59."};
+        case ERR_ZONE_OFFSET: return {"", "Invalid time zone offset: hours and, after a colon, minutes are expected, such as +09:00."};
+        case ERR_ZONE_TEXT: return {"", "Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected."};
+        case ERR_ZONE_ABBREVIATION_TIME: return {"", "The time zone abbreviation is not in force in the time zone at this local time."};
+        case ERR_ZONE_GAP: return {"", "The local time does not exist in its time zone: the clocks are set forward over it."};
+        case ERR_NUMBER_PRECISION: return {"tii", "The value {1} has more integer digits than NUMBER({2},{3}) holds."};
+        case ERR_FIELD_TWICE: return {"t", "The field \"{1}\" is given twice in the format model."};
+        case ERR_FIELD_TEXT: return {"ttt", "Invalid {1}: \"{2}\" ({3})."};
+        case ERR_FIELD_RANGE: return {"tiii", "The value {2} of the field \"{1}\" is out of range: {3} to {4} is accepted."};
+        case ERR_NLS_SETTING: return {"", "Invalid language setting: one assignment NAME=VALUE with a known name and value is expected."};
+    }
+    return {"", nullptr};
+}
 // clang-format on
 
-constexpr bool is_sorted_by_code_() {
-    return std::adjacent_find(std::begin(_messages), std::end(_messages),
-                              [](auto &a, auto &b) { return a.code >= b.code; }) == std::end(_messages);
-}
+constexpr message_t message_of_(int code) { return message_of_(static_cast<error_code>(code)); }
 
 // Every argument has its placeholder, and no placeholder is without an argument.
 constexpr bool fits_its_arguments_(const message_t &message) {
@@ -110,15 +111,14 @@ constexpr bool fits_its_arguments_(const message_t &message) {
     return message.arg_types.find_first_not_of("ti") == std::string_view::npos;
 }
 
-static_assert(std::size(_messages) > 0 && is_sorted_by_code_());
-static_assert(std::all_of(std::begin(_messages), std::end(_messages), fits_its_arguments_));
-
-const message_t *find_message_(int code) {
-    const message_t *const found =
-        std::lower_bound(std::begin(_messages), std::end(_messages), code,
-                         [](const message_t &message, int wanted) { return message.code < wanted; });
-    return found != std::end(_messages) && found->code == code ? found : nullptr;
+constexpr bool every_message_fits_its_arguments_() {
+    for (int code = -20'000; code <= 0; ++code) {  // more than all codes
+        const message_t message = message_of_(code);
+        if (message.text != nullptr && !fits_its_arguments_(message)) return false;
+    }
+    return true;
 }
+static_assert(every_message_fits_its_arguments_());
 
 // A NUL-ended text under construction in a fixed array; what does not fit is dropped as a whole tail.
 class bounded_text_t {
@@ -200,12 +200,12 @@ void dv::impl::error_fill(dv_error_t &error, const char *src_file, int line, con
     set_text_(error.file, src_file);
     set_text_(error.function, function);
 
-    const message_t *const message = find_message_(code);
-    if (message == nullptr) {
+    const message_t message = message_of_(code);
+    if (message.text == nullptr) {
         std::snprintf(error.message, sizeof error.message, "Unknown error %d.", code);
         return;
     }
-    for (const char type : message->arg_types) {
+    for (const char type : message.arg_types) {
         auto &text = error.args[error.arg_count++];
         if (type == 't') {
             set_text_(text, va_arg(args, const char *));
@@ -213,7 +213,7 @@ void dv::impl::error_fill(dv_error_t &error, const char *src_file, int line, con
             set_int_(text, va_arg(args, int));
         }
     }
-    fill_in_(error, message->text);
+    fill_in_(error, message.text);
 }
 
 void dv::impl::error_abort(const dv_error_t &error) {
@@ -222,7 +222,4 @@ void dv::impl::error_abort(const dv_error_t &error) {
     std::abort();
 }
 
-extern "C" const char *dv_error_text(int code) {
-    const message_t *const message = find_message_(code);
-    return message != nullptr ? message->text : nullptr;
-}
+extern "C" const char *dv_error_text(int code) { return message_of_(code).text; }

@@ -7,7 +7,9 @@
 
 namespace dv::impl {
 
-// Named by condition; the message of each code is in the base library's catalogue.
+// Named by condition; the message of each code is in the base library's catalogue, where the compiler sees to it
+// that none is missing. Codes are permanent: hosts pass them on and programs decide by them. One that is no longer
+// raised stays, and none gets a second meaning.
 // clang-format off
 enum error_code : int {
     ERR_TEXT_BUFFER_SIZE = -3005,            // the text does not fit the output buffer
@@ -78,6 +80,9 @@ enum error_code : int {
     ERR_FIELD_TEXT = -5113,                  // (field, text, note) the text is no such field
     ERR_FIELD_RANGE = -5114,                 // (field, value, lowest, highest)
     ERR_NLS_SETTING = -11035,                // no known language setting
+
+    ERR_NO_MEMORY = DV_ERR_NO_MEMORY,
+    ERR_CHARSET_UNUSABLE = DV_ERR_CHARSET_UNUSABLE,  // (set) libc's iconv does not know the character set
 };
 // clang-format on
 

@@ -97,8 +97,11 @@ struct allocator_s {
 // Default base library: libc's heap; throw_ raises DV_ERR_NO_MEMORY.
 extern DV_EXPORT_DATA allocator_t *_system_allocator;
 
-// Code of an allocation that failed.
-enum { DV_ERR_NO_MEMORY = -1 };
+// Codes that the default base library raises of its own accord. They are permanent.
+enum {
+    DV_ERR_NO_MEMORY = -1,        // an allocation failed
+    DV_ERR_CHARSET_UNUSABLE = -2  // (set) libc has no converter for the character set
+};
 
 // ---------------------------------------------------------------------------------------------------------
 // Character sets
@@ -126,9 +129,10 @@ typedef int32_t dvstr_charset_t;
 
 typedef enum dvstr_case_e { DVSTR_CASE_LOWER = 0, DVSTR_CASE_UPPER = 1, DVSTR_CASE_INITCAP = 2 } dvstr_case_e;
 
-// What a character set can do. All entries are safe from any thread, never write past dst_size, never write
-// a part of a character, write no NUL, and may not be given overlapping buffers (case conversion in place,
-// src == dst, is allowed).
+// What a character set can do. In every set the bytes 00 to 7F are the ASCII characters. SJIS writes the yen
+// sign U+00A5 and the overline U+203E as 5C and 7E, which read back as the ASCII characters. All entries are
+// safe from any thread, never write past dst_size, never write a part of a character, write no NUL, and may
+// not be given overlapping buffers (case conversion in place, src == dst, is allowed).
 typedef struct charset_info_s charset_info_t;
 struct charset_info_s {
     const char *name;  // upper case, such as "EUCKR"
@@ -146,13 +150,26 @@ struct charset_info_s {
     // dst_size holds. A character whose other case is longer, or is not in the set, stays as it is, so the
     // result is never longer than src_len. INITCAP: a letter after a letter or digit is made lower case, any
     // other letter upper case. Byte sequences that are no character are copied unchanged. Independent of the
-    // C locale. Default base library: letters of Latin, Greek and Cyrillic, full width too, roman numerals
-    // and circled letters.
+    // C locale.
+    //
+    // Default base library: the simple case mappings of Unicode 14 for Latin (up to U+017F, Vietnamese,
+    // Pinyin and what follows to U+0233, U+1E00 to U+1EFF), Greek without the accented forms from U+1F00 on,
+    // Cyrillic up to U+052F, full-width Latin, roman numerals and circled letters. Other letters keep their
+    // case: phonetic ones, digraphs such as U+01C4, Armenian, Georgian, Latin and Cyrillic of later blocks.
     int (*to_case)(const charset_info_t *cs, dvstr_case_e to, const char *src, int src_len, char *dst,
                    int dst_size);
 };
 
 extern DV_EXPORT_DATA const charset_info_t _charset_info[DVSTR_CHARSET_MAX];
+
+// Can texts be converted to and from this character set? 0 for a number that is none, too.
+//
+// Default base library: ASCII and UTF8 always. The other eleven are tables of libc's iconv, whose modules
+// some installations lack (Debian: /usr/lib/<machine>/gconv, in libc6; from Debian 13 on in
+// libc-gconv-modules-extra, but for a few). Without them ASCII characters are still converted; any other
+// character raises DV_ERR_CHARSET_UNUSABLE in the three functions above, and so in every function that reads
+// or writes names in the set. Raises DV_ERR_NO_MEMORY. Safe from any thread.
+DV_EXPORT int dv_charset_is_usable(dvstr_charset_t set);
 
 // ---------------------------------------------------------------------------------------------------------
 // Recovery (default base library)
