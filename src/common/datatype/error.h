@@ -7,9 +7,9 @@
 
 namespace dv::impl {
 
-// Named by condition; the message of each code is in the base library's catalogue, where the compiler sees to it
-// that none is missing. Codes are permanent: hosts pass them on and programs decide by them. One that is no longer
-// raised stays, and none gets a second meaning.
+// Named by condition; the message of each code is in the base library's catalogue, where the compiler sees to
+// it that none is missing. Codes are permanent: hosts pass them on and programs decide by them. One that is
+// no longer raised stays, and none gets a second meaning.
 // clang-format off
 enum error_code : int {
     ERR_TEXT_BUFFER_SIZE = -3005,            // the text does not fit the output buffer
