@@ -1,0 +1,97 @@
+// NUMBER as text, without a model and under models.
+
+#include <cstring>
+
+#include "dvtypes/number_fmt.h"
+#include "vector_bind.h"
+
+using namespace dv::test;
+
+namespace {
+
+using read_function = void (*)(number_t *, int, const char *, const char *);
+
+template <read_function Read>
+void read_(vector_call &call) {
+    const vector_text text = call.text();
+    number_t x{};
+    if (call.run([&] { Read(&x, text.size, text.data, nullptr); }) && text.data != nullptr) {
+        call.put_bytes(&x, x.size + size_t{1});
+    }
+}
+
+// A text written into exactly size bytes. The byte behind them must stay.
+template <typename Write>
+void write_(vector_call &call, int64_t size, Write write, bool stays_on_raise = false) {
+    constexpr char guard = '\x5A';
+    auto *const buffer = static_cast<char *>(call.memory(static_cast<size_t>(size) + 1));
+    buffer[size] = guard;
+    const bool has_returned = call.run([&] { write(static_cast<int>(size), buffer); });
+    if (buffer[size] != guard) call.fail("written beyond the buffer");
+    if (has_returned || stays_on_raise)
+        call.put_text(std::string_view(buffer, strnlen(buffer, static_cast<size_t>(size))));
+}
+
+// Number, form (null, "N", "S"), size of the buffer. A raise of -5067 leaves the text.
+void to_text_(vector_call &call) {
+    const number_t *const x = call.number();
+    const vector_text form = call.text();
+    const int64_t size = call.integer_or(NUMBER_NORMAL_TEXT_SIZE);
+    write_(
+        call, size, [&](int room, char *text) { number_to_str(x, room, text, form.data); }, true);
+}
+
+void dump_(vector_call &call) {
+    const number_t *const x = call.number();
+    const int64_t size = call.integer_or(NUMBER_DUMP_SIZE);
+    write_(call, size, [&](int room, char *text) { number_sdump(x, text, room); });
+}
+
+void to_model_text_(vector_call &call) {
+    const number_t *const x = call.number();
+    const vector_text model = call.text();
+    const int64_t size = call.integer_or(NUMBER_FMT_TEXT_SIZE);
+    write_(call, size,
+           [&](int room, char *text) { number_to_str_fmt(x, room, text, model.size, model.data); });
+}
+
+void to_roman_(vector_call &call) {
+    const number_t *const x = call.number();
+    const auto in_upper = static_cast<int>(call.integer());
+    const int64_t size = call.integer_or(NUMBER_ROMAN_TEXT_SIZE);
+    write_(call, size, [&](int room, char *text) { _number_to_str_fmt_rn(x, room, text, in_upper); });
+}
+
+void from_model_text_(vector_call &call) {
+    const vector_text text = call.text(), model = call.text();
+    number_t x{};
+    const auto read = [&] { number_from_str_fmt(&x, text.size, text.data, model.size, model.data); };
+    if (call.run(read) && text.data != nullptr) call.put_bytes(&x, x.size + size_t{1});
+}
+
+void compile_(vector_call &call) {
+    const vector_text model = call.text();
+    number_parse_result_t result{};
+    if (!call.run([&] { number_fmt_parse(model.data, &result); }) || model.data == nullptr) return;
+    call.put_text(result.fmt_dig);
+    const int fields[] = {result.fm_present, result.sign_type,      result.currency_type,  result.pos_msd,
+                          result.pos_lsd,    result.power_to_raise, result.in_hexadecimal, result.in_sciform};
+    for (const int field : fields) call.put(field);
+}
+
+constexpr vector_operation _operations[] = {
+    {"number_from_str", read_<number_from_str>},
+    {"number_from_str_nt", read_<number_from_str_nt>},
+    {"number_to_str", to_text_},
+    {"number_sdump", dump_},
+    {"number_to_str_fmt", to_model_text_},
+    {"_number_to_str_fmt_rn", to_roman_},
+    {"number_from_str_fmt", from_model_text_},
+    {"number_fmt_parse", compile_},
+    {"number_format_check", in_place<number_format_check>},
+    {"number_get_length", in_place<number_get_length>},
+};
+
+}  // namespace
+
+std::span<const vector_operation> dv::test::number_text_operations() { return _operations; }

@@ -1,0 +1,165 @@
+// Operations of vector files: a name, and the function that makes the call. Most are made from the library's
+// function itself.
+//
+// Each parameter takes one input. A record that the call may write is listed behind "=" as the call left it
+// (a NUMBER not after a raise, where it is unspecified), and then the value that the call returned.
+
+#ifndef DV_TEST_VECTOR_BIND_H
+#define DV_TEST_VECTOR_BIND_H
+
+#include <cstddef>
+#include <span>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "vector_call.h"
+
+namespace dv::test {
+
+struct vector_operation {
+    std::string_view name;
+    void (*run)(vector_call &);
+};
+
+// By area; names are unique.
+std::span<const vector_operation> number_operations();
+std::span<const vector_operation> number_text_operations();
+std::span<const vector_operation> datetime_operations();
+std::span<const vector_operation> datetime_model_operations();
+std::span<const vector_operation> zone_operations();
+std::span<const vector_operation> catalogue_operations();
+
+namespace vector_bind {
+
+template <typename T>
+T *read_record(vector_call &call) {
+    if constexpr (std::is_same_v<T, number_t>) return call.number();
+    if constexpr (std::is_same_v<T, dv_date_t>) return call.date();
+    if constexpr (std::is_same_v<T, dv_time_t>) return call.time();
+    if constexpr (std::is_same_v<T, dv_timestamp_t>) return call.timestamp();
+    if constexpr (std::is_same_v<T, dv_ts_ltz_t>) return call.local_timestamp();
+    if constexpr (std::is_same_v<T, dv_ts_tz_t>) return call.zoned_timestamp();
+    if constexpr (std::is_same_v<T, timezone_t>) return call.zone();
+    if constexpr (std::is_same_v<T, dv_itv_ytm_t>) return call.year_month();
+    if constexpr (std::is_same_v<T, dv_itv_dts_t>) return call.day_second();
+}
+
+// Bytes of a floating-point number: without the padding of a long double.
+template <typename T>
+inline constexpr size_t bits_size = sizeof(T) > 8 ? 10 : sizeof(T);
+
+template <typename T>
+T read_bits(vector_call &call) {
+    T value{};
+    const uint8_t *const bytes = call.bytes(bits_size<T>);
+    for (size_t i = 0; i < bits_size<T>; ++i)
+        reinterpret_cast<uint8_t *>(&value)[i] = bytes[bits_size<T> - 1 - i];
+    return value;
+}
+
+template <typename T>
+void put_value(vector_call &call, T value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        call.put_bits(&value, bits_size<T>);
+    } else if constexpr (std::is_same_v<T, uint64_t>) {
+        call.put_word(std::to_string(value));
+    } else if constexpr (std::is_convertible_v<T, const char *>) {
+        call.put_text(value);
+    } else {
+        call.put(value);
+    }
+}
+
+inline constexpr size_t NO_RESULT = SIZE_MAX;
+
+// The result of a call takes no input, but null makes its pointer NULL, and _ says that what follows is
+// another's.
+template <typename T>
+T *result_memory(vector_call &call) {
+    if (call.takes("null")) return nullptr;
+    call.takes("_");
+    return static_cast<T *>(call.memory(sizeof(T)));
+}
+
+// Argument I. An int behind a text is the text's length.
+template <typename Parameters, size_t I, size_t Result>
+auto read_argument(vector_call &call, int &length) {
+    using type = std::tuple_element_t<I, Parameters>;
+    using value_type = std::remove_cv_t<std::remove_pointer_t<type>>;
+    if constexpr (std::is_same_v<type, const char *>) {
+        const vector_text text = call.text();
+        length = text.size;
+        return text.data;
+    } else if constexpr (std::is_pointer_v<type> && (I == Result || std::is_arithmetic_v<value_type>)) {
+        return static_cast<type>(result_memory<value_type>(call));
+    } else if constexpr (std::is_pointer_v<type>) {
+        return static_cast<type>(read_record<value_type>(call));
+    } else if constexpr (std::is_floating_point_v<type>) {
+        return read_bits<type>(call);
+    } else {
+        if constexpr (I > 0) {
+            if constexpr (std::is_same_v<std::tuple_element_t<I - 1, Parameters>, const char *>)
+                return length;
+        }
+        return static_cast<type>(call.integer());
+    }
+}
+
+// Lists what the call left in an argument.
+template <typename T>
+void put_left(vector_call &call, T argument, bool has_returned) {
+    using value_type = std::remove_pointer_t<T>;
+    if constexpr (std::is_pointer_v<T> && !std::is_const_v<value_type>) {
+        if (argument == nullptr) return;
+        if constexpr (std::is_arithmetic_v<value_type>) {
+            if (has_returned) put_value(call, *argument);
+        } else if constexpr (std::is_same_v<value_type, number_t>) {
+            if (has_returned) call.put_bytes(argument, argument->size + size_t{1});
+        } else {
+            call.put_bytes(argument, sizeof *argument);
+        }
+    }
+}
+
+template <size_t Result, typename R, typename... P, size_t... I>
+void make_call(vector_call &call, R (*function)(P...), std::index_sequence<I...>) {
+    int length = 0;
+    // Braces read the inputs in order.
+    std::tuple<P...> arguments{read_argument<std::tuple<P...>, I, Result>(call, length)...};
+    std::conditional_t<std::is_void_v<R>, int, R> returned{};
+    const bool has_returned = call.run([&] {
+        if constexpr (std::is_void_v<R>) {
+            std::apply(function, arguments);
+        } else {
+            returned = std::apply(function, arguments);
+        }
+    });
+    (put_left(call, std::get<I>(arguments), has_returned), ...);
+    if constexpr (!std::is_void_v<R>) {
+        if (has_returned) put_value(call, returned);
+    }
+}
+
+template <size_t Result, typename R, typename... P>
+void make_call(vector_call &call, R (*function)(P...)) {
+    make_call<Result>(call, function, std::index_sequence_for<P...>{});
+}
+
+}  // namespace vector_bind
+
+// Every record that may be written is an input too.
+template <auto Function>
+void in_place(vector_call &call) {
+    vector_bind::make_call<vector_bind::NO_RESULT>(call, Function);
+}
+
+// Parameter Result is the result alone, zeros before the call.
+template <auto Function, size_t Result = 0>
+void into(vector_call &call) {
+    vector_bind::make_call<Result>(call, Function);
+}
+
+}  // namespace dv::test
+
+#endif  // DV_TEST_VECTOR_BIND_H

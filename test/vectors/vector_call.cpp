@@ -1,0 +1,283 @@
+// See vector_call.h.
+
+#include "vector_call.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+using namespace dv::test;
+
+namespace {
+
+// The conditions that failed during the call that runs: texts of the library, which last.
+constexpr int _assertions_max = 16;
+thread_local const char *_assertions[_assertions_max];
+thread_local int _assertion_count;
+
+int hex_digit_(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+std::string hex_(const uint8_t *bytes, size_t size) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (size_t i = 0; i < size; ++i) (text += digits[bytes[i] / 16]) += digits[bytes[i] % 16];
+    return text;
+}
+
+std::string quoted_(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        const auto byte = static_cast<uint8_t>(c);
+        if (c == '"' || c == '\\') {
+            (result += '\\') += c;
+        } else if (byte >= 0x20 && byte < 0x7F) {
+            result += c;
+        } else {
+            result += "\\x" + hex_(&byte, 1);
+        }
+    }
+    return result + '"';
+}
+
+// Of a quoted text, the number of characters with both quotes.
+size_t quoted_size_(std::string_view text) {
+    size_t at = 1;
+    while (at < text.size() && text[at] != '"') at += text[at] == '\\' ? 2 : 1;
+    return at < text.size() ? at + 1 : text.size();
+}
+
+void set_year_(uint8_t *record, int year) {
+    record[0] = static_cast<uint8_t>(year / 100 + 100);
+    record[1] = static_cast<uint8_t>(year % 100 + 100);
+}
+
+}  // namespace
+
+void vector_call::watch_assertions_(bool on) {
+    if (on) {
+        dv_assert_set_reporter([](const char *condition, const char *, int) {
+            if (_assertion_count < _assertions_max) _assertions[_assertion_count++] = condition;
+        });
+    } else {
+        dv_assert_set_reporter(nullptr);
+    }
+}
+
+// ---- inputs
+
+bool vector_call::has_more() {
+    while (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
+    return !rest_.empty();
+}
+
+std::string_view vector_call::next_() {
+    if (!has_more()) {
+        fail("an input is missing");
+        return {};
+    }
+    size_t size = rest_.front() == '"' ? quoted_size_(rest_) : 0;
+    while (size < rest_.size() && rest_[size] != ' ') ++size;
+    const std::string_view field = rest_.substr(0, size);
+    rest_.remove_prefix(size);
+    return field;
+}
+
+void *vector_call::memory(size_t size) {
+    const size_t begin = used_;
+    used_ += (size + 15) / 16 * 16;
+    if (used_ > sizeof memory_) {
+        std::fputs("a vector's inputs are too long\n", stderr);
+        std::abort();
+    }
+    return std::memset(memory_ + begin, 0, size);
+}
+
+int64_t vector_call::integer() {
+    const std::string field(next_());
+    char *end;
+    const int64_t value = field.front() == '-' ? std::strtoll(field.c_str(), &end, 10)
+                                               : static_cast<int64_t>(std::strtoull(field.c_str(), &end, 10));
+    if (field.empty() || *end != '\0') fail("no integer: " + field);
+    return value;
+}
+
+std::string_view vector_call::word() { return next_(); }
+
+bool vector_call::takes(std::string_view word) {
+    if (!has_more() || rest_.substr(0, rest_.find(' ')) != word) return false;
+    rest_.remove_prefix(word.size());
+    return true;
+}
+
+vector_text vector_call::text() {
+    std::string_view field = next_();
+    if (field == "null") return {nullptr, 0};
+    if (field.starts_with("null:")) return {nullptr, std::atoi(std::string(field.substr(5)).c_str())};
+    const size_t end = field.empty() || field.front() != '"' ? 0 : quoted_size_(field);
+    if (end < 2) {
+        fail("no text: " + std::string(field));
+        return {"", 0};
+    }
+    auto *const text = static_cast<char *>(memory(end));
+    int size = 0;
+    for (size_t i = 1; i + 1 < end; ++i) {
+        char c = field[i];
+        if (c == '\\') {
+            c = field[++i];
+            if (c == 'x') {
+                c = static_cast<char>(hex_digit_(field[i + 1]) * 16 + hex_digit_(field[i + 2]));
+                i += 2;
+            }
+        }
+        text[size++] = c;
+    }
+    if (end < field.size()) size = std::atoi(std::string(field.substr(end + 1)).c_str());
+    return {text, size};
+}
+
+uint8_t *vector_call::bytes(size_t size) {
+    const std::string_view field = next_();
+    if (field == "null") return nullptr;
+    const size_t count = field.empty() || field.front() != 'x' ? 0 : (field.size() - 1) / 2;
+    if (count == 0 && field != "x") fail("no bytes: " + std::string(field));
+    auto *const result = static_cast<uint8_t *>(memory(count > size ? count : size));
+    for (size_t i = 0; i < count; ++i) {
+        const int high = hex_digit_(field[2 * i + 1]), low = hex_digit_(field[2 * i + 2]);
+        if (high < 0 || low < 0) fail("no bytes: " + std::string(field));
+        result[i] = static_cast<uint8_t>(high * 16 + low);
+    }
+    return result;
+}
+
+// A record by its bytes, or as read says.
+template <typename Record>
+Record *vector_call::record_(bool (vector_call::*read)(std::string_view, Record *)) {
+    const bool is_raw = has_more() && (rest_.front() == 'x' || rest_.substr(0, 4) == "null");
+    if (is_raw) return reinterpret_cast<Record *>(bytes(sizeof(Record)));
+    auto *const record = static_cast<Record *>(memory(sizeof(Record)));
+    const std::string_view field = next_();
+    if (!(this->*read)(field, record)) fail("no such record: " + std::string(field));
+    return record;
+}
+
+bool vector_call::read_number_(std::string_view field, number_t *x) {
+    return raise_of([&] { number_from_str(x, static_cast<int>(field.size()), field.data(), nullptr); }) == 0;
+}
+
+// [-]YYYY-MM-DDTHH:MI:SS
+bool vector_call::read_date_(std::string_view field, dv_date_t *date) {
+    const bool is_bc = field.starts_with('-');
+    unsigned year, month, day, hour, minute, second;
+    const std::string text(field.substr(is_bc));
+    if (std::sscanf(text.c_str(), "%4u-%2u-%2uT%2u:%2u:%2u", &year, &month, &day, &hour, &minute, &second) !=
+        6)
+        return false;
+    set_year_(&date->century, is_bc ? -static_cast<int>(year) : static_cast<int>(year));
+    const unsigned fields[] = {month, day, hour, minute, second};
+    for (size_t i = 0; i < 5; ++i) (&date->month)[i] = static_cast<uint8_t>(fields[i]);
+    return true;
+}
+
+// The fraction, behind a point, of up to nine digits.
+static void read_fraction_(std::string_view field, uint8_t *csec) {
+    const size_t point = field.find('.');
+    std::string digits(point == field.npos ? "" : field.substr(point + 1));
+    digits.resize(9, '0');
+    const auto value = static_cast<uint32_t>(std::atoi(digits.c_str()));
+    for (int i = 0; i < 4; ++i) csec[i] = static_cast<uint8_t>(value >> (24 - 8 * i));
+}
+
+bool vector_call::read_time_(std::string_view field, dv_time_t *time) {
+    unsigned hour, minute, second;
+    if (std::sscanf(std::string(field).c_str(), "%2u:%2u:%2u", &hour, &minute, &second) != 3) return false;
+    time->hour = static_cast<uint8_t>(hour);
+    time->minute = static_cast<uint8_t>(minute);
+    time->second = static_cast<uint8_t>(second);
+    read_fraction_(field, time->csec);
+    return true;
+}
+
+bool vector_call::read_timestamp_(std::string_view field, dv_timestamp_t *ts) {
+    read_fraction_(field, ts->csec);
+    return read_date_(field, reinterpret_cast<dv_date_t *>(ts));
+}
+
+// UTC@ZONE; a region's offset is the one of the instant.
+bool vector_call::read_zoned_(std::string_view field, dv_ts_tz_t *ts) {
+    const size_t at = field.find('@');
+    if (at == field.npos || !read_timestamp_(field.substr(0, at), &ts->utc) ||
+        !read_zone_(field.substr(at + 1), &ts->tz)) {
+        return false;
+    }
+    timezone_adjust(&ts->tz, reinterpret_cast<dv_date_t *>(ts));
+    return true;
+}
+
+bool vector_call::read_zone_(std::string_view field, timezone_t *tz) {
+    if (field == "none") {
+        timezone_init(tz);
+        return true;
+    }
+    return raise_of([&] { timezone_parse(tz, field.data(), static_cast<int>(field.size())); }) == 0;
+}
+
+bool vector_call::read_year_month_(std::string_view field, dv_itv_ytm_t *itv) {
+    int years, months;
+    if (std::sscanf(std::string(field).c_str(), "%d,%d", &years, &months) != 2) return false;
+    dv_itv_ytm_set_field(itv, DT_FMT_UNIT_YEAR, years);
+    dv_itv_ytm_set_field(itv, DT_FMT_UNIT_MONTH, months);
+    return true;
+}
+
+bool vector_call::read_day_second_(std::string_view field, dv_itv_dts_t *itv) {
+    int days, seconds, nanoseconds;
+    if (std::sscanf(std::string(field).c_str(), "%d,%d,%d", &days, &seconds, &nanoseconds) != 3) return false;
+    dv_itv_dts_set_field(itv, DT_FMT_UNIT_DAY, days);
+    dv_itv_dts_set_field(itv, DT_FMT_UNIT_SECOND, seconds);
+    dv_itv_dts_set_field(itv, DT_FMT_UNIT_FSEC, nanoseconds);
+    return true;
+}
+
+number_t *vector_call::number() { return record_(&vector_call::read_number_); }
+dv_date_t *vector_call::date() { return record_(&vector_call::read_date_); }
+dv_time_t *vector_call::time() { return record_(&vector_call::read_time_); }
+dv_timestamp_t *vector_call::timestamp() { return record_(&vector_call::read_timestamp_); }
+dv_ts_ltz_t *vector_call::local_timestamp() { return reinterpret_cast<dv_ts_ltz_t *>(timestamp()); }
+dv_ts_tz_t *vector_call::zoned_timestamp() { return record_(&vector_call::read_zoned_); }
+timezone_t *vector_call::zone() { return record_(&vector_call::read_zone_); }
+dv_itv_ytm_t *vector_call::year_month() { return record_(&vector_call::read_year_month_); }
+dv_itv_dts_t *vector_call::day_second() { return record_(&vector_call::read_day_second_); }
+
+// ---- outputs
+
+void vector_call::put_word(std::string_view word) { (output_ += output_.empty() ? "" : " ") += word; }
+void vector_call::put(int64_t value) { put_word(std::to_string(value)); }
+void vector_call::put_text(std::string_view text) { put_word(quoted_(text)); }
+
+void vector_call::put_bytes(const void *bytes, size_t size) {
+    put_word('x' + hex_(static_cast<const uint8_t *>(bytes), size));
+}
+
+void vector_call::put_bits(const void *number, size_t size) {
+    std::string reversed(static_cast<const char *>(number), size);
+    put_bytes(std::string(reversed.rbegin(), reversed.rend()).data(), size);
+}
+
+void vector_call::fail(std::string_view why) {
+    if (failure_.empty()) failure_ = why;
+}
+
+std::string vector_call::result() const {
+    if (!failure_.empty()) return "(" + failure_ + ")";
+    std::string text = output_;
+    for (int i = 0; i < _assertion_count; ++i) (text += text.empty() ? "?" : " ?") += quoted_(_assertions[i]);
+    _assertion_count = 0;
+    if (error_.code == 0) return text;
+    (text += text.empty() ? "!" : " !") += std::to_string(error_.code) + ' ' + error_.function;
+    for (int i = 0; i < error_.arg_count; ++i) text += ' ' + quoted_(error_.args[i]);
+    return text;
+}

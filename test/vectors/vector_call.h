@@ -1,0 +1,96 @@
+// One case of a vector file: its inputs, the call, and what the call gave as text. vectors/README.md has the
+// format.
+//
+// What a call can unwind over is plain memory: inputs live in a buffer of the case, texts are made
+// afterwards.
+
+#ifndef DV_TEST_VECTOR_CALL_H
+#define DV_TEST_VECTOR_CALL_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "dvtypes/base.h"
+#include "dvtypes/datetime.h"
+#include "dvtypes/interval.h"
+#include "dvtypes/number.h"
+#include "dvtypes/timestamp_tz.h"
+#include "raise.h"
+
+namespace dv::test {
+
+struct vector_text {
+    const char *data;  // NUL ended; NULL for the input null
+    int size;          // the text's, or the one given behind it: "abc":0
+};
+
+class vector_call {
+  public:
+    // inputs: what stands on the line between the operation and "=".
+    explicit vector_call(std::string_view inputs) : rest_(inputs) {}
+    vector_call(const vector_call &) = delete;
+    vector_call &operator=(const vector_call &) = delete;
+
+    // The next input. Records are NULL for null, and what is no such input fails the case.
+    bool has_more();
+    int64_t integer();
+    int64_t integer_or(int64_t otherwise) { return has_more() ? integer() : otherwise; }
+    std::string_view word();
+    bool takes(std::string_view word);  // the next input, if it is this word
+    vector_text text();
+    uint8_t *bytes(size_t size);  // x and hexadecimal digits; at least size bytes are there
+    number_t *number();
+    dv_date_t *date();
+    dv_time_t *time();
+    dv_timestamp_t *timestamp();
+    dv_ts_ltz_t *local_timestamp();
+    dv_ts_tz_t *zoned_timestamp();
+    timezone_t *zone();
+    dv_itv_ytm_t *year_month();
+    dv_itv_dts_t *day_second();
+    void *memory(size_t size);  // zeros, to the end of the case
+
+    // Runs fn() under a recovery point. True when it returned; else what it raised becomes the result's end.
+    template <typename F>
+    bool run(F &&fn) {
+        watch_assertions_(true);
+        const int code = raise_of(fn, &error_);
+        watch_assertions_(false);
+        return code == 0;
+    }
+
+    void put(int64_t value);
+    void put_bytes(const void *bytes, size_t size);
+    void put_bits(const void *number, size_t size);  // of a machine number, the most significant byte first
+    void put_text(std::string_view text);
+    void put_word(std::string_view word);
+    void fail(std::string_view why);
+
+    // Everything that was put, then the assertions, then the error.
+    std::string result() const;
+
+  private:
+    std::string_view next_();
+    template <typename Record>
+    Record *record_(bool (vector_call::*read)(std::string_view, Record *));
+    bool read_number_(std::string_view, number_t *);
+    bool read_date_(std::string_view, dv_date_t *);
+    bool read_time_(std::string_view, dv_time_t *);
+    bool read_timestamp_(std::string_view, dv_timestamp_t *);
+    bool read_zoned_(std::string_view, dv_ts_tz_t *);
+    bool read_zone_(std::string_view, timezone_t *);
+    bool read_year_month_(std::string_view, dv_itv_ytm_t *);
+    bool read_day_second_(std::string_view, dv_itv_dts_t *);
+    static void watch_assertions_(bool on);
+
+    std::string_view rest_;
+    std::string output_, failure_;
+    dv_error_t error_{};
+    size_t used_ = 0;
+    alignas(16) uint8_t memory_[1 << 15];
+};
+
+}  // namespace dv::test
+
+#endif  // DV_TEST_VECTOR_CALL_H

@@ -1,0 +1,125 @@
+// Time zones and zoned timestamps, without models.
+
+#include <cstdlib>
+#include <cstring>
+
+#include "vector_bind.h"
+
+using namespace dv::test;
+
+namespace {
+
+void zone_name_(vector_call &call) {
+    const timezone_t *const tz = call.zone();
+    char *const text = static_cast<char *>(call.memory(TZ_NAME_TEXT_SIZE + 1));
+    const auto size = static_cast<int>(call.integer_or(TZ_NAME_TEXT_SIZE));
+    if (call.run([&] { timezone_get_zone_name(tz, text, size); })) call.put_text(text);
+}
+
+void zone_abbreviation_(vector_call &call) {
+    const timezone_t *const tz = call.zone();
+    const dv_date_t *const date = call.date();
+    char *const text = static_cast<char *>(call.memory(TZ_ABBREV_TEXT_SIZE + 1));
+    const auto size = static_cast<int>(call.integer_or(TZ_ABBREV_TEXT_SIZE));
+    if (call.run([&] { timezone_get_zone_abbr(tz, date, text, size); })) call.put_text(text);
+}
+
+void search_(vector_call &call) {
+    const vector_text name = call.text();
+    const tz_region_t *region = nullptr;
+    if (!call.run([&] { region = zonetab_search_region(name.data); }) || region == nullptr) return;
+    call.put(region->id);
+    call.put_text(region->canon_name);
+}
+
+// The zone's number; its names.
+void region_(vector_call &call) {
+    const tz_region_t &region = region_tab_[static_cast<size_t>(call.integer()) % TZ_ID_MAX];
+    call.put_text(region.canon_name);
+    call.put_text(region.lc_name);
+}
+
+// Zone, instant in UTC: local time, offset, abbreviation; then what comes back from the local time with it.
+void region_at_(vector_call &call) {
+    timezone_t *const tz = call.zone(), found{}, back = *tz;
+    dv_date_t date = *call.date();
+    char abbreviation[TZ_ABBREV_TEXT_SIZE];
+    timezone_get_zone_abbr(tz, &date, abbreviation, sizeof abbreviation);
+    if (!call.run([&] { timezone_localize(tz, &date, &found); })) return;
+    call.put_bytes(&date, sizeof date);
+    call.put_bytes(&found, sizeof found);
+    call.put_text(abbreviation);
+    if (call.run([&] { timezone_normalize(&back, &date, abbreviation); })) call.put_bytes(&date, sizeof date);
+}
+
+// Zone, sample: fields of the local time as struct tm has them, abbreviation.
+void sample_(vector_call &call) {
+    const auto zone = static_cast<size_t>(call.integer()) % TZ_ID_MAX;
+    const tz_smpl_tm_t &tm = sample_tab_[zone].stms[static_cast<size_t>(call.integer()) % TZ_SAMPLE_COUNT];
+    const int fields[] = {tm.tm_sec,  tm.tm_min,  tm.tm_hour, tm.tm_mday, tm.tm_mon,
+                          tm.tm_year, tm.tm_wday, tm.tm_yday, tm.tm_isdst};
+    for (const int field : fields) call.put(field);
+    call.put_text(tm.abbrev);
+}
+
+// The environment's TZ, null for none.
+void system_default_(vector_call &call) {
+    const vector_text zone = call.text();
+    zone.data != nullptr ? setenv("TZ", zone.data, 1) : unsetenv("TZ");
+    timezone_t tz{};
+    call.run([&] { timezone_get_system_default(&tz); });
+    call.put_bytes(&tz, sizeof tz);
+    unsetenv("TZ");
+}
+
+constexpr vector_operation _operations[] = {
+    {"region_tab_", region_},
+    {"region_at", region_at_},
+    {"sample_tab_", sample_},
+    {"zonetab_search_region", search_},
+    {"timezone_init", into<timezone_init>},
+    {"timezone_set_field", in_place<timezone_set_field>},
+    {"timezone_get_field", in_place<timezone_get_field>},
+    {"timezone_parse", into<timezone_parse>},
+    {"parse_offset_", in_place<parse_offset_>},
+    {"timezone_shift_to_east", in_place<timezone_shift_to_east>},
+    {"timezone_shift_to_west", in_place<timezone_shift_to_west>},
+    {"timezone_normalize", in_place<timezone_normalize>},
+    {"timezone_localize", into<timezone_localize, 2>},
+    {"timezone_adjust", in_place<timezone_adjust>},
+    {"timezone_get_zone_name", zone_name_},
+    {"timezone_get_zone_abbr", zone_abbreviation_},
+    {"timezone_get_system_default", system_default_},
+    {"dv_ts_tz_from_unit_values", in_place<dv_ts_tz_from_unit_values>},
+    {"dv_ts_tz_from_date", into<dv_ts_tz_from_date>},
+    {"dv_ts_tz_from_timestamp", into<dv_ts_tz_from_timestamp>},
+    {"dv_ts_tz_from_ts_ltz", into<dv_ts_tz_from_ts_ltz>},
+    {"dv_ts_tz_current", into<dv_ts_tz_current>},
+    {"dv_ts_tz_compare", in_place<dv_ts_tz_compare>},
+    {"dv_ts_tz_trim_fsec", in_place<dv_ts_tz_trim_fsec>},
+    {"dv_ts_tz_to_double", in_place<dv_ts_tz_to_double>},
+    {"dv_ts_tz_to_number", into<dv_ts_tz_to_number, 1>},
+    {"dv_ts_tz_from_double", into<dv_ts_tz_from_double, 1>},
+    {"dv_ts_tz_from_number", into<dv_ts_tz_from_number, 1>},
+    {"dv_ts_tz_add_itv_ytm", in_place<dv_ts_tz_add_itv_ytm>},
+    {"dv_ts_tz_sub_itv_ytm", in_place<dv_ts_tz_sub_itv_ytm>},
+    {"dv_ts_tz_add_itv_dts", in_place<dv_ts_tz_add_itv_dts>},
+    {"dv_ts_tz_sub_itv_dts", in_place<dv_ts_tz_sub_itv_dts>},
+    {"dv_ts_tz_sub_ts_tz_into_itv_ytm", into<dv_ts_tz_sub_ts_tz_into_itv_ytm>},
+    {"dv_ts_tz_sub_ts_tz_into_itv_dts", into<dv_ts_tz_sub_ts_tz_into_itv_dts>},
+    {"dv_ts_ltz_from_unit_values", in_place<dv_ts_ltz_from_unit_values>},
+    {"dv_ts_ltz_from_date", into<dv_ts_ltz_from_date>},
+    {"dv_ts_ltz_from_timestamp", into<dv_ts_ltz_from_timestamp>},
+    {"dv_ts_ltz_from_ts_tz", into<dv_ts_ltz_from_ts_tz>},
+    {"dv_ts_ltz_current", into<dv_ts_ltz_current>},
+    {"dv_ts_ltz_compare", in_place<dv_ts_ltz_compare>},
+    {"dv_ts_ltz_trim_fsec", in_place<dv_ts_ltz_trim_fsec>},
+    {"dv_ts_ltz_to_double", in_place<dv_ts_ltz_to_double>},
+    {"dv_ts_ltz_to_number", into<dv_ts_ltz_to_number, 1>},
+    {"dv_ts_ltz_from_double", into<dv_ts_ltz_from_double, 1>},
+    {"dv_ts_ltz_from_number", into<dv_ts_ltz_from_number, 1>},
+};
+
+}  // namespace
+
+std::span<const vector_operation> dv::test::zone_operations() { return _operations; }
