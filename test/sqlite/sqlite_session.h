@@ -1,4 +1,5 @@
-// An SQLite database in memory with the extension loaded, and its results as text.
+// An SQLite database in memory with the extension loaded, and its results as text. The environment variable
+// DV_SQLITE_EXTENSION names another file than the one built.
 
 #ifndef DV_TEST_SQLITE_SESSION_H
 #define DV_TEST_SQLITE_SESSION_H
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <cstdlib>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -20,7 +22,8 @@ class sqlite_session {
     sqlite_session() {
         check_(sqlite3_open(":memory:", &db_));
         check_(sqlite3_db_config(db_, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 1, nullptr));
-        check_(sqlite3_load_extension(db_, DV_SQLITE_EXTENSION, nullptr, nullptr));
+        const char *other = std::getenv("DV_SQLITE_EXTENSION");
+        check_(sqlite3_load_extension(db_, other != nullptr ? other : DV_SQLITE_EXTENSION, nullptr, nullptr));
     }
     ~sqlite_session() { sqlite3_close(db_); }
     sqlite_session(const sqlite_session &) = delete;
