@@ -15,7 +15,7 @@ from pathlib import Path
 
 LIBRARIES = ("lib/libdvbase.so", "lib/libdvtypes.so")
 EXTENSION = "lib/dvsqlite.so"
-TESTS = {"dvtypes_test": "bin/dvtypes_test", "dvsqlite_test": "bin/dvsqlite_test"}
+TESTS = {name: f"bin/{name}" for name in ("vectors_test", "dvtypes_test", "dvsqlite_test")}
 _SUPPORT = "lib/libdvtest_support.a"
 
 

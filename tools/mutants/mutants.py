@@ -57,17 +57,16 @@ class Campaign:
         area, changed = campaign.area_of(fault.path), False
         # Whoever uses a C header was compiled before the fault: a changed constant is one of the library's alone.
         is_c_header = area == "C headers"
-        steps = [(building.LIBRARIES, ["dvtypes_test"]), ((building.EXTENSION,), ["dvsqlite_test"])]
+        steps = [(building.LIBRARIES, ["vectors_test", "dvtypes_test"]), ((building.EXTENSION,), ["dvsqlite_test"])]
         if not is_c_header:
             steps += [((path,), [name]) for name, path in building.TESTS.items()]
         for linked, programs in steps:
             if not workshop.rebuild(fault.path, linked):
                 continue
             changed = True
-            for program in programs:
-                test = self._suites.first_to_notice(program, fault.path, area, workshop)
-                if test is not None:
-                    return (campaign.HANG if test.startswith("hang: ") else campaign.TEST), test
+            test = self._suites.first_to_notice(programs, fault.path, area, workshop)
+            if test is not None:
+                return (campaign.HANG if test.startswith("hang: ") else campaign.TEST), test
         return (campaign.SURVIVED if changed else campaign.SAME_CODE), ""
 
     def _test(self, fault):

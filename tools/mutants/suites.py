@@ -43,21 +43,22 @@ class Suites:
                     tests.append((f"{test['classname']}.{test['name']}", Path(test["file"]).parent.name, seconds))
         return tests
 
-    def _phases(self, program, path, area):
-        tests = self._tests[program]
+    def _phases(self, programs, path, area):
+        """Programs and lists of tests, the likelier ones first; with the seconds that they take."""
         known = {name for name, _ in self._noticed.get(path, Counter()).most_common(12)}
-        rank = {}
-        for name, test_area, seconds in tests:
-            near = test_area in (area, _EVERYWHERE)
-            rank[name] = 0 if name in known and seconds < _SLOW else 3 if seconds > _SLOW else 1 if near else 2
-        for wanted in range(4):
-            phase = [(name, seconds) for name, _, seconds in tests if rank[name] == wanted]
-            if phase:
-                yield [name for name, _ in phase], sum(seconds for _, seconds in phase)
+        ranked = [{}, {}, {}, {}]
+        for program in programs:
+            for name, test_area, seconds in self._tests[program]:
+                is_near = test_area in (area, _EVERYWHERE)
+                rank = 3 if seconds > _SLOW else 0 if name in known else 1 if is_near else 2
+                ranked[rank].setdefault(program, []).append((name, seconds))
+        for phase in ranked:
+            for program, tests in phase.items():
+                yield program, [name for name, _ in tests], sum(seconds for _, seconds in tests)
 
-    def first_to_notice(self, program, path, area, workshop):
+    def first_to_notice(self, programs, path, area, workshop):
         """The name of a test that notices the fault ("hang: NAME" where it does not end), or None."""
-        for names, seconds in self._phases(program, path, area):
+        for program, names, seconds in self._phases(programs, path, area):
             found = self._run(workshop, program, names, seconds)
             if found is not None:
                 self.learn(path, found.removeprefix("hang: "))
