@@ -80,8 +80,8 @@ DV_EXPORT void dv_date_set_field(dv_date_t *date, dt_fmt_unit_t unit_type, int v
 DV_EXPORT void dv_date_is_valid(dv_date_t *date);
 
 // The length of a month, 28 to 31; October 1582 counts 31. Leap years: from 1583 by the Gregorian rule, 1 to
-// 1582 every fourth, -45 to -9 every third (-45, -42, ... -9), none before. Asserts "month >= 1" and "month
-// <= 12", then gives 0 for a month out of range.
+// 1582 every fourth, -45 to -9 every third (-45, -42, ... -9), none before. For a month out of range it gives
+// 0, after the assertion "month >= 1" or "month <= 12".
 DV_EXPORT int dt_fmt_get_days_of_mon(int year, int month);
 
 // ---------------------------------------------------------------------------------------------------------
@@ -109,8 +109,9 @@ DV_EXPORT void dv_date_from_epoch_time(time_t t, dv_date_t *date);
 // The DATE bytes of a TIMESTAMP; the fraction is cut off.
 DV_EXPORT void dv_date_from_timestamp(dv_date_t *date, const dv_timestamp_t *ts);
 
-// The local DATE of a zoned timestamp: in its own zone, with the offset that it holds, or in the session's
-// zone. Raises  -5114  the local time is out of the range of DATE arithmetic
+// The local DATE of a zoned timestamp: in its own zone, with the offset that it holds, or in the zone of the
+// session.
+// Raises  -5114  the local time is out of the range of DATE arithmetic
 DV_EXPORT void dv_date_from_ts_tz(dv_date_t *date, const dv_ts_tz_t *ts_tz);
 DV_EXPORT void dv_date_from_ts_ltz(dv_date_t *date, const dv_ts_ltz_t *ts_ltz, const timezone_t *sess_tz);
 
@@ -161,8 +162,8 @@ DV_EXPORT void dv_date_add_field(dv_date_t *date, dt_fmt_unit_t unit_type, int64
 //                1: such a day is an error (the rule of INTERVAL YEAR TO MONTH)
 //
 // The last day of a month goes to the last day of the target month: 2001-02-28 + 1 = 2001-03-31. A result
-// that falls between 1582-10-04 and 1582-10-15 stays as it is. Raises  -5005  the target month is too short
-// and is_from_itv is 1
+// that falls between 1582-10-04 and 1582-10-15 stays as it is.
+// Raises  -5005  the target month is too short and is_from_itv is 1
 //         -5114  the result lies in year 0 or outside -9999..9999
 // On a raise the year and month may already be changed.
 DV_EXPORT void dv_date_add_month(dv_date_t *date, int month, uchar is_from_itv);
@@ -176,8 +177,8 @@ DV_EXPORT double dv_date_sub(const dv_date_t *date1, const dv_date_t *date2);
 // each date in single precision, over 31. (A second weighs 1/5184000 of a day in it, not 1/86400.)
 DV_EXPORT double dv_date_months_between(const dv_date_t *date1, const dv_date_t *date2);
 
-// The last day of the month, with the time of day kept. result may be date.
-// Raises  -5114  the date is not valid
+// The last day of the month, whatever the day is, with the time of day kept. result may be date.
+// Raises  -5114  another field is out of range; for the month it is ("day", 0, 1, 31). result is then written
 DV_EXPORT void dv_date_get_last_date(const dv_date_t *date, dv_date_t *result);
 
 // Moves the date 1 to 7 days ahead to a named weekday; the time of day is kept.
@@ -307,14 +308,16 @@ DV_EXPORT void dv_date_current_str_DEPRECATED(char *buf, int buf_len, const char
 // The bytes that writing a DATE under the model takes, as dt_fmt_get_predicted_str_len estimates them.
 DV_EXPORT int dv_date_get_length(const char *fmt, int fmt_len);
 
-// Returns when the model can read a DATE, else raises as compiling it does.
+// Returns when the model compiles for reading a DATE, else raises as compiling it does. It may still hold
+// elements that can only be written (CC, Q, IYYY, WW, IW, W, D, DAY, DY, YEAR): reading under them raises
+// -5013.
 DV_EXPORT void dv_date_check_format(const char *fmt, int fmt_len);
 
 // Cuts or rounds a date to a unit, in place.
 //
 //   fmt, fmt_len  one format element, such as "MM" or "Q"; NULL and "" mean "DD"; fmt_len 0: up to its NUL
 //
-// Raises  -5014  fmt_len below 0, or no unit of truncation     -5114  the result lies out of range
+// Raises  -5014  fmt_len below 0, or no unit of truncation     -5114  the date or the result is out of range
 DV_EXPORT void dv_date_trunc(dv_date_t *date, const char *fmt, int fmt_len);
 DV_EXPORT void dv_date_round(dv_date_t *date, const char *fmt, int fmt_len);
 

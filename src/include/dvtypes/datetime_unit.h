@@ -6,8 +6,8 @@
 
 #include "dvtypes/base.h"
 
-// Fields, one bit each. The first seven select a field of a value; all of them say which fields a format
-// model has, or which a text has given so far.
+// Fields, one bit each; permanent, since compiled models hold them. The first seven select a field of a
+// value; all of them say which fields a format model has, or which a text has given so far.
 typedef enum dt_fmt_unit_e {
     DT_FMT_UNIT_NONE = 0,
     DT_FMT_UNIT_YEAR = 0x1,

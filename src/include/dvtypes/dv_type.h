@@ -1,7 +1,7 @@
 // dvtypes/dv_type.h: the catalogue of the SQL and stored-procedure data types.
 //
-// Codes are frozen: they are kept in data files and sent to clients. 0 to 22 are the SQL types, 23 to 27 the
-// primitive and 28 to 32 the composite types of stored procedures.
+// Codes are permanent: they are kept in data files and sent to clients. 0 to 22 are the SQL types, 23 to 27
+// the primitive and 28 to 32 the composite types of stored procedures.
 //
 // The catalogue is constant data, exported for the SQL layer, and may be read from any thread: per type its
 // names, stored size and categories; per pair of types whether and how they convert, compare, combine and
@@ -115,7 +115,8 @@ extern DV_EXPORT_DATA const char _dv_type_tbl_compat_psm[DV_TYPE_MAX_PSM][DV_TYP
 // The type in which two operands are compared: its code as one digit of base 32, "0".."9", "A".."V" (10..31).
 extern DV_EXPORT_DATA const char _dv_type_tbl_cmp_result[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
-// How far a conversion is, "0" (nearest, and each type to itself) to "9".
+// How far a conversion is, "0" (nearest) to "9". A type is at "0" from itself, but NONE, UNKNOWN and the
+// composite types have no distance to any.
 extern DV_EXPORT_DATA const char _dv_type_tbl_distance[DV_TYPE_MAX_PSM][DV_TYPE_MAX_PSM + 1];
 
 // Arithmetic: the combination of the operands, 0..32, as the character '0' + combination ("0".."9", then ":"

@@ -2,9 +2,9 @@
 //
 // Both are records of bytes, the same in memory, on the wire and on disk. Every 32-bit field is big-endian
 // with 0x40000000 added, and the months of a year-month interval are a byte with 11 added, so that unsigned
-// bytewise order is the order of the values, as long as all fields of a value have one sign (or are 0).
-// Reading text and every operation that goes through a total keep that; set_field, add_year and add_day do
-// not check it.
+// bytewise order is the order of the values, as long as all fields of a value have one sign (or are 0) and
+// none is below -1073741824, where the sum wraps around. Operations that go through a total give fields of
+// one sign; set_field, add_year, add_day and carries of nanoseconds need not.
 //
 //   0 years 0 months    40 00 00 00 0B               -1 year -6 months   3F FF FF FF 05
 //   0 days 0 s 0 ns     40 00 00 00 40 00 00 00 40 00 00 00
@@ -41,7 +41,8 @@ typedef struct dv_itv_dts_s {
 // Qualifiers
 // ---------------------------------------------------------------------------------------------------------
 
-// What the text of an interval is made of. A leading field (..T) is bounded by the leading precision alone.
+// What the text of an interval is made of. Codes of tokens and qualifiers are permanent. A leading field
+// (..T) is bounded by the leading precision alone.
 typedef enum dv_itv_token_e {
     DV_ITV_TOKEN_YYT = 0,
     DV_ITV_TOKEN_MMT = 1,
@@ -93,8 +94,10 @@ extern DV_EXPORT_DATA const dv_itv_fmt_t _itv_fmt[DV_ITV_QUALIFIER_MAX];
 enum { DV_ITV_PRINT_FMTS = 6 };
 extern DV_EXPORT_DATA const char *const _itv_print_fmt[DV_ITV_PRINT_FMTS];
 
-// Longest texts with their NUL: a sign, ten digits of a leading field, "-00" or " 00:00:00.000000000".
-// Seconds of a record that no operation gives may take more: hours of up to six digits.
+// Bytes that hold the text of any record with its NUL, under a leading precision of up to 10. Of a normal
+// value it takes up to 15 and 32: a sign, ten digits, "-00" or " 00:00:00.000000000". Months of any byte have
+// three digits; seconds that grew past a day by carries have up to six digits of hours, nanoseconds of any
+// bytes ten.
 enum { DV_ITV_YTM_TEXT_SIZE = 16, DV_ITV_DTS_TEXT_SIZE = 36 };
 
 // ---------------------------------------------------------------------------------------------------------
@@ -123,8 +126,8 @@ DV_EXPORT void dv_itv_ytm_add_itv_ytm(dv_itv_ytm_t *ytm1, const dv_itv_ytm_t *yt
 DV_EXPORT void dv_itv_ytm_sub_itv_ytm(dv_itv_ytm_t *ytm1, const dv_itv_ytm_t *ytm2);
 
 // The total times or over a factor, in double, cut toward zero: 1-01 (13 months) * 1.5 = 1-07 (19.5 months).
-// A product that is no number or does not fit 64 bits gives the nearest that does, NaN 0; 32 bits of it are
-// kept. Raises  -5065  division by 0.0 (either sign)
+// A product that does not fit 64 bits gives the nearest that does, NaN 0; 32 bits of it are kept.
+// Raises  -5065  division by 0.0 (either sign)
 DV_EXPORT void dv_itv_ytm_mul(dv_itv_ytm_t *ytm, double dd);
 DV_EXPORT void dv_itv_ytm_div(dv_itv_ytm_t *ytm, double dd);
 
@@ -137,7 +140,7 @@ DV_EXPORT void dv_itv_ytm_check_leading_prec(const dv_itv_ytm_t *itv, int prec);
 // Text: sign, years with at least prec digits, "-", months with at least two: +01-02, -00-03.
 //
 //   str      output; gets at most buf_len bytes with the NUL that always ends it
-//   prec     printf's precision: below 0 counts as 1, above 230 as 230; with 0, no years print as nothing
+//   prec     printf's precision: below 0 counts as 1, above 251 as 251; with 0, no years print as nothing
 //   buf_len  bytes of str; below 1 nothing is written and the text counts as cut
 //
 // Returns CONV_STATUS_CUT when the text did not fit and was cut, else CONV_STATUS_WHOLE.
@@ -195,8 +198,9 @@ DV_EXPORT void dv_itv_dts_set_total_sec(dv_itv_dts_t *dts, double total_secs);
 DV_EXPORT void dv_itv_dts_add_itv_dts(dv_itv_dts_t *dts1, const dv_itv_dts_t *dts2);
 DV_EXPORT void dv_itv_dts_sub_itv_dts(dv_itv_dts_t *dts1, const dv_itv_dts_t *dts2);
 
-// Seconds with their fraction, times or over a NUMBER, cut to a whole nanosecond. dd is a valid NUMBER that
-// is not NULL. Raises  -5065  division by zero     -5087  the days of the result do not fit 32 bits
+// Seconds with their fraction, times or over a NUMBER, cut to a whole nanosecond. Asserts
+// "number_is_valid_ptr(dd)".
+// Raises  -5065  division by zero     -5087  the days of the result do not fit 32 bits
 //         -5068, -5069  the product or quotient is out of the range of NUMBER
 DV_EXPORT void dv_itv_dts_mul(dv_itv_dts_t *dts, const number_t *dd);
 DV_EXPORT void dv_itv_dts_div(dv_itv_dts_t *dts, const number_t *dd);
@@ -218,8 +222,8 @@ DV_EXPORT void dv_itv_dts_check_leading_prec(const dv_itv_dts_t *itv, int prec);
 // Raises  -5008  fprec outside 0..9
 DV_EXPORT void dv_itv_dts_trim_fsec(dv_itv_dts_t *itv, int fprec);
 
-// Text: sign, days with at least prec digits, " HH:MI:SS.", the fraction cut to fprec digits: +01
-// 02:03:04.500.
+// Text: sign, days with at least prec digits, " HH:MI:SS.", the fraction cut to fprec digits:
+// "+01 02:03:04.500".
 //
 //   str      output; gets at most buf_len bytes with the NUL that always ends it
 //   prec     0..9; with 0, no days print as nothing
@@ -234,6 +238,8 @@ DV_EXPORT conv_status_t dv_itv_dts_to_str(const dv_itv_dts_t *itv, char *str, in
 // Reads text under a qualifier: blanks, an optional sign, the fields with their separators, blanks. Blanks
 // may stand before each field and separator. A field has 1 to 9 digits; the fraction and its point may be
 // left out. Leading hours, minutes and seconds carry into the days: "24:00" under HOUR TO MINUTE is one day.
+// In seconds, leading hours from 596524 and minutes from 35791395 wrap around at 32 bits, as add_hour and
+// add_min do.
 //
 //   str, str_len  the text; 0 means up to its NUL; below 0 it counts as empty
 //   type          DV_ITV_DAY .. DV_ITV_SECOND

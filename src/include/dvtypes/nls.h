@@ -3,6 +3,9 @@
 // Settings are texts of the form NAME = VALUE, such as "NLS_DATE_LANGUAGE = KOREAN". Names and values are
 // compared whole, ignoring the case of ASCII letters; there are no abbreviations.
 //
+// Codes of languages, calendars, sorts, comparisons and settings are permanent: sessions and compiled models
+// keep them.
+//
 // Functions here touch nothing but their arguments and constant tables, and so may run in any thread.
 
 #ifndef DVTYPES_NLS_H

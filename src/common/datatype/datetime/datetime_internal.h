@@ -93,9 +93,8 @@ inline int date_day_number(const dv_date_t &date) {
     return gregorian_day_number(year, date.month, date.day);
 }
 
-constexpr bool is_day_number(uint64_t number) {
-    return number <= DV_JULIAN_DAY_MAX;
-}  // a negative one is not
+// Of a number that was signed, too: a negative one is far above.
+constexpr bool is_day_number(uint64_t number) { return number <= DV_JULIAN_DAY_MAX; }
 
 inline void date_set_day_number(dv_date_t &date, uint32_t number) {  // is_day_number(number)
     if (number < DV_JULIAN_DAY_GREGORIAN) [[unlikely]]

@@ -85,8 +85,7 @@ constexpr int order_of(uint64_t key1, uint64_t key2) {
     return (key1 >= key2 ? 1 : 0) + (key1 > key2 ? 1 : 0) - 1;
 }
 
-// ---- the DATE and the TIME in a timestamp; every member is a byte, so they may be read and written there
-// ----
+// ---- the DATE and the TIME in a timestamp; every member is a byte, so they may be used there ----
 
 inline dv_date_t &date_part(dv_timestamp_t &ts) { return reinterpret_cast<dv_date_t &>(ts); }
 inline const dv_date_t &date_part(const dv_timestamp_t &ts) {

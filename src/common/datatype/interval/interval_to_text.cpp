@@ -13,7 +13,7 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr int _ytm_prec_max = 230;  // minimum digits of the years
+constexpr int _ytm_prec_max = 251;  // minimum digits of the years
 constexpr int _ytm_rest_size = 6;   // beside the years: sign, "-244", NUL
 constexpr int _leading_digits_max = 10;
 constexpr int _ytm_text_size_max = _ytm_prec_max + _ytm_rest_size;
