@@ -201,6 +201,12 @@ def power(x, y, mode):
     return div(ONE, result, mode) if y[0] < 0 else result
 
 
+def integer(x):
+    """The integer toward zero."""
+    n, e = cut(x, 0, 0)
+    return n * 10 ** e if e >= 0 else n // 10 ** -e if n >= 0 else -(-n // 10 ** -e)
+
+
 E = (int('27182818284590452353602874713526624977'), -37)
 
 

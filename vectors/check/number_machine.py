@@ -4,7 +4,7 @@ import struct
 from fractions import Fraction
 
 from line import Raised
-from number import cut, encode, in_range, operand, to_precision, top
+from number import cut, encode, in_range, integer, operand, top
 
 _INTEGERS = [(f'{sign}int{bits}', 0 if sign else -2 ** (bits - 1), 2 ** (bits if sign else bits - 1) - 1)
              for bits in (8, 16, 32, 64) for sign in ('', 'u')]
@@ -43,14 +43,8 @@ def _from_float(bits):
     return [encode(cut(x, top(x) - 6, 2) if len(bits) == 4 and x[0] else x)]
 
 
-def _integer(x):
-    """Truncated toward zero."""
-    n, e = cut(x, 0, 0)
-    return n * 10 ** e if e > 0 else n // 10 ** -e if n >= 0 else -(-n // 10 ** -e)
-
-
 def _fits(x, low, high):
-    return low <= _integer(x) <= high and (low < 0 or x[0] >= 0)
+    return low <= integer(x) <= high and (low < 0 or x[0] >= 0)
 
 
 def _to_integer(low, high):
@@ -58,7 +52,7 @@ def _to_integer(low, high):
         x = operand(x)
         if not _fits(x, low, high):
             raise Raised(-5072)
-        return [_integer(x)]
+        return [integer(x)]
     return recompute
 
 
@@ -101,4 +95,3 @@ def _judge_to_float(kind):
 
 # Judged by nearness: the call's value is not correctly rounded.
 JUDGES = {f'number_to_{kind}': _judge_to_float(kind) for kind in _SIZES}
-__all__ = ['JUDGES', 'OPERATIONS', 'to_precision']
