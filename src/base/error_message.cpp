@@ -37,7 +37,7 @@ constexpr message_t message_of_(error_code code) {
         case ERR_ITV_TRIM_PRECISION: return {"", "The fractional precision of an interval must be from 0 to 9."};
         case ERR_ITV_TEXT_ENDED: return {"", "The interval's text ends before all its fields are given."};
         case ERR_TRAILING_TEXT: return {"", "Characters are left over after the value."};
-        case ERR_MODEL_FOR_DATE: return {"", "The format model has an element that this type does not have: DATE takes no fractional seconds or time zone, TIME no date or time zone."};
+        case ERR_MODEL_FOR_DATE: return {"", "The format model has an element that this type does not have: DATE takes no fractional seconds or time zone, TIME no date or time zone, TIMESTAMP no time zone."};
         case ERR_MODEL_FOR_TIME: return {"", "The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone."};
         case ERR_ELEMENT_NOT_READABLE: return {"", "The format model has an element that can be written but not read."};
         case ERR_MODEL_ELEMENT: return {"", "Unknown format element, or no unit of truncation and rounding."};
@@ -48,7 +48,7 @@ constexpr message_t message_of_(error_code code) {
         case ERR_SSSSS_AND_SECOND: return {"", "The format element SSSSS must not be combined with an element for seconds."};
         case ERR_SYYYY_AND_ERA: return {"", "The format element SYYYY must not be combined with AD or BC."};
         case ERR_HH24_AND_MERIDIEM: return {"", "The format element HH24 must not be combined with AM or PM."};
-        case ERR_FRACTION_PRECISION: return {"", "The precision of fractional seconds must be from 0 to 9."};
+        case ERR_FRACTION_PRECISION: return {"", "Invalid precision of fractional seconds: FF1 to FF9 are accepted in a format model, 0 to 9 for a type."};
         case ERR_RADIX: return {"", "A decimal point is missing before the fractional seconds."};
         case ERR_TEXT_ENDED: return {"", "The text ended while the format model still asks for date fields."};
         case ERR_UNIT_LEFT_OVER: return {"", "The format model for TRUNC or ROUND must be one unit: other text follows it."};

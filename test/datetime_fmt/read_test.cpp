@@ -108,7 +108,22 @@ TEST(ModelRead, CompletesYearsFromThePresent) {
     EXPECT_EQ(year_of("RRRR", "50"), century - 50);
     EXPECT_EQ(year_of("YY-MM", "1999-01"), 1999);
     EXPECT_EQ(year_of("YYMM", "1999"), -5114);  // month 99
-    EXPECT_EQ(year_of("BC YY", "BC 24"), -(century + 24));
+    EXPECT_EQ(year_of("RR-HH", "1-06"), 1);     // a whole year by its third character
+    EXPECT_EQ(year_of("RR-HH", "1- 6"), century + 1);
+    EXPECT_EQ(year_of("RRRR-HH", "1-06"), 1);
+    EXPECT_EQ(year_of("YY-HH", "19x"), -5113);
+    EXPECT_EQ(year_of("YYY-HH", "19909"), present / 1000 * 1000 + 199);
+    EXPECT_EQ(year_of("BC YY", "BC 24"), century - 24);  // negated, then completed
+    EXPECT_EQ(year_of("BC YYY", "BC 024"), present / 1000 * 1000 - 24);
+    EXPECT_EQ(year_of("BC Y", "BC 4"), present / 10 * 10 - 4);
+    EXPECT_EQ(year_of("BC RR", "BC 00"), century);
+    EXPECT_EQ(year_of("BC RR", "BC 24"), -24);
+    EXPECT_EQ(year_of("BC RRRR", "BC 24"), -24);
+    EXPECT_EQ(year_of("BC RRRR", "BC 2024"), 2024);
+    EXPECT_EQ(year_of("BC YY.", "BC 2024"), 2024);
+    EXPECT_EQ(year_of("BC YYYY", "BC 2024"), -2024);
+    EXPECT_EQ(year_of("YY BC", "24 BC"), -(century + 24));
+    EXPECT_EQ(year_of("RR BC", "2024 BC"), -2024);
     EXPECT_EQ(year_of("YYYY BC", "0024 B"), -5113);
 }
 

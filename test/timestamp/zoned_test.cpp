@@ -106,14 +106,33 @@ TEST(ZonedText, ReadsZonesAndRefusesWhatContradicts) {
         {abbrev, "2024-11-03 01:30:00 EDT", "America/New_York", "2024-11-03 05:30:00.000000000 -4:0 of 166"},
         {abbrev, "2024-11-03 01:30:00 KST", "America/New_York", "-5109"},
         {abbrev, "2024-11-03 01:30:00 KST", "+09:00", "2024-11-02 16:30:00.000000000 9:0 of 581"},
-        // the day of the year counts in the year that UTC has by then
-        {"YYYY DDD TZR", "2024 060 Asia/Seoul", "UTC", "2023-03-01 15:00:00.000000000 9:0 of 301"},
         {"TZR TZH", "UTC +09", "UTC", "-5097 TZH"},
         {"TZH TZD", "+09 EDT", "UTC", "-5096 TZD"},
         {"YYYY TZR TZR", "2024 UTC UTC", "UTC", "-5112 TZR"},
     };
     for (const auto &[model, text, session, want] : cases)
         EXPECT_EQ(read_(model, text, zone_(session)), want) << model << ": " << text;
+}
+
+// The day of the year counts in the year that UTC has by then: the shift goes from the first of the month
+// that reading began with.
+TEST(ZonedText, ShiftsBeforeTheDayOfTheYearIsCounted) {
+    const dv::test::compiled_model model = dv::test::reading("YYYY-DDD HH24:MI:SS TZH:TZM", DV_TYPE_TS_TZ);
+    const timezone_t session = zone_("UTC");
+    for (const auto &[month, want] : {std::pair(11, "2001-02-03 19:05:06.000000000 9:0 of 581"),
+                                      std::pair(1, "2000-02-03 19:05:06.000000000 9:0 of 581")}) {
+        const dv_date_t as_of = make_date(2024, month, 22);
+        dv_ts_tz_t v{};
+        dv_ts_tz_from_str_as_of(&v, "2001-034 04:05:06 +09:00", 0, &model.ctx, /*fprec=*/9, &session, &as_of);
+        EXPECT_EQ(text_(v), want) << month;
+    }
+    dv_date_t now;
+    dv_date_init(&now);
+    dv_ts_tz_t by_clock{}, by_argument{};
+    dv_ts_tz_from_str(&by_clock, "2001-034 04:05:06 +09:00", 0, &model.ctx, /*fprec=*/9, &session);
+    dv_ts_tz_from_str_as_of(&by_argument, "2001-034 04:05:06 +09:00", 0, &model.ctx, /*fprec=*/9, &session,
+                            &now);
+    EXPECT_EQ(text_(by_clock), text_(by_argument));
 }
 
 TEST(ZonedText, WritesZonesAndCutsAtTheEndOfTheBuffer) {

@@ -88,11 +88,11 @@ int find_number_(std::string_view text) {
 
 extern "C" int dt_fmt_get_day_idx_of_week(const char *name, int name_len, dv_nls_date_lang_t lang,
                                           dvstr_charset_t charset) {
+    if (!DV_ASSERT(name != NULL)) return 0;
     const bool is_language = dv_nls_date_lang_is_valid(lang) != 0;
-    DV_ASSERT(name != NULL);
     if (!is_language) assert_failed("dv_nls_date_lang_is_valid (lang)");
 
-    const std::string_view typed(name, name != nullptr ? static_cast<size_t>(std::max(name_len, 0)) : 0);
+    const std::string_view typed(name, static_cast<size_t>(std::max(name_len, 0)));
     if (is_language && is_charset(charset)) {
         const int named = find_name_(typed, lang, charset);
         const int day = named != _no_day ? named : find_number_(typed);

@@ -118,6 +118,7 @@ extern "C" {
 
 void dt_parse_ctx_init(dt_fmt_parse_ctx_t *parse_ctx, const dt_fmt_ctx_t *fmt_ctx, char *str, int str_len,
                        const char *fmt, int fmt_len, uchar is_from_str) {
+    if (!DV_ASSERT(parse_ctx != NULL)) return;
     memset(parse_ctx, 0, sizeof *parse_ctx);
     parse_ctx->fmt_ctx = fmt_ctx;
     parse_ctx->str = str;
@@ -125,18 +126,17 @@ void dt_parse_ctx_init(dt_fmt_parse_ctx_t *parse_ctx, const dt_fmt_ctx_t *fmt_ct
     parse_ctx->fmt = fmt;
     parse_ctx->fmt_len = fmt_len;
     parse_ctx->is_from_str = is_from_str;
+    if (is_from_str == 0 || str == nullptr || str_len <= 0) return;
+    memcpy(parse_ctx->org_str, str, std::min(static_cast<size_t>(str_len), sizeof parse_ctx->org_str));
 }
 
 void dt_fmt_ctx_set(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx, const char *fmt, int fmt_len, dv_type_t type,
                     uchar is_from_str, dvstr_charset_t charset) {
-    DV_ASSERT(fmt_ctx != NULL);
-    DV_ASSERT(fmt != NULL);
-    if (fmt_ctx == nullptr) return;
+    if (!DV_ASSERT(alloc != NULL) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(fmt != NULL)) return;
     memset(fmt_ctx, 0, sizeof *fmt_ctx);
     fmt_ctx->charset = charset;
     fmt_ctx->user_date_ctx = {DV_NLS_DATE_LANG_INVALID, DV_NLS_DATE_CAL_INVALID};
     fmt_ctx->nls_date_ctx = {DV_NLS_DATE_LANG_KOREAN, DV_NLS_DATE_CAL_GREGORIAN};
-    if (fmt == nullptr) return;
 
     dt_fmt_parse_ctx_t parse_ctx;
     dt_parse_ctx_init(&parse_ctx, fmt_ctx, nullptr, 0, fmt, model_length_(fmt, fmt_len), is_from_str);
@@ -158,8 +158,7 @@ void dt_fmt_ctx_set(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx, const char *fmt, 
 }
 
 void dt_fmt_ctx_set_user_nls(allocator_t * /*alloc*/, dt_fmt_ctx_t *fmt_ctx, const char *nls, int nls_len) {
-    DV_ASSERT(fmt_ctx != NULL);
-    if (fmt_ctx == nullptr || nls == nullptr || nls_len <= 0 || nls[0] == '\0') return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || nls == nullptr || nls_len <= 0 || nls[0] == '\0') return;
 
     char text[DV_NLS_TEXT_MAX + 1] = {};
     memcpy(text, nls, static_cast<size_t>(std::min<int>(nls_len, DV_NLS_TEXT_MAX)));
@@ -180,8 +179,7 @@ void dt_fmt_ctx_set_user_nls(allocator_t * /*alloc*/, dt_fmt_ctx_t *fmt_ctx, con
 }
 
 void dt_fmt_ctx_reset(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx) {
-    DV_ASSERT(fmt_ctx != NULL);
-    if (fmt_ctx == nullptr) return;
+    if (!DV_ASSERT(alloc != NULL) || !DV_ASSERT(fmt_ctx != NULL)) return;
     for (int i = 0; i < fmt_token_count(*fmt_ctx); ++i) {
         char *const text = fmt_ctx->token_infos[i].token;
         if (text != nullptr) alloc->free(alloc, text, _file, __LINE__);
@@ -192,8 +190,7 @@ void dt_fmt_ctx_reset(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx) {
 }
 
 int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fprec) {
-    DV_ASSERT(fmt_ctx != NULL);
-    if (fmt_ctx == nullptr) return 0;
+    if (!DV_ASSERT(fmt_ctx != NULL)) return 0;
     int64_t length = 0;  // below 2^31 records of below 2^32 each
     for (int i = 0; i < fmt_token_count(*fmt_ctx); ++i) length += predicted_(fmt_ctx->token_infos[i], fprec);
     return static_cast<int>(std::clamp<int64_t>(length, 0, INT_MAX));

@@ -10,9 +10,9 @@ using namespace dv::impl;
 
 namespace {
 
-// A copy of a text for a message, cut to what an error record keeps, without a NUL inside.
+// A copy of a text for a message, as long as org_str at most, without a NUL inside.
 struct message_text_t {
-    char text[DV_ERROR_TEXT_MAX];
+    char text[DT_FMT_ORG_STR_SIZE + 1];
     explicit message_text_t(std::string_view from) {
         const size_t length = std::min({from.size(), from.find('\0'), sizeof text - 1});
         *std::copy_n(from.data(), length, text) = '\0';
@@ -85,6 +85,7 @@ std::string_view behind_(const dt_fmt_parse_ctx_t &ctx, int skipped) {
 }
 
 std::string_view whole_of_(const dt_fmt_parse_ctx_t &ctx) {
+    if (ctx.org_str[0] != '\0') return {ctx.org_str, sizeof ctx.org_str};
     return {ctx.str, static_cast<size_t>(std::max(ctx.str_len, 0))};
 }
 
@@ -107,13 +108,13 @@ void dv::impl::skip_and_check_punc_token_(dt_fmt_parse_ctx_t &ctx) {
     if (rest_of(ctx).starts_with('-')) raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, ERR_FIELD_TEXT);
 }
 
-void dv::impl::check_omitted_time_token_(const dt_fmt_parse_ctx_t &ctx, int &token_idx) {
+int dv::impl::check_omitted_time_token_(const dt_fmt_parse_ctx_t &ctx, int token_idx) {
     if (ctx.cur_token_info->type == DT_FMT_TYPE_DATE) raise(ERR_TEXT_ENDED);
     const dt_fmt_token_info_t *const elements = ctx.fmt_ctx->token_infos;
     for (int i = token_idx + 1; i < ctx.fmt_ctx->token_cnt; ++i) {
         if (elements[i].type == DT_FMT_TYPE_DATE) raise(ERR_TEXT_ENDED);
     }
-    token_idx = std::max(token_idx, ctx.fmt_ctx->token_cnt - 1);
+    return std::max(token_idx, ctx.fmt_ctx->token_cnt - 1);
 }
 
 number_field_t dv::impl::find_number(const dt_fmt_parse_ctx_t &ctx, int width) {

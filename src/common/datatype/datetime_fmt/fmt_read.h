@@ -24,13 +24,34 @@ inline void skip_white_space(dt_fmt_parse_ctx_t &ctx) {
     while (has_rest(ctx) && is_white_space(ctx.str[ctx.str_idx])) ++ctx.str_idx;
 }
 
-// The beginning of every DATE and TIME element: skips white space unless FX is in force. A "-" at the
-// beginning of the text is the sign of a year, which only SYYYY reads: any other element raises -5113.
+// Two steps of all readers that raise in names of their own, which are part of the contract.
+//
+// The beginning of every DATE and TIME element: skips what may stand before it, white space unless FX is in
+// force, and checks the punctuation there. A "-" at the beginning of the text is the sign of a year, which
+// only SYYYY reads: any other element raises -5113.
 void skip_and_check_punc_token_(dt_fmt_parse_ctx_t &ctx);
 
-// The text has ended before the current element. Raises -5045 when it or a later one is a DATE element; else
-// moves token_idx to the last element, so that reading ends with the defaults.
-void check_omitted_time_token_(const dt_fmt_parse_ctx_t &ctx, int &token_idx);
+// The text has ended before the current element, which has this index. Raises -5045 when it or a later one is
+// a DATE element; else returns the index of the last element, where reading ends with the defaults.
+int check_omitted_time_token_(const dt_fmt_parse_ctx_t &ctx, int token_idx);
+
+// The index of the next element behind `from` that is no punctuation, FM or FX; token_cnt when there is none.
+int next_element_index(const dt_fmt_ctx_t &model, int from);
+
+// The same for ascending indices of one walk, which looks at each element once.
+class next_element_t {
+  public:
+    int behind(const dt_fmt_ctx_t &model, int from) {
+        if (index_ <= from) index_ = next_element_index(model, from);
+        return index_;
+    }
+
+  private:
+    int index_ = 0;
+};
+
+// The exported function of this name, in a walk. It bears the name because what it raises does.
+void dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t &ctx, int &token_idx, next_element_t &next);
 
 // May the text at the cursor be a time zone? The model has a zone element, and a sign, letter or digit
 // follows.
@@ -56,7 +77,7 @@ int take_number(dt_fmt_parse_ctx_t &ctx, const char *field, int width, const err
                 const error_at &wrong_width);
 
 // Raises -5113 (field, the text at the cursor, the whole text), or with another text in the place of the
-// second.
+// second. The whole text is org_str, or str where nobody has filled that.
 [[noreturn]] void raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field, error_at where);
 [[noreturn]] void raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field, const char *text,
                                    error_at where);

@@ -61,8 +61,7 @@ void copy_info_(const dt_fmt_token_info_t &info, char *to, char *text) {
 extern "C" {
 
 int dt_fmt_ctx_get_serialize_size(const dt_fmt_ctx_t *fmt_ctx) {
-    DV_ASSERT(fmt_ctx != NULL);
-    if (fmt_ctx == nullptr) return 0;
+    if (!DV_ASSERT(fmt_ctx != NULL)) return 0;
     int64_t size = offset_of_texts_(*fmt_ctx);
     for (int i = 0; i < fmt_token_count(*fmt_ctx); ++i) {
         const dt_fmt_token_info_t &info = fmt_ctx->token_infos[i];
@@ -72,23 +71,19 @@ int dt_fmt_ctx_get_serialize_size(const dt_fmt_ctx_t *fmt_ctx) {
 }
 
 void dt_fmt_ctx_serialize(const dt_fmt_ctx_t *fmt_ctx, char *buf, int buf_size) {
-    DV_ASSERT(fmt_ctx != NULL);
-    if (fmt_ctx == nullptr || buf == nullptr) return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(buf != NULL)) return;
 
     int64_t offset = _ctx_size;
-    DV_ASSERT(offset <= buf_size);
-    if (offset > buf_size) return;
+    if (!DV_ASSERT(offset <= buf_size)) return;
     copy_ctx_(*fmt_ctx, buf);
 
     offset = offset_of_texts_(*fmt_ctx);
-    DV_ASSERT(offset <= buf_size);
-    if (offset > buf_size) return;
+    if (!DV_ASSERT(offset <= buf_size)) return;
     for (int i = 0; i < fmt_token_count(*fmt_ctx); ++i) {
         const dt_fmt_token_info_t &info = fmt_ctx->token_infos[i];
         char *const text = info.token == nullptr ? nullptr : buf + offset;
         if (text != nullptr) offset += text_length_(info) + 1;
-        DV_ASSERT(offset <= buf_size);
-        if (offset > buf_size) return;
+        if (!DV_ASSERT(offset <= buf_size)) return;
         copy_info_(info, buf + _ctx_size + _info_size * i, text);
         if (text == nullptr) continue;
         memcpy(text, info.token, static_cast<size_t>(text_length_(info)));

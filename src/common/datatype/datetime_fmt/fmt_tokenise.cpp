@@ -81,7 +81,7 @@ int8_t parse_fsec_prec_(dt_fmt_parse_ctx_t &parse_ctx) {
 }
 
 void check_duplicated_token_(dt_fmt_parse_ctx_t &parse_ctx, int id) {
-    if (id >= DT_FMT_TOKEN_MAX) return;
+    if (!is_element(static_cast<size_t>(id))) return;
     const dt_fmt_unit_e unit = fmt_tokens_[static_cast<size_t>(id)].unit_type;
     const fmt_conflict_t *const conflict = find_conflict(unit, parse_ctx.update_flag);
     if (conflict != nullptr && conflict->field != nullptr) raise(conflict->error, conflict->field);
@@ -123,7 +123,8 @@ dt_fmt_sfx_type_e get_suffix_type_(dt_fmt_parse_ctx_t &parse_ctx) {
 
 // Only numbers take suffixes.
 bool is_number_(int id) {
-    return id < DT_FMT_TOKEN_MAX && fmt_tokens_[static_cast<size_t>(id)].is_str_fmt == 0;
+    const auto element = static_cast<size_t>(id);
+    return is_element(element) && fmt_tokens_[element].is_str_fmt == 0;
 }
 
 // A literal or run takes its text. Should throw_ return against its contract, the text is left out.
@@ -147,6 +148,8 @@ void take_keyword_(dt_fmt_parse_ctx_t &parse_ctx, dt_fmt_token_info_t &info) {
 }  // namespace
 
 extern "C" void dt_fmt_parse_token(allocator_t *alloc, dt_fmt_parse_ctx_t *parse_ctx) {
+    if (!DV_ASSERT(alloc != NULL) || !DV_ASSERT(parse_ctx != NULL)) return;
+    if (!DV_ASSERT(parse_ctx->cur_token_info != NULL)) return;
     const element_t element = parse_dt_fmt_(rest_(*parse_ctx));
     parse_ctx->fmt_idx += static_cast<int32_t>(element.taken);
 

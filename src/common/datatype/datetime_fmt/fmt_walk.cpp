@@ -23,13 +23,14 @@ bool has_element_(const Parts &value, const dt_fmt_token_info_t &element) {
     }
 }
 
-// Must the present give the year or the month?
+// Must the present give the year or the month? The day of the year gives the month only when all is read,
+// behind the shift of a zone, which is that of the date as it is until then.
 bool needs_present_(const dt_fmt_ctx_t &model) {
     bool has_year = false, has_month = false;
     for (int i = 0; i < fmt_token_count(model); ++i) {
         const int32_t id = model.token_infos[i].id;
         has_year |= id == DT_FMT_TOKEN_YYYY || id == DT_FMT_TOKEN_SYYYY;
-        has_month |= (id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD;
+        has_month |= id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM;
     }
     return !has_year || !has_month;
 }
@@ -91,6 +92,7 @@ void dv::impl::load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model, co
 void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value,
                              const error_at &refused) {
     const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
+    next_element_t next;
     for (int i = 0; i < model.token_cnt; ++i) {
         ctx.cur_token_info = &model.token_infos[i];
         if (!has_element_(value, *ctx.cur_token_info)) raise(refused);
@@ -104,7 +106,7 @@ void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &va
                 }
                 break;
             case DT_FMT_TYPE_PUNC:
-                if (!take_character(ctx, i)) dt_fmt_parse_punc_token(&ctx, &i);
+                if (!take_character(ctx, i)) dt_fmt_parse_punc_token(ctx, i, next);
                 break;
             case DT_FMT_TYPE_TZ:
                 if (value.zone != nullptr) dt_fmt_parse_tz(&ctx, value.zone);

@@ -6,11 +6,23 @@
 #include <cstring>
 #include <string_view>
 
+#include "digits.h"
 #include "fmt_element.h"
 
 namespace dv::impl {
 
 inline int room_of(const dt_fmt_parse_ctx_t &ctx) { return ctx.str_len - ctx.str_idx; }
+
+// Puts the two digits of each number at the cursor; nothing when one of them is above 99 or there is not room
+// for all. The numbers of most models go this way (bench/datetime_fmt, write).
+template <typename... Numbers>
+inline bool put_pairs(dt_fmt_parse_ctx_t &ctx, Numbers... number) {
+    if (((number > 99) || ...) || room_of(ctx) < int{2 * sizeof...(number)}) return false;
+    char *to = ctx.str + ctx.str_idx;
+    ((store_text<uint16_t>(to, digit_pair(number)), to += 2), ...);
+    ctx.str_idx += int32_t{2 * sizeof...(number)};
+    return true;
+}
 
 // Puts a text at the cursor, cut to the room that is left. room_of(ctx) is above 0.
 inline conv_status_t put_text(dt_fmt_parse_ctx_t &ctx, std::string_view text) {
@@ -33,7 +45,7 @@ conv_status_t put_name(dt_fmt_parse_ctx_t &ctx, std::string_view name, int width
 
 // The least digits of each numeric element: the precision of its template, "%.04d"; 1 for "%d".
 inline constexpr auto MIN_DIGITS = [] {
-    std::array<uint8_t, DT_FMT_TOKEN_MAX> least{};
+    std::array<uint8_t, FMT_TOKEN_IDS_END> least{};
     for (size_t id = 0; id < least.size(); ++id) {
         for (const char c : std::string_view(fmt_tokens_[id].write_fmt)) {
             if (c > '0' && c <= '9') least[id] = static_cast<uint8_t>(c - '0');

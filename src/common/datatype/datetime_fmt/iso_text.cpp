@@ -234,16 +234,14 @@ bool take_clock_(iso_fields_t &f, const char *text, uint64_t characters) {
 // One to nine digits, behind at least eight characters: the last eight are loaded, what is before the
 // fraction shifted out.
 bool take_fraction_(iso_fields_t &f, const char *text, int digit_count) {
-    static constexpr uint32_t unit[] = {1'000'000'000, 100'000'000, 10'000'000, 1'000'000, 100'000,
-                                        10'000,        1'000,       100,        10,        1};
     const auto first = static_cast<uint32_t>(*text - '0');
     if (first > 9) return false;
     const int strange_bits = digit_count < 8 ? 64 - 8 * digit_count : 0;
     const uint64_t last_eight = load_text<uint64_t>(text + digit_count - 8) ^ 0x30'30'30'30'30'30'30'30;
     const uint64_t digits = last_eight >> strange_bits << strange_bits;
     if (!is_within_(digits, 0x09'09'09'09'09'09'09'09)) return false;
-    f.nanoseconds = number_of_digits(digits) * unit[digit_count];
-    if (digit_count == FRACTION_DIGITS) f.nanoseconds += first * unit[1];
+    f.nanoseconds = number_of_digits(digits) * fraction_unit(digit_count);
+    if (digit_count == FRACTION_DIGITS) f.nanoseconds += first * fraction_unit(1);
     return true;
 }
 

@@ -42,7 +42,7 @@ bool is_ansi_time_(int32_t id) {
 }  // namespace
 
 extern "C" uchar dt_fmt_check_ansi_date(dt_fmt_parse_ctx_t *parse_ctx) {
-    if (!is_given(parse_ctx)) return 0;
+    if (!has_element(parse_ctx)) return 0;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
     if (element == NULL || element->type != DT_FMT_TYPE_DATE || !element->is_input || element->is_str_fmt)
         return 0;
@@ -50,14 +50,14 @@ extern "C" uchar dt_fmt_check_ansi_date(dt_fmt_parse_ctx_t *parse_ctx) {
 }
 
 extern "C" uchar dt_fmt_check_ansi_time(dt_fmt_parse_ctx_t *parse_ctx) {
-    if (!is_given(parse_ctx)) return 0;
+    if (!has_element(parse_ctx)) return 0;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
     if (element == NULL || !is_ansi_time_(parse_ctx->cur_token_info->id)) return 0;
     return check_field_(*parse_ctx, *element) ? 1 : 0;
 }
 
 extern "C" uchar dt_fmt_check_ansi_punc(dt_fmt_parse_ctx_t *parse_ctx) {
-    if (!is_given(parse_ctx)) return 1;
+    if (!has_element(parse_ctx)) return 0;
     const bool is_space = parse_ctx->cur_token_info->id == DT_FMT_TOKEN_SPACE;
     if (!is_space && has_rest(*parse_ctx) && is_punc(parse_ctx->str[parse_ctx->str_idx]))
         ++parse_ctx->str_idx;

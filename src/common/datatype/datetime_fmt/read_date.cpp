@@ -11,7 +11,8 @@ namespace {
 
 bool is_given_(const dt_fmt_parse_ctx_t &ctx, dt_fmt_unit_e field) { return (ctx.update_flag & field) != 0; }
 
-int width_of_(int32_t id) { return fmt_tokens_[static_cast<size_t>(id)].input_len; }
+const dt_fmt_token_t &element_of_(int32_t id) { return fmt_tokens_[static_cast<size_t>(id)]; }
+int width_of_(int32_t id) { return element_of_(id).input_len; }
 
 // ---------------------------------------------------------------------------------------------------------
 // Eras and years
@@ -23,8 +24,9 @@ void store_year_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int year) {
     ctx.update_flag |= DT_FMT_UNIT_YEAR;
 }
 
-// ad is the index of the name of AD, plain or dotted; that of BC is two further. One may begin the other.
-void parse_ad_bc_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int ad) {
+// The name of BC, plain or dotted, is two behind that of AD. One may begin the other.
+void parse_ad_bc_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
+    const int ad = id == DT_FMT_TOKEN_AD_P || id == DT_FMT_TOKEN_BC_P ? 1 : 0;
     const int ad_length = match_name(ctx, std_adbc_tab_, ad);
     const int bc_length = match_name(ctx, std_adbc_tab_, ad + 2);
     if (ad_length == 0 && bc_length == 0) raise_field_text(ctx, "ad/bc", ERR_FIELD_TEXT);
@@ -38,7 +40,8 @@ void parse_ad_bc_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int ad) {
     if (is_given_(ctx, DT_FMT_UNIT_YEAR)) store_year_(ctx, date, -date_year(date));
 }
 
-// A year by its last digits: the first ones are those of the present year, with RR turning over at 50.
+// A year by its last digits, negative behind BC: the first ones are those of the present year, with RR
+// turning over at 50 and leaving negative ones as they are.
 int complete_year_(int32_t id, int digits, int present) {
     switch (id) {
         case DT_FMT_TOKEN_YYY:
@@ -48,43 +51,50 @@ int complete_year_(int32_t id, int digits, int present) {
         case DT_FMT_TOKEN_Y:
             return present / 10 * 10 + digits;
         case DT_FMT_TOKEN_RR:
+            if (digits < 0) return digits;
             return present / 100 * 100 + digits - (digits < 50 ? 0 : 100);
         default:
             return digits;
     }
 }
 
-// YY and RR read a whole year where punctuation must follow and a third digit does: 2024-01-01 under
-// YY-MM-DD.
-bool is_whole_year_(const dt_fmt_parse_ctx_t &ctx, int32_t id, const number_field_t &number) {
-    if (id != DT_FMT_TOKEN_YY && id != DT_FMT_TOKEN_RR) return false;
-    return ctx.cur_token_info->next_token_is_punc && number.digit_count == width_of_(id) &&
-           number.end < ctx.str_len && is_digit(ctx.str[number.end]);
+// YY and RR read a whole year where punctuation must follow and the third character of the field is a digit,
+// whatever the two before it are: 2024-01-01 under YY-MM-DD, but also 1-06 under RR-HH.
+bool is_whole_year_(const dt_fmt_parse_ctx_t &ctx, const dt_fmt_token_t &element) {
+    const std::string_view field = rest_of(ctx);
+    return element.alt_token1 == DT_FMT_TOKEN_YYYY && ctx.cur_token_info->next_token_is_punc &&
+           field.size() > 2 && is_digit(field[2]);
 }
 
 void parse_yyyy_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
-    const int width = width_of_(id);
-    number_field_t number = find_number(ctx, width);
+    const dt_fmt_token_t &element = element_of_(id);
+    number_field_t number = find_number(ctx, element.input_len);
     if (number.is_negative && id != DT_FMT_TOKEN_SYYYY) {
         raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, ERR_FIELD_TEXT);
     }
     if (number.digit_count == 0) raise_field_text(ctx, "year", ERR_FIELD_TEXT);
-    if (is_exact(ctx) && number.digit_count != width) raise(ERR_EXACT_WIDTH);
-    if (is_whole_year_(ctx, id, number)) {
-        number = find_number(ctx, width_of_(DT_FMT_TOKEN_YYYY));
-        id = DT_FMT_TOKEN_YYYY;
+    if (is_exact(ctx) && number.digit_count != element.input_len) raise(ERR_EXACT_WIDTH);
+    int year;
+    if (is_whole_year_(ctx, element)) {
+        number = find_number(ctx, width_of_(element.alt_token1));
+        year = number.value;
+    } else {
+        const bool is_bc = number.is_negative || is_given_(ctx, DT_FMT_UNIT_BC);
+        year = complete_year_(id, is_bc ? -number.value : number.value, date_year(date));
     }
-    const int year = complete_year_(id, number.value, date_year(date));
-    const bool is_bc = number.is_negative || is_given_(ctx, DT_FMT_UNIT_BC);
-    store_year_(ctx, date, is_bc ? -year : year);
+    store_year_(ctx, date, year);
     ctx.str_idx = number.end;
 }
 
 // Four digits are the whole year, fewer are read as RR.
-void parse_rrrr_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date) {
-    const int width = width_of_(DT_FMT_TOKEN_RRRR);
-    const bool is_whole = find_number(ctx, width).digit_count == width;
-    parse_yyyy_(ctx, date, is_whole || is_exact(ctx) ? DT_FMT_TOKEN_YYYY : DT_FMT_TOKEN_RR);
+void parse_rrrr_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
+    const dt_fmt_token_t &element = element_of_(id);
+    const number_field_t number = find_number(ctx, element.input_len);
+    if (number.digit_count != element.input_len || number.is_negative) {
+        return parse_yyyy_(ctx, date, is_exact(ctx) ? int16_t{DT_FMT_TOKEN_YYYY} : element.alt_token1);
+    }
+    store_year_(ctx, date, number.value);
+    ctx.str_idx = number.end;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -111,14 +121,17 @@ int conv_month_name_to_idx_(dt_fmt_parse_ctx_t &ctx, const nls_date_lang_val_t *
     return name.idx + 1;
 }
 
-// Without FX, full names and abbreviations stand for each other.
+// The lists of an element, and of those that are read in its place, full names first; under FX its own.
 int find_month_name_(dt_fmt_parse_ctx_t &ctx, int32_t id) {
     if (id == DT_FMT_TOKEN_RM) return conv_month_name_to_idx_(ctx, rm_month_tab_);
-    if (is_exact(ctx)) {
-        return conv_month_name_to_idx_(ctx, id == DT_FMT_TOKEN_MONTH ? std_month_tab_ : abb_month_tab_);
-    }
-    const int month = conv_month_name_to_idx_(ctx, std_month_tab_);
-    return month != 0 ? month : conv_month_name_to_idx_(ctx, abb_month_tab_);
+    const dt_fmt_token_t &element = element_of_(id);
+    const bool is_alone = is_exact(ctx);
+    const auto reads = [&](int32_t other) {
+        return id == other || (!is_alone && (element.alt_token1 == other || element.alt_token2 == other));
+    };
+    const int month = reads(DT_FMT_TOKEN_MONTH) ? conv_month_name_to_idx_(ctx, std_month_tab_) : 0;
+    if (month != 0 || !reads(DT_FMT_TOKEN_MON)) return month;
+    return conv_month_name_to_idx_(ctx, abb_month_tab_);
 }
 
 void parse_month_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
@@ -128,14 +141,18 @@ void parse_month_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
 }
 
 // A number, or a name.
-void parse_mm_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date) {
-    const int width = width_of_(DT_FMT_TOKEN_MM);
-    if (find_number(ctx, width).digit_count == 0) return parse_month_(ctx, date, DT_FMT_TOKEN_MM);
-    store_month_(ctx, date, take_number(ctx, "month", width, ERR_FIELD_TEXT, ERR_EXACT_WIDTH));
+void parse_mm_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
+    const number_field_t number = find_number(ctx, width_of_(id));
+    if (number.digit_count == 0 || number.is_negative) {
+        return parse_month_(ctx, date, is_exact(ctx) ? element_of_(id).alt_token1 : id);
+    }
+    if (is_exact(ctx) && number.digit_count != width_of_(id)) raise(ERR_EXACT_WIDTH);
+    ctx.str_idx = number.end;
+    store_month_(ctx, date, number.value);
 }
 
-void parse_dd_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date) {
-    const int day = take_number(ctx, "day", width_of_(DT_FMT_TOKEN_DD), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
+void parse_dd_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
+    const int day = take_number(ctx, "day", width_of_(id), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
     check_unit(DT_FMT_UNIT_DAY, day);
     date.day = static_cast<uint8_t>(day);
     ctx.update_flag |= DT_FMT_UNIT_DAY;
@@ -144,8 +161,8 @@ void parse_dd_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date) {
 constexpr int _days_of_leap_year = 366;
 
 // Month and day follow when all is read (dt_fmt_check_ddd).
-void parse_ddd_(dt_fmt_parse_ctx_t &ctx) {
-    const int width = width_of_(DT_FMT_TOKEN_DDD);
+void parse_ddd_(dt_fmt_parse_ctx_t &ctx, dv_date_t & /*date*/, int32_t id) {
+    const int width = width_of_(id);
     const number_field_t number = find_number(ctx, width);
     const int ddd = take_number(ctx, "day of year", width, ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
     if (ddd < 1 || ddd > _days_of_leap_year) {
@@ -156,48 +173,48 @@ void parse_ddd_(dt_fmt_parse_ctx_t &ctx) {
     ctx.update_flag |= DT_FMT_UNIT_DDD;
 }
 
-void parse_element_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
-    switch (id) {
-        case DT_FMT_TOKEN_AD:
-        case DT_FMT_TOKEN_BC:
-            return parse_ad_bc_(ctx, date, 0);
-        case DT_FMT_TOKEN_AD_P:
-        case DT_FMT_TOKEN_BC_P:
-            return parse_ad_bc_(ctx, date, 1);
-        case DT_FMT_TOKEN_SYYYY:
-        case DT_FMT_TOKEN_YYYY:
-        case DT_FMT_TOKEN_YYY:
-        case DT_FMT_TOKEN_YY:
-        case DT_FMT_TOKEN_Y:
-        case DT_FMT_TOKEN_RR:
-            return parse_yyyy_(ctx, date, id);
-        case DT_FMT_TOKEN_RRRR:
-            return parse_rrrr_(ctx, date);
-        case DT_FMT_TOKEN_MM:
-            return parse_mm_(ctx, date);
-        case DT_FMT_TOKEN_MON:
-        case DT_FMT_TOKEN_MONTH:
-        case DT_FMT_TOKEN_RM:
-            return parse_month_(ctx, date, id);
-        case DT_FMT_TOKEN_DD:
-            return parse_dd_(ctx, date);
-        case DT_FMT_TOKEN_DDD:
-            return parse_ddd_(ctx);
-        default:
-            return;  // J takes nothing
-    }
-}
+// J takes nothing.
+void skip_julian_day_(dt_fmt_parse_ctx_t & /*ctx*/, dv_date_t & /*date*/, int32_t /*id*/) {}
+
+using reader_t = void(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id);
+
+constexpr auto _readers = [] {
+    std::array<reader_t *, FMT_TOKEN_IDS_END> readers{};
+    const auto set = [&readers](reader_t *reader, std::initializer_list<dt_fmt_token_id_e> elements) {
+        for (const dt_fmt_token_id_e id : elements) readers[id] = reader;
+    };
+    set(parse_ad_bc_, {DT_FMT_TOKEN_AD, DT_FMT_TOKEN_AD_P, DT_FMT_TOKEN_BC, DT_FMT_TOKEN_BC_P});
+    set(parse_yyyy_, {DT_FMT_TOKEN_SYYYY, DT_FMT_TOKEN_YYYY, DT_FMT_TOKEN_YYY, DT_FMT_TOKEN_YY,
+                      DT_FMT_TOKEN_Y, DT_FMT_TOKEN_RR});
+    set(parse_rrrr_, {DT_FMT_TOKEN_RRRR});
+    set(parse_mm_, {DT_FMT_TOKEN_MM});
+    set(parse_month_, {DT_FMT_TOKEN_MON, DT_FMT_TOKEN_MONTH, DT_FMT_TOKEN_RM});
+    set(parse_dd_, {DT_FMT_TOKEN_DD});
+    set(parse_ddd_, {DT_FMT_TOKEN_DDD});
+    set(skip_julian_day_, {DT_FMT_TOKEN_J});
+    return readers;
+}();
+
+static_assert(all_elements(
+    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_DATE && element.is_input != 0; },
+    [](size_t id) { return _readers[id] != nullptr; }));
 
 }  // namespace
 
+// Elements of other types and punctuation have no reader here, which is said when a text is there to be read.
 extern "C" void dt_fmt_parse_date(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date) {
-    if (!is_given(parse_ctx) || !is_given(date)) return;
+    if (!has_element(parse_ctx) || !is_given(date)) return;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element == NULL || element->type != DT_FMT_TYPE_DATE) raise(ERR_MODEL_FOR_DATE);
-    if (!element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
+    if (element != NULL && !element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
     skip_and_check_punc_token_(*parse_ctx);
-    if (!has_rest(*parse_ctx)) raise(ERR_TEXT_ENDED);
-    parse_element_(*parse_ctx, *date, parse_ctx->cur_token_info->id);
+    if (!has_rest(*parse_ctx)) {
+        check_omitted_time_token_(*parse_ctx, /*token_idx=*/-1);
+        return;
+    }
+    const int32_t id = parse_ctx->cur_token_info->id;
+    reader_t *const read = element != NULL ? _readers[static_cast<size_t>(id)] : nullptr;
+    if (read == nullptr) raise(ERR_MODEL_FOR_DATE);
+    read(*parse_ctx, *date, id);
 }
 
 extern "C" void dt_fmt_check_ddd(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date) {

@@ -15,13 +15,6 @@ bool is_passed_over_(const dt_fmt_token_info_t &element) {
            element.type == DT_FMT_TYPE_FX;
 }
 
-// The index of the next element behind `from` that is no punctuation, FM or FX; token_cnt when there is none.
-int next_element_index_(const dt_fmt_ctx_t &model, int from) {
-    int i = from + 1;
-    while (i < model.token_cnt && is_passed_over_(model.token_infos[i])) ++i;
-    return i;
-}
-
 bool is_fraction_(const dt_fmt_ctx_t &model, int index) {
     return index < model.token_cnt && model.token_infos[index].id == DT_FMT_TOKEN_FF;
 }
@@ -55,6 +48,12 @@ bool is_fraction_omitted_(const dt_fmt_parse_ctx_t &ctx, std::string_view punctu
 
 }  // namespace
 
+int dv::impl::next_element_index(const dt_fmt_ctx_t &model, int from) {
+    int i = from + 1;
+    while (i < model.token_cnt && is_passed_over_(model.token_infos[i])) ++i;
+    return i;
+}
+
 bool dv::impl::may_be_zone(const dt_fmt_parse_ctx_t &ctx) {
     const std::string_view rest = rest_of(ctx);
     if (!ctx.fmt_ctx->has_tz_token || rest.empty()) return false;
@@ -64,31 +63,39 @@ bool dv::impl::may_be_zone(const dt_fmt_parse_ctx_t &ctx) {
 
 void dv::impl::skip_fraction(const dt_fmt_parse_ctx_t &ctx, int &token_idx) {
     const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
-    const int fraction = next_element_index_(model, token_idx);
+    const int fraction = next_element_index(model, token_idx);
     if (!is_fraction_(model, fraction)) return;
     token_idx = fraction;
     while (token_idx + 1 < model.token_cnt && model.token_infos[token_idx + 1].type == DT_FMT_TYPE_PUNC)
         ++token_idx;
 }
 
-extern "C" void dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t *parse_ctx, int *token_idx) {
-    if (!is_given(parse_ctx)) return;
-    dt_fmt_parse_ctx_t &ctx = *parse_ctx;
+void dv::impl::dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t &ctx, int &token_idx,
+                                       next_element_t &next_element) {
     const std::string_view text = text_of(*ctx.cur_token_info);
     if (is_exact(ctx)) {
         if (!take_text_(ctx, text)) raise(ERR_EXACT_TEXT);
         return;
     }
-    if (!has_rest(ctx)) return check_omitted_time_token_(ctx, *token_idx);
+    if (!has_rest(ctx)) {
+        token_idx = check_omitted_time_token_(ctx, token_idx);
+        return;
+    }
     const bool is_literal = ctx.cur_token_info->id == DT_FMT_TOKEN_DQ;
     if (is_literal && take_text_(ctx, text)) return;  // with the blanks it begins with
     skip_white_space(ctx);
     if (is_literal && take_text_(ctx, text)) return;
 
-    const int next = next_element_index_(*ctx.fmt_ctx, *token_idx);
+    const int next = next_element.behind(*ctx.fmt_ctx, token_idx);
     if (is_fraction_(*ctx.fmt_ctx, next)) {
-        if (is_fraction_omitted_(ctx, text)) return skip_fraction(ctx, *token_idx);
+        if (is_fraction_omitted_(ctx, text)) return skip_fraction(ctx, token_idx);
         if (text == "." && !rest_of(ctx).starts_with('.')) raise(ERR_RADIX);
     }
     take_punctuation_(ctx, text.size(), is_zone_(*ctx.fmt_ctx, next));
+}
+
+extern "C" void dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t *parse_ctx, int *token_idx) {
+    if (!has_element(parse_ctx) || !DV_ASSERT(token_idx != NULL)) return;
+    next_element_t next_element;
+    dt_fmt_parse_punc_token(*parse_ctx, *token_idx, next_element);
 }

@@ -24,8 +24,10 @@ int hour_of_day_(const dt_fmt_parse_ctx_t &ctx, int hour) {
     return hour;
 }
 
-// am is the index of the name of AM, plain or dotted; that of PM is two further. The hour may come before.
-void parse_am_pm_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, int am) {
+// The name of PM, plain or dotted, is two behind that of AM. The hour may come before.
+void parse_am_pm_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
+    const int32_t id = ctx.cur_token_info->id;
+    const int am = id == DT_FMT_TOKEN_AM_P || id == DT_FMT_TOKEN_PM_P ? 1 : 0;
     const int am_length = match_name(ctx, std_ampm_tab_, am);
     const int pm_length = match_name(ctx, std_ampm_tab_, am + 2);
     if (am_length == 0 && pm_length == 0) raise_field_text(ctx, "am/pm", ERR_FIELD_TEXT);
@@ -35,21 +37,13 @@ void parse_am_pm_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, int am) {
     if (is_given_(ctx, DT_FMT_UNIT_HOUR)) time.hour = static_cast<uint8_t>(hour_of_day_(ctx, time.hour));
 }
 
-struct hour_form_t {
-    int lowest, highest;
-    dt_fmt_unit_e unit;
-};
-constexpr hour_form_t _hour_of_12 = {1, 12, DT_FMT_UNIT_HOUR};
-constexpr hour_form_t _hour_of_24 = {0, 23, DT_FMT_UNIT_HH24};
-
-void parse_hour_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, const hour_form_t &form) {
+void parse_hour_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
+    const bool is_of_12 = ctx.cur_token_info->id != DT_FMT_TOKEN_HH24;
+    const int lowest = is_of_12 ? 1 : 0, highest = is_of_12 ? 12 : 23;
     const int hour = take_number(ctx, "hour", width_of_(ctx), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
-    if (hour < form.lowest || hour > form.highest) {
-        raise(ERR_FIELD_RANGE, "hour", hour, form.lowest, form.highest);
-    }
-    const bool is_of_12 = form.unit == DT_FMT_UNIT_HOUR;
+    if (hour < lowest || hour > highest) raise(ERR_FIELD_RANGE, "hour", hour, lowest, highest);
     time.hour = static_cast<uint8_t>(is_of_12 ? hour_of_day_(ctx, hour) : hour);
-    ctx.update_flag |= form.unit;
+    ctx.update_flag |= is_of_12 ? DT_FMT_UNIT_HOUR : DT_FMT_UNIT_HH24;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -97,8 +91,7 @@ void parse_fsec_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, int fprec) {
     if (digit_count == 0) raise_field_text(ctx, "fractional seconds", ERR_FIELD_TEXT);
     if (is_exact(ctx) && digit_count != FRACTION_DIGITS) raise(ERR_EXACT_WIDTH);
     ctx.str_idx += digit_count;
-    for (; digit_count < FRACTION_DIGITS; ++digit_count) nanoseconds *= 10;
-    time_set_nanoseconds(time, nanoseconds);
+    time_set_nanoseconds(time, nanoseconds * fraction_unit(digit_count));
     ctx.update_flag |= DT_FMT_UNIT_FSEC;
 }
 
@@ -114,40 +107,42 @@ void parse_radix_(dt_fmt_parse_ctx_t &ctx, int &token_idx) {
     }
 }
 
-void parse_element_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, int fprec, int &token_idx) {
-    switch (ctx.cur_token_info->id) {
-        case DT_FMT_TOKEN_AM:
-        case DT_FMT_TOKEN_PM:
-            return parse_am_pm_(ctx, time, 0);
-        case DT_FMT_TOKEN_AM_P:
-        case DT_FMT_TOKEN_PM_P:
-            return parse_am_pm_(ctx, time, 1);
-        case DT_FMT_TOKEN_HH:
-        case DT_FMT_TOKEN_HH12:
-            return parse_hour_(ctx, time, _hour_of_12);
-        case DT_FMT_TOKEN_HH24:
-            return parse_hour_(ctx, time, _hour_of_24);
-        case DT_FMT_TOKEN_MI:
-            return parse_minute_(ctx, time);
-        case DT_FMT_TOKEN_SS:
-            return parse_second_(ctx, time);
-        case DT_FMT_TOKEN_SSSSS:
-            return parse_second_of_day_(ctx, time);
-        case DT_FMT_TOKEN_FF:
-            return parse_fsec_(ctx, time, fprec);
-        default:
-            return parse_radix_(ctx, token_idx);
-    }
-}
+using reader_t = void(dt_fmt_parse_ctx_t &ctx, dv_time_t &time);
+
+// FF and X, which look at the type and the model too, aside.
+constexpr auto _readers = [] {
+    std::array<reader_t *, FMT_TOKEN_IDS_END> readers{};
+    const auto set = [&readers](reader_t *reader, std::initializer_list<dt_fmt_token_id_e> elements) {
+        for (const dt_fmt_token_id_e id : elements) readers[id] = reader;
+    };
+    set(parse_am_pm_, {DT_FMT_TOKEN_AM, DT_FMT_TOKEN_AM_P, DT_FMT_TOKEN_PM, DT_FMT_TOKEN_PM_P});
+    set(parse_hour_, {DT_FMT_TOKEN_HH, DT_FMT_TOKEN_HH12, DT_FMT_TOKEN_HH24});
+    set(parse_minute_, {DT_FMT_TOKEN_MI});
+    set(parse_second_, {DT_FMT_TOKEN_SS});
+    set(parse_second_of_day_, {DT_FMT_TOKEN_SSSSS});
+    return readers;
+}();
+
+static_assert(all_elements(
+    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TIME && element.is_input != 0; },
+    [](size_t id) { return _readers[id] != nullptr || id == DT_FMT_TOKEN_FF || id == DT_FMT_TOKEN_X; }));
 
 }  // namespace
 
+// Elements of other types and punctuation have no reader here, which is said when a text is there to be read.
 extern "C" void dt_fmt_parse_time(dt_fmt_parse_ctx_t *parse_ctx, dv_time_t *time, int fprec, int *token_idx) {
-    if (!is_given(parse_ctx) || !is_given(time)) return;
+    if (!has_element(parse_ctx) || !is_given(time) || !DV_ASSERT(token_idx != NULL)) return;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element == NULL || element->type != DT_FMT_TYPE_TIME) raise(ERR_MODEL_FOR_TIME);
-    if (!element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
+    if (element != NULL && !element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
     skip_and_check_punc_token_(*parse_ctx);
-    if (!has_rest(*parse_ctx)) return check_omitted_time_token_(*parse_ctx, *token_idx);
-    parse_element_(*parse_ctx, *time, fprec, *token_idx);
+    if (!has_rest(*parse_ctx)) {
+        *token_idx = check_omitted_time_token_(*parse_ctx, *token_idx);
+        return;
+    }
+    const int32_t id = parse_ctx->cur_token_info->id;
+    if (id == DT_FMT_TOKEN_FF) return parse_fsec_(*parse_ctx, *time, fprec);
+    if (id == DT_FMT_TOKEN_X) return parse_radix_(*parse_ctx, *token_idx);
+    reader_t *const read = element != NULL ? _readers[static_cast<size_t>(id)] : nullptr;
+    if (read == nullptr) raise(ERR_MODEL_FOR_TIME);
+    read(*parse_ctx, *time);
 }

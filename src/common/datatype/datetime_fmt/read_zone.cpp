@@ -18,10 +18,11 @@ int width_of_(const dt_fmt_parse_ctx_t &ctx) { return current_keyword(ctx)->inpu
 // Offsets
 // ---------------------------------------------------------------------------------------------------------
 
-// Hours and minutes each fit; +14:30 does not. The sign is that of the hours.
+// Hours and minutes each fit; +14:30 does not. The sign is that of the hours. Raised in the name that the
+// contract gives the ranges of a zone's fields.
 void check_offset_(const timezone_t &tz) {
     const int error = offset_error(tz_hour(tz), tz.utc_min, tz_hour(tz) < 0 ? -1 : 1);
-    if (error != 0) raise(error);
+    if (error != 0) raise({error, __FILE__, __LINE__, "timezone_set_field"});
 }
 
 void store_offset_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz, int hour, int minute) {
@@ -61,70 +62,97 @@ std::string_view leading_(std::string_view text, Test belongs) {
     return {text.data(), static_cast<size_t>(end - text.begin())};
 }
 
-// "KST", "EDT", "+0530".
-std::string_view abbreviation_at_(const dt_fmt_parse_ctx_t &ctx) {
-    std::string_view text = rest_of(ctx);
-    const bool has_sign = text.starts_with('+') || text.starts_with('-');
-    if (has_sign) text.remove_prefix(1);
-    const auto belongs = [=](char c) { return is_digit(c) || (!has_sign && is_letter(c)); };
-    const std::string_view name = leading_(text, belongs);
-    return {name.data() - has_sign, name.size() + has_sign};
+// May an abbreviation end here? Not within a word or a number, so that EST is none of "ESTX".
+bool is_end_of_name_(std::string_view text, size_t length) {
+    return length == text.size() || !(is_letter(text[length]) || is_digit(text[length]));
 }
 
-// The abbreviation as the tables have it; NULL when no region has it.
-const char *find_abbreviation_(std::string_view name) {
+bool begins_with_name_(std::string_view text, std::string_view name) {
+    return name.size() <= text.size() && equals_ignoring_case(text.substr(0, name.size()), name) &&
+           is_end_of_name_(text, name.size());
+}
+
+// The longest abbreviation of any region that a text begins with, in any letter case: GMT+5 before GMT. Of
+// those that differ in letter case only, as MEST and MeST, the one that is spelled as the text; empty: none.
+std::string_view find_abbreviation_(std::string_view text) {
+    std::string_view found;
     for (const tz_abbreviation_t &known : ZONE_ABBREVIATIONS) {
-        if (equals_ignoring_case(known.text, name)) return known.text;
+        const std::string_view name = known.text;
+        if (name.size() < found.size() || name.empty() || !begins_with_name_(text, name)) continue;
+        if (name.size() > found.size() || text.starts_with(name)) found = name;
     }
-    return NULL;
+    return found;
 }
 
-// Raises -5096 when the text gave a region that never had the abbreviation that it gave.
-void check_abbreviation_(const dt_fmt_parse_ctx_t &ctx, const timezone_t &tz, const char *element) {
+// The abbreviation of a region's history that equals a name but for letter case, and rather one that equals
+// it altogether; NULL: it never had any.
+const char *abbreviation_of_(const tz_region_t &region, const char *name) {
+    const char *in_other_case = NULL;
+    for (int i = 0; i < region.info_cnt; ++i) {
+        const char *const abbrev = region.infos[i].abbrev;
+        if (strcmp(abbrev, name) == 0) return abbrev;
+        if (in_other_case == NULL && equals_ignoring_case(abbrev, name)) in_other_case = abbrev;
+    }
+    return in_other_case;
+}
+
+// Spells the abbreviation as the region does, when the text gave both. -5096 when the region never had it,
+// raised as a fault of the abbreviation whichever of the two is read last.
+void fit_abbreviation_(dt_fmt_parse_ctx_t &ctx, const timezone_t &tz, const char *element) {
     constexpr int both = DT_FMT_UNIT_TZR | DT_FMT_UNIT_TZD;
     if ((ctx.update_flag & both) != both || tz_is_offset(tz)) return;
-    const tz_region_t &region = *region_of(tz);
-    const auto has = [&](const tz_info_t &info) { return strcmp(info.abbrev, ctx.tz_abbr) == 0; };
-    if (std::none_of(region.infos, region.infos + region.info_cnt, has))
-        raise(ERR_ZONE_NAME_CONFLICT, element);
-}
-
-void parse_tz_abbr_(dt_fmt_parse_ctx_t &ctx, const timezone_t &tz) {
-    const std::string_view name = abbreviation_at_(ctx);
-    const char *abbreviation = find_abbreviation_(name);
-    if (abbreviation == NULL) raise_field_text(ctx, "timezone abbreviation", ERR_FIELD_TEXT);
+    const tz_region_t *const region = region_of(tz);
+    if (region == NULL) return;
+    const char *const abbreviation = abbreviation_of_(*region, ctx.tz_abbr);
+    if (abbreviation == NULL) raise({ERR_ZONE_NAME_CONFLICT, __FILE__, __LINE__, "parse_tz_abbr_"}, element);
     memcpy(ctx.tz_abbr, abbreviation, TZ_ABBREV_TEXT_SIZE);
-    ctx.str_idx += static_cast<int32_t>(name.size());
-    ctx.update_flag |= DT_FMT_UNIT_TZD;
-    check_abbreviation_(ctx, tz, "TZD");
 }
 
-// A region or an offset, up to the first blank.
+void parse_tz_abbr_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
+    const std::string_view abbreviation = find_abbreviation_(rest_of(ctx));
+    if (abbreviation.empty()) raise_field_text(ctx, "timezone abbreviation", ERR_FIELD_TEXT);
+    memcpy(ctx.tz_abbr, abbreviation.data(), TZ_ABBREV_TEXT_SIZE);
+    ctx.str_idx += static_cast<int32_t>(abbreviation.size());
+    ctx.update_flag |= DT_FMT_UNIT_TZD;
+    fit_abbreviation_(ctx, tz, "TZD");
+}
+
+// A region or an offset, up to the first blank. Faults of an offset are raised in the name of the function
+// that reads offsets everywhere else.
 void parse_tz_region_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
     const std::string_view text = leading_(rest_of(ctx), [](char c) { return !is_white_space(c); });
     const int error = text.empty() ? ERR_ZONE_TEXT : read_zone(tz, text);
     if (error == ERR_ZONE_TEXT) raise_field_text(ctx, "timezone region", ERR_FIELD_TEXT);
-    if (error != 0) raise(error);
+    if (error != 0) raise({error, __FILE__, __LINE__, "timezone_parse"});
     ctx.str_idx += static_cast<int32_t>(text.size());
     ctx.update_flag |= DT_FMT_UNIT_TZR;
-    check_abbreviation_(ctx, tz, "TZR");
+    fit_abbreviation_(ctx, tz, "TZR");
 }
+
+using reader_t = void(dt_fmt_parse_ctx_t &ctx, timezone_t &tz);
+
+constexpr auto _readers = [] {
+    std::array<reader_t *, FMT_TOKEN_IDS_END> readers{};
+    readers[DT_FMT_TOKEN_TZH] = parse_tz_hour_;
+    readers[DT_FMT_TOKEN_TZM] = parse_tz_minute_;
+    readers[DT_FMT_TOKEN_TZR] = parse_tz_region_;
+    readers[DT_FMT_TOKEN_TZD] = parse_tz_abbr_;
+    return readers;
+}();
+
+static_assert(all_elements(
+    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TZ && element.is_input != 0; },
+    [](size_t id) { return _readers[id] != nullptr; }));
 
 }  // namespace
 
 extern "C" void dt_fmt_parse_tz(dt_fmt_parse_ctx_t *parse_ctx, timezone_t *tz) {
-    if (!is_given(parse_ctx) || !is_given_tz(tz)) return;
+    if (!has_element(parse_ctx) || !is_given_tz(tz)) return;
+    const dt_fmt_token_t *element = current_keyword(*parse_ctx);
+    if (element != NULL && !element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
     if (!is_exact(*parse_ctx)) skip_white_space(*parse_ctx);
-    switch (parse_ctx->cur_token_info->id) {
-        case DT_FMT_TOKEN_TZH:
-            return parse_tz_hour_(*parse_ctx, *tz);
-        case DT_FMT_TOKEN_TZM:
-            return parse_tz_minute_(*parse_ctx, *tz);
-        case DT_FMT_TOKEN_TZR:
-            return parse_tz_region_(*parse_ctx, *tz);
-        case DT_FMT_TOKEN_TZD:
-            return parse_tz_abbr_(*parse_ctx, *tz);
-        default:
-            raise(ERR_ZONE_ELEMENT);
-    }
+    const auto id = static_cast<size_t>(parse_ctx->cur_token_info->id);
+    reader_t *const read = element != NULL ? _readers[id] : nullptr;
+    if (read == nullptr) raise(ERR_ZONE_ELEMENT);
+    read(*parse_ctx, *tz);
 }

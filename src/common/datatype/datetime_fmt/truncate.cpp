@@ -108,7 +108,7 @@ using rule_t = void(dv_date_t &date, bool round);
 
 // The rule of each format element, none where it is no unit.
 constexpr auto _rules = [] {
-    std::array<rule_t *, DT_FMT_TOKEN_MAX> rules{};
+    std::array<rule_t *, FMT_TOKEN_IDS_END> rules{};
     const auto set = [&rules](rule_t *rule, std::initializer_list<dt_fmt_token_id_e> elements) {
         for (const dt_fmt_token_id_e id : elements) rules[id] = rule;
     };

@@ -7,7 +7,6 @@
 #ifndef DV_USUAL_ELEMENT_H
 #define DV_USUAL_ELEMENT_H
 
-#include "digits.h"
 #include "fmt_read.h"
 #include "fmt_write.h"
 
@@ -19,17 +18,8 @@ inline bool is_plain_number(const dt_fmt_token_info_t &element) {
     return (element.sfx_type | element.is_fill_mode) == DT_FMT_SUFFIX_NONE;
 }
 
-inline bool put_pair(dt_fmt_parse_ctx_t &ctx, uint32_t number) {
-    if (number > 99 || room_of(ctx) < 2) return false;
-    store_text<uint16_t>(ctx.str + ctx.str_idx, digit_pair(number));
-    ctx.str_idx += 2;
-    return true;
-}
-
-inline bool put_year(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {
-    const uint32_t century = date.century - uint32_t{DATE_YEAR_EXCESS};  // above 99 BC
-    const uint32_t year = date.year - uint32_t{DATE_YEAR_EXCESS};
-    return year <= 99 && room_of(ctx) >= 4 && put_pair(ctx, century) && put_pair(ctx, year);
+inline bool put_year(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {  // BC both numbers are above 99
+    return put_pairs(ctx, date.century - uint32_t{DATE_YEAR_EXCESS}, date.year - uint32_t{DATE_YEAR_EXCESS});
 }
 
 inline bool put_usual_field(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {
@@ -38,9 +28,9 @@ inline bool put_usual_field(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {
         case DT_FMT_TOKEN_YYYY:
             return put_year(ctx, date);
         case DT_FMT_TOKEN_MM:
-            return put_pair(ctx, date.month);
+            return put_pairs(ctx, date.month);
         case DT_FMT_TOKEN_DD:
-            return put_pair(ctx, date.day);
+            return put_pairs(ctx, date.day);
         default:
             return false;
     }
@@ -50,11 +40,11 @@ inline bool put_usual_field(dt_fmt_parse_ctx_t &ctx, const dv_time_t &time) {
     if (!is_plain_number(*ctx.cur_token_info)) return false;
     switch (ctx.cur_token_info->id) {
         case DT_FMT_TOKEN_HH24:
-            return put_pair(ctx, time.hour);
+            return put_pairs(ctx, time.hour);
         case DT_FMT_TOKEN_MI:
-            return put_pair(ctx, time.minute);
+            return put_pairs(ctx, time.minute);
         case DT_FMT_TOKEN_SS:
-            return put_pair(ctx, time.second);
+            return put_pairs(ctx, time.second);
         default:
             return false;
     }

@@ -1,7 +1,7 @@
 // Writing the elements of a date.
 //
-// A word is a name in the context's language or a spelled year; a number is one row: what it counts, and how
-// many of its last digits are written.
+// A word is a name in the context's language or a spelled year; a number is a count, of which some elements
+// write the last digits alone. The compiler checks that no element is without one of them.
 
 #include "../nls/nls_internal.h"
 #include "calendar_week.h"
@@ -59,7 +59,7 @@ constexpr int _roman_month_width = 4;
 
 constexpr auto _name_elements = [] {
     constexpr int eras = 4, months = MONTHS_PER_YEAR, days = DAYS_PER_WEEK;
-    std::array<name_element_t, DT_FMT_TOKEN_MAX> elements{};
+    std::array<name_element_t, FMT_TOKEN_IDS_END> elements{};
     elements[DT_FMT_TOKEN_AD] = {nls_date_lang_get_std_adbc, std_adbc_tab_, eras, era_index_, nullptr};
     elements[DT_FMT_TOKEN_AD_P] = {nls_date_lang_get_std_adbc, std_adbc_tab_, eras, dotted_era_index_,
                                    nullptr};
@@ -127,64 +127,76 @@ conv_status_t dv_date_write_str_val_(dt_fmt_parse_ctx_t &ctx, const calendar_day
 
 constexpr int weeks_(int days) { return (days + DAYS_PER_WEEK - 1) / DAYS_PER_WEEK; }
 
-int dv_date_write_num_val_(int32_t id, const calendar_day_t &d) {
-    const int years = d.year < 0 ? -d.year : d.year;
-    switch (id) {
-        case DT_FMT_TOKEN_CC:
-        case DT_FMT_TOKEN_SCC:
-            return years / 100 + (years % 100 != 0 ? 1 : 0);
-        case DT_FMT_TOKEN_IYYY:
-            return iso_week_of(d).year % 10000;
-        case DT_FMT_TOKEN_IYY:
-            return iso_week_of(d).year % 1000;
-        case DT_FMT_TOKEN_IY:
-            return iso_week_of(d).year % 100;
-        case DT_FMT_TOKEN_I:
-            return iso_week_of(d).year % 10;
-        case DT_FMT_TOKEN_SYYYY:
-            return d.year % 10000;
-        case DT_FMT_TOKEN_YYYY:
-        case DT_FMT_TOKEN_RRRR:
-            return years % 10000;
-        case DT_FMT_TOKEN_YYY:
-            return years % 1000;
-        case DT_FMT_TOKEN_YY:
-        case DT_FMT_TOKEN_RR:
-            return years % 100;
-        case DT_FMT_TOKEN_Y:
-            return years % 10;
-        case DT_FMT_TOKEN_MM:
-            return d.month;
-        case DT_FMT_TOKEN_DD:
-            return d.day;
-        case DT_FMT_TOKEN_D:
-            return (weekday(day_number(d)) + 1) % DAYS_PER_WEEK + 1;
-        case DT_FMT_TOKEN_DDD:
-            return day_of_year(d);
-        case DT_FMT_TOKEN_WW:
-            return weeks_(day_of_year(d));
-        case DT_FMT_TOKEN_W:
-            return weeks_(d.day);
-        case DT_FMT_TOKEN_Q:
-            return (d.month + 2) / 3;
-        case DT_FMT_TOKEN_IW:
-            return iso_week_of(d).week;
-        case DT_FMT_TOKEN_J:
-            raise(ERR_J_NOT_WRITABLE);
-        default:
-            raise(ERR_MODEL_FOR_DATE);
-    }
+int year_(const calendar_day_t &d) { return d.year < 0 ? -d.year : d.year; }
+int signed_year_(const calendar_day_t &d) { return d.year; }
+int iso_year_(const calendar_day_t &d) { return iso_week_of(d).year; }
+int iso_week_(const calendar_day_t &d) { return iso_week_of(d).week; }
+int century_(const calendar_day_t &d) { return year_(d) / 100 + (year_(d) % 100 != 0 ? 1 : 0); }
+int quarter_(const calendar_day_t &d) { return (d.month + 2) / 3; }
+int month_(const calendar_day_t &d) { return d.month; }
+int day_(const calendar_day_t &d) { return d.day; }
+int weekday_from_sunday_(const calendar_day_t &d) { return (weekday_index_(d) + 1) % DAYS_PER_WEEK + 1; }
+int day_of_year_(const calendar_day_t &d) { return day_of_year(d); }
+int week_of_year_(const calendar_day_t &d) { return weeks_(day_of_year(d)); }
+int week_of_month_(const calendar_day_t &d) { return weeks_(d.day); }
+
+using count_t = int(const calendar_day_t &d);
+
+// The last digits of a number, with its sign.
+template <count_t *Count, int Modulus>
+int last_digits_(const calendar_day_t &d) {
+    return Count(d) % Modulus;
 }
+
+// What each numeric element counts.
+constexpr auto _numbers = [] {
+    std::array<count_t *, FMT_TOKEN_IDS_END> numbers{};
+    numbers[DT_FMT_TOKEN_CC] = numbers[DT_FMT_TOKEN_SCC] = century_;
+    numbers[DT_FMT_TOKEN_IYYY] = last_digits_<iso_year_, 10'000>;
+    numbers[DT_FMT_TOKEN_IYY] = last_digits_<iso_year_, 1000>;
+    numbers[DT_FMT_TOKEN_IY] = last_digits_<iso_year_, 100>;
+    numbers[DT_FMT_TOKEN_I] = last_digits_<iso_year_, 10>;
+    numbers[DT_FMT_TOKEN_SYYYY] = last_digits_<signed_year_, 10'000>;
+    numbers[DT_FMT_TOKEN_YYYY] = numbers[DT_FMT_TOKEN_RRRR] = last_digits_<year_, 10'000>;
+    numbers[DT_FMT_TOKEN_YYY] = last_digits_<year_, 1000>;
+    numbers[DT_FMT_TOKEN_YY] = numbers[DT_FMT_TOKEN_RR] = last_digits_<year_, 100>;
+    numbers[DT_FMT_TOKEN_Y] = last_digits_<year_, 10>;
+    numbers[DT_FMT_TOKEN_Q] = quarter_;
+    numbers[DT_FMT_TOKEN_MM] = month_;
+    numbers[DT_FMT_TOKEN_WW] = week_of_year_;
+    numbers[DT_FMT_TOKEN_W] = week_of_month_;
+    numbers[DT_FMT_TOKEN_IW] = iso_week_;
+    numbers[DT_FMT_TOKEN_DDD] = day_of_year_;
+    numbers[DT_FMT_TOKEN_DD] = day_;
+    numbers[DT_FMT_TOKEN_D] = weekday_from_sunday_;
+    return numbers;
+}();
+
+int dv_date_write_num_val_(size_t id, const calendar_day_t &d) {
+    if (id == DT_FMT_TOKEN_J) raise(ERR_J_NOT_WRITABLE);
+    count_t *const number = _numbers[id];
+    if (number == nullptr) raise(ERR_MODEL_FOR_DATE);
+    return number(d);
+}
+
+// Every element of a date has its word or number.
+static_assert(all_elements([](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_DATE; },
+                           [](size_t id) {
+                               if (fmt_tokens_[id].is_str_fmt == 0)
+                                   return _numbers[id] != nullptr || id == DT_FMT_TOKEN_J;
+                               return _name_elements[id].get != nullptr || id == DT_FMT_TOKEN_YEAR ||
+                                      id == DT_FMT_TOKEN_SYEAR;
+                           }));
 
 }  // namespace
 
 extern "C" conv_status_t dt_fmt_write_date(dt_fmt_parse_ctx_t *parse_ctx, const dv_date_t *date) {
-    if (!is_given(parse_ctx) || !is_given(date)) return CONV_STATUS_WHOLE;
+    if (!has_element(parse_ctx) || !is_given(date)) return CONV_STATUS_WHOLE;
     if (room_of(*parse_ctx) < 1) return CONV_STATUS_CUT;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
     if (element == NULL || element->type != DT_FMT_TYPE_DATE) raise(ERR_MODEL_FOR_DATE);
     const calendar_day_t d = date_calendar_day(*date);
     if (element->is_str_fmt) return dv_date_write_str_val_(*parse_ctx, d);
-    const int32_t id = parse_ctx->cur_token_info->id;
-    return put_number(*parse_ctx, dv_date_write_num_val_(id, d), MIN_DIGITS[static_cast<size_t>(id)]);
+    const auto id = static_cast<size_t>(parse_ctx->cur_token_info->id);
+    return put_number(*parse_ctx, dv_date_write_num_val_(id, d), MIN_DIGITS[id]);
 }

@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 
-#include "digits.h"
 #include "fmt_write.h"
 #include "spell_number.h"
 
@@ -31,11 +30,11 @@ void push_number_(digits_t &digits, int value, int min_digits) {
     if (value < 0) digits.push('-');
 }
 
-// 11TH to 19TH, else by the last digit, whatever the sign.
+// 11TH to 19TH, else by the last digit. Negative numbers go by that alone: -11ST.
 std::string_view ordinal_suffix_(int value) {
     constexpr std::string_view suffixes[] = {"TH", "ST", "ND", "RD"};
-    const int rest = std::abs(value % 100), last = rest % 10;
-    return suffixes[(rest >= 11 && rest <= 19) || last < 1 || last > 3 ? 0 : last];
+    const int rest = value % 100, last = std::abs(value % 10);
+    return suffixes[(rest >= 11 && rest <= 19) || last > 3 ? 0 : last];
 }
 
 conv_status_t put_with_suffix_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
@@ -47,24 +46,11 @@ conv_status_t put_with_suffix_(dt_fmt_parse_ctx_t &ctx, int value, int min_digit
     return put_text(ctx, digits.view());
 }
 
-void put_pair_(char *to, unsigned value) { store_text<uint16_t>(to, digit_pair(value)); }
-
-// The numbers of most models, two and four digits, go straight to where they belong (bench/datetime_fmt,
-// write).
+// As many digits as are asked for, where these are two or four.
 bool put_two_or_four_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
-    const auto number = static_cast<unsigned>(value);
-    char *const to = ctx.str + ctx.str_idx;
-    if (min_digits > room_of(ctx)) return false;
-    if (min_digits == 2 && number < 100) {
-        put_pair_(to, number);
-    } else if (min_digits == 4 && number < 10'000) {
-        put_pair_(to, number / 100);
-        put_pair_(to + 2, number % 100);
-    } else {
-        return false;
-    }
-    ctx.str_idx += min_digits;
-    return true;
+    const auto number = static_cast<uint32_t>(value);
+    if (min_digits == 2) return put_pairs(ctx, number);
+    return min_digits == 4 && put_pairs(ctx, number / 100, number % 100);
 }
 
 conv_status_t put_plain_(dt_fmt_parse_ctx_t &ctx, int value, int min_digits) {
@@ -98,7 +84,9 @@ conv_status_t dv::impl::put_number(dt_fmt_parse_ctx_t &ctx, int value, int min_d
         case DT_FMT_SUFFIX_THSP:
             return put_spelled_(ctx, value, /*is_ordinal=*/true);
         default:
-            DV_ASSERT(element.sfx_type == DT_FMT_SUFFIX_NONE);
+            assert_failed("false");
+            [[fallthrough]];
+        case DT_FMT_SUFFIX_NONE:
             return put_plain_(ctx, value, digits);
     }
 }
