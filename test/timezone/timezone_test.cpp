@@ -89,13 +89,62 @@ TEST(TimezoneText, IsAnOffsetOrARegionOrRefused) {
     EXPECT_EQ(raise_of([&] { timezone_parse(&tz, name.data(), 64); }), 0);
     const std::string longer = name + " ";
     EXPECT_EQ(raise_of([&] { timezone_parse(&tz, longer.data(), 65); }), -5104);
-    for (const auto &[zone, text] :
-         {std::pair(zone_(581, 9), "+09:00"), std::pair(zone_(581, -5, 30), "-05:30"),
-          std::pair(zone_(581, 0, 30), "+00:30"), std::pair(zone_(301), "Asia/Seoul")}) {
-        char buf[TZ_NAME_TEXT_SIZE];
-        timezone_get_zone_name(&zone, buf, sizeof buf);
-        EXPECT_STREQ(buf, text);
+}
+
+// Of any two bytes as printf does it, into a buffer of any size; regions as the table has them.
+TEST(TimezoneText, NamesAZone) {
+    char text[TZ_NAME_TEXT_SIZE];
+    for (int byte = 0; byte < 256; ++byte) {
+        for (int minute = 0; minute < 256; ++minute) {
+            const timezone_t tz = zone_(TZ_ID_OFFSET, byte - 100, minute);
+            char printed[24];
+            std::snprintf(printed, sizeof printed, "%+.2d:%.2d", byte - 100, minute);
+            for (const int size : {minute % 10, 10}) {
+                std::string want = std::string(printed).substr(0, static_cast<size_t>(std::max(size, 1)) - 1);
+                if (size > 0) want += '\0';
+                want.resize(sizeof text, '#');
+                std::memset(text, '#', sizeof text);
+                timezone_get_zone_name(&tz, text, size);
+                ASSERT_EQ(std::string(text, sizeof text), want) << byte - 100 << ':' << minute << ' ' << size;
+            }
+        }
     }
+    const timezone_t seoul = zone_(301);
+    timezone_get_zone_name(&seoul, text, sizeof text);
+    EXPECT_STREQ(text, "Asia/Seoul");
+    timezone_get_zone_name(&seoul, text, 0);
+    EXPECT_STREQ(text, "Asia/Seoul");
+}
+
+// Every value is stored or refused; a number that is no zone's is reported and stored.
+TEST(TimezoneField, IsStoredWithinItsRange) {
+    constexpr struct {
+        tz_field_t field;
+        int lowest, highest, code;
+    } fields[] = {{TZ_FLD_UTC_HOUR, -12, 14, -5098},
+                  {TZ_FLD_UTC_MIN, 0, 59, -5099},
+                  {TZ_FLD_UTC_SEC, 0, 59, -5100},
+                  {TZ_FLD_ZONE_ID, 0, 65535, 0}};
+    const assertion_watch watch;
+    for (const auto &[field, lowest, highest, code] : fields) {
+        for (int value = -300; value < 70'000; ++value) {
+            timezone_t tz = zone_(7, 7, 7);
+            const bool is_in_range = value >= lowest && value <= highest;
+            ASSERT_EQ(raise_of([&] { timezone_set_field(&tz, field, value); }), is_in_range ? 0 : code)
+                << value;
+            for (const auto &other : fields) {
+                const bool is_changed = other.field == field && (is_in_range || code == 0);
+                const int old = other.field == TZ_FLD_UTC_SEC ? 0 : 7;
+                ASSERT_EQ(timezone_get_field(&tz, other.field),
+                          is_changed ? value & (code == 0 ? 65535 : -1) : old)
+                    << value << " into " << field << ": field " << other.field;
+            }
+        }
+    }
+    EXPECT_EQ(watch.count(), 70'300u - 582);
+    timezone_t tz = zone_(7);
+    EXPECT_EQ(raise_of([&] { timezone_set_field(&tz, 4, 0); }), -5006);
+    EXPECT_EQ(raise_of([&] { timezone_get_field(&tz, -1); }), -5006);
 }
 
 // The host's zone under TZ: every region's present offset, and what is no region.

@@ -107,7 +107,8 @@ DV_EXPORT void dv_ts_tz_from_str_DEPRECATED(dv_ts_tz_t *ts_tz, const char *str, 
                                             int fmt_len, int fprec, const timezone_t *sess_tz);
 
 // Writes the local time in the value's own zone; null_dv_ts_tz as an empty text. Returns and raises as
-// dv_timestamp_to_str.
+// dv_timestamp_to_str, and
+// Raises  -5114  the local time is out of the range of DATE arithmetic ("year", ...)
 DV_EXPORT conv_status_t dv_ts_tz_to_str(const dv_ts_tz_t *ts_tz, char *str, int str_len,
                                         const dt_fmt_ctx_t *fmt_ctx, int fprec);
 DV_EXPORT conv_status_t dv_ts_tz_to_str_DEPRECATED(const dv_ts_tz_t *ts_tz, char *str, int str_len,
@@ -142,8 +143,7 @@ DV_EXPORT void dv_ts_ltz_from_number(const number_t *num, dv_ts_ltz_t *ts_ltz, c
 
 // Text of the session's local time, by dv_timestamp_from_str and dv_timestamp_to_str: zone elements raise
 // -5011. Reading stores the offset in force in *sess_tz, which no other thread may use meanwhile. The model
-// of
-// ..._to_str_DEPRECATED is compiled for TIMESTAMP, so that zone elements raise -5012 there.
+// of ..._to_str_DEPRECATED is compiled for TIMESTAMP, so that zone elements raise -5012 there.
 DV_EXPORT void dv_ts_ltz_from_str(dv_ts_ltz_t *ts_ltz, const char *str, int str_len, const dt_fmt_ctx_t *fmt,
                                   int fprec, timezone_t *sess_tz);
 DV_EXPORT void dv_ts_ltz_from_str_DEPRECATED(dv_ts_ltz_t *ts_ltz, const char *str, int str_len,

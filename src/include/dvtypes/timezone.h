@@ -114,10 +114,10 @@ typedef enum tz_field_e {
 typedef int32_t tz_field_t;
 
 // Functions work on the caller's records and constant tables, allocate nothing and may be called from any
-// thread on records that no other thread is writing. A NULL record is reported by an assertion ("tz != NULL",
-// "local_tz != NULL", "sess_tz != NULL", "date != NULL"); the call then returns. A zone that is neither a
-// region nor a fixed offset (number 580, or above 581) is reported by "zone_id < TZ_ID_MAX" where a history
-// would be needed; the call then returns with the date untouched.
+// thread on records that no other thread is writing. A NULL pointer is reported by an assertion ("tz !=
+// NULL", "local_tz != NULL", "sess_tz != NULL", "date != NULL", "buf != NULL"); the call then returns and
+// touches nothing. A zone that is neither a region nor a fixed offset (number 580, or above 581) is reported
+// by "zone_id < TZ_ID_MAX" where a history would be needed; the call then returns with the date untouched.
 //
 // A date is the DATE at the beginning of any datetime record; its fraction of a second is never looked at.
 
@@ -127,7 +127,7 @@ DV_EXPORT void timezone_init(timezone_t *tz);
 // Stores one field.
 // Raises  -5098  an hour outside -12..14     -5099  a minute outside 0..59     -5100  a second outside 0..59
 //         -5006  no such field
-// A zone number outside 0..581 asserts "value >= 0 && value <= TZ_ID_OFFSET" and is not stored.
+// A zone number outside 0..581 asserts "value >= 0 && value <= TZ_ID_OFFSET"; its low 16 bits are stored.
 DV_EXPORT void timezone_set_field(timezone_t *tz, tz_field_t field, int value);
 
 // One field; the hour signed.
@@ -176,8 +176,9 @@ DV_EXPORT void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, tim
 // Stores in *local_tz the offset that its region has at a time in UTC. A fixed offset stays.
 DV_EXPORT void timezone_adjust(timezone_t *local_tz, const dv_date_t *date);
 
-// The zone as text, NUL ended: "+09:00" in at most buf_size bytes, or a region's name, for which buf must
-// hold TZ_NAME_TEXT_SIZE bytes.
+// The zone as text, NUL ended: a fixed offset as printf writes its hour and minute with "%+.2d:%.2d"
+// ("+09:00"), cut to buf_size - 1 characters, or a region's name, for which buf must hold TZ_NAME_TEXT_SIZE
+// bytes. A zone that is neither gives "". Nothing is written when buf_size is below 1.
 DV_EXPORT void timezone_get_zone_name(const timezone_t *local_tz, char *buf, int buf_size);
 
 // The abbreviation in force in a region at a time in UTC, NUL ended, cut to buf_size - 1 characters; "" for a

@@ -13,7 +13,7 @@ extern "C" {
 const dv_timestamp_t null_dv_timestamp = {};
 
 int dv_timestamp_get_field(const dv_timestamp_t *ts, dt_fmt_unit_t unit_type) {
-    if (!is_given(ts)) return 0;
+    if (!DV_ASSERT(ts != NULL)) return 0;
     switch (unit_type) {
         case DT_FMT_UNIT_YEAR:
         case DT_FMT_UNIT_MONTH:
@@ -31,7 +31,7 @@ int dv_timestamp_get_field(const dv_timestamp_t *ts, dt_fmt_unit_t unit_type) {
 
 void dv_timestamp_set_field(dv_timestamp_t *ts, dt_fmt_unit_t unit_type, int value, uchar check_valid_input,
                             uchar check_valid_result) {
-    if (!is_given(ts)) return;
+    if (!DV_ASSERT(ts != NULL)) return;
     switch (unit_type) {
         case DT_FMT_UNIT_YEAR:
         case DT_FMT_UNIT_MONTH:
@@ -51,21 +51,21 @@ void dv_timestamp_set_field(dv_timestamp_t *ts, dt_fmt_unit_t unit_type, int val
 
 void dv_timestamp_from_unit_values(dv_timestamp_t *ts, int year, int month, int day, int hour, int min,
                                    int second, int fsec) {
-    if (!is_given(ts)) return;
+    if (!DV_ASSERT(ts != NULL)) return;
     dv_date_from_unit_values(&date_part(*ts), year, month, day, hour, min, second);
     check_unit(DT_FMT_UNIT_FSEC, fsec);
     time_set_nanoseconds(time_part(*ts), static_cast<uint32_t>(fsec));
 }
 
 void dv_timestamp_from_date(dv_timestamp_t *ts, const dv_date_t *date) {
-    if (!is_given(ts) || !is_given(date)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(date != NULL)) return;
     memmove(&date_part(*ts), date, sizeof *date);
     time_set_nanoseconds(time_part(*ts), 0);
     dv_time_is_valid(&time_part(*ts));
 }
 
 void dv_timestamp_current(dv_timestamp_t *ts) {
-    if (!is_given(ts)) return;
+    if (!DV_ASSERT(ts != NULL)) return;
     const local_time_t now = local_time();
     date_set_calendar(date_part(*ts), now.year, now.month, now.day);
     date_set_clock(date_part(*ts), now.hour, now.minute, now.second);
@@ -77,7 +77,7 @@ int dv_timestamp_compare(const dv_timestamp_t *ts1, const dv_timestamp_t *ts2) {
 }
 
 void dv_timestamp_trim_fsec(dv_timestamp_t *ts, int fprec) {
-    if (!is_given(ts)) return;
+    if (!DV_ASSERT(ts != NULL)) return;
     if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
     time_trim_fraction(time_part(*ts), fprec, ERR_FIELD_RANGE);
 }

@@ -8,16 +8,8 @@ using namespace dv::impl;
 
 namespace {
 
-bool is_given_(const dv_itv_dts_t *dts) {
-    DV_ASSERT(dts != NULL);
-    return dts != NULL;
-}
-
 bool are_given_(const void *dest, const void *left, const void *right) {
-    DV_ASSERT(dest != NULL);
-    DV_ASSERT(left != NULL);
-    DV_ASSERT(right != NULL);
-    return dest != NULL && left != NULL && right != NULL;
+    return DV_ASSERT(dest != NULL) && DV_ASSERT(left != NULL) && DV_ASSERT(right != NULL);
 }
 
 // Adds seconds, then nanoseconds of any sign, which carry into the seconds.
@@ -56,12 +48,12 @@ int rounding_(const dv_timestamp_t &later, const dv_timestamp_t &earlier) {
 extern "C" {
 
 void dv_timestamp_add_itv_dts(dv_timestamp_t *ts, const dv_itv_dts_t *dts) {
-    if (!is_given(ts) || !is_given_(dts)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(dts != NULL)) return;
     add_(*ts, itv_total_seconds(*dts), itv_nanoseconds(*dts));
 }
 
 void dv_timestamp_sub_itv_dts(dv_timestamp_t *ts, const dv_itv_dts_t *dts) {
-    if (!is_given(ts) || !is_given_(dts)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(dts != NULL)) return;
     add_(*ts, -itv_total_seconds(*dts), -int64_t{itv_nanoseconds(*dts)});
 }
 

@@ -16,11 +16,6 @@ using namespace dv::impl;
 
 namespace {
 
-bool is_given_(const number_t *num) {
-    DV_ASSERT(number_is_valid_ptr(num));
-    return number_is_valid_ptr(num) != 0;
-}
-
 constexpr int64_t seconds_since_day_0_(const dv_date_t &date, int day_number) {
     return int64_t{day_number} * SEC_PER_DAY + date_second_of_day(date);
 }
@@ -70,7 +65,7 @@ void set_seconds_(dv_timestamp_t &ts, int64_t seconds, int nanoseconds) {
 extern "C" {
 
 double dv_timestamp_to_double(const dv_timestamp_t *ts) {
-    if (!is_given(ts)) return 0;
+    if (!DV_ASSERT(ts != NULL)) return 0;
     constexpr double fsec_factor = 1e-9;
     const double fraction =
         time_nanoseconds(time_part(*ts)) * fsec_factor;  // a statement of its own: never fused with the sum
@@ -78,8 +73,7 @@ double dv_timestamp_to_double(const dv_timestamp_t *ts) {
 }
 
 void dv_timestamp_to_number(const dv_timestamp_t *ts, number_t *num) {
-    DV_ASSERT(number_is_nonnull_ptr(num));
-    if (!is_given(ts) || num == NULL) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(number_is_nonnull_ptr(num))) return;
     const dv_date_t &date = date_part(*ts);
     number_from_int64(num, seconds_since_day_0_(date, date_day_number(date)));
     const uint32_t nanoseconds = time_nanoseconds(time_part(*ts));
@@ -92,7 +86,7 @@ void dv_timestamp_to_number(const dv_timestamp_t *ts, number_t *num) {
 
 // What does not fit 64 bits, and NaN, becomes a day far out of range.
 void dv_timestamp_from_double(double from, dv_timestamp_t *ts) {
-    if (!is_given(ts)) return;
+    if (!DV_ASSERT(ts != NULL)) return;
     const bool is_int64 = from >= -0x1p63 && from < 0x1p63;
     const int64_t seconds = is_int64 ? static_cast<int64_t>(from) : INT64_MIN;
     const double fraction = is_int64 ? from - static_cast<double>(seconds) : 0;  // exact, within +-1
@@ -100,7 +94,7 @@ void dv_timestamp_from_double(double from, dv_timestamp_t *ts) {
 }
 
 void dv_timestamp_from_number(const number_t *num, dv_timestamp_t *ts) {
-    if (!is_given_(num) || !is_given(ts)) return;
+    if (!DV_ASSERT(number_is_valid_ptr(num)) || !DV_ASSERT(ts != NULL)) return;
     int64_t seconds = 0;
     int32_t nanoseconds = 0;
     number_to_int64(num, &seconds);

@@ -37,7 +37,7 @@ bool take_fields_(dt_fmt_parse_ctx_t &ctx, std::span<const int32_t> fields,
 
 extern "C" void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int str_len,
                                       const dt_fmt_ctx_t *fmt_ctx, int fprec) {
-    if (!is_given(ts) || !is_given_str(str) || !is_given(fmt_ctx)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
@@ -61,7 +61,8 @@ extern "C" void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str,
 
 extern "C" conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str, int str_len,
                                              const dt_fmt_ctx_t *fmt_ctx, int fprec) {
-    if (!is_given(ts) || !is_given_str(str) || !is_given(fmt_ctx)) return CONV_STATUS_WHOLE;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL))
+        return CONV_STATUS_WHOLE;
     if (str_len < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
     if (timestamp_is_null(*ts)) {
@@ -78,14 +79,15 @@ extern "C" conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str
 
 extern "C" void dv_timestamp_from_str_DEPRECATED(dv_timestamp_t *ts, const char *str, int str_len,
                                                  const char *fmt, int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL)) return;
     with_model(reading_(fmt, fmt_len),
                [=](const dt_fmt_ctx_t &model) { dv_timestamp_from_str(ts, str, str_len, &model, fprec); });
 }
 
 extern "C" conv_status_t dv_timestamp_to_str_DEPRECATED(const dv_timestamp_t *ts, char *str, int str_len,
                                                         const char *fmt, int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL))
+        return CONV_STATUS_WHOLE;
     conv_status_t status = CONV_STATUS_WHOLE;
     with_model(writing_(fmt, fmt_len), [=, &status](const dt_fmt_ctx_t &model) {
         status = dv_timestamp_to_str(ts, str, str_len, &model, fprec);
@@ -94,21 +96,19 @@ extern "C" conv_status_t dv_timestamp_to_str_DEPRECATED(const dv_timestamp_t *ts
 }
 
 extern "C" void dv_timestamp_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt) {
-    DV_ASSERT(buf != NULL);
-    DV_ASSERT(fmt != NULL);
-    if (buf == NULL || fmt == NULL) return;
+    if (!DV_ASSERT(buf != NULL) || !DV_ASSERT(fmt != NULL)) return;
     dv_timestamp_t now;
     dv_timestamp_current(&now);
     dv_timestamp_to_str(&now, buf, buf_len, fmt, /*fprec=*/6);
 }
 
 extern "C" int dv_timestamp_get_length(const char *fmt, int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return 0;
+    if (!DV_ASSERT(fmt != NULL)) return 0;
     return predicted_length(writing_(fmt, fmt_len), fprec);
 }
 
 extern "C" void dv_timestamp_check_format(const char *fmt, int fmt_len) {
-    if (is_given_fmt(fmt)) check_model(reading_(fmt, fmt_len));
+    if (DV_ASSERT(fmt != NULL)) check_model(reading_(fmt, fmt_len));
 }
 
 // Digits and punctuation are the same bytes in every character set.

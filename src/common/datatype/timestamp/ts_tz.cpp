@@ -5,7 +5,9 @@
 
 #include <cstring>
 
-#include "zoned_internal.h"
+#include "../timezone/timezone_internal.h"
+#include "dvtypes/timestamp_tz.h"
+#include "timestamp_layout.h"
 
 using namespace dv::impl;
 
@@ -27,7 +29,7 @@ const dv_ts_tz_t null_dv_ts_tz = {};
 
 void dv_ts_tz_from_unit_values(dv_ts_tz_t *ts_tz, int year, int month, int day, int hour, int min, int second,
                                int fsec, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     const struct {
         dt_fmt_unit_e unit;
         int value;
@@ -44,20 +46,20 @@ void dv_ts_tz_from_unit_values(dv_ts_tz_t *ts_tz, int year, int month, int day, 
 }
 
 void dv_ts_tz_from_date(dv_ts_tz_t *ts_tz, const dv_date_t *date, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given(date) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(date != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     memmove(&ts_tz->utc, date, sizeof *date);
     time_set_nanoseconds(time_part(ts_tz->utc), 0);
     normalize_(*ts_tz, *sess_tz);
 }
 
 void dv_ts_tz_from_timestamp(dv_ts_tz_t *ts_tz, const dv_timestamp_t *ts, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given(ts) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(ts != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     ts_tz->utc = *ts;
     normalize_(*ts_tz, *sess_tz);
 }
 
 void dv_ts_tz_from_ts_ltz(dv_ts_tz_t *ts_tz, const dv_ts_ltz_t *ts_ltz, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given(ts_ltz) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     ts_tz->utc = ts_ltz->utc;
     ts_tz->tz = *sess_tz;
     adjust_(*ts_tz);
@@ -68,74 +70,75 @@ int dv_ts_tz_compare(const dv_ts_tz_t *ts_tz1, const dv_ts_tz_t *ts_tz2) {
 }
 
 void dv_ts_tz_current(dv_ts_tz_t *ts_tz, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     dv_timestamp_current(&ts_tz->utc);
     normalize_(*ts_tz, *sess_tz);
 }
 
 void dv_ts_tz_trim_fsec(dv_ts_tz_t *ts_tz, int fprec) {
-    if (is_given(ts_tz)) dv_timestamp_trim_fsec(&ts_tz->utc, fprec);
+    if (DV_ASSERT(ts_tz != NULL)) dv_timestamp_trim_fsec(&ts_tz->utc, fprec);
 }
 
 double dv_ts_tz_to_double(const dv_ts_tz_t *ts_tz) {
-    if (!is_given(ts_tz)) return 0;
+    if (!DV_ASSERT(ts_tz != NULL)) return 0;
     dv_timestamp_t local;
     dv_timestamp_from_ts_tz(&local, ts_tz);
     return dv_timestamp_to_double(&local);
 }
 
 void dv_ts_tz_to_number(const dv_ts_tz_t *ts_tz, number_t *num) {
-    if (!is_given(ts_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(number_is_nonnull_ptr(num))) return;
     dv_timestamp_t local;
     dv_timestamp_from_ts_tz(&local, ts_tz);
     dv_timestamp_to_number(&local, num);
 }
 
 void dv_ts_tz_from_double(double from, dv_ts_tz_t *ts_tz, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     dv_timestamp_t local;
     dv_timestamp_from_double(from, &local);
     dv_ts_tz_from_timestamp(ts_tz, &local, sess_tz);
 }
 
 void dv_ts_tz_from_number(const number_t *num, dv_ts_tz_t *ts_tz, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given_sess_tz(sess_tz)) return;
-    dv_timestamp_t local{};
+    if (!DV_ASSERT(number_is_valid_ptr(num)) || !DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(sess_tz != NULL))
+        return;
+    dv_timestamp_t local;
     dv_timestamp_from_number(num, &local);
     dv_ts_tz_from_timestamp(ts_tz, &local, sess_tz);
 }
 
 void dv_ts_tz_add_itv_ytm(dv_ts_tz_t *ts_tz, const dv_itv_ytm_t *ytm) {
-    if (!is_given(ts_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(ytm != NULL)) return;
     dv_date_add_itv_ytm(&date_part(ts_tz->utc), ytm);
     adjust_(*ts_tz);
 }
 
 void dv_ts_tz_sub_itv_ytm(dv_ts_tz_t *ts_tz, const dv_itv_ytm_t *ytm) {
-    if (!is_given(ts_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(ytm != NULL)) return;
     dv_date_sub_itv_ytm(&date_part(ts_tz->utc), ytm);
     adjust_(*ts_tz);
 }
 
 void dv_ts_tz_add_itv_dts(dv_ts_tz_t *ts_tz, const dv_itv_dts_t *dts) {
-    if (!is_given(ts_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(dts != NULL)) return;
     dv_timestamp_add_itv_dts(&ts_tz->utc, dts);
     adjust_(*ts_tz);
 }
 
 void dv_ts_tz_sub_itv_dts(dv_ts_tz_t *ts_tz, const dv_itv_dts_t *dts) {
-    if (!is_given(ts_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(dts != NULL)) return;
     dv_timestamp_sub_itv_dts(&ts_tz->utc, dts);
     adjust_(*ts_tz);
 }
 
 void dv_ts_tz_sub_ts_tz_into_itv_ytm(dv_itv_ytm_t *dest, const dv_ts_tz_t *left, const dv_ts_tz_t *right) {
-    if (!is_given(left) || !is_given(right)) return;
+    if (!DV_ASSERT(left != NULL) || !DV_ASSERT(right != NULL)) return;
     dv_timestamp_sub_timestamp_into_itv_ytm(dest, &left->utc, &right->utc);
 }
 
 void dv_ts_tz_sub_ts_tz_into_itv_dts(dv_itv_dts_t *dest, const dv_ts_tz_t *left, const dv_ts_tz_t *right) {
-    if (!is_given(left) || !is_given(right)) return;
+    if (!DV_ASSERT(left != NULL) || !DV_ASSERT(right != NULL)) return;
     dv_timestamp_sub_timestamp_into_itv_dts(dest, &left->utc, &right->utc);
 }
 

@@ -5,7 +5,9 @@
 #include "../datetime_fmt/fmt_read.h"
 #include "../datetime_fmt/fmt_walk.h"
 #include "../datetime_fmt/temporary_model.h"
-#include "zoned_internal.h"
+#include "../timezone/timezone_internal.h"
+#include "dvtypes/timestamp_tz.h"
+#include "timestamp_layout.h"
 
 using namespace dv::impl;
 
@@ -43,7 +45,9 @@ void read_(dv_ts_tz_t &ts_tz, const char *str, int length, const dt_fmt_ctx_t &m
 
 extern "C" void dv_ts_tz_from_str(dv_ts_tz_t *ts_tz, const char *str, int str_len,
                                   const dt_fmt_ctx_t *fmt_ctx, int fprec, const timezone_t *sess_tz) {
-    if (!is_given(ts_tz) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL) ||
+        !DV_ASSERT(sess_tz != NULL))
+        return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
@@ -64,7 +68,8 @@ extern "C" void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int 
 
 extern "C" conv_status_t dv_ts_tz_to_str(const dv_ts_tz_t *ts_tz, char *str, int str_len,
                                          const dt_fmt_ctx_t *fmt_ctx, int fprec) {
-    if (!is_given(ts_tz) || !is_given_str(str) || !is_given(fmt_ctx)) return CONV_STATUS_WHOLE;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL))
+        return CONV_STATUS_WHOLE;
     if (str_len < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
     if (is_null_(*ts_tz)) {
@@ -83,7 +88,9 @@ extern "C" conv_status_t dv_ts_tz_to_str(const dv_ts_tz_t *ts_tz, char *str, int
 
 extern "C" void dv_ts_tz_from_str_DEPRECATED(dv_ts_tz_t *ts_tz, const char *str, int str_len, const char *fmt,
                                              int fmt_len, int fprec, const timezone_t *sess_tz) {
-    if (!is_given_fmt(fmt)) return;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL) ||
+        !DV_ASSERT(sess_tz != NULL))
+        return;
     with_model(reading_(DV_TYPE_TS_TZ, fmt, fmt_len), [=](const dt_fmt_ctx_t &model) {
         dv_ts_tz_from_str(ts_tz, str, str_len, &model, fprec, sess_tz);
     });
@@ -91,7 +98,8 @@ extern "C" void dv_ts_tz_from_str_DEPRECATED(dv_ts_tz_t *ts_tz, const char *str,
 
 extern "C" conv_status_t dv_ts_tz_to_str_DEPRECATED(const dv_ts_tz_t *ts_tz, char *str, int str_len,
                                                     const char *fmt, int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return CONV_STATUS_WHOLE;
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL))
+        return CONV_STATUS_WHOLE;
     conv_status_t status = CONV_STATUS_WHOLE;
     with_model(writing_(fmt, fmt_len), [=, &status](const dt_fmt_ctx_t &model) {
         status = dv_ts_tz_to_str(ts_tz, str, str_len, &model, fprec);
@@ -101,21 +109,19 @@ extern "C" conv_status_t dv_ts_tz_to_str_DEPRECATED(const dv_ts_tz_t *ts_tz, cha
 
 extern "C" void dv_ts_tz_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt,
                                      const timezone_t *sess_tz) {
-    DV_ASSERT(buf != NULL);
-    DV_ASSERT(fmt != NULL);
-    if (buf == NULL || fmt == NULL || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(buf != NULL) || !DV_ASSERT(fmt != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     dv_ts_tz_t now;
     dv_ts_tz_current(&now, sess_tz);
     dv_ts_tz_to_str(&now, buf, buf_len, fmt, /*fprec=*/6);
 }
 
 extern "C" int dv_ts_tz_get_length(const char *fmt, int fmt_len, int fprec) {
-    if (!is_given_fmt(fmt)) return 0;
+    if (!DV_ASSERT(fmt != NULL)) return 0;
     return predicted_length(writing_(fmt, fmt_len), fprec);
 }
 
 extern "C" void dv_ts_tz_check_format(const char *fmt, int fmt_len) {
-    if (is_given_fmt(fmt)) check_model(reading_(DV_TYPE_TS_TZ, fmt, fmt_len));
+    if (DV_ASSERT(fmt != NULL)) check_model(reading_(DV_TYPE_TS_TZ, fmt, fmt_len));
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -124,14 +130,18 @@ extern "C" void dv_ts_tz_check_format(const char *fmt, int fmt_len) {
 
 extern "C" void dv_ts_ltz_from_str(dv_ts_ltz_t *ts_ltz, const char *str, int str_len, const dt_fmt_ctx_t *fmt,
                                    int fprec, timezone_t *sess_tz) {
-    if (!is_given(ts_ltz) || !is_given_sess_tz(sess_tz)) return;
+    if (!DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL) ||
+        !DV_ASSERT(sess_tz != NULL))
+        return;
     dv_timestamp_from_str(&ts_ltz->utc, str, str_len, fmt, fprec);
     timezone_normalize(sess_tz, &date_part(ts_ltz->utc), NULL);
 }
 
 extern "C" conv_status_t dv_ts_ltz_to_str(const dv_ts_ltz_t *ts_ltz, char *str, int str_len,
                                           const dt_fmt_ctx_t *fmt, int fprec, const timezone_t *sess_tz) {
-    if (!is_given(ts_ltz) || !is_given_sess_tz(sess_tz)) return CONV_STATUS_WHOLE;
+    if (!DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL) ||
+        !DV_ASSERT(sess_tz != NULL))
+        return CONV_STATUS_WHOLE;
     dv_timestamp_t local;
     dv_timestamp_from_ts_ltz(&local, ts_ltz, sess_tz);
     return dv_timestamp_to_str(&local, str, str_len, fmt, fprec);
@@ -139,7 +149,9 @@ extern "C" conv_status_t dv_ts_ltz_to_str(const dv_ts_ltz_t *ts_ltz, char *str, 
 
 extern "C" void dv_ts_ltz_from_str_DEPRECATED(dv_ts_ltz_t *ts_ltz, const char *str, int str_len,
                                               const char *fmt, int fmt_len, int fprec, timezone_t *sess_tz) {
-    if (!is_given_fmt(fmt)) return;
+    if (!DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL) ||
+        !DV_ASSERT(sess_tz != NULL))
+        return;
     with_model(reading_(DV_TYPE_TS_LTZ, fmt, fmt_len), [=](const dt_fmt_ctx_t &model) {
         dv_ts_ltz_from_str(ts_ltz, str, str_len, &model, fprec, sess_tz);
     });
@@ -149,7 +161,9 @@ extern "C" void dv_ts_ltz_from_str_DEPRECATED(dv_ts_ltz_t *ts_ltz, const char *s
 extern "C" conv_status_t dv_ts_ltz_to_str_DEPRECATED(const dv_ts_ltz_t *ts_ltz, char *str, int str_len,
                                                      const char *fmt, int fmt_len, int fprec,
                                                      const timezone_t *sess_tz) {
-    if (!is_given(ts_ltz) || !is_given_sess_tz(sess_tz)) return CONV_STATUS_WHOLE;
+    if (!DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt != NULL) ||
+        !DV_ASSERT(sess_tz != NULL))
+        return CONV_STATUS_WHOLE;
     dv_timestamp_t local;
     dv_timestamp_from_ts_ltz(&local, ts_ltz, sess_tz);
     return dv_timestamp_to_str_DEPRECATED(&local, str, str_len, fmt, fmt_len, fprec);

@@ -55,20 +55,23 @@ void move_by_minutes_(dv_date_t &date, int minutes) {
     dv_date_add_field(&date, DT_FMT_UNIT_MINUTE, minutes);
 }
 
-char *put_two_digits_(char *to, int value) {
+// At least two digits.
+char *put_number_(char *to, unsigned value) {
+    if (value >= 100) *to++ = static_cast<char>('0' + value / 100);
     to[0] = static_cast<char>('0' + value / 10 % 10);
     to[1] = static_cast<char>('0' + value % 10);
     return to + 2;
 }
 
-// As printf's "%+.2d:%.2d" for hours and minutes of one or two digits; a third digit of broken records is
-// lost.
-std::string_view offset_text_(const timezone_t &tz, char (&text)[6]) {
+constexpr size_t _offset_text_max = std::string_view("-100:255").size();
+
+// As printf's "%+.2d:%.2d" of any two bytes.
+std::string_view offset_text_(const timezone_t &tz, char (&text)[_offset_text_max]) {
     const int hour = tz_hour(tz);
     text[0] = hour < 0 ? '-' : '+';
-    char *end = put_two_digits_(text + 1, hour < 0 ? -hour : hour);
+    char *end = put_number_(text + 1, static_cast<unsigned>(hour < 0 ? -hour : hour));
     *end++ = ':';
-    end = put_two_digits_(end, tz.utc_min);
+    end = put_number_(end, tz.utc_min);
     return {text, static_cast<size_t>(end - text)};
 }
 
@@ -77,13 +80,13 @@ std::string_view offset_text_(const timezone_t &tz, char (&text)[6]) {
 extern "C" {
 
 void timezone_init(timezone_t *tz) {
-    if (!is_given_tz(tz)) return;
+    if (!DV_ASSERT(tz != NULL)) return;
     tz_set_offset(*tz, 0, 0);
     tz_set_zone(*tz, TZ_ID_DEFAULT);
 }
 
 void timezone_set_field(timezone_t *tz, tz_field_t field, int value) {
-    if (!is_given_tz(tz)) return;
+    if (!DV_ASSERT(tz != NULL)) return;
     switch (field) {
         case TZ_FLD_UTC_HOUR:
             if (value < TZ_HOUR_MIN || value > TZ_HOUR_MAX) raise(ERR_ZONE_HOUR);
@@ -98,15 +101,14 @@ void timezone_set_field(timezone_t *tz, tz_field_t field, int value) {
             return;
         case TZ_FLD_ZONE_ID:
             DV_ASSERT(value >= 0 && value <= TZ_ID_OFFSET);
-            if (value >= 0 && value <= TZ_ID_OFFSET) tz_set_zone(*tz, value);
-            return;
+            return tz_set_zone(*tz, value);
         default:
             raise(ERR_FIELD_UNSUPPORTED);
     }
 }
 
 int timezone_get_field(const timezone_t *tz, tz_field_t field) {
-    if (!is_given_tz(tz)) return 0;
+    if (!DV_ASSERT(tz != NULL)) return 0;
     switch (field) {
         case TZ_FLD_UTC_HOUR:
             return tz_hour(*tz);
@@ -122,23 +124,22 @@ int timezone_get_field(const timezone_t *tz, tz_field_t field) {
 }
 
 void timezone_shift_to_east(const timezone_t *local_tz, dv_date_t *date) {
-    if (is_given_local_tz(local_tz) && is_given(date)) {
+    if (DV_ASSERT(local_tz != NULL) && DV_ASSERT(date != NULL)) {
         move_by_minutes_(*date, applied_minutes_(*local_tz));
     }
 }
 
 void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *date) {
-    if (is_given_local_tz(local_tz) && is_given(date)) {
+    if (DV_ASSERT(local_tz != NULL) && DV_ASSERT(date != NULL)) {
         move_by_minutes_(*date, -applied_minutes_(*local_tz));
     }
 }
 
 void timezone_get_zone_name(const timezone_t *local_tz, char *buf, int buf_size) {
-    DV_ASSERT(buf != NULL);
-    if (!is_given_local_tz(local_tz) || buf == NULL || buf_size < 1) return;
+    if (!DV_ASSERT(local_tz != NULL) || !DV_ASSERT(buf != NULL) || buf_size < 1) return;
     *buf = '\0';
     if (tz_is_offset(*local_tz)) {
-        char text[6];
+        char text[_offset_text_max];
         const std::string_view name = offset_text_(*local_tz, text);
         const size_t length = std::min(name.size(), static_cast<size_t>(buf_size) - 1);
         memcpy(buf, name.data(), length);

@@ -5,13 +5,13 @@
 #include <cstring>
 #include <ctime>
 
+#include "dvtypes/timezone_id.h"
 #include "timezone_internal.h"
 
 using namespace dv::impl;
 
 namespace {
 
-constexpr int _etc_utc = 412;
 constexpr size_t _fields_size = offsetof(tz_smpl_tm_t, abbrev);
 
 // The C library's local time at the instant of a sample; false when it has none, or its abbreviation is
@@ -78,7 +78,7 @@ void store_named_(timezone_t &tz, std::string_view name, const dv_date_t &now) {
 extern "C" int32_t zonesmpl_search_default(void) {
     tzset();
     host_samples_t host;
-    int32_t candidate_id = _etc_utc;
+    int32_t candidate_id = TZ_ID_ETC_UTC;
     int best = 0;
     for (int zone = 0; zone < TZ_ID_MAX; ++zone) {
         const int score = score_(sample_tab_[zone], host);
@@ -91,7 +91,7 @@ extern "C" int32_t zonesmpl_search_default(void) {
 }
 
 extern "C" void timezone_get_system_default(timezone_t *tz) {
-    if (!is_given_tz(tz)) return;
+    if (!DV_ASSERT(tz != NULL)) return;
     tz_set_offset(*tz, 0, 0);
     const char *const value = dv_getenv("TZ");
     if (value == NULL) return tz_set_zone(*tz, zonesmpl_search_default());

@@ -54,12 +54,13 @@ uint64_t key_far_behind_(const dv_date_t &date) {
     return date_order_key(date) + (date.year < last_year ? year : century);
 }
 
-const tz_info_t &find_local_tzinfo_(const tz_region_t &tz_reg, const dv_date_t &local, const char *abbrev) {
-    DV_ASSERT(tz_reg.info_cnt > 0);
-    if (tz_reg.info_cnt == 1) return tz_reg.infos[0];
+const tz_info_t &find_local_tzinfo_(const tz_region_t *tz_reg, const dv_date_t &local, const char *abbrev) {
+    DV_ASSERT(tz_reg->info_cnt > 0);
+    if (tz_reg->info_cnt == 1) return tz_reg->infos[0];
+    if (tz_reg->info_cnt % 2 != 0) assert_failed("DV_IS_EVEN (tz_reg->info_cnt)");
     const uint64_t key = date_order_key(local);
-    const tz_info_t *const end = tz_reg.infos + tz_reg.info_cnt;
-    for (const tz_info_t *info = first_from_(tz_reg, 2, key_far_behind_(local)); info < end; info += 2) {
+    const tz_info_t *const end = tz_reg->infos + tz_reg->info_cnt;
+    for (const tz_info_t *info = first_from_(*tz_reg, 2, key_far_behind_(local)); info < end; info += 2) {
         const tz_info_t &later = info[0], &earlier = info[1];
         const bool is_in_earlier = key <= date_order_key(earlier.local);
         if (key >= date_order_key(later.local)) {
@@ -74,11 +75,6 @@ const tz_info_t &find_local_tzinfo_(const tz_region_t &tz_reg, const dv_date_t &
 
 void store_offset_(timezone_t &tz, const tz_info_t &info) {
     tz_set_offset(tz, info.utc_hour, info.utc_min < 0 ? -info.utc_min : info.utc_min);
-}
-
-bool is_given_sess_tz_(const timezone_t *sess_tz) {
-    DV_ASSERT(sess_tz != NULL);
-    return sess_tz != NULL;
 }
 
 // ---- the same by the rows of years ----
@@ -134,7 +130,7 @@ void store_offset_(timezone_t &tz, const zone_period_t &period) {
     if (!tz_is_offset(*local_tz)) {
         const tz_region_t *region = region_of(*local_tz);
         if (region == NULL) return;
-        store_offset_(*local_tz, find_local_tzinfo_(*region, *date, abbrev));
+        store_offset_(*local_tz, find_local_tzinfo_(region, *date, abbrev));
     }
     timezone_shift_to_west(local_tz, date);
 }
@@ -157,7 +153,7 @@ const tz_info_t &dv::impl::info_at(const tz_region_t &region, const dv_date_t &u
 extern "C" {
 
 void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev) {
-    if (!is_given_local_tz(local_tz) || !is_given(date)) return;
+    if (!DV_ASSERT(local_tz != NULL) || !DV_ASSERT(date != NULL)) return;
     const uint64_t word = date_word(*date);
     const zone_period_t *const period = period_at_local_(*local_tz, word);
     if (period == NULL || is_named_(abbrev) || !has_clock(word))
@@ -169,7 +165,7 @@ void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbre
 }
 
 void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *out_tz) {
-    if (!is_given_sess_tz_(sess_tz) || !is_given(date)) return;
+    if (!DV_ASSERT(sess_tz != NULL) || !DV_ASSERT(date != NULL)) return;
     const uint64_t word = date_word(*date);
     const zone_period_t *const period = period_at_utc_(*sess_tz, word);
     if (period == NULL || !has_clock(word)) return localize_any_(*sess_tz, date, out_tz);
@@ -182,7 +178,7 @@ void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *o
 }
 
 void timezone_adjust(timezone_t *local_tz, const dv_date_t *date) {
-    if (!is_given_local_tz(local_tz) || !is_given(date) || tz_is_offset(*local_tz)) return;
+    if (!DV_ASSERT(local_tz != NULL) || !DV_ASSERT(date != NULL) || tz_is_offset(*local_tz)) return;
     const zone_period_t *const period = period_at_utc_(*local_tz, date_word(*date));
     if (period != NULL) return store_offset_(*local_tz, *period);
     const tz_region_t *region = region_of(*local_tz);
@@ -190,8 +186,8 @@ void timezone_adjust(timezone_t *local_tz, const dv_date_t *date) {
 }
 
 void timezone_get_zone_abbr(const timezone_t *local_tz, const dv_date_t *date, char *buf, int buf_size) {
-    DV_ASSERT(buf != NULL);
-    if (!is_given_local_tz(local_tz) || !is_given(date) || buf == NULL || buf_size < 1) return;
+    if (!DV_ASSERT(local_tz != NULL) || !DV_ASSERT(date != NULL) || !DV_ASSERT(buf != NULL)) return;
+    if (buf_size < 1) return;
     *buf = '\0';
     if (tz_is_offset(*local_tz)) return;
     const tz_region_t *region = region_of(*local_tz);

@@ -10,16 +10,8 @@
 
 namespace dv::impl {
 
-// ---- arguments: false, after the assertion, for NULL ----
-
-inline bool is_given_tz(const timezone_t *tz) {
-    DV_ASSERT(tz != NULL);
-    return tz != NULL;
-}
-inline bool is_given_local_tz(const timezone_t *local_tz) {
-    DV_ASSERT(local_tz != NULL);
-    return local_tz != NULL;
-}
+// False, after the assertion, for NULL.
+inline bool is_given_tz(const timezone_t *tz) { return DV_ASSERT(tz != NULL); }
 
 // The error code of a UTC offset that is out of range, 0 for one that is not.
 //

@@ -77,7 +77,7 @@ const tz_region_t *dv::impl::find_region(std::string_view name) {
 }
 
 extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar for_parser) {
-    if (!is_given_tz(tz)) return ERR_ZONE_OFFSET;
+    if (!DV_ASSERT(tz != NULL)) return ERR_ZONE_OFFSET;
     std::string_view text(str, str != NULL && str_len > 0 ? static_cast<size_t>(str_len) : 0);
     skip_(text, is_letter);
     skip_(text, is_blank);
@@ -96,7 +96,7 @@ extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar
 }
 
 extern "C" void timezone_parse(timezone_t *tz, const char *str, int str_len) {
-    if (!is_given_tz(tz)) return;
+    if (!DV_ASSERT(tz != NULL)) return;
     if (str == NULL || str_len < 1 || *str == '\0') raise(ERR_ZONE_TEXT);
     std::string_view text(str, static_cast<size_t>(str_len));
     skip_(text, is_blank);

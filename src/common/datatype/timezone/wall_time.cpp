@@ -10,39 +10,30 @@
 
 using namespace dv::impl;
 
-namespace {
-
-bool is_given_sess_tz_(const timezone_t *sess_tz) {
-    DV_ASSERT(sess_tz != NULL);
-    return sess_tz != NULL;
-}
-
-}  // namespace
-
 extern "C" {
 
 void dv_date_from_ts_tz(dv_date_t *date, const dv_ts_tz_t *ts_tz) {
-    if (!is_given(date) || !is_given(ts_tz)) return;
+    if (!DV_ASSERT(date != NULL) || !DV_ASSERT(ts_tz != NULL)) return;
     const timezone_t zone = ts_tz->tz;
     memmove(date, &date_part(ts_tz->utc), sizeof *date);
     timezone_shift_to_east(&zone, date);
 }
 
 void dv_date_from_ts_ltz(dv_date_t *date, const dv_ts_ltz_t *ts_ltz, const timezone_t *sess_tz) {
-    if (!is_given(date) || !is_given(ts_ltz) || !is_given_sess_tz_(sess_tz)) return;
+    if (!DV_ASSERT(date != NULL) || !DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     memmove(date, &date_part(ts_ltz->utc), sizeof *date);
     timezone_localize(sess_tz, date, NULL);
 }
 
 void dv_timestamp_from_ts_tz(dv_timestamp_t *ts, const dv_ts_tz_t *ts_tz) {
-    if (!is_given(ts) || !is_given(ts_tz)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(ts_tz != NULL)) return;
     const timezone_t zone = ts_tz->tz;
     *ts = ts_tz->utc;
     timezone_shift_to_east(&zone, &date_part(*ts));
 }
 
 void dv_timestamp_from_ts_ltz(dv_timestamp_t *ts, const dv_ts_ltz_t *ts_ltz, const timezone_t *sess_tz) {
-    if (!is_given(ts) || !is_given(ts_ltz) || !is_given_sess_tz_(sess_tz)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(ts_ltz != NULL) || !DV_ASSERT(sess_tz != NULL)) return;
     *ts = ts_ltz->utc;
     timezone_localize(sess_tz, &date_part(*ts), NULL);
 }

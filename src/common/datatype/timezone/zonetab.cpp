@@ -8,12 +8,11 @@
 
 #include "../ascii.h"
 #include "../error.h"
+#include "dvtypes/timezone_id.h"
 
 using namespace dv::impl;
 
 namespace {
-
-constexpr tz_id_t _etc_utc = 412;
 
 // The sign tells the order, whatever the locale.
 constexpr int compare_(const char *name, const char *lc_name) {
@@ -71,7 +70,7 @@ const tz_region_t *dv::impl::search_name(const char *name, size_t length) {
 }
 
 const tz_region_t *zonetab_search_region(const char *region) {
-    if (region == nullptr || *region == '\0') return &region_tab_[_etc_utc];
+    if (region == nullptr || *region == '\0') return &region_tab_[TZ_ID_ETC_UTC];
     const tz_region_t *const found = search_name(region, strlen(region));
     return found != NULL ? found : search_alias_(region);
 }
