@@ -27,6 +27,7 @@ TEST(NullPointers, OfTimestampsAreReportedAndNothingElseHappens) {
     DV_CHECK(dv_timestamp_sub_timestamp_into_itv_dts, {"dest", "left", "right"});
     DV_CHECK(dv_timestamp_sub_timestamp_into_itv_ytm, {"dest", "left", "right"});
     DV_CHECK(dv_timestamp_from_str, {"ts", "str", "fmt_ctx"});
+    DV_CHECK(dv_timestamp_from_str_as_of, {"ts", "str", "fmt_ctx", "as_of"});
     DV_CHECK(dv_timestamp_from_str_DEPRECATED, {"ts", "str", "fmt"});
     DV_CHECK(dv_timestamp_to_str, {"ts", "str", "fmt_ctx"});
     DV_CHECK(dv_timestamp_to_str_DEPRECATED, {"ts", "str", "fmt"});
@@ -54,6 +55,7 @@ TEST(NullPointers, OfZonedTimestampsAreReportedAndNothingElseHappens) {
     DV_CHECK(dv_ts_tz_sub_ts_tz_into_itv_ytm, {"dest", "left", "right"});
     DV_CHECK(dv_ts_tz_sub_ts_tz_into_itv_dts, {"dest", "left", "right"});
     DV_CHECK(dv_ts_tz_from_str, {"ts_tz", "str", "fmt_ctx", "sess_tz"});
+    DV_CHECK(dv_ts_tz_from_str_as_of, {"ts_tz", "str", "fmt_ctx", "sess_tz", "as_of"});
     DV_CHECK(dv_ts_tz_from_str_DEPRECATED, {"ts_tz", "str", "fmt", "sess_tz"});
     DV_CHECK(dv_ts_tz_to_str, {"ts_tz", "str", "fmt_ctx"});
     DV_CHECK(dv_ts_tz_to_str_DEPRECATED, {"ts_tz", "str", "fmt"});

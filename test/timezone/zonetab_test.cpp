@@ -100,25 +100,4 @@ TEST(ZoneTables, FindEveryNameInAnyLetterCaseAndNothingElse) {
     EXPECT_EQ(zonetab_search_region("America/Punta_Arenas"), nullptr);
 }
 
-TEST(ZoneTables, HaveTheHistoriesOf2011WhenMadeOfThatRelease) {
-    if (!std::filesystem::exists(DV_TZDATA_2011)) GTEST_SKIP() << "no file " DV_TZDATA_2011;
-    const std::string folder = testing::TempDir() + "tzgen" + std::to_string(getpid());
-    std::filesystem::create_directory(folder);
-    ASSERT_EQ(system((DV_TZGEN " " DV_TZDATA_2011 " " + folder + " --list >" + folder + "/list").c_str()), 0);
-    std::set<std::string> missing = {
-        "580 regions, 91902 entries, largest 674",
-        "America/New_York: 524",
-        "Asia/Seoul: 26",
-        "Asia/Seoul 0 +9:00:00 1988-10-08 14:00:00 1988-10-08 23:00:00 KST",
-        "Asia/Seoul 1 +10:00:00 1988-10-08 13:59:59 1988-10-08 23:59:59 KDT",
-        "Asia/Seoul 2 +10:00:00 1988-05-07 15:00:00 1988-05-08 01:00:00 KDT",
-        "Asia/Seoul 3 +9:00:00 1988-05-07 14:59:59 1988-05-07 23:59:59 KST",
-        "Asia/Seoul 25 +8:27:52 1889-12-31 15:32:07 1889-12-31 23:59:59 LMT",
-    };
-    std::ifstream file(folder + "/list");
-    for (std::string line; std::getline(file, line);) missing.erase(line);
-    EXPECT_TRUE(missing.empty()) << testing::PrintToString(missing);
-    std::filesystem::remove_all(folder);
-}
-
 }  // namespace

@@ -1,5 +1,4 @@
-// The source's first line, "# version 2025b", names its release. Links are lines "L target name"; the keyword
-// may be longer ("Link"). All else is zic's to understand.
+// The source's first line, "# version 2025b", names its release. All else is zic's to understand.
 
 #include "source.h"
 
@@ -17,13 +16,12 @@ namespace tzgen {
 source_t read_source(const std::filesystem::path &path) {
     std::ifstream file(path);
     if (!file) throw std::runtime_error("cannot read " + path.string());
-    source_t source{path.filename().string(), path.stem().string(), {}};
+    source_t source{path.filename().string(), path.stem().string()};
     for (std::string line; std::getline(file, line);) {
         std::istringstream words(line);
         std::string first, second, third;
         words >> first >> second >> third;
         if (first == "#" && second == "version") source.release = third;
-        if (first == "L" || first == "Link") source.links.emplace_back(third, second);
     }
     return source;
 }

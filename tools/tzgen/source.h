@@ -5,15 +5,12 @@
 
 #include <filesystem>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace tzgen {
 
 struct source_t {
-    std::string file_name;                                   // without its folder
-    std::string release;                                     // "2025b"; the file's stem if it does not say
-    std::vector<std::pair<std::string, std::string>> links;  // name, and the name it stands for; as listed
+    std::string file_name;  // without its folder
+    std::string release;    // "2025b"; the file's stem if it does not say
 };
 
 source_t read_source(const std::filesystem::path &path);

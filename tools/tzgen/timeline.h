@@ -25,6 +25,7 @@ struct local_time_t {
 struct period_t {
     instant_t begin;  // until the next period begins
     local_time_t local_time;
+    bool operator==(const period_t &) const = default;
 };
 
 // By begin, ascending; the first period begins at BEGIN_OF_TIME; neighbours differ.

@@ -51,13 +51,14 @@ void print_list_(const std::vector<zone_t> &zones) {
 
 void run_(const std::filesystem::path &source_path, const std::filesystem::path &folder, bool is_list) {
     const std::vector<std::string> names = read_zone_names(TZGEN_ZONE_NAMES);
+    const zone_links_t links = read_zone_links(TZGEN_ZONE_LINKS);
     const source_t source = read_source(source_path);
     compile_source(source_path, TZGEN_ZIC, folder / "compiled");
-    const std::vector<zone_t> zones = read_zones(folder / "compiled", names);
+    const std::vector<zone_t> zones = read_zones(folder / "compiled", links, names);
     if (is_list) {
         print_list_(zones);
     } else {
-        write_tables(folder, source, zones, find_aliases(source, names));
+        write_tables(folder, source, zones, find_aliases(folder / "compiled", links, zones));
     }
 }
 

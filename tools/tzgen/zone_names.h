@@ -1,27 +1,18 @@
-// The regions' names: numbers, C names, and names by which the tz database knows regions now.
+// The regions' names: numbers and C names.
 
 #ifndef TZGEN_ZONE_NAMES_H
 #define TZGEN_ZONE_NAMES_H
 
 #include <filesystem>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "source.h"
 
 namespace tzgen {
 
 // The names in the order of their numbers, one a line.
 // Throws std::runtime_error unless there are TZ_ID_MAX, sorted by their lower-case forms.
 std::vector<std::string> read_zone_names(const std::filesystem::path &path);
-
-// The region that stood in for a name when the tz project dropped it; the name itself if it did not.
-std::string_view successor_of(std::string_view name);
-
-// Names of the source that are no region's but stand for one, in lower case, with the region's number.
-std::map<std::string, int> find_aliases(const source_t &source, const std::vector<std::string> &names);
 
 // ASCII.
 std::string lower_case(std::string_view name);

@@ -7,7 +7,6 @@
 #include <stdexcept>
 
 #include "records.h"
-#include "zone_names.h"
 
 namespace tzgen {
 
@@ -29,10 +28,9 @@ std::string bytes_(const std::vector<tz_info_t> &history) {
     return {reinterpret_cast<const char *>(history.data()), history.size() * sizeof history[0]};
 }
 
-zone_t read_zone_(const std::filesystem::path &compiled, const std::string &name) {
-    const std::filesystem::path own = compiled / name;
+zone_t read_zone_(const std::filesystem::path &compiled, const zone_links_t &links, const std::string &name) {
     zone_t zone{name, {}, {}, 0};
-    zone.timeline = read_timeline(std::filesystem::exists(own) ? own : compiled / successor_of(name));
+    zone.timeline = read_timeline(file_of(compiled, links, name));
     zone.history = make_history(zone.timeline);
     check_(zone.history);
     return zone;
@@ -40,12 +38,13 @@ zone_t read_zone_(const std::filesystem::path &compiled, const std::string &name
 
 }  // namespace
 
-std::vector<zone_t> read_zones(const std::filesystem::path &compiled, const std::vector<std::string> &names) {
+std::vector<zone_t> read_zones(const std::filesystem::path &compiled, const zone_links_t &links,
+                               const std::vector<std::string> &names) {
     std::vector<zone_t> zones;
     std::map<std::string, size_t> first_with;
     for (const std::string &name : names) {
         try {
-            zones.push_back(read_zone_(compiled, name));
+            zones.push_back(read_zone_(compiled, links, name));
         } catch (const std::exception &error) {
             throw std::runtime_error(name + ": " + error.what());
         }

@@ -9,6 +9,7 @@
 
 #include "dvtypes/timezone.h"
 #include "timeline.h"
+#include "zone_links.h"
 
 namespace tzgen {
 
@@ -19,9 +20,10 @@ struct zone_t {
     size_t same_as;  // the first region with this history
 };
 
-// From the files of a compiled source, in the order of the names.
+// From the files of a compiled source, in the order of the names, by links where it has other names.
 // Throws std::runtime_error: a missing or unusable file, a history that breaks an invariant of the table.
-std::vector<zone_t> read_zones(const std::filesystem::path &compiled, const std::vector<std::string> &names);
+std::vector<zone_t> read_zones(const std::filesystem::path &compiled, const zone_links_t &links,
+                               const std::vector<std::string> &names);
 
 }  // namespace tzgen
 

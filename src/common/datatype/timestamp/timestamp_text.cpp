@@ -49,7 +49,9 @@ extern "C" void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int s
 
 extern "C" void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str, int str_len,
                                             const dt_fmt_ctx_t *fmt_ctx, int fprec, const dv_date_t *as_of) {
-    if (!is_given(ts) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_as_of(as_of)) return;
+    if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL) ||
+        !DV_ASSERT(as_of != NULL))
+        return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
     if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);

@@ -57,8 +57,8 @@ extern "C" void dv_ts_tz_from_str(dv_ts_tz_t *ts_tz, const char *str, int str_le
 extern "C" void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int str_len,
                                         const dt_fmt_ctx_t *fmt_ctx, int fprec, const timezone_t *sess_tz,
                                         const dv_date_t *as_of) {
-    if (!is_given(ts_tz) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_sess_tz(sess_tz) ||
-        !is_given_as_of(as_of))
+    if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL) ||
+        !DV_ASSERT(sess_tz != NULL) || !DV_ASSERT(as_of != NULL))
         return;
     const int length = str_len != 0 ? str_len : text_length(str);
     if (length < 1) raise(ERR_TEXT_LENGTH);
