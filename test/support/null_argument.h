@@ -43,13 +43,25 @@ T null_argument(bool is_null, null_argument_block &block) {
     }
 }
 
+// The assertion of the n-th pointer that must be given: of "date != NULL; ts != NULL" one for each, else the
+// same for all.
+constexpr std::string_view assertion_of(std::string_view assertions, size_t n) {
+    for (size_t end = 0; (end = assertions.find("; ")) != assertions.npos;
+         assertions.remove_prefix(end + 2)) {
+        if (n-- == 0) return assertions.substr(0, end);
+    }
+    return assertions;
+}
+
 template <typename R, typename... Args, size_t... I>
-std::string null_argument_fault(R (*function)(Args...), std::string_view assertion, unsigned optional,
+std::string null_argument_fault(R (*function)(Args...), std::string_view assertions, unsigned optional,
                                 std::index_sequence<I...>) {
     constexpr bool is_pointer[] = {std::is_pointer_v<Args>...};
     constexpr null_argument_block sound = {2, 0xC1, 0x81};
+    size_t required = 0;
     for (size_t missing = 0; missing < sizeof...(Args); ++missing) {
         if (!is_pointer[missing] || (optional >> missing & 1) != 0) continue;
+        const std::string_view assertion = assertion_of(assertions, required++);
         null_argument_block blocks[] = {((void)I, sound)...};
         bool is_neutral = true;
         null_report = {};
