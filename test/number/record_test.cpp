@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
+#include "dvtypes/number_fmt.h"
 #include "number_properties.h"
 
 using namespace dv::test;
@@ -109,13 +111,26 @@ TEST(NumberInterchange, AssertsBytesThatAreNoDigitsAndGoesOn) {
     EXPECT_EQ(watch.count(), 5u);
 }
 
-char _text[9];
-uint64_t _integer;
-float _float;
+char _text[NUMBER_NORMAL_TEXT_SIZE];
+number_parse_result_t _compiled;
+const std::string _nines(257, '9');
+const number_t _hundredth = num("0.01");
 
 void subtract_almost_all_(number_t *x) {
     const number_t y = num("1E-129");
     number_sub(x, &y);
+}
+template <typename T, void (*convert)(const number_t *, T *)>
+void convert_(number_t *x) {
+    T value;
+    convert(x, &value);
+}
+void write_(number_t *x, int size, const char *model) {
+    number_to_str_fmt(x, size, _text, static_cast<int>(std::strlen(model)), model);
+}
+void read_(number_t *x, const char *text, const char *model) {
+    number_from_str_fmt(x, static_cast<int>(std::strlen(text)), text, static_cast<int>(std::strlen(model)),
+                        model);
 }
 
 TEST(NumberRaise, NamesTheFunctionThatFoundTheFault) {
@@ -126,19 +141,54 @@ TEST(NumberRaise, NamesTheFunctionThatFoundTheFault) {
         void (*call)(number_t *x);
     };
     constexpr place_t places[] = {
-        {-5070, "number_div", "1", [](number_t *x) { number_div(x, _number_zero); }},
-        {-5070, "number_rem", "1", [](number_t *x) { number_rem(x, _number_zero); }},
+        {-3005, "number_to_str", "1", [](number_t *x) { number_to_str(x, 1, _text, nullptr); }},
+        {-3005, "number_to_str", "0", [](number_t *x) { number_to_str(x, 5, _text, "S"); }},
+        {-3005, "number_to_str_fmt", "1", [](number_t *x) { write_(x, 2, "9"); }},
+        {-3005, "number_to_str_fmt", "10", [](number_t *x) { write_(x, 2, "9"); }},
+        {-3005, "number_to_str_fmt", "10", [](number_t *x) { write_(x, 2, "TM"); }},
+        {-3005, "_number_to_str_fmt_rn", "1", [](number_t *x) { write_(x, 15, "RN"); }},
+        {-3006, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "I", "rn"); }},
+        {-3006, "number_fmt_parse", "0", [](number_t *x) { read_(x, "1", "B9"); }},
+        {-5067, "number_to_str", "1.2345E125", [](number_t *x) { number_to_str(x, 9, _text, nullptr); }},
+        {-5068, "number_round_at_withmode", "9", [](number_t *x) { number_round_at_withmode(x, 126, 1); }},
+        {-5068, "number_round_at_withmode", "9.9E125",
+         [](number_t *x) { number_round_at_withmode(x, 125, 1); }},
+        {-5068, "number_from_str", "0", [](number_t *x) { number_from_str(x, 0, "1E200", nullptr); }},
+        {-5068, "number_from_str", "0", [](number_t *x) { number_from_double(x, 1e300); }},
+        {-5068, "number_from_str_nt", "0",
+         [](number_t *x) { number_from_str_nt(x, 0, _nines.c_str(), nullptr); }},
         {-5068, "number_add", "9E125", [](number_t *x) { number_add(x, x); }},
+        {-5068, "number_mul", "9E125", [](number_t *x) { number_sqr(x); }},
+        {-5068, "number_div", "1E125", [](number_t *x) { number_div(x, &_hundredth); }},
+        {-5069, "number_from_str", "0", [](number_t *x) { number_from_str(x, 0, "1E-200", nullptr); }},
         {-5069, "number_mul", "1E-66", [](number_t *x) { number_mul(x, x); }},
         {-5069, "number_remove_head_zero", "1.01E-129", subtract_almost_all_},
-        {-5068, "number_round_at_withmode", "9", [](number_t *x) { number_round_at_withmode(x, 126, 1); }},
+        {-5070, "number_div", "1", [](number_t *x) { number_div(x, _number_zero); }},
+        {-5070, "number_rem", "1", [](number_t *x) { number_rem(x, _number_zero); }},
+        {-5072, "number_to_int8", "128", convert_<int8_t, number_to_int8>},
+        {-5072, "number_to_int16", "1E5", convert_<int16_t, number_to_int16>},
+        {-5072, "number_to_int32", "-1E10", convert_<int32_t, number_to_int32>},
+        {-5072, "number_to_int64", "1E20", convert_<int64_t, number_to_int64>},
+        {-5072, "number_to_uint8", "-1", convert_<uint8_t, number_to_uint8>},
+        {-5072, "number_to_uint16", "1E5", convert_<uint16_t, number_to_uint16>},
+        {-5072, "number_to_uint32", "-0.5", convert_<uint32_t, number_to_uint32>},
+        {-5072, "number_to_uint64", "-1", convert_<uint64_t, number_to_uint64>},
+        {-5072, "number_to_float", "1E39", convert_<float, number_to_float>},
+        {-5073, "number_sqrt", "-1", [](number_t *x) { number_sqrt(x); }},
+        {-5073, "number_pow", "0", [](number_t *x) { number_pow(x, _number_min); }},
+        {-5073, "number_pow", "-1", [](number_t *x) { number_pow(x, _number_e); }},
         {-5074, "number_from_str", "0", [](number_t *x) { number_from_str_nt(x, 0, "x", nullptr); }},
-        {-5068, "number_from_str", "0", [](number_t *x) { number_from_str(x, 0, "1E200", nullptr); }},
+        {-5074, "number_from_str", "0", [](number_t *x) { number_from_str(x, 0, "1e", nullptr); }},
+        {-5074, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "12", "9"); }},
+        {-5074, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "12", "$99"); }},
+        {-5074, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "12-", "99"); }},
+        {-5074, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "+1", "00"); }},
+        {-5074, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "1f", "XX"); }},
+        {-5074, "number_from_str_fmt", "0", [](number_t *x) { read_(x, "", "TM"); }},
         {-5075, "number_to_str", "1", [](number_t *x) { number_to_str(x, 9, _text, "X"); }},
-        {-3005, "number_to_str", "1", [](number_t *x) { number_to_str(x, 1, _text, nullptr); }},
-        {-5067, "number_to_str", "1.2345E125", [](number_t *x) { number_to_str(x, 9, _text, nullptr); }},
-        {-5072, "number_to_uint64", "-1", [](number_t *x) { number_to_uint64(x, &_integer); }},
-        {-5072, "number_to_float", "1E39", [](number_t *x) { number_to_float(x, &_float); }}};
+        {-5075, "number_fmt_parse", "1", [](number_t *x) { write_(x, 9, "99-"); }},
+        {-5075, "number_fmt_parse", "1", [](number_t *) { number_fmt_parse("9.9.", &_compiled); }},
+        {-5075, "number_fmt_parse", "1", [](number_t *) { number_get_length(_nines.c_str(), 257); }}};
     for (const place_t &place : places) {
         SCOPED_TRACE(testing::Message() << place.function << " " << place.code);
         dv_error_t error;

@@ -71,15 +71,21 @@ TEST(NumberPrecisionReference, ForceAndCheckAgreeForAnyArguments) {
     }
 }
 
+// A value that an argument cannot hold in full shows its exponent.
 TEST(NumberPrecision, NamesTheValueAndTheLimitsItBreaks) {
-    dv_error_t error;
-    number_t x = num("-1234.567");
-    EXPECT_EQ(raise_of([&] { number_force_prec_scale(&x, 5, 2); }, &error), -5111);
-    EXPECT_STREQ(error.function, "number_force_prec_scale");
-    ASSERT_EQ(error.arg_count, 3);
-    EXPECT_STREQ(error.args[0], "-1234.57");
-    EXPECT_STREQ(error.args[1], "5");
-    EXPECT_STREQ(error.args[2], "2");
+    const std::string longest = "1" + std::string(62, '0');
+    const std::pair<const char *, std::string> cases[] = {
+        {"-1234.567", "-1234.57"}, {"1E62", longest}, {"-1E62", "-1E+62"}, {"1.5E100", "1.5E+100"}};
+    for (const auto &[value, text] : cases) {
+        dv_error_t error;
+        number_t x = num(value);
+        EXPECT_EQ(raise_of([&] { number_force_prec_scale(&x, 5, 2); }, &error), -5111);
+        EXPECT_STREQ(error.function, "number_force_prec_scale");
+        ASSERT_EQ(error.arg_count, 3);
+        EXPECT_EQ(error.args[0], text);
+        EXPECT_STREQ(error.args[1], "5");
+        EXPECT_STREQ(error.args[2], "2");
+    }
 }
 
 }  // namespace

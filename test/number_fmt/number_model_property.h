@@ -25,6 +25,65 @@ inline outcome_t read_under(std::string_view text, std::string_view model) {
     });
 }
 
+inline void expect_text(bool holds) {
+    if (!holds) throw twin_raise{-5074};
+}
+
+// Hexadecimal digits by hand, each step a NUMBER operation.
+inline decimal_t twin_read_hexadecimal(std::string_view text) {
+    const int mode = number_get_roundmode();
+    decimal_t value;
+    for (const char c : text.substr(0, text.find(' '))) {
+        const size_t digit = std::string_view("0123456789ABCDEF").find(c);
+        expect_text(digit != std::string_view::npos);
+        value = twin_add(twin_mul(value, {16, 0}, mode), {static_cast<int>(digit), 0}, mode);
+    }
+    return value;
+}
+
+// Reading by hand, model and text side by side over plain strings. Throws what the library raises.
+inline decimal_t twin_read_under(std::string text, const number_parse_result_t &model) {
+    const std::string integer = text.substr(0, text.find('.'));
+    const auto integer_digits = std::ranges::count_if(integer, [](char c) { return c >= '0' && c <= '9'; });
+    text.erase(0, text.find_first_not_of(' '));
+    if (model.in_hexadecimal != 0) return twin_read_hexadecimal(text);
+    int left_out = model.pos_msd + 1 - static_cast<int>(integer_digits);
+    expect_text(left_out >= 0);
+
+    std::string number;
+    bool has_digit = false;
+    const auto copy = [&] {
+        number += text[0];
+        text.erase(0, 1);
+    };
+    const auto pass = [&](const std::string &wanted) {
+        expect_text(text.starts_with(wanted));
+        text.erase(0, wanted.size());
+    };
+    if (text.starts_with('-')) copy();
+    if (model.currency_type == NUMBER_FMT_CURRENCY_DOLLAR) pass("$");
+    for (const char element : std::string_view(model.fmt_dig)) {
+        if (element == '9' || element == '0') {
+            if (text.empty()) continue;
+            const bool is_left_out = element == '9' && !has_digit && left_out > 0;
+            if (is_left_out) --left_out;
+            if (!is_left_out) copy(), has_digit = true;
+        } else if (element == ',' || element == 'G') {
+            if (has_digit) pass(",");
+        } else if (element == '.' || element == 'D') {
+            if (element == '.' && text.empty()) continue;
+            expect_text(text.starts_with('.'));
+            copy();
+        } else {
+            pass(element == 'C' ? "USD" : "$");
+        }
+    }
+    expect_text(text.find_first_not_of(' ') == text.npos);
+    const size_t first = number.find_first_not_of(' ');
+    expect_text(first == number.npos || number[first] != '+');
+    return twin_read(number);
+}
+
 // The magnitude that a text shows: sign, currency, separators and fill do not count.
 inline decimal_t magnitude_in(std::string text, bool is_hexadecimal) {
     if (const size_t usd = text.find("USD"); usd != text.npos) text.erase(usd, 3);

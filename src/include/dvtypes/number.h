@@ -199,12 +199,15 @@ DV_EXPORT int number_get_roundmode(void);
 DV_EXPORT void number_round_at_withmode(number_t *x, int pos, int rmode);
 
 // 1 when x fits NUMBER(prec, scale), else 0: no more than prec - scale integer digits, and none below
-// 10^-scale. Either may be NUMBER_NOT_GIVEN; scale may be negative. NULL and zero always fit.
+// 10^-scale. Either may be NUMBER_NOT_GIVEN; scale may be negative. NULL and zero always fit. Without a scale
+// (it is then counted as -128) every value fits any precision from -2 on: number_force_prec_scale would
+// round.
 DV_EXPORT int number_check_prec_scale(const number_t *x, int prec, int scale);
 
 // Makes x fit NUMBER(prec, scale): rounds half up to the scale, and without a scale to prec significant
 // digits (prec <= 0: to zero). 123.456 as NUMBER(5, 2) is 123.46.
-// Raises  -5111  more than prec - scale integer digits remain (value as text, prec, scale)
+// Raises  -5111  more than prec - scale integer digits remain (value as text, in scientific form where the
+//                normal one has more than 63 characters, prec, scale)
 //         -5068  a carry leaves the range
 DV_EXPORT void number_force_prec_scale(number_t *x, int prec, int scale);
 
@@ -241,8 +244,9 @@ enum { NUMBER_NORMAL_TEXT_SIZE = 171, NUMBER_SCIENTIFIC_TEXT_SIZE = 47 };
 //             4. scientific, rounded half up to as many digits as fit; raises -5067 with the text in place
 //           "N..." or "n...": 1 or 3.   "S..." or "s...": 2 or 4.
 //
-// Zero is "0", in scientific form "0E+00".
-// Raises  -3005  no form fits          -5067  as above
+// Zero is "0", in scientific form "0E+00". In every form the constants that mark infinities and values too
+// small to represent are "inf", "-inf", "tiny" and "-tiny", which are not read; bytes that are no digits show
+// as "??". Raises  -3005  no form fits          -5067  as above
 //         -5068  shortening carried past the range       -5075  another format letter
 DV_EXPORT void number_to_str(const number_t *x, int buf_size, char *str, const char *format);
 

@@ -54,7 +54,8 @@ typedef enum number_fmt_currency_e {
     NUMBER_FMT_CURRENCY_U = 4        // the same
 } number_fmt_currency_e;
 
-// A compiled model. Digit elements are 9, 0 and X.
+// A compiled model, for use within a process: its integers have the machine's byte order. Every byte is
+// written, those between the fields as 0. Digit elements are 9, 0 and X.
 typedef struct number_parse_result_s {
     char fmt_dig[NUMBER_FMT_MAX + 1];  // the elements 9 0 X , . D G C L U in upper case, in the order of the
                                        // model; NUL ended, NUL filled
@@ -95,13 +96,16 @@ DV_EXPORT int number_get_length(const char *fmt, int fmt_len);
 //   x    any record; a NULL value is written as zero
 //   fmt  a model, or FMRN: roman numerals without the blanks in front
 //
-// TM and TM9 write as number_to_str does in automatic form into 65 bytes, TME in scientific form. Nothing is
-// written on a raise.
+// TM and TM9 write as number_to_str does in automatic form into 65 bytes, TME in scientific form. Under all
+// other models the markers of number.h (_number_posinf and the like) are runs of "#". Nothing is written on a
+// raise.
 //   1234.5 under 9,990.00 is " 1,234.50", -0.5 under FM0.99 is "-0.5", 2500 under 99 is "###", 31 under XX is
 //   " 1F", 19 under FMRN is "XIX"
 //
 // Asserts "number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str)"; then nothing is written.
-// Raises  -3005  text and NUL need more than buf_size bytes     -5075, -3006  no model
+// Raises  -3005  text and NUL need more than buf_size bytes; under RN and FMRN: it is below
+//                NUMBER_ROMAN_TEXT_SIZE, however short the numeral
+//         -5075, -3006  no model
 DV_EXPORT void number_to_str_fmt(const number_t *x, int buf_size, char *str, int fmt_len, const char *fmt);
 
 // Writes x, rounded half up to an integer, in roman numerals: 1 to 3999 at the right of 15 characters, any
@@ -112,20 +116,23 @@ DV_EXPORT void _number_to_str_fmt_rn(const number_t *x, int buf_size, char *str,
 // Reads text under a model into x.
 //
 //   str, str_len  the text: blanks, an optional "-", digits and punctuation as the model has them, blanks.
-//                 Leading 9 positions may be left out, and so may what stands at the end: 12 reads under
-//                 9,999.99. No other sign is read, nor an exponent
+//                 Leading 9 positions may be left out, and so may digits and "." at the end: 12 reads under
+//                 9,999.99; but not a separator behind a digit, D or a currency. No other sign is read
+//
+// What stands under a 9 or 0 is taken whatever it is, and number_from_str judges the whole: 1.5 reads under
+// 0999. Only a "+" in front is refused.
 //
 // Under TM, TM9 and TME text is read as number_from_str reads it. Under X the digits 0-9 and A-F up to the
 // first blank are read, however many, each step a NUMBER operation in the current rounding mode; what stands
 // behind the blank is not looked at, and blanks alone are zero.
 //
 // Text that number_to_str_fmt wrote under the same model reads back as the value rounded half up at the
-// model's last position, where the model has a digit and no EEEE, and the text no sign but "-" in front
-// (under X: no sign, currency, separator or point at all, and at most 38 decimal digits).
+// model's last position, where the model has a digit and no EEEE, and the text no "#" and no sign but "-" in
+// front (under X: no sign, currency, separator or point at all, and at most 38 decimal digits).
 //
 // Asserts "number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str)"; then nothing is read.
-// Raises  -5074  more integer digits than the model has; "$", "USD", "," or "." missing; another character in
-//                place of a digit; anything left over; no digit     -5075, -3006  no model, or RN
+// Raises  -5074  more integer digits than the model has; "$", "USD", "," or "." missing; what stands in place
+//                of digits makes no number; anything left over; no digit     -5075, -3006  no model, or RN
 //         -5068, -5069  beyond the range. x is then as number_from_str leaves it
 DV_EXPORT void number_from_str_fmt(number_t *x, int str_len, const char *str, int fmt_len, const char *fmt);
 

@@ -1,4 +1,4 @@
-// What the NUMBER area offers to itself across files and to other areas, beyond the public header: two
+// What the NUMBER area offers to itself across files and to other areas, beyond the public header: three
 // functions, and the layout of records for those who read or build digits themselves.
 
 #ifndef DV_NUMBER_INTERNAL_H
@@ -13,6 +13,10 @@ void number_round_at(number_t &x, int64_t pos, int rmode);
 
 // Copies a record's meaningful bytes, never more than 23 whatever its size byte says.
 void number_copy(number_t &x, const number_t &y);
+
+// The text of a record that is no value but marks an end of the order: "inf" of _number_posinf, "tiny" of
+// _number_poszero, and the same with "-". NULL of any other.
+const char *marker_text(const number_t &x);
 
 }  // namespace dv::impl
 

@@ -81,7 +81,7 @@ extern "C" void number_force_prec_scale(number_t *x, int prec, int scale) {
         return number_round_at(*x, integer_digits - prec, NUMBER_RMODE_HALF_UP);
     }
     if (integer_digits + scale > prec) {
-        char text[512];
+        char text[DV_ERROR_TEXT_MAX];  // what an argument holds; a longer value is in scientific form
         number_to_str(x, sizeof text, text, nullptr);
         raise(ERR_NUMBER_PRECISION, static_cast<const char *>(text), prec, scale);
     }

@@ -43,7 +43,7 @@ struct decimal_t {
 };
 
 void unpack_(const number_t &x, decimal_t &value) {
-    const int pairs = std::max(number_digit_count(x), 1);  // a marker of infinity has none: it shows as "??"
+    const int pairs = std::max(number_digit_count(x), 1);  // bytes that are no digits may leave none
     for (int i = 0; i < pairs; ++i) memcpy(&value.text[2 * i], coef_to_char[x.coef[i]].text, 2);
     const bool skip_first = value.text[0] == '0';
     const bool skip_last = value.text[2 * pairs - 1] == '0';
@@ -176,17 +176,20 @@ form_t form_of_(const char *format) {
     raise(error_at(code, __FILE__, line, "number_to_str"));
 }
 
+void write_whole_(const char *text, int buf_size, char *str) {
+    const int size = static_cast<int>(strlen(text)) + 1;
+    if (buf_size < size) fail_(ERR_TEXT_BUFFER_SIZE);
+    put_(str, text, size);
+}
+
 // Writes any value. Raises in the name of number_to_str.
 [[gnu::noinline]] void write_any_(const number_t *x, int buf_size, char *str, const char *format) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(str)) && !given(x, str)) return;
     const form_t form = form_of_(format);
     if (form == form_t::unknown) fail_(ERR_NUMBER_FORMAT);
-    if (number_is_zero(*x)) {
-        const int size = form == form_t::scientific ? 6 : 2;
-        if (buf_size < size) fail_(ERR_TEXT_BUFFER_SIZE);
-        put_(str, form == form_t::scientific ? "0E+00" : "0", size);
-        return;
-    }
+    if (number_is_zero(*x)) return write_whole_(form == form_t::scientific ? "0E+00" : "0", buf_size, str);
+    const char *const marker = marker_text(*x);
+    if (marker != nullptr) return write_whole_(marker, buf_size, str);
 
     decimal_t value;
     unpack_(*x, value);

@@ -1,6 +1,7 @@
 // The constants of NUMBER, and copying.
 
 #include <algorithm>
+#include <iterator>
 
 #include "../error.h"
 #include "number_internal.h"
@@ -35,6 +36,11 @@ constexpr constant_table_t _number_constants = {{
 }, {}};
 // clang-format on
 
+// By row; NULL: a value.
+constexpr const char *_marker_texts[] = {"inf",   nullptr, "tiny",  nullptr, "-tiny",
+                                         nullptr, "-inf",  nullptr, nullptr, nullptr};
+static_assert(std::size(_marker_texts) == std::size(_number_constants.row));
+
 constexpr number_t _ten_to_the_9 = {2, 0xC5, {0x8A}};
 
 }  // namespace
@@ -61,6 +67,15 @@ number_t *const n1000000000 = const_cast<number_t *>(&_ten_to_the_9);
 void dv::impl::number_copy(number_t &x, const number_t &y) {
     const size_t bytes = std::min<size_t>(y.size + size_t{1}, sizeof(number_t));
     memmove(&x, &y, bytes);
+}
+
+const char *dv::impl::marker_text(const number_t &x) {
+    constexpr size_t marker_size = 3;  // size, signexp, and a byte that is no digit
+    for (size_t i = 0; i < std::size(_marker_texts); ++i) {
+        if (_marker_texts[i] != nullptr && memcmp(&x, _number_constants.row[i], marker_size) == 0)
+            return _marker_texts[i];
+    }
+    return nullptr;
 }
 
 extern "C" void number_assign(number_t *x, const number_t *y) {

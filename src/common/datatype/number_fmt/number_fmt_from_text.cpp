@@ -1,9 +1,10 @@
 // Text to NUMBER under a model.
 //
 // The digit part of the model is walked beside the text. Punctuation and currency must be what the model has;
-// sign, digits and point are gathered into a plain numeric text, which the plain conversion reads. Leading 9
-// positions that the text leaves empty are counted beforehand, from the digits in front of its first point.
-// Hexadecimal digits have a loop of their own, plain models and texts a reader (plain_model.h).
+// sign, point and whatever stands under a digit element are gathered into a plain numeric text, and the plain
+// conversion judges that. Leading 9 positions that the text leaves empty are counted beforehand, from the
+// digits in front of its first point. Hexadecimal digits have a loop of their own, plain models and texts a
+// reader (plain_model.h).
 
 #include <algorithm>
 #include <array>
@@ -29,6 +30,10 @@ constexpr auto _hex_digits = [] {
     return values;
 }();
 
+[[noreturn, gnu::cold]] void refuse_text_(int line = __builtin_LINE()) {
+    raise(error_at(ERR_NUMBER_TEXT, __FILE__, line, "number_from_str_fmt"));
+}
+
 std::string_view without_leading_blanks_(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     return text;
@@ -43,7 +48,7 @@ void read_hexadecimal_(number_t &x, std::string_view text) {
     bool is_small = true;
     for (const char c : text.substr(0, text.find(' '))) {
         const int8_t digit_value = _hex_digits[static_cast<uint8_t>(c)];
-        if (digit_value == _no_digit) raise(ERR_NUMBER_TEXT);
+        if (digit_value == _no_digit) refuse_text_();
         if (is_small && value <= exact_max) {
             value = value * _hex_base + static_cast<uint64_t>(digit_value);
             continue;
@@ -69,16 +74,18 @@ struct gathering_t {
 };
 
 void expect_(gathering_t &in, std::string_view text) {
-    if (in.rest.substr(0, text.size()) != text) raise(ERR_NUMBER_TEXT);
+    if (!in.rest.starts_with(text)) refuse_text_();
     in.rest.remove_prefix(text.size());
 }
 
-// A digit; or a blank, behind which the plain conversion takes nothing but blanks.
-void take_digit_(gathering_t &in) {
-    const char c = in.rest[0];
-    if (!is_digit(c) && c != ' ') raise(ERR_NUMBER_TEXT);
-    in.keep(c);
+// Any character: the plain conversion knows what may stand where.
+void take_character_(gathering_t &in) {
+    in.keep(in.rest[0]);
     in.rest.remove_prefix(1);
+}
+
+void take_digit_(gathering_t &in) {
+    take_character_(in);
     in.has_digit = true;
 }
 
@@ -113,8 +120,8 @@ void take_element_(gathering_t &in, char element) {
         case 'L':
         case 'U':
             return expect_(in, "$");
-        case 'X':
-            raise(ERR_NUMBER_MODEL);
+        case 'X':  // read elsewhere
+            raise(error_at(ERR_NUMBER_MODEL, __FILE__, __LINE__, "number_from_str_fmt"));
         default:
             DV_ASSERT(false);
     }
@@ -125,20 +132,19 @@ void take_element_(gathering_t &in, char element) {
 int empty_positions_(std::string_view text, int pos_msd) {
     const std::string_view integer = text.substr(0, text.find('.'));
     const auto digits = std::count_if(integer.begin(), integer.end(), is_digit);
-    if (digits > pos_msd + 1) raise(ERR_NUMBER_TEXT);
+    if (digits > pos_msd + 1) refuse_text_();
     return pos_msd + 1 - static_cast<int>(digits);
 }
 
 void read_decimal_(number_t &x, std::string_view text, const number_parse_result_t &pr,
                    std::string_view digit_part) {
     gathering_t in{without_leading_blanks_(text), empty_positions_(text, pr.pos_msd)};
-    if (in.rest.substr(0, 1) == "-") {
-        in.keep('-');
-        in.rest.remove_prefix(1);
-    }
+    if (in.rest.starts_with('-')) take_character_(in);
     if (pr.currency_type == NUMBER_FMT_CURRENCY_DOLLAR) expect_(in, "$");
     for (const char element : digit_part) take_element_(in, element);
-    if (!without_leading_blanks_(in.rest).empty()) raise(ERR_NUMBER_TEXT);
+    if (!without_leading_blanks_(in.rest).empty()) refuse_text_();
+    // The plain conversion would take a "+" for the sign.
+    if (without_leading_blanks_({in.text, static_cast<size_t>(in.length)}).starts_with('+')) refuse_text_();
     number_from_str(&x, in.length, in.text, nullptr);  // a length of 0: up to the NUL
 }
 

@@ -206,14 +206,13 @@ int dv::impl::compile_model(std::string_view model, number_parse_result_t &pr) {
     DV_ASSERT(pos_lsd <= 0);
     const bool is_unfilled = (scan.seen & FM) != 0;
     const auto copied = static_cast<size_t>(scan.copied);
+    memset(&pr, 0, sizeof pr);
     memcpy(pr.fmt_dig, scan.fmt_dig, copied);
-    memset(pr.fmt_dig + copied, 0, sizeof pr.fmt_dig - copied);
     pr.fm_present = is_unfilled ? 1 : 0;
     pr.sign_type = is_unfilled && scan.sign == NUMBER_FMT_SIGN_PR ? NUMBER_FMT_SIGN_NONE : scan.sign;
     pr.currency_type = scan.currency;
     pr.pos_msd = pos_msd;
     pr.pos_lsd = pos_lsd;
-    pr.power_to_raise = 0;
     pr.in_hexadecimal = (scan.seen & HEX) != 0 ? 1 : 0;
     pr.in_sciform = (scan.seen & SCIENTIFIC) != 0 ? 1 : 0;
     return scan.copied;

@@ -13,6 +13,7 @@
 #include <iterator>
 
 #include "../error.h"
+#include "../number/number_internal.h"
 #include "number_fmt_digits.h"
 #include "number_fmt_internal.h"
 
@@ -33,6 +34,10 @@ constexpr sign_marks_t _sign_marks[] = {{{' ', '-'}, {'\0', '\0'}},   // NONE
                                         {{'+', '-'}, {'\0', '\0'}},   // S in front
                                         {{'\0', '\0'}, {'+', '-'}}};  // S behind
 static_assert(std::size(_sign_marks) == NUMBER_FMT_SIGN_MAX);
+
+[[noreturn, gnu::cold]] void refuse_buffer_(int line = __builtin_LINE()) {
+    raise(error_at(ERR_TEXT_BUFFER_SIZE, __FILE__, line, "number_to_str_fmt"));
+}
 
 char *put_mark_(char *out, char mark) {
     *out = mark;
@@ -174,14 +179,14 @@ void write_under_model_(const number_t &x, int buf_size, char *str, const model_
     model_digits_t digits;
     take_digits(x, model.pr, digits);
     const int width = width_of_(model);
-    if (!fits_(model, digits)) {
-        if (width >= buf_size) raise(ERR_TEXT_BUFFER_SIZE);
+    if (!fits_(model, digits) || marker_text(x) != nullptr) {
+        if (width >= buf_size) refuse_buffer_();
         return put_filled_(str, width, '#', "");
     }
     char text[NUMBER_FMT_TEXT_SIZE];
     const auto length = static_cast<int>(put_value_(text, model, digits) - text);
     const int fill = model.pr.fm_present != 0 ? 0 : std::max(width - length, 0);
-    if (fill + length >= buf_size) raise(ERR_TEXT_BUFFER_SIZE);
+    if (fill + length >= buf_size) refuse_buffer_();
     put_filled_(str, fill, ' ', {text, static_cast<size_t>(length)});
 }
 
@@ -189,7 +194,7 @@ void write_text_minimum_(const number_t &x, int buf_size, char *str, const char 
     char text[_text_minimum_size];
     number_to_str(&x, sizeof text, text, form);
     const size_t size = strlen(text) + 1;
-    if (buf_size < 0 || size > static_cast<size_t>(buf_size)) raise(ERR_TEXT_BUFFER_SIZE);
+    if (buf_size < 0 || size > static_cast<size_t>(buf_size)) refuse_buffer_();
     memcpy(str, text, size);
 }
 

@@ -106,7 +106,7 @@ inline int compile_plain_model(std::string_view model, number_parse_result_t &pr
     if (!is_plain_model(bits, size, point)) return 0;
 
     const uint64_t digits = bits.nines | bits.zeros;
-    pr = {};
+    memset(&pr, 0, sizeof pr);
     memcpy(pr.fmt_dig, elements.data(), size);
     pr.fm_present = size != model.size() ? 1 : 0;
     pr.pos_msd = std::popcount(digits & bits_up_to(point)) - 1;
