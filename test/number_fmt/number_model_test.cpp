@@ -152,6 +152,19 @@ TEST(NumberModel, KeepsItsBounds) {
     EXPECT_EQ(raise_of([&] { number_format_check("TMx", 2); }), 0);
 }
 
+// Roman numerals need the room of the longest one.
+TEST(NumberModel, WholeTextsKeepToEveryBufferSize) {
+    for (const number_t &x :
+         nums("0 -1E-130 1E63 -1E63 1E64 3888 0.5 -1.2345678901234567890123456789012345678")) {
+        for (const char *model : {"TM", "tm9", "TME", "RN", "FMrn"}) {
+            const std::string whole = write_under(x, model);
+            const int least = model[0] == 'T' || model[0] == 't' ? length(whole) + 1 : 16;
+            for (int size = 0; size <= 70; ++size)
+                ASSERT_EQ(write_under(x, model, size), size < least ? error_text(-3005) : whole) << size;
+        }
+    }
+}
+
 TEST(NumberMarkers, HaveTextsOfTheirOwnAndNoDigitsUnderAnyModel) {
     const std::pair<const number_t *, std::string> markers[] = {{_number_posinf, "inf"},
                                                                 {_number_poszero, "tiny"},

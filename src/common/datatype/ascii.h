@@ -18,6 +18,11 @@ inline constexpr int ASCII_CASE_STEP = 'a' - 'A';
 constexpr uint8_t digit_of(char c) { return static_cast<uint8_t>(c - '0'); }  // above 9: no digit
 constexpr bool is_digit(char c) { return digit_of(c) <= 9; }
 
+constexpr int hex_digit_of(char c) {  // in upper case; -1: none
+    if (is_digit(c)) return digit_of(c);
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
 constexpr bool is_upper(char c) { return c >= 'A' && c <= 'Z'; }
 constexpr bool is_lower(char c) { return c >= 'a' && c <= 'z'; }
 constexpr bool is_letter(char c) { return is_lower(static_cast<char>(c | ASCII_CASE_STEP)); }

@@ -19,10 +19,10 @@ namespace {
 
 constexpr int _exponent_gap_max = 19;  // beyond it the operand with the smaller exponent is ignored
 
-// The exponent after `places` leading zero digits were dropped.
-int number_remove_head_zero(int exponent, int places) {
-    if (exponent - places < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
-    return exponent - places;
+// Drops the leading zero digits of a coefficient that is not zero; the exponent falls by one for each.
+void number_remove_head_zero(long_coef &coef, int &exponent) {
+    exponent -= coef_normalize(coef);
+    if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
 }
 
 constexpr uint64_t _carry_gaps = in_each_byte(COEF_CARRY_GAP);
@@ -121,7 +121,7 @@ void combine_(number_t &x, const operand_t &leading, const operand_t &other, int
     }
     if (a.word[0] >> 56 == 0) [[unlikely]] {
         if (coef_is_zero(a)) return store_zero(x);
-        exponent = number_remove_head_zero(exponent, coef_normalize(a));
+        number_remove_head_zero(a, exponent);
     }
     round_to_precision(a, exponent, /*negative=*/sign != 0, /*rest_beyond=*/false);
     store_coef(x, sign, exponent, a);

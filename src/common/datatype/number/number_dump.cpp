@@ -15,16 +15,10 @@ namespace {
 constexpr char _hex_digits[] = "0123456789abcdef";
 constexpr int _value_text_size = 512;
 
-int hex_value_(char c) {
-    if (is_digit(c)) return digit_of(c);
-    const char letter = to_lower(c);
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-}
-
 // Reads the pair at text; -1 where there is none.
 int read_hex_byte_(const char *text) {
-    const int high = hex_value_(text[0]);
-    const int low = high < 0 ? -1 : hex_value_(text[1]);
+    const int high = hex_digit_of(to_upper(text[0]));
+    const int low = high < 0 ? -1 : hex_digit_of(to_upper(text[1]));
     return low < 0 ? -1 : high * 16 + low;
 }
 

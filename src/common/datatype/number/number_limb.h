@@ -26,7 +26,7 @@ constexpr uint64_t limb_from_digits(uint64_t digits) {
 }
 
 // Numbers below 10^4 in the even 16-bit halves, as two base-100 digits each.
-constexpr uint64_t split_in_hundreds_(uint64_t halves) {
+constexpr uint64_t split_in_hundreds(uint64_t halves) {
     // x * 5243 >> 19 is x / 100 for every x below 43698; products stay below 2^27.
     const uint64_t hundreds = (halves * 5243 >> 19) & 0x0000007F0000007F;
     return hundreds << 8 | (halves - hundreds * 100);
@@ -39,7 +39,7 @@ constexpr uint64_t digit_bytes_from_limb(uint64_t limb) {
     const uint64_t low = limb % 100'000'000;
     const uint64_t upper = (high / 10'000) << 32 | low / 10'000;
     const uint64_t lower = (high % 10'000) << 32 | low % 10'000;
-    return swap_bytes(split_in_hundreds_(upper) << 16 | split_in_hundreds_(lower));
+    return swap_bytes(split_in_hundreds(upper) << 16 | split_in_hundreds(lower));
 }
 
 }  // namespace plain

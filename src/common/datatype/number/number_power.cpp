@@ -7,6 +7,7 @@
 // fix every digit of the result, and what is left out here is only what cannot change it. Roots that have
 // come close to 1, which is half of them, need no more than a shift.
 
+#include "binary_integer.h"
 #include "number_product.h"
 
 using namespace dv::impl;
@@ -17,30 +18,21 @@ constexpr int _fraction_pairs_max = 24;  // leading zero pairs; 100^-25 x 2^160 
 
 // |y| in binary.
 struct exponent_t {
-    uint64_t integer[7];   // least significant first; below 100^63 < 2^419
+    binary_integer_t integer;
     uint32_t fraction[5];  // most significant first
     bool has_fraction;     // even where all its bits are 0
 };
 
-void multiply_add_(uint64_t (&words)[7], uint64_t factor, uint64_t addend) {
-    uint128_t carry = addend;
-    for (uint64_t &word : words) {
-        carry += uint128_t{word} * factor;
-        word = static_cast<uint64_t>(carry);
-        carry >>= 64;
-    }
-}
-
 // The integer part of 0.d1 d2 ... x 100^weight, weight above 0; only digits in front of the point are not 0.
-void read_integer_(uint64_t (&words)[7], long_coef coef, int weight) {
+void read_integer_(binary_integer_t &integer, long_coef coef, int weight) {
     constexpr int pairs = 3 * COEF_WORD_DIGITS;
     if (weight <= COEF_WORD_DIGITS) {
-        words[0] = limb_from_digits(coef.word[0] >> (8 * (COEF_WORD_DIGITS - weight)));
+        integer.word[0] = limb_from_digits(coef.word[0] >> (8 * (COEF_WORD_DIGITS - weight)));
         return;
     }
     if (weight < pairs) coef_shift_right(coef, pairs - weight);
-    for (const uint64_t limb : to_limbs(coef).limb) multiply_add_(words, LIMB_BASE, limb);
-    for (int i = pairs; i < weight; ++i) multiply_add_(words, 100, 0);
+    for (const uint64_t limb : to_limbs(coef).limb) integer.multiply_add(LIMB_BASE, limb);
+    for (int i = pairs; i < weight; ++i) integer.multiply_add(100, 0);
 }
 
 // The fraction 0.d1 d2 ... x 100^-zeros, zeros in 0..24.
@@ -76,13 +68,6 @@ exponent_t read_exponent_(const number_t &y) {
     return result;
 }
 
-int highest_bit_(const uint64_t (&words)[7]) {  // -1: none
-    for (int i = 6; i >= 0; --i) {
-        if (words[i] != 0) return 64 * i + 63 - std::countl_zero(words[i]);
-    }
-    return -1;
-}
-
 // Count of bits up to the last that is 1.
 int fraction_length_(const uint32_t (&bits)[5]) {
     for (int i = 4; i >= 0; --i) {
@@ -95,20 +80,18 @@ bool is_one_(const number_t &x) {
     return x.size == _number_one->size && memcmp(&x, _number_one, _number_one->size + size_t{1}) == 0;
 }
 
-bool bit_at_(const uint64_t (&n)[7], int bit) { return (n[bit / 64] >> (bit % 64) & 1) != 0; }
-
 // result, which is 1, becomes base^n, n not 0.
-void raise_record_to_integer_(number_t &result, const number_t &base, const uint64_t (&n)[7]) {
+void raise_record_to_integer_(number_t &result, const number_t &base, const binary_integer_t &n) {
     number_mul(&result, &base);
-    for (int bit = highest_bit_(n) - 1; bit >= 0; --bit) {
+    for (int bit = n.highest_bit() - 1; bit >= 0; --bit) {
         number_sqr(&result);
-        if (bit_at_(n, bit)) number_mul(&result, &base);
+        if (n.bit(bit)) number_mul(&result, &base);
     }
 }
 
 // The same for any n, without a record between the steps.
-void raise_to_integer_(number_t &result, const number_t &base, const uint64_t (&n)[7]) {
-    const int highest = highest_bit_(n);
+void raise_to_integer_(number_t &result, const number_t &base, const binary_integer_t &n) {
+    const int highest = n.highest_bit();
     if (highest < 0) return;
     product_t factor;
     if (!read_product(factor, base)) [[unlikely]]
@@ -116,7 +99,7 @@ void raise_to_integer_(number_t &result, const number_t &base, const uint64_t (&
     product_t product = factor;
     for (int bit = highest - 1; bit >= 0; --bit) {
         multiply_product(product, product_t{product});
-        if (bit_at_(n, bit)) multiply_product(product, factor);
+        if (n.bit(bit)) multiply_product(product, factor);
     }
     store_product(result, product);
 }

@@ -47,7 +47,7 @@ inline constexpr uint64_t RESULT_FIRST_LIMB_MIN = LIMB_BASE / 10'000;  // at mos
 // A number below 10^8 as four base-100 digits, one to a byte.
 constexpr uint64_t four_digits_from(uint64_t value) {
     const uint64_t upper = value / 10'000;
-    const uint64_t pairs = split_in_hundreds_(upper << 32 | (value - upper * 10'000));
+    const uint64_t pairs = split_in_hundreds(upper << 32 | (value - upper * 10'000));
     return (pairs >> 16 | pairs) & 0xFFFFFFFF;
 }
 

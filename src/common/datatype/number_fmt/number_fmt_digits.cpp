@@ -2,18 +2,21 @@
 //
 // The base-100 digits of the record become decimal characters, eight to a word; rounding works on those, so
 // that a carry out of the range of NUMBER (9.99E+125 with one digit) is no overflow. Hexadecimal digits come
-// from an integer of 32-bit limbs, built up from nine decimal digits at a time.
+// from a binary integer, built up from eighteen decimal digits at a time.
 
 #include "number_fmt_digits.h"
 
 #include <algorithm>
-#include <array>
 
+#include "../ascii.h"
+#include "../number/binary_integer.h"
 #include "../number/number_internal.h"
 
 using namespace dv::impl;
 
 namespace {
+
+static_assert(model_digits_t::HEX_DIGITS_MAX == 16 * binary_integer_t::WORDS);
 
 // Four base-100 digits as eight characters. Each digit goes into a lane of 16 bits: 103/1024 is near enough
 // to a tenth up to 178.
@@ -69,32 +72,15 @@ void make_zero_(model_digits_t &digits) {
     digits.is_negative = false;
 }
 
-// An unsigned integer of 32-bit limbs, the least significant first.
-struct integer_t {
-    static constexpr int LIMBS = model_digits_t::HEX_DIGITS_MAX / 8;
-    uint32_t limb[LIMBS];
-    int count;
-
-    // this = this * factor + addend; no carry is left, see HEX_DIGITS_MAX.
-    void multiply_add(uint32_t factor, uint32_t addend) {
-        uint64_t carry = addend;
-        for (int i = 0; i < count; ++i, carry >>= 32) {
-            carry += uint64_t{limb[i]} * factor;
-            limb[i] = static_cast<uint32_t>(carry);
-        }
-        if (carry != 0 && count < LIMBS) limb[count++] = static_cast<uint32_t>(carry);
-    }
-};
-
 // The digits of an integer, zeros behind the kept ones included.
-integer_t integer_of_(const model_digits_t &digits) {
-    constexpr int chunk_digits = 9;
-    integer_t integer{};
+binary_integer_t integer_of_(const model_digits_t &digits) {
+    constexpr int chunk_digits = 18;
+    binary_integer_t integer{};
     for (int i = 0; i < digits.point;) {
-        uint32_t factor = 1, chunk = 0;
+        uint64_t factor = 1, chunk = 0;
         for (const int end = std::min(i + chunk_digits, digits.point); i < end; ++i) {
             const char digit = i < digits.count ? digits.first[i] : '0';
-            chunk = chunk * 10 + static_cast<unsigned char>(digit - '0');
+            chunk = chunk * 10 + digit_of(digit);
             factor *= 10;
         }
         integer.multiply_add(factor, chunk);
@@ -103,11 +89,11 @@ integer_t integer_of_(const model_digits_t &digits) {
 }
 
 void make_hexadecimal_(model_digits_t &digits) {
-    const integer_t integer = integer_of_(digits);
+    const binary_integer_t integer = integer_of_(digits);
     char *out = digits.text;
-    for (int i = integer.count - 1; i >= 0; --i) {
-        for (int shift = 28; shift >= 0; shift -= 4)
-            *out++ = "0123456789ABCDEF"[integer.limb[i] >> shift & 15];
+    for (int i = binary_integer_t::WORDS - 1; i >= 0; --i) {
+        for (int shift = 60; shift >= 0; shift -= 4)
+            *out++ = "0123456789ABCDEF"[integer.word[i] >> shift & 15];
     }
     char *const first = std::find_if(digits.text, out, [](char c) { return c != '0'; });
     digits.first = first;

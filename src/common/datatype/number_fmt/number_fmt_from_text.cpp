@@ -7,7 +7,6 @@
 // reader (plain_model.h).
 
 #include <algorithm>
-#include <array>
 
 #include "../error.h"
 #include "number_fmt_internal.h"
@@ -18,18 +17,6 @@ using namespace dv::impl;
 namespace {
 
 constexpr int _hex_base = 16;
-constexpr int8_t _no_digit = -1;
-
-// Only upper-case letters are digits, as the writer writes them.
-constexpr auto _hex_digits = [] {
-    std::array<int8_t, 256> values{};
-    values.fill(_no_digit);
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (size_t i = 0; i < digits.size(); ++i)
-        values[static_cast<uint8_t>(digits[i])] = static_cast<int8_t>(i);
-    return values;
-}();
-
 [[noreturn, gnu::cold]] void refuse_text_(int line = __builtin_LINE()) {
     raise(error_at(ERR_NUMBER_TEXT, __FILE__, line, "number_from_str_fmt"));
 }
@@ -47,8 +34,8 @@ void read_hexadecimal_(number_t &x, std::string_view text) {
     uint64_t value = 0;
     bool is_small = true;
     for (const char c : text.substr(0, text.find(' '))) {
-        const int8_t digit_value = _hex_digits[static_cast<uint8_t>(c)];
-        if (digit_value == _no_digit) refuse_text_();
+        const int digit_value = hex_digit_of(c);  // in upper case, as the writer writes them
+        if (digit_value < 0) refuse_text_();
         if (is_small && value <= exact_max) {
             value = value * _hex_base + static_cast<uint64_t>(digit_value);
             continue;
@@ -56,7 +43,7 @@ void read_hexadecimal_(number_t &x, std::string_view text) {
         if (is_small) number_from_uint64(&x, value);
         is_small = false;
         number_mul(&x, &base);
-        number_from_int8(&digit, digit_value);
+        number_from_int32(&digit, digit_value);
         number_add(&x, &digit);
     }
     if (is_small) number_from_uint64(&x, value);
