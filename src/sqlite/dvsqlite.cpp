@@ -1,8 +1,7 @@
 // The SQLite extension: dvtypes' values and functions in SQL. One self-contained file with one entry point.
 
 #include "dvtypes/base.h"
-#include "sql_function.h"
-#include "sql_table.h"
+#include "sql_load.h"
 
 SQLITE_EXTENSION_INIT1
 
@@ -13,9 +12,10 @@ namespace {
 constexpr int _oldest_sqlite = 3'040'000;
 
 constexpr const sql_function_table *_function_tables[] = {
-    &general_functions,        &number_functions,       &date_functions,     &time_functions,
-    &timestamp_functions,      &ts_tz_functions,        &interval_functions, &extract_functions,
-    &datetime_model_functions, &number_model_functions, &rowid_functions,    &type_functions,
+    &general_functions,       &number_functions,         &date_functions,         &time_functions,
+    &timestamp_functions,     &ts_tz_functions,          &interval_functions,     &extract_functions,
+    &datetime_read_functions, &datetime_model_functions, &number_model_functions, &rowid_functions,
+    &type_functions,
 };
 constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
 constexpr const sql_table *_tables[] = {&types_table, &zones_table, &zone_transitions_table};
@@ -38,15 +38,5 @@ extern "C" DV_EXPORT int sqlite3_dvsqlite_init(sqlite3 *db, char **message, cons
         *message = sqlite3_mprintf("dvsqlite needs SQLite 3.40 or later, this is %s", sqlite3_libversion());
         return SQLITE_ERROR;
     }
-    const int code = sql_register_functions(db, _function_tables);
-    if (code != SQLITE_OK) return code;
-    for (const sql_table *table : _tables) {
-        const int table_code = sql_register_table(db, *table);
-        if (table_code != SQLITE_OK) return table_code;
-    }
-    for (const sql_aggregate_table *table : _aggregate_tables) {
-        const int table_code = sql_register_aggregates(db, *table);
-        if (table_code != SQLITE_OK) return table_code;
-    }
-    return SQLITE_OK;
+    return sql_load(db, {"dv_version", _function_tables, _aggregate_tables, _tables}, message);
 }

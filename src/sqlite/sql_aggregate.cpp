@@ -11,9 +11,10 @@ namespace {
 // A row that goes into or out of the state.
 struct row_change {
     const sql_aggregate *aggregate;
+    sqlite3_context *context;
     void (*apply)(void *state, const sql_value &value);
-    void *state;
     sql_value value;
+    void *state;
 };
 
 struct result_call {
@@ -28,13 +29,15 @@ const sql_aggregate &aggregate_of_(sqlite3_context *context) {
 
 void run_change_(void *arg) {
     auto &change = *static_cast<row_change *>(arg);
-    sql_convert(change.value, change.aggregate->param);
+    const sql_aggregate &aggregate = *change.aggregate;
+    if (!sql_convert(change.context, aggregate.name, 0, change.value, aggregate.param)) return;
     change.apply(change.state, change.value);
 }
 
 void change_(sqlite3_context *context, sqlite3_value *raw, void (*apply)(void *, const sql_value &)) {
     const sql_aggregate &aggregate = aggregate_of_(context);
-    row_change change{&aggregate, apply, nullptr, sql_decode(raw)};
+    row_change change{&aggregate, context, apply, {}, nullptr};
+    if (!sql_decode(raw, change.value)) return sqlite3_result_error_nomem(context);
     if (change.value.kind == SQL_KIND_NULL) return;
     if (!sql_accepts(aggregate.param, change.value.kind)) {
         return sql_fail_with_kind(context, aggregate.name, 0, change.value, {&aggregate.param, 1});
@@ -68,12 +71,8 @@ void value_(sqlite3_context *context) {
 
 }  // namespace
 
-int dv::impl::sql_register_aggregates(sqlite3 *db, const sql_aggregate_table &table) {
-    for (const sql_aggregate &row : table) {
-        const int code = sqlite3_create_window_function(
-            db, row.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
-            const_cast<sql_aggregate *>(&row), step_, value_, value_, inverse_, nullptr);
-        if (code != SQLITE_OK) return code;
-    }
-    return SQLITE_OK;
+int dv::impl::sql_register_aggregate(sqlite3 *db, const sql_aggregate &aggregate) {
+    return sqlite3_create_window_function(
+        db, aggregate.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+        const_cast<sql_aggregate *>(&aggregate), step_, value_, value_, inverse_, nullptr);
 }

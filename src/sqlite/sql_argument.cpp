@@ -2,8 +2,10 @@
 // the text of the SQL error when that fails.
 
 #include <climits>
+#include <cmath>
 #include <cstring>
 
+#include "dvtypes/nls.h"
 #include "sql_function.h"
 
 using namespace dv::impl;
@@ -32,6 +34,23 @@ void append_readers_(sqlite3_str *text, std::span<const sql_kind> expected) {
     if (count > 0) sqlite3_str_appendall(text, " reads text");
 }
 
+// Why a value will not do for a parameter that takes its kind; NULL when it will.
+const char *fault_of_(const sql_value &value, sql_kind param) {
+    if (param == SQL_KIND_TEXT && memchr(value.text.bytes, '\0', static_cast<size_t>(value.text.length)))
+        return "has a NUL inside its text";
+    if (param != SQL_KIND_NUMBER || value.kind != SQL_KIND_REAL || std::isfinite(value.real)) return nullptr;
+    return std::isnan(value.real) ? "is a REAL that is no number"
+                                  : "is an infinite REAL where NUMBER is finite";
+}
+
+// INTEGER and REAL.
+void to_number_(sql_value &value) {
+    const sql_value from = value;
+    if (from.kind == SQL_KIND_INTEGER) number_from_int64(&value.number, from.integer);
+    if (from.kind == SQL_KIND_REAL) number_from_double(&value.number, from.real);
+    value.kind = SQL_KIND_NUMBER;
+}
+
 }  // namespace
 
 bool dv::impl::sql_accepts(sql_kind param, sql_kind kind) {
@@ -39,15 +58,26 @@ bool dv::impl::sql_accepts(sql_kind param, sql_kind kind) {
     return param == SQL_KIND_NUMBER && (kind == SQL_KIND_INTEGER || kind == SQL_KIND_REAL);
 }
 
-void dv::impl::sql_convert(sql_value &value, sql_kind param) {
-    if (param != SQL_KIND_NUMBER || value.kind == SQL_KIND_NUMBER) return;
-    const sql_value from = value;
-    value.kind = SQL_KIND_NUMBER;
-    if (from.kind == SQL_KIND_INTEGER) {
-        number_from_int64(&value.number, from.integer);
-    } else {
-        number_from_double(&value.number, from.real);
+bool dv::impl::sql_convert(sqlite3_context *context, const char *function, int position, sql_value &value,
+                           sql_kind param) {
+    const char *fault = fault_of_(value, param);
+    if (fault != nullptr) {
+        fail_(context, sqlite3_mprintf("%s: argument %d %s", function, position + 1, fault));
+        return false;
     }
+    if (param == SQL_KIND_NUMBER) to_number_(value);
+    return true;
+}
+
+bool dv::impl::sql_check_setting(const sql_call &call, int position) {
+    const sql_text &text = call.args[position].text;
+    const int prefix =
+        strchr(text.bytes, '=') == nullptr ? static_cast<int>(strlen(SQL_LANGUAGE_SETTING)) : 0;
+    if (text.length <= DV_NLS_TEXT_MAX - prefix) return true;
+    fail_(call.context,
+          sqlite3_mprintf("%s: argument %d is longer than a setting, which has at most %d bytes",
+                          call.function->name, position + 1, DV_NLS_TEXT_MAX));
+    return false;
 }
 
 void dv::impl::sql_fail_with_text(const sql_call &call, const char *text) {
@@ -55,6 +85,7 @@ void dv::impl::sql_fail_with_text(const sql_call &call, const char *text) {
 }
 
 void dv::impl::sql_fail_with_raise(sqlite3_context *context, const char *function, const dv_error_t &error) {
+    if (error.code == DV_ERR_NO_MEMORY) return sqlite3_result_error_nomem(context);
     fail_(context, sqlite3_mprintf("%s: %s (dv%d)", function, error.message, error.code));
 }
 

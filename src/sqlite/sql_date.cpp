@@ -113,7 +113,6 @@ void sub_(sql_call &call) {
 // neither.
 dv_nls_date_lang_t language_of_(const sql_text &text) {
     dv_nls_date_lang_t language = DV_NLS_DATE_LANG_INVALID;
-    if (strlen(text.bytes) != static_cast<size_t>(text.length)) return language;
     if (strchr(text.bytes, '=') == nullptr) {
         dv_nls_date_lang_parse(text.bytes, &language);
         return language;
@@ -138,6 +137,7 @@ void next_named_day_(sql_call &call, dv_nls_date_lang_t language) {
 void next_day_(sql_call &call) { next_named_day_(call, DV_NLS_DATE_LANG_AMERICAN); }
 
 void next_day_in_language_(sql_call &call) {
+    if (!sql_check_setting(call, 2)) return;
     const dv_nls_date_lang_t language = language_of_(call.args[2].text);
     if (!dv_nls_date_lang_is_valid(language)) return sql_fail_with_text(call, "argument 3 is no language");
     next_named_day_(call, language);

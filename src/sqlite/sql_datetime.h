@@ -84,12 +84,18 @@ char *sql_put_timestamp(char *out, const dv_timestamp_t &ts);
 // The offset +00:00, in which a text that names no zone is read.
 inline constexpr timezone_t SQL_UTC = {TZ_OFFSET_HOUR_EXCESS, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}};
 
-// Makes a TIMESTAMP WITH TIME ZONE the result, as sql_return_date does with a DATE.
+// Raises -5114 when the local time of a TIMESTAMP WITH TIME ZONE is no time of the calendar, and so has no
+// text: 9999-12-31 20:00 UTC at +09:00.
+void sql_check_local_time(const dv_ts_tz_t &ts_tz);
+
+// Makes a TIMESTAMP WITH TIME ZONE the result, as sql_return_date does with a DATE; its local time is checked
+// too.
 inline void sql_return_ts_tz(const sql_call &call, const dv_ts_tz_t &ts_tz) {
     sql_value value{};
     value.kind = SQL_KIND_TS_TZ;
     value.ts_tz = ts_tz;
     dv_date_is_valid(&date_part(value.ts_tz.utc));
+    sql_check_local_time(value.ts_tz);
     sql_return(call.context, value);
 }
 

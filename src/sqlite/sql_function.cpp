@@ -24,12 +24,6 @@ struct overload_set {
     void *kept;
 };
 
-int param_count_(const sql_function &function) {
-    int count = 0;
-    while (count < SQL_PARAMS_MAX && function.params[count] != SQL_KIND_NONE) ++count;
-    return count;
-}
-
 // ---------------------------------------------------------------------------------------------------------
 // Calls
 // ---------------------------------------------------------------------------------------------------------
@@ -78,7 +72,10 @@ void fail_without_overload_(const overload_set &set, const sql_call &call) {
 
 void run_(void *arg) {
     auto &call = *static_cast<sql_call *>(arg);
-    for (int i = 0; i < call.argc; ++i) sql_convert(call.args[i], call.function->params[i]);
+    for (int i = 0; i < call.argc; ++i) {
+        if (!sql_convert(call.context, call.function->name, i, call.args[i], call.function->params[i]))
+            return;
+    }
     call.function->body(call);
 }
 
@@ -96,7 +93,9 @@ void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
     call.argc = argc;
     call.raw = argv;
     call.kept = set.kept;
-    for (int i = 0; i < argc; ++i) call.args[i] = sql_decode(argv[i]);
+    for (int i = 0; i < argc; ++i) {
+        if (!sql_decode(argv[i], call.args[i])) return sqlite3_result_error_nomem(context);
+    }
     if (is_null_result_(set, call)) return;  // the result is SQL NULL until one is set
 
     call.function = choose_(set, call);
@@ -110,7 +109,7 @@ void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
 // ---------------------------------------------------------------------------------------------------------
 
 bool is_overload_(const sql_function &x, const sql_function &y) {
-    return strcmp(x.name, y.name) == 0 && param_count_(x) == param_count_(y);
+    return strcmp(x.name, y.name) == 0 && sql_param_count(x) == sql_param_count(y);
 }
 
 // The overloads of a function, in the order of the tables. A count above _overloads_max says that there was
@@ -146,27 +145,22 @@ overload_set *new_set_(const overload_set &set) {
     return nullptr;
 }
 
-int register_(sqlite3 *db, const overload_set &set) {
+}  // namespace
+
+int dv::impl::sql_param_count(const sql_function &function) {
+    int count = 0;
+    while (count < SQL_PARAMS_MAX && function.params[count] != SQL_KIND_NONE) ++count;
+    return count;
+}
+
+int dv::impl::sql_register_function(sqlite3 *db, const sql_function &function,
+                                    std::span<const sql_function_table *const> tables) {
+    const overload_set set = collect_(function, tables);
     if (set.count > _overloads_max) return SQLITE_INTERNAL;
     overload_set *made = new_set_(set);
     if (made == nullptr) return SQLITE_NOMEM;
     // SQLite releases the set with the function, and when it refuses the function.
-    const sql_function &function = *set.rows[0];
-    return sqlite3_create_function_v2(db, set.name, param_count_(function),
+    return sqlite3_create_function_v2(db, set.name, sql_param_count(function),
                                       SQLITE_UTF8 | SQLITE_INNOCUOUS | function.depends, made, call_, nullptr,
                                       nullptr, release_);
-}
-
-}  // namespace
-
-int dv::impl::sql_register_functions(sqlite3 *db, std::span<const sql_function_table *const> tables) {
-    for (const sql_function_table *table : tables) {
-        for (const sql_function &row : *table) {
-            const overload_set set = collect_(row, tables);
-            if (set.rows[0] != &row) continue;  // registered with the first overload
-            const int code = register_(db, set);
-            if (code != SQLITE_OK) return code;
-        }
-    }
-    return SQLITE_OK;
 }

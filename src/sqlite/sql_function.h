@@ -40,7 +40,8 @@ struct sql_keeper {
 };
 
 // Rules for every function: an argument of SQL NULL gives SQL NULL, unless its parameter is SQL_KIND_ANY. A
-// NUMBER parameter takes INTEGER and REAL too. No function has side effects: all are registered as innocuous.
+// NUMBER parameter takes INTEGER and finite REAL too, a TEXT parameter no text with a NUL inside. No function
+// has side effects: all are registered as innocuous.
 struct sql_function {
     const char *name;
     sql_kind params[SQL_PARAMS_MAX];  // SQL_KIND_NONE behind the last
@@ -71,6 +72,7 @@ extern const sql_function_table time_functions;
 extern const sql_function_table timestamp_functions;
 extern const sql_function_table ts_tz_functions;
 extern const sql_function_table datetime_model_functions;
+extern const sql_function_table datetime_read_functions;
 extern const sql_function_table interval_functions;
 extern const sql_function_table extract_functions;
 extern const sql_function_table number_model_functions;
@@ -78,10 +80,13 @@ extern const sql_function_table rowid_functions;
 extern const sql_function_table type_functions;
 extern const sql_aggregate_table number_aggregates;
 
-// Makes functions known to a connection; returns an SQLite code. Overloads may stand in different tables, but
-// all tables must come in one call.
-int sql_register_functions(sqlite3 *db, std::span<const sql_function_table *const> tables);
-int sql_register_aggregates(sqlite3 *db, const sql_aggregate_table &table);
+int sql_param_count(const sql_function &function);
+
+// Make a function known to a connection, the scalar one with all its overloads in the tables; return an
+// SQLite code.
+int sql_register_function(sqlite3 *db, const sql_function &function,
+                          std::span<const sql_function_table *const> tables);
+int sql_register_aggregate(sqlite3 *db, const sql_aggregate &aggregate);
 
 // Fails a call because of the value of an argument.
 void sql_fail_with_text(const sql_call &call, const char *text);
@@ -92,6 +97,13 @@ inline void sql_return_argument(sql_call &call) { sql_return(call.context, call.
 // The INTEGER arguments from position `first` on as ints, as many as `ints` has. False when one does not fit;
 // the call has failed then.
 bool sql_get_ints(const sql_call &call, int first, std::span<int> ints);
+
+// A setting without "=" is the name of a language: what stands before it then.
+inline constexpr char SQL_LANGUAGE_SETTING[] = "NLS_DATE_LANGUAGE=";
+
+// False when the TEXT argument at a position is longer than a language setting may be: the call has failed
+// then.
+bool sql_check_setting(const sql_call &call, int position);
 
 // A word of a fixed list, such as a field of a date, and what it stands for, which is not 0.
 struct sql_word {
@@ -108,8 +120,10 @@ int sql_get_word(const sql_call &call, int position, std::span<const sql_word> w
 // Does a parameter take a value of this kind?
 bool sql_accepts(sql_kind param, sql_kind kind);
 
-// Makes a value that a parameter takes one of the parameter's kind. May raise.
-void sql_convert(sql_value &value, sql_kind param);
+// Makes a value that a parameter takes one of the parameter's kind. False when its value will not do: the
+// call has failed then. May raise.
+bool sql_convert(sqlite3_context *context, const char *function, int position, sql_value &value,
+                 sql_kind param);
 
 // Fails the call with an error that the library raised.
 void sql_fail_with_raise(sqlite3_context *context, const char *function, const dv_error_t &error);

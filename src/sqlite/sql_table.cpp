@@ -77,19 +77,31 @@ int close_(sqlite3_vtab_cursor *cursor) {
     return SQLITE_OK;
 }
 
+// Moves on to a row that is shown, or to the end.
+void skip_hidden_(cursor_t &cursor) {
+    const auto is_shown = table_of_(cursor.base.pVtab).is_shown;
+    if (is_shown == nullptr) return;
+    while (cursor.row < cursor.walk.rows && !is_shown(cursor.walk.subject, cursor.row)) ++cursor.row;
+}
+
 int filter_(sqlite3_vtab_cursor *base, int, const char *, int argc, sqlite3_value **argv) {
     cursor_t &cursor = cursor_of_(base);
     cursor.row = 0;
     cursor.walk = {};
-    char *fault = table_of_(base->pVtab).begin(argc > 0 ? argv[0] : nullptr, cursor.walk);
-    if (fault == nullptr) return SQLITE_OK;
+    char *fault = nullptr;
+    const int code = table_of_(base->pVtab).begin(argc > 0 ? argv[0] : nullptr, cursor.walk, fault);
+    if (code == SQLITE_OK) {
+        skip_hidden_(cursor);
+        return SQLITE_OK;
+    }
     sqlite3_free(base->pVtab->zErrMsg);
     base->pVtab->zErrMsg = fault;
-    return SQLITE_ERROR;
+    return code == SQLITE_ERROR && fault == nullptr ? SQLITE_NOMEM : code;
 }
 
 int next_(sqlite3_vtab_cursor *cursor) {
     ++cursor_of_(cursor).row;
+    skip_hidden_(cursor_of_(cursor));
     return SQLITE_OK;
 }
 

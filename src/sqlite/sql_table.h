@@ -19,12 +19,15 @@ struct sql_table {
     const char *declaration;  // CREATE TABLE x(...); a parameter is its last column, HIDDEN
     int param_column;         // index of the parameter's column; -1: none
 
-    // What to walk: argument is the parameter's, NULL without one. Returns what is wrong with it, in memory
-    // of SQLite's, NULL when nothing is.
-    char *(*begin)(sqlite3_value *argument, sql_rows &walk);
+    // What to walk: argument is the parameter's, NULL without one. Returns an SQLite code; with SQLITE_ERROR
+    // it says what is wrong with the argument, in memory of SQLite's.
+    int (*begin)(sqlite3_value *argument, sql_rows &walk, char *&fault);
 
     // Gives one field of row 0 to rows - 1.
     void (*column)(sqlite3_context *context, const void *subject, int row, int column);
+
+    // Is the row shown? NULL: all are.
+    bool (*is_shown)(const void *subject, int row) = nullptr;
 };
 
 extern const sql_table types_table;

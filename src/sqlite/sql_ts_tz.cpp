@@ -33,12 +33,23 @@ const char *zone_fault_(const timezone_t &tz) {
     return is_offset && tz.utc_sec == 0 ? nullptr : "its UTC offset is out of range";
 }
 
+// Local times leave the calendar at its ends, and where day numbers count a 29 February that a year BC lacks.
+bool has_local_time_(const dv_ts_tz_t &ts_tz) {
+    const int year = date_year(date_part(ts_tz.utc));
+    if (year > 1 && year < 9999) return true;
+    dv_error_t error;
+    const auto check = [](void *arg) { sql_check_local_time(*static_cast<const dv_ts_tz_t *>(arg)); };
+    return dv_protect(check, const_cast<dv_ts_tz_t *>(&ts_tz), &error) == 0;
+}
+
 const char *fault_(const dv_ts_tz_t &ts_tz) {
     if (ts_tz.utc.dummy != 0) return "the eighth byte of a TIMESTAMP WITH TIME ZONE is 0";
     if (time_nanoseconds(time_part(ts_tz.utc)) >= NSEC_PER_SEC)
         return "its fraction of a second is out of range";
     const char *fault = sql_date_fault(date_part(ts_tz.utc));
-    return fault != nullptr ? fault : zone_fault_(ts_tz.tz);
+    if (fault == nullptr) fault = zone_fault_(ts_tz.tz);
+    if (fault == nullptr && !has_local_time_(ts_tz)) fault = "its local time lies outside the calendar";
+    return fault;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -191,6 +202,12 @@ constexpr sql_function _functions[] = {
 };
 
 }  // namespace
+
+void dv::impl::sql_check_local_time(const dv_ts_tz_t &ts_tz) {
+    dv_date_t local;
+    dv_date_from_ts_tz(&local, &ts_tz);
+    dv_date_is_valid(&local);
+}
 
 dv_date_t dv::impl::sql_utc_now() {
     const time_t now = time(nullptr);

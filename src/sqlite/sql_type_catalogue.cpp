@@ -50,9 +50,9 @@ constexpr size_t _categories_size = [] {
     return size;
 }();
 
-char *begin_(sqlite3_value *, sql_rows &walk) {
+int begin_(sqlite3_value *, sql_rows &walk, char *&) {
     walk = {nullptr, DV_TYPE_MAX_PSM};
-    return nullptr;
+    return SQLITE_OK;
 }
 
 // "character limited national"

@@ -3,6 +3,7 @@
 #include "sql_value.h"
 
 #include <iterator>
+#include <span>
 
 using namespace dv::impl;
 
@@ -20,36 +21,19 @@ constexpr kind_name _sqlite_kinds[] = {
     {SQL_KIND_TEXT, "TEXT"}, {SQL_KIND_BLOB, "BLOB"},       {SQL_KIND_ANY, "any value"},
 };
 
-sql_value blob_without_value_(const char *fault) {
-    sql_value value{};
+void decode_blob_(std::span<const uint8_t> blob, sql_value &value) {
     value.kind = SQL_KIND_BLOB;
-    value.fault = fault;
-    return value;
-}
-
-sql_value decode_blob_(sqlite3_value *raw) {
-    const auto *bytes = static_cast<const uint8_t *>(sqlite3_value_blob(raw));
-    const int length = sqlite3_value_bytes(raw);
-    if (bytes == nullptr || length == 0) return blob_without_value_("it is empty");
-    const sql_type *type = sql_type_of(bytes[0]);
-    if (type == nullptr) return blob_without_value_("its first byte is no type code");
-
-    sql_value value{};
-    value.kind = type->kind;
-    const char *fault = type->decode(value, bytes + 1, length - 1);
-    return fault == nullptr ? value : blob_without_value_(fault);
-}
-
-sql_value decode_text_(sqlite3_value *raw) {
-    const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(raw));
-    if (bytes == nullptr) return blob_without_value_("there is no memory for its text");
-    return sql_text_value(bytes, sqlite3_value_bytes(raw));
-}
-
-sql_value null_() {
-    sql_value value{};
-    value.kind = SQL_KIND_NULL;
-    return value;
+    value.fault = "it is empty";
+    if (blob.empty()) return;
+    const sql_type *type = sql_type_of(blob[0]);
+    value.fault = "its first byte is no type code";
+    if (type == nullptr) return;
+    const char *fault = type->decode(value, blob.data() + 1, static_cast<int>(blob.size() - 1));
+    if (fault == nullptr) {
+        value.kind = type->kind;
+    } else {
+        value.fault = fault;
+    }
 }
 
 }  // namespace
@@ -69,18 +53,30 @@ const char *dv::impl::sql_kind_name(sql_kind kind) {
     return type != nullptr ? type->name : "nothing";
 }
 
-sql_value dv::impl::sql_decode(sqlite3_value *raw) {
+bool dv::impl::sql_decode(sqlite3_value *raw, sql_value &value) {
+    value.kind = SQL_KIND_NULL;
     switch (sqlite3_value_type(raw)) {
-        case SQLITE_BLOB:
-            return decode_blob_(raw);
+        case SQLITE_BLOB: {
+            const auto *bytes = static_cast<const uint8_t *>(sqlite3_value_blob(raw));
+            const auto length = static_cast<size_t>(sqlite3_value_bytes(raw));
+            if (bytes == nullptr && length > 0) return false;
+            decode_blob_({bytes, length}, value);
+            return true;
+        }
+        case SQLITE_TEXT: {
+            const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(raw));
+            if (bytes == nullptr) return false;
+            value = sql_text_value(bytes, sqlite3_value_bytes(raw));
+            return true;
+        }
         case SQLITE_INTEGER:
-            return sql_integer(sqlite3_value_int64(raw));
+            value = sql_integer(sqlite3_value_int64(raw));
+            return true;
         case SQLITE_FLOAT:
-            return sql_real(sqlite3_value_double(raw));
-        case SQLITE_TEXT:
-            return decode_text_(raw);
+            value = sql_real(sqlite3_value_double(raw));
+            return true;
         default:
-            return null_();
+            return true;
     }
 }
 

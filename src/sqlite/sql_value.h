@@ -100,8 +100,8 @@ const sql_type *sql_type_of(int kind);
 const char *sql_kind_name(sql_kind kind);
 
 // What SQLite passed. A BLOB that is no value of the library becomes SQL_KIND_BLOB. A text lives as long as
-// raw.
-sql_value sql_decode(sqlite3_value *raw);
+// raw. False: there is no memory for it.
+bool sql_decode(sqlite3_value *raw, sql_value &value);
 
 // Makes a value the result of an SQL function; text is copied.
 void sql_return(sqlite3_context *context, const sql_value &value);

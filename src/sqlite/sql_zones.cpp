@@ -23,9 +23,9 @@ void return_text_(sqlite3_context *context, const char *text) {
 
 enum zone_column { ZONE_NAME, ZONE_NUMBER, ZONE_OFFSET, ZONE_ABBREVIATION, ZONE_ENTRIES };
 
-char *begin_zones_(sqlite3_value *, sql_rows &walk) {
+int begin_zones_(sqlite3_value *, sql_rows &walk, char *&) {
     walk = {region_tab_, TZ_ID_MAX};
-    return nullptr;
+    return SQLITE_OK;
 }
 
 void zone_column_(sqlite3_context *context, const void *, int row, int column) {
@@ -58,15 +58,32 @@ enum transition_column {
 };
 
 // No rows for SQL NULL, as for functions.
-char *begin_transitions_(sqlite3_value *argument, sql_rows &walk) {
-    if (sqlite3_value_type(argument) == SQLITE_NULL) return nullptr;
+int begin_transitions_(sqlite3_value *argument, sql_rows &walk, char *&fault) {
+    if (sqlite3_value_type(argument) == SQLITE_NULL) return SQLITE_OK;
     const auto *name = reinterpret_cast<const char *>(sqlite3_value_text(argument));
-    if (name == nullptr) return sqlite3_mprintf("dv_zone_transitions: out of memory");
-    const tz_region_t *region = zonetab_search_region(name);
-    if (region == nullptr || *name == '\0')
-        return sqlite3_mprintf("dv_zone_transitions: there is no region \"%s\"", name);
+    if (name == nullptr) return SQLITE_NOMEM;
+    const bool is_whole = strlen(name) == static_cast<size_t>(sqlite3_value_bytes(argument));
+    const tz_region_t *region = is_whole && *name != '\0' ? zonetab_search_region(name) : nullptr;
+    if (region == nullptr) {
+        fault = sqlite3_mprintf("dv_zone_transitions: there is no region \"%s\"", name);
+        return SQLITE_ERROR;
+    }
     walk = {region, region->info_cnt / 2};
-    return nullptr;
+    return SQLITE_OK;
+}
+
+// The entries of a transition. Oldest first; the table has the newest first, the period that begins before
+// the one that ends.
+const tz_info_t *transition_(const void *subject, int row) {
+    const auto &region = *static_cast<const tz_region_t *>(subject);
+    return region.infos + region.info_cnt - 2 * (row + 1);
+}
+
+// The history also has an entry where the daylight flag alone changes, or the seconds of the offset.
+bool changes_clocks_(const void *subject, int row) {
+    const tz_info_t *const pair = transition_(subject, row);
+    return pair[0].utc_hour != pair[1].utc_hour || pair[0].utc_min != pair[1].utc_min ||
+           strcmp(pair[0].abbrev, pair[1].abbrev) != 0;
 }
 
 void return_instant_(sqlite3_context *context, const dv_date_t &utc) {
@@ -76,10 +93,8 @@ void return_instant_(sqlite3_context *context, const dv_date_t &utc) {
     sql_return(context, value);
 }
 
-// Oldest first; the table has the newest first, the period that begins before the one that ends.
 void transition_column_(sqlite3_context *context, const void *subject, int row, int column) {
-    const auto &region = *static_cast<const tz_region_t *>(subject);
-    const tz_info_t *const pair = region.infos + region.info_cnt - 2 * (row + 1);
+    const tz_info_t *const pair = transition_(subject, row);
     switch (column) {
         case TRANSITION_UTC:
             return return_instant_(context, pair[0].normal);
@@ -121,4 +136,5 @@ constinit const sql_table dv::impl::zone_transitions_table = {
     TRANSITION_ZONE,
     begin_transitions_,
     transition_column_,
+    changes_clocks_,
 };

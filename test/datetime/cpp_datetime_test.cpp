@@ -116,6 +116,12 @@ TEST(CppDatetime, ZonedTimestampsAreInstantsShownInTheirZone) {
     const dv::reader<timestamp_tz> read("YYYY-MM-DD HH24:MI TZR");
     EXPECT_EQ(read("2026-11-21 00:30 +00:00"), seoul);
     EXPECT_EQ(dv::reader<timestamp_tz>("YYYY-MM-DD HH24:MI")("2026-11-21 00:30"), seoul);
+    timestamp_tz last(timestamp(9999, 12, 31, 20), zone("+00:00"));
+    EXPECT_THROW(last.at(zone("+09:00")), dv::error);
+    EXPECT_EQ(last.at(zone("+03:59")).local(), timestamp(9999, 12, 31, 23, 59));
+    last = last.at(zone("+03:00"));
+    EXPECT_THROW(last += interval_ds(0, 1), dv::error);
+    EXPECT_EQ(last.local(), timestamp(9999, 12, 31, 23));
 }
 
 }  // namespace

@@ -19,15 +19,32 @@ using row_t = std::vector<std::string>;  // one text per column; SQL NULL is "NU
 
 class sqlite_session {
   public:
-    sqlite_session() {
-        check_(sqlite3_open(":memory:", &db_));
-        check_(sqlite3_db_config(db_, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 1, nullptr));
-        const char *other = std::getenv("DV_SQLITE_EXTENSION");
-        check_(sqlite3_load_extension(db_, other != nullptr ? other : DV_SQLITE_EXTENSION, nullptr, nullptr));
+    sqlite_session() : sqlite_session(":memory:") { check_(load()); }
+    // A database without the extension, which may be loaded.
+    explicit sqlite_session(const char *file) {
+        check_(sqlite3_open(file, &db_));
+        check_(sqlite3_enable_load_extension(db_, 1));  // by load_extension() too
     }
     ~sqlite_session() { sqlite3_close(db_); }
     sqlite_session(const sqlite_session &) = delete;
     sqlite_session &operator=(const sqlite_session &) = delete;
+
+    sqlite3 *db() { return db_; }
+
+    // The file of the extension: another one where the environment names it.
+    static const char *extension() {
+        const char *other = std::getenv("DV_SQLITE_EXTENSION");
+        return other != nullptr ? other : DV_SQLITE_EXTENSION;
+    }
+
+    // Loads the extension; returns an SQLite code. The message is taken over when it is asked for.
+    int load(std::string *message = nullptr) {
+        char *text = nullptr;
+        const int code = sqlite3_load_extension(db_, extension(), nullptr, &text);
+        if (message != nullptr) *message = text == nullptr ? "" : text;
+        sqlite3_free(text);
+        return code;
+    }
 
     // All rows of a statement. Throws std::runtime_error with SQLite's message.
     std::vector<row_t> rows(const std::string &sql) {

@@ -190,18 +190,34 @@ inline void add(dv_date_t &x, const interval_ym &y) { dv_date_add_itv_ytm(&x, &y
 inline void add(dv_date_t &x, const interval_ds &y) { dv_date_add_itv_dts(&x, &y.record()); }
 inline void add(dv_timestamp_t &x, const interval_ym &y) { dv_date_add_itv_ytm(date_part(x), &y.record()); }
 inline void add(dv_timestamp_t &x, const interval_ds &y) { dv_timestamp_add_itv_dts(&x, &y.record()); }
-inline void add(dv_ts_tz_t &x, const interval_ym &y) { dv_ts_tz_add_itv_ytm(&x, &y.record()); }
-inline void add(dv_ts_tz_t &x, const interval_ds &y) { dv_ts_tz_add_itv_dts(&x, &y.record()); }
+
+// Raises -5114 when the value's own zone has no such local time: 9999-12-31 20:00 UTC at +09:00.
+inline void check_local_time(const dv_ts_tz_t &x) {
+    dv_date_t local;
+    dv_date_from_ts_tz(&local, &x);
+    dv_date_is_valid(&local);
+}
+inline void add(dv_ts_tz_t &x, const interval_ym &y) {
+    dv_ts_tz_add_itv_ytm(&x, &y.record());
+    check_local_time(x);
+}
+inline void add(dv_ts_tz_t &x, const interval_ds &y) {
+    dv_ts_tz_add_itv_dts(&x, &y.record());
+    check_local_time(x);
+}
 
 }  // namespace detail
 
-// What dates and timestamps share: plus and minus an interval. A month that lacks the day throws -5005.
+// What dates and timestamps share: plus and minus an interval. A month that lacks the day throws -5005; the
+// value is then as it was.
 template <typename Value, typename Record, size_t KeySize = sizeof(Record)>
 class datetime : public ordered_record<Record, KeySize> {
   public:
     template <interval Interval>
     Value &operator+=(const Interval &y) {
-        guarded([&] { detail::add(this->record_, y); });
+        Record sum = this->record_;
+        guarded([&] { detail::add(sum, y); });
+        this->record_ = sum;
         return static_cast<Value &>(*this);
     }
     template <interval Interval>
@@ -365,11 +381,14 @@ class timestamp_tz : public datetime<timestamp_tz, dv_ts_tz_t, sizeof(dv_timesta
     }
     dv::zone zone() const noexcept { return dv::zone(record_.tz); }
 
-    // The same instant in another zone.
+    // The same instant in another zone. Throws -5114 when its local time there lies outside the calendar.
     timestamp_tz at(const dv::zone &zone) const {
         const dv_ts_ltz_t instant = {record_.utc};
         dv_ts_tz_t there;
-        guarded([&] { dv_ts_tz_from_ts_ltz(&there, &instant, &zone.record()); });
+        guarded([&] {
+            dv_ts_tz_from_ts_ltz(&there, &instant, &zone.record());
+            detail::check_local_time(there);
+        });
         return timestamp_tz(there);
     }
 
