@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ctime>
 #include <dvtypes/dvtypes.hpp>
 #include <functional>
 #include <random>
@@ -88,6 +89,64 @@ TEST(CppDatetime, SumsAndDifferencesAgreeWithCountsOfNanoseconds) {
         EXPECT_EQ(origin + x - x, origin) << x;
         EXPECT_EQ(origin + x < origin + y, total(x) < total(y)) << x << " " << y;
     }
+}
+
+// Each member and operator once, where its neighbours would give something else.
+TEST(CppDatetime, EveryOperationGivesTheValueItIsNamedFor) {
+    const date day(2001, 2, 3, 4, 5, 6);
+    const timestamp moment(2001, 2, 3, 4, 5, 6, 700000008);
+    const interval_ym months(1, 2);
+    const interval_ds span(1, 2, 3, 4, 5);
+    const dv::time_of_day time = moment.time();
+    const timestamp_tz seoul(moment, zone("Asia/Seoul"));
+    const auto fields = [](auto... values) { return (... + (std::to_string(values) + " ")); };
+    const std::pair<std::string, std::string> cases[] = {
+        {text_of_(day), "2001-02-03 04:05:06"},
+        {fields(day.year(), day.month(), day.day(), day.hour(), day.minute(), day.second()),
+         "2001 2 3 4 5 6 "},
+        {text_of_(day + months), "2002-04-03 04:05:06"},
+        {text_of_(day - months), "1999-12-03 04:05:06"},
+        {text_of_(day + span), "2001-02-04 06:08:10"},
+        {text_of_(day - span), "2001-02-02 02:02:02"},
+        {text_of_(trunc(day)) + text_of_(round(day)), "2001-02-03 00:00:002001-02-03 00:00:00"},
+        {text_of_(round(day, "MM")), "2001-02-01 00:00:00"},
+        {text_of_(timestamp(day)), "2001-02-03 04:05:06.000000000"},
+        {text_of_(moment.date()), "2001-02-03 04:05:06"},
+        {text_of_(time), "04:05:06.700000008"},
+        {fields(time.hour(), time.minute(), time.second(), time.nanosecond()), "4 5 6 700000008 "},
+        {text_of_(dv::reader<dv::time_of_day>("HH24-MI-SS-FF")("23-45-01-5")), "23:45:01.500000000"},
+        {text_of_(dv::reader<timestamp>("DD.MM.YYYY MI:FF3")("30.11.1999 59:125")),
+         "1999-11-30 00:59:00.125000000"},
+        {text_of_(moment + months), "2002-04-03 04:05:06.700000008"},
+        {text_of_(moment - months), "1999-12-03 04:05:06.700000008"},
+        {text_of_(moment + span), "2001-02-04 06:08:10.700000013"},
+        {text_of_(moment - span), "2001-02-02 02:02:02.700000003"},
+        {text_of_(seoul - months), "1999-12-03 04:05:06.700000008 Asia/Seoul"},
+        {text_of_(seoul + span), "2001-02-04 06:08:10.700000013 Asia/Seoul"},
+        {text_of_(seoul.utc()), "2001-02-02 19:05:06.700000008"},
+        {text_of_(timestamp_tz(moment, zone("-3:30"))), "2001-02-03 04:05:06.700000008 -03:30"},
+        {text_of_(months + months) + text_of_(months - interval_ym(2, 1)), "+02-04-00-11"},
+        {text_of_(months * -1.5) + text_of_(-months), "-01-09-01-02"},
+        {text_of_(interval_ym("-999999999-11")), "-999999999-11"},
+        {fields(interval_ym("-3-07").years(), interval_ym("-3-07").months()), "-3 -7 "},
+        {text_of_(interval_ds("999999999 23:59:59.999999999")), "+999999999 23:59:59.999999999"},
+        {fields(span.days(), span.seconds(), span.nanoseconds()), "1 7384 5 "},
+        {fields((-span).days(), (-span).seconds(), (-span).nanoseconds()), "-1 -7384 -5 "},
+        {text_of_(interval_ds(0, 0, 0, 1, -1)) + text_of_(interval_ds(0, 0, 0, -1, 1)),
+         "+00 00:00:00.999999999-00 00:00:00.999999999"},
+        {text_of_(interval_ds(0, 0, 0, 1, -1000000000)), "+00 00:00:00.000000000"},
+    };
+    for (const auto &[got, want] : cases) EXPECT_EQ(got, want) << &got - &cases[0].first;
+}
+
+TEST(CppDatetime, NowIsTheHostsClockInTheHostsZone) {
+    const std::time_t before = std::time(nullptr);
+    const timestamp_tz now(timestamp::now(), zone::of_host());
+    const double days = days_between(date::now(), now.local().date());
+    EXPECT_TRUE(days >= 0 && days < 60.0 / 86400) << days;
+    const interval_ds since = now - timestamp_tz(timestamp(1970, 1, 1), zone("+00:00"));
+    const int64_t seconds = int64_t{since.days()} * 86400 + since.seconds() - before;
+    EXPECT_TRUE(seconds >= 0 && seconds < 60) << seconds;
 }
 
 TEST(CppDatetime, DatesMoveByDaysMonthsAndUnits) {

@@ -18,6 +18,12 @@ TEST(CppNumber, CalculatesLikeTheFunctionsBehindIt) {
     EXPECT_EQ(number(1) / 8, number(0.125));
     EXPECT_EQ(abs(number(-5)).to_int64(), 5);
     EXPECT_EQ(number(18446744073709551615u).to_string(), "18446744073709551615");
+    EXPECT_EQ(pow(number(2), 10) - sqrt(number(1764)), 982);
+    EXPECT_EQ(round(exp(number()), -30), 1);
+    EXPECT_EQ(round(number("-2.5"), 0, NUMBER_RMODE_HALF_EVEN), -2);
+    EXPECT_EQ(round(number("-2.5")), -3);
+    EXPECT_EQ(number(int64_t{INT64_MIN}).to_int64(), INT64_MIN);
+    EXPECT_EQ(number("0.1").to_double(), 0.1);
     std::ostringstream out;
     out << number("-1E-3");
     EXPECT_EQ(out.str(), "-.001");
@@ -32,6 +38,26 @@ TEST(CppNumber, OrdersByValueAndByKey) {
             EXPECT_EQ(by_key, &x < &y) << x << " " << y;
         }
     }
+}
+
+TEST(CppTypeCatalogue, AnswersForAnyCode) {
+    for (const dv_type_t none : {-1, int{DV_TYPE_MAX_PSM}, INT32_MAX, INT32_MIN}) {
+        EXPECT_FALSE(dv::is_type(none) || *dv::type_name(none) != '\0' || dv::type_size(none) != 0);
+        EXPECT_FALSE(dv::type_is(none, DV_TYPE_INFO_NUMERIC) || dv::type_converts(none, DV_TYPE_CHAR) ||
+                     dv::type_converts(DV_TYPE_CHAR, none));
+        EXPECT_EQ(dv::type_to_compare(DV_TYPE_NUMBER, none), DV_TYPE_INVALID);
+    }
+    EXPECT_STREQ(dv::type_name(DV_TYPE_NONE), _dv_type_name[0]);
+    EXPECT_STREQ(dv::type_name(DV_TYPE_MAX_PSM - 1), "OBJECT");
+    EXPECT_EQ(dv::type_size(DV_TYPE_DATE), 9);
+    EXPECT_TRUE(dv::type_is(DV_TYPE_NUMBER, DV_TYPE_INFO_NUMERIC) &&
+                !dv::type_is(DV_TYPE_DATE, DV_TYPE_INFO_NUMERIC));
+    EXPECT_EQ(dv::type_cell(_dv_type_opd_comb_add, DV_TYPE_DATE, DV_TYPE_ITV_YTM), '6');
+    EXPECT_TRUE(dv::type_converts(DV_TYPE_NUMBER, DV_TYPE_CHAR) &&
+                !dv::type_converts(DV_TYPE_NUMBER, DV_TYPE_DATE));
+    EXPECT_EQ(dv::type_to_compare(DV_TYPE_CHAR, DV_TYPE_NUMBER), DV_TYPE_NUMBER);
+    EXPECT_EQ(dv::type_to_compare(DV_TYPE_NVARCHAR, DV_TYPE_VARCHAR), DV_TYPE_NVARCHAR);
+    EXPECT_EQ(dv::type_to_compare(DV_TYPE_CSR, DV_TYPE_CSR), DV_TYPE_INVALID);
 }
 
 TEST(CppError, CarriesCodePlaceAndMessage) {
