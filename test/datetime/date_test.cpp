@@ -42,18 +42,29 @@ TEST(DateField, HasItsByteAndItsRange) {
     }
 }
 
-// Counts of every unit are one arithmetic on seconds since day number 0, and go back again.
+TEST(DateField, IsStoredBeforeTheWholeIsChecked) {
+    dv_date_t date = make_date(2001, 2, 1);
+    EXPECT_EQ(raise_of([&] { dv_date_set_field(&date, DT_FMT_UNIT_DAY, 29, 1, 1); }), -5114);
+    EXPECT_EQ(date, make_date(2001, 2, 29));
+    EXPECT_EQ(raise_of([&] { dv_date_set_field(&date, DT_FMT_UNIT_DAY, 32, 1, 0); }), -5114);
+    EXPECT_EQ(date, make_date(2001, 2, 29));
+}
+
+// Counts of every unit and intervals are one arithmetic on seconds since day number 0, and go back again.
 TEST(DateAdd, IsArithmeticOnSeconds) {
     constexpr int units[] = {DT_FMT_UNIT_SECOND, DT_FMT_UNIT_MINUTE, DT_FMT_UNIT_HOUR, DT_FMT_UNIT_DAY};
-    constexpr int64_t weights[] = {1, 60, 3600, 86400, 1};
+    constexpr int64_t weights[] = {1, 60, 3600, 86400, 1, 1};
     number_source source(2);
     for (long round = scaled(200'000); round > 0; --round) {
         const dv_date_t date = random_date(source);
-        const int way = source.pick(0, 4);
+        const int way = source.pick(0, 5);
         const int64_t n = (static_cast<int64_t>(source.bits()) >> source.pick(24, 62)) / weights[way];
         const int64_t end = seconds_(date) + n * weights[way];
         const auto add = [&](dv_date_t &to, int64_t count) {
             if (way == 4) return dv_date_add_day(&to, static_cast<double>(count) / 86400);
+            dv_itv_dts_t itv = {{0x40}, {0x40}, {0x7F, 1, 2, 3}};  // a fraction, which takes no part
+            dv_itv_dts_add_sec(&itv, std::abs(count));
+            if (way == 5) return (count < 0 ? dv_date_sub_itv_dts : dv_date_add_itv_dts)(&to, &itv);
             dv_date_add_field(&to, units[way], count);
         };
         dv_date_t sum = date;
@@ -101,11 +112,18 @@ TEST(DateAddMonth, CountsMonthsAndKeepsTheEndOfTheMonth) {
         const int day_code = is_strict != 0 && date.day > length ? -5005 : 0;
         const int want = year == 0 || std::abs(year) > 9999 ? -5114 : day_code;
         dv_date_t sum = date;
-        const int code = raise_of([&] { dv_date_add_month(&sum, n, is_strict != 0 ? 1 : 0); });
+        const bool is_itv = is_strict != 0 && (n & 2) != 0, is_sub = (n & 4) != 0;
+        dv_itv_ytm_t itv;
+        dv_itv_ytm_set_total_month(&itv, is_sub ? -n : n);
+        const int code = raise_of([&] {
+            if (!is_itv) return dv_date_add_month(&sum, n, is_strict != 0 ? 1 : 0);
+            (is_sub ? dv_date_sub_itv_ytm : dv_date_add_itv_ytm)(&sum, &itv);
+        });
         ASSERT_EQ(code, want) << describe(date) << " + " << n;
-        if (code != 0) continue;
-        ASSERT_EQ(sum, make_date(year, month, day, date.hour, date.minute, date.second))
-            << describe(date) << n;
+        // A strict sum that lacks its day has the month already.
+        const int stored = code == -5005 ? date.day : day;
+        const dv_date_t moved = make_date(year, month, stored, date.hour, date.minute, date.second);
+        ASSERT_EQ(sum, code == -5114 ? date : moved) << describe(date) << " + " << n;
     }
 }
 
@@ -148,12 +166,17 @@ TEST(Clock, FillsWhatTheValueHas) {
     constexpr int now[] = {2024, 2, 29, 13, 14, 15, 500001};
     dv_date_t date[3];
     dv_time_t time;
+    const compiled_model model = writing("DDMMYY");
     _pinned = now;
     dv_date_init(&date[0]);
     dv_date_current(&date[1]);
     dv_time_current(&time);
     dv_date_from_time(&date[2], &time);
+    char text[20];
+    dv_date_current_str_DEPRECATED(text, sizeof text, "YYYYMMDDHH24MISS", 0);
+    dv_date_current_str(text + 14, 6, &model.ctx);
     _pinned = nullptr;
+    EXPECT_EQ(std::string(text, sizeof text), "20240229131415290224");
     EXPECT_EQ(date[0], make_date(2024, 2, 1));
     EXPECT_EQ(date[1], make_date(2024, 2, 29, 13, 14, 15));
     EXPECT_EQ(time, (dv_time_t{13, 14, 15, 0, {0x1D, 0xCD, 0x68, 0xE8}}));
@@ -194,6 +217,40 @@ TEST(Clock, IsNotAskedWhereTheTimeOfReadingIsAnArgument) {
                                                                                                now, 9, &zone);
         }
     }
+}
+
+// In zones that never change their offset, behind the reform: C counts by the Gregorian calendar alone.
+TEST(DateFromEpochTime, IsTheLocalClockAndGoesBack) {
+    const char *const before = getenv("TZ");
+    const std::string kept = before != nullptr ? before : "";
+    number_source source(5);
+    for (const auto &[zone, offset] : {std::pair{"UTC0", 0}, {"EAST-9", 32400}, {"WEST4:30", -16200}}) {
+        setenv("TZ", zone, 1);
+        tzset();
+        for (int round = 0; round < 1000; ++round) {
+            const dv_date_t date = random_date(source);
+            if (dv_date_to_julian_day(&date) < DV_JULIAN_DAY_GREGORIAN) continue;
+            const time_t t = seconds_(date) - 2440588 * time_t{86400} - offset;
+            dv_date_t local;
+            memset(&local, 0xFF, sizeof local);
+            dv_date_from_epoch_time(t, &local);
+            ASSERT_EQ(local, date) << zone << " " << t;
+            ASSERT_EQ(dv_date_to_system_time(&date), t) << zone;
+        }
+        dv_date_t date;
+        EXPECT_EQ(raise_of([&] { dv_date_from_epoch_time(253402300800 - offset, &date); }), -5114);  // 10000
+        EXPECT_EQ(raise_of([&] { dv_date_from_epoch_time(INT64_MAX, &date); }), -5114);
+    }
+    before != nullptr ? setenv("TZ", kept.c_str(), 1) : unsetenv("TZ");
+    tzset();
+}
+
+TEST(Time, OfADateIsItsClockWithoutAFraction) {
+    const dv_date_t date = make_date(2001, 2, 3, 13, 14, 15);
+    dv_time_t time;
+    memset(&time, 0xFF, sizeof time);
+    dv_time_from_date(&time, &date);
+    EXPECT_EQ(time, (dv_time_t{13, 14, 15, 0, {}}));
 }
 
 TEST(Time, TrimsItsFractionFromTheFirstSignificantDigit) {

@@ -59,6 +59,13 @@ TEST(IntervalYearToMonth, IsOrderAndArithmeticOfMonths) {
         EXPECT_EQ(dv_itv_ytm_get_total_month(&itv), x) << x << " + - " << y;
         dv_itv_ytm_mul(&itv, n / 4.0);
         EXPECT_EQ(dv_itv_ytm_get_total_month(&itv), static_cast<int>(int64_t{x} * n / 4)) << x << " " << n;
+        EXPECT_EQ(raise_of([&] { dv_itv_ytm_div(&(itv = ytm_(x)), n); }), n != 0 ? 0 : -5065) << x;
+        EXPECT_EQ(dv_itv_ytm_get_total_month(&itv), n != 0 ? x / n : x) << x << " / " << n;
+        dv_itv_ytm_add_month(&(itv = ytm_(x)), y);
+        EXPECT_EQ(dv_itv_ytm_get_total_month(&itv), x + y) << x << " + " << y;
+        dv_itv_ytm_add_year(&(itv = ytm_(x)), y);
+        EXPECT_EQ(dv_itv_ytm_get_field(&itv, 1), x / 12 + y) << x << " + " << y;
+        EXPECT_EQ(dv_itv_ytm_get_field(&itv, 2), x % 12) << x << " + " << y;
     });
 }
 
@@ -82,6 +89,40 @@ TEST(IntervalDayToSecond, IsOrderAndArithmeticOfNanoseconds) {
         EXPECT_EQ(fields_(itv), fields_(dts_(code == 0 ? product : x))) << n << "E-6";
         EXPECT_EQ(raise_of([&] { dv_itv_dts_div(&other, &number); }), n != 0 ? 0 : -5065);
         EXPECT_EQ(fields_(other), fields_(dts_(n != 0 ? y / n : y))) << n;
+    });
+}
+
+// Days leave the seconds alone; hours and minutes wrap around at 32 bits before they are added.
+TEST(IntervalDayToSecond, TakesDaysHoursMinutesAndTotals) {
+    rounds_(20'000, [](source_t &source) {
+        const int n = source.number(32), days = source.number(20), seconds = source.pick(-86399, 86399);
+        const fields_t start = {days, seconds, source.number(30)};
+        const auto total = [&](int64_t unit) {
+            return days * int64_t{86400} + seconds + static_cast<int32_t>(n * unit);
+        };
+        dv_itv_dts_t by_day = dts_(start), by_hour = by_day, by_minute = by_day, by_total = by_day;
+        dv_itv_dts_add_day(&by_day, n % 1000), dv_itv_dts_add_hour(&by_hour, n);
+        dv_itv_dts_add_min(&by_minute, n), dv_itv_dts_set_total_sec(&by_total, n + 0.75);
+        EXPECT_EQ(fields_(by_day), (fields_t{days + n % 1000, seconds, start[2]})) << n;
+        EXPECT_EQ(dv_itv_dts_get_total_sec(&by_hour), total(3600)) << n;
+        EXPECT_EQ(dv_itv_dts_get_total_sec(&by_minute), total(60)) << n;
+        EXPECT_EQ(fields_(by_minute)[1], total(60) % 86400) << n;
+        const int cut = static_cast<int>(n + 0.75);
+        EXPECT_EQ(fields_(by_total), (fields_t{cut / 86400, cut % 86400, start[2]})) << n;
+    });
+}
+
+// A negative value counts as one digit.
+TEST(Interval, LeadingPrecisionCountsDigits) {
+    rounds_(20'000, [](source_t &source) {
+        const int value = source.number(32), prec = source.pick(-1, 12);
+        const int digits = value < 0 ? 1 : static_cast<int>(std::to_string(value).size());
+        dv_itv_ytm_t ytm = ytm_(0);
+        dv_itv_ytm_set_field(&ytm, 1, value);
+        const dv_itv_dts_t dts = dts_({value, 0, 0});
+        const int want = digits > prec ? -5064 : 0;
+        EXPECT_EQ(raise_of([&] { dv_itv_ytm_check_leading_prec(&ytm, prec); }), want) << value << " " << prec;
+        EXPECT_EQ(raise_of([&] { dv_itv_dts_check_leading_prec(&dts, prec); }), want) << value << " " << prec;
     });
 }
 
@@ -170,6 +211,17 @@ TEST(IntervalText, OfEveryQualifierIsReadOrRefused) {
         if (code == 0) read(c.want, c.type < 3 ? DV_ITV_YEAR_TO_MONTH : DV_ITV_DAY_TO_SECOND);
         EXPECT_TRUE(code != 0 || std::string_view(c.want) == text) << c.want << " " << text;
     }
+}
+
+TEST(IntervalText, LeavesWhatItReadUntilAFault) {
+    dv_itv_ytm_t ytm;
+    dv_itv_dts_t dts;
+    raise_of([&] { dv_itv_ytm_from_str(&ytm, "-12-12", 0, DV_ITV_YEAR_TO_MONTH, 2); });
+    EXPECT_EQ(dv_itv_ytm_get_total_month(&ytm), -144);
+    raise_of([&] { dv_itv_dts_from_str(&dts, "-1 2:60:0", 0, DV_ITV_DAY_TO_SECOND, 2, 9); });
+    EXPECT_EQ(fields_(dts), (fields_t{-1, -7200, 0}));
+    raise_of([&] { dv_itv_dts_from_str(&dts, "0 0:0:1.5x", 0, DV_ITV_DAY_TO_SECOND, 2, 0); });
+    EXPECT_EQ(fields_(dts), (fields_t{0, 2, 0}));
 }
 
 // Plain texts have a way of their own, which a blank in front of them bars; at times they are not quite
