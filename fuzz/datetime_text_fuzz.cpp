@@ -14,6 +14,7 @@
 #include "dvtypes/timezone_id.h"
 #include "fuzz_input.h"
 
+using namespace dv::fuzz;
 using namespace dv::test;
 
 namespace {
@@ -22,20 +23,6 @@ constexpr int _read_codes[] = {0,     -5007, -5010, -5011, -5012, -5013, -5024, 
                                -5088, -5089, -5096, -5098, -5099, -5103, -5109, -5110, -5113, -5114};
 constexpr int _write_codes[] = {0, -5007, -5011, -5012, -5041, -5054, -5114};
 constexpr int _unit_codes[] = {0, -5014, -5114};
-
-void require_(bool holds, const char *property, long value) {
-    if (!holds) dv::fuzz::require_none(std::string(property) + ": " + std::to_string(value));
-}
-
-template <size_t N>
-void require_one_of_(const int (&codes)[N], const char *what, int code) {
-    require_(std::count(codes, codes + N, code) == 1, what, code);
-}
-
-// A heap block that ends where the text ends; an empty one has a NUL, up to which a length of 0 reaches.
-std::vector<char> block_(std::string_view text) {
-    return text.empty() ? std::vector<char>(1) : std::vector<char>(text.begin(), text.end());
-}
 
 // What the types name differently.
 struct date_type_t {
@@ -92,13 +79,13 @@ Record record_(std::string_view bytes) {
 template <typename Type>
 void read_(const case_t &input, const dt_fmt_ctx_t &model) {
     const unsigned long failed = dv_assert_count();
-    const std::vector<char> text = block_(input.value);
+    const std::vector<char> text = block(input.value);
     typename Type::record value{};
     const auto size = static_cast<int>(input.value.size());
     const int code = raise_of([&] { Type::read(&value, text.data(), size, &model, input.precision); });
-    require_one_of_(_read_codes, "a code of reading", code);
-    require_(dv_assert_count() == failed, "no assertion that fails, code", code);
-    if (code == 0) require_(raise_of([&] { Type::check(&value); }) == 0, "a valid value", code);
+    require_one_of(_read_codes, "a code of reading", code);
+    require(dv_assert_count() == failed, "no assertion that fails, code", code);
+    if (code == 0) require(raise_of([&] { Type::check(&value); }) == 0, "a valid value", code);
 }
 
 // A record written into a heap block of some size.
@@ -111,9 +98,9 @@ struct written_t {
         const auto value = record_<typename Type::record>(input.value);
         std::memset(block.text(), '~', static_cast<size_t>(size));
         code = raise_of([&] { status = Type::write(&value, block.text(), size, &model, input.precision); });
-        require_one_of_(_write_codes, "a code of writing", code);
-        require_(status == CONV_STATUS_WHOLE || status == CONV_STATUS_CUT, "a status", status);
-        require_(block.intact(), "nothing beside the buffer", size);
+        require_one_of(_write_codes, "a code of writing", code);
+        require(status == CONV_STATUS_WHOLE || status == CONV_STATUS_CUT, "a status", status);
+        require(block.intact(), "nothing beside the buffer", size);
     }
     bool is_whole() const { return code == 0 && status == CONV_STATUS_WHOLE; }
 };
@@ -123,17 +110,17 @@ void write_(const case_t &input, const dt_fmt_ctx_t &model) {
     constexpr int more = 512;
     const int size = input.buffer_size;
     const written_t<Type> some(size, input, model);
-    if (size == 0) return require_(some.code == -5007, "a buffer of no bytes", some.code);
+    if (size == 0) return require(some.code == -5007, "a buffer of no bytes", some.code);
     const written_t<Type> longer(size + more, input, model);
-    require_(std::equal(some.block.text(), some.block.text() + size, longer.block.text()),
-             "the beginning of the longer text", size);
-    if (some.code != 0) require_(some.code == longer.code, "the same code in a longer buffer", longer.code);
-    if (some.is_whole()) require_(longer.is_whole(), "whole in a longer buffer", longer.code);
+    require(std::equal(some.block.text(), some.block.text() + size, longer.block.text()),
+            "the beginning of the longer text", size);
+    if (some.code != 0) require(some.code == longer.code, "the same code in a longer buffer", longer.code);
+    if (some.is_whole()) require(longer.is_whole(), "whole in a longer buffer", longer.code);
 }
 
 template <typename Type>
 void use_model_(const case_t &input) {
-    const std::vector<char> text = block_(input.model);
+    const std::vector<char> text = block(input.model);
     const std::string_view own(text.data(), input.model.size());  // ends where its block ends
     compiled_model model(own, input.is_reading(), input.is_of_any_type() ? DV_TYPE_TS_TZ : Type::type);
     if (model.error.code != 0) return;
@@ -164,15 +151,15 @@ void truncate_(const case_t &input, bool is_trunc) {
     auto date = record_<dv_date_t>(input.value);
     const bool is_valid = raise_of([&] { make_canonical_(date); }) == 0;
     const dv_date_t before = date;
-    const std::vector<char> unit = block_(input.model);
+    const std::vector<char> unit = block(input.model);
     const auto size = static_cast<int>(input.model.size());
     const int code = raise_of([&] { dt_fmt_trunc_or_round(&date, unit.data(), size, is_trunc ? 1 : 0); });
-    require_one_of_(_unit_codes, "a code of truncation", code);
+    require_one_of(_unit_codes, "a code of truncation", code);
     const int year = dv_date_get_field(&before, DT_FMT_UNIT_YEAR);
     if (code != 0 || !is_valid || year < 1) return;
-    require_(raise_of([&] { dv_date_is_valid(&date); }) == 0, "a valid date", code);
+    require(raise_of([&] { dv_date_is_valid(&date); }) == 0, "a valid date", code);
     if (is_trunc && !may_go_up_(input.model, year)) {
-        require_(dv_date_compare(&date, &before) <= 0, "a date not after the one truncated", 0);
+        require(dv_date_compare(&date, &before) <= 0, "a date not after the one truncated", 0);
     }
 }
 

@@ -13,16 +13,13 @@
 #include "fuzz_input.h"
 #include "raise.h"
 
+using namespace dv::fuzz;
 using namespace dv::test;
 
 namespace {
 
 constexpr int _codes[] = {0, -5009, -5010, -5056, -5059, -5060, -5061, -5062, -5063, -5064};
 constexpr int _digits_max = 9;  // of a leading field
-
-void require_(bool holds, const char *property, int code) {
-    if (!holds) dv::fuzz::require_none(std::string(property) + ", code " + std::to_string(code));
-}
 
 bool is_code_of_reading_(int code) {
     return std::find(std::begin(_codes), std::end(_codes), code) != std::end(_codes);
@@ -31,14 +28,14 @@ bool is_code_of_reading_(int code) {
 void read_ytm_(const char *text, int length, int type, int prec) {
     dv_itv_ytm_t itv, again;
     const int code = raise_of([&] { dv_itv_ytm_from_str(&itv, text, length, type, prec); });
-    require_(is_code_of_reading_(code), "a code of reading", code);
+    require(is_code_of_reading_(code), "a code of reading", code);
     if (code != 0) return;
     char written[DV_ITV_YTM_TEXT_SIZE];
     const auto status = dv_itv_ytm_to_str(&itv, written, /*prec=*/1, sizeof written);
-    require_(status == CONV_STATUS_WHOLE, "a whole text", status);
+    require(status == CONV_STATUS_WHOLE, "a whole text", status);
     const int code_again =
         raise_of([&] { dv_itv_ytm_from_str(&again, written, 0, DV_ITV_YEAR_TO_MONTH, _digits_max); });
-    require_(code_again == 0 && dv_itv_ytm_compare(&itv, &again) == 0, written, code_again);
+    require(code_again == 0 && dv_itv_ytm_compare(&itv, &again) == 0, written, code_again);
 }
 
 bool is_in_range_(const dv_itv_dts_t &itv) {
@@ -52,14 +49,14 @@ bool is_in_range_(const dv_itv_dts_t &itv) {
 void read_dts_(const char *text, int length, int type, int prec, int fprec) {
     dv_itv_dts_t itv, again;
     const int code = raise_of([&] { dv_itv_dts_from_str(&itv, text, length, type, prec, fprec); });
-    require_(is_code_of_reading_(code), "a code of reading", code);
+    require(is_code_of_reading_(code), "a code of reading", code);
     if (code != 0 || !is_in_range_(itv)) return;
     char written[DV_ITV_DTS_TEXT_SIZE];
     const auto status = dv_itv_dts_to_str(&itv, written, /*prec=*/1, /*fprec=*/9, sizeof written);
-    require_(status == CONV_STATUS_WHOLE, "a whole text", status);
+    require(status == CONV_STATUS_WHOLE, "a whole text", status);
     const int code_again = raise_of(
         [&] { dv_itv_dts_from_str(&again, written, 0, DV_ITV_DAY_TO_SECOND, _digits_max, /*fprec=*/9); });
-    require_(code_again == 0 && dv_itv_dts_compare(&itv, &again) == 0, written, code_again);
+    require(code_again == 0 && dv_itv_dts_compare(&itv, &again) == 0, written, code_again);
 }
 
 }  // namespace

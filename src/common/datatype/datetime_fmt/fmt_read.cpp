@@ -150,7 +150,7 @@ name_match_t dv::impl::match_last_name(const dt_fmt_parse_ctx_t &ctx, const nls_
     const nls_date_lang_val_t *const *const cases = cases_of_(ctx, lists);
     const std::string_view text = behind_(ctx, skipped);
     if (cases == nullptr || text.empty()) return {};
-    const auto first = static_cast<uint8_t>(text.front());
+    const char first = text.front();
     for (int idx = count - 1; idx >= 0; --idx) {
         const bool may_match = may_begin_(cases[DT_FMT_CASE_UPPER][idx], first) ||
                                may_begin_(cases[DT_FMT_CASE_LOWER][idx], first);

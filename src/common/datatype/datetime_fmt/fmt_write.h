@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "digits.h"
+#include "../digits.h"
 #include "fmt_element.h"
 
 namespace dv::impl {

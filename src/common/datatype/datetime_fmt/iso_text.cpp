@@ -6,7 +6,7 @@
 
 #include "iso_text.h"
 
-#include "digits.h"
+#include "../digits.h"
 
 using namespace dv::impl;
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "../digits.h"
 #include "interval_internal.h"
 
 using namespace dv::impl;
@@ -18,17 +19,8 @@ constexpr int _ytm_rest_size = 6;   // beside the years: sign, "-244", NUL
 constexpr int _leading_digits_max = 10;
 constexpr int _ytm_text_size_max = _ytm_prec_max + _ytm_rest_size;
 
-constexpr auto _digit_pairs = [] {
-    std::array<char, 200> pairs{};
-    for (size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}();
-
 char *put_pair_(char *out, uint32_t value) {  // below 100
-    memcpy(out, &_digit_pairs[size_t{2} * value], 2);
+    store_text<uint16_t>(out, digit_pair(value));
     return out + 2;
 }
 

@@ -1,11 +1,12 @@
-// Digits and text words: up to eight characters in an integer, the first one lowest.
+// Decimal digits two and eight at a time, and text words: up to eight characters in an integer, the first one
+// lowest.
 
-#ifndef DV_DATETIME_FMT_DIGITS_H
-#define DV_DATETIME_FMT_DIGITS_H
+#ifndef DV_DATATYPE_DIGITS_H
+#define DV_DATATYPE_DIGITS_H
 
 #include <array>
 
-#include "../bytes.h"
+#include "bytes.h"
 
 namespace dv::impl {
 
@@ -62,4 +63,4 @@ static_assert(number_of_digits(0x0807'0605'0403'0201) == 12'345'678 &&
 
 }  // namespace dv::impl
 
-#endif  // DV_DATETIME_FMT_DIGITS_H
+#endif  // DV_DATATYPE_DIGITS_H
