@@ -159,8 +159,9 @@ TEST(Charset, FaultsBecomeQuestionMarksAndWordsBeginWithCapitals) {
 }
 
 bool has_converter_(const char *to, const char *from) {
+    const iconv_t none = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
     const iconv_t converter = iconv_open(to, from);
-    return converter != reinterpret_cast<iconv_t>(-1) && iconv_close(converter) == 0;
+    return converter != none && iconv_close(converter) == 0;
 }
 
 // The code raised by a conversion of one character outside ASCII behind "a", and the set that it names.
