@@ -40,12 +40,15 @@ dv_date_t date_of_(const dv_timestamp_t &ts) {
     return date;
 }
 
-// Runs the change; true when there is a result, which is then a date.
+// Runs the change; true when there is a result, which is then a date. Before year 1 it may be a day of a leap
+// year that dates do not have.
 template <typename Change>
 bool has_date_(dv_date_t &date, Change change) {
     const int code = raise_of([&] { change(&date); });
     require_one_of(_codes, "a code of arithmetic", code);
-    if (code == 0) require(raise_of([&] { dv_date_is_valid(&date); }) == 0, "a valid date", date.day);
+    const bool is_ad = dv_date_get_field(&date, DT_FMT_UNIT_YEAR) > 0;
+    if (code == 0 && is_ad)
+        require(raise_of([&] { dv_date_is_valid(&date); }) == 0, "a valid date", date.day);
     return code == 0;
 }
 

@@ -50,7 +50,8 @@ void offset_agrees_(std::string_view text, int code, const timezone_t &tz, bool 
         parse_offset_(&offset, characters.data(), static_cast<int>(text.size()), for_parser ? 1 : 0);
     require_one_of(_offset_codes, "a code of offsets", status);
     if (status != 0) require(is_same_(offset, before), "an offset that is refused", status);
-    if (status != 0 || !for_parser || code != 0) return;
+    const bool is_offset = timezone_get_field(&tz, TZ_FLD_ZONE_ID) == TZ_ID_OFFSET;  // GMT+0 is a region
+    if (status != 0 || !for_parser || code != 0 || !is_offset) return;
     require(is_same_(offset, tz), "the offset read by both", timezone_get_field(&tz, TZ_FLD_UTC_HOUR));
 }
 
