@@ -1,5 +1,6 @@
 """Lines of vector files: fields as Python values and back. See ../README.md."""
 
+import pathlib
 import re
 
 # A quoted text, perhaps an assertion's or with a length behind it, or any other field.
@@ -39,7 +40,7 @@ class Case:
         if '=' not in words:
             raise ValueError('no "="')
         sign = words.index('=')
-        self.operation, self.inputs = words[0], [value(word) for word in words[1:sign]]
+        self.operation, self.inputs = words[0], [value(word) for word in words[1:sign] if word != '_']
         rest = words[sign + 1:]
         self.error = None
         for i, word in enumerate(rest):
@@ -49,6 +50,12 @@ class Case:
                 break
         self.assertions = [value(word[1:]) for word in rest if word.startswith('?')]
         self.outputs = [word for word in rest if not word.startswith('?')]
+
+
+def case_lines(name):
+    """The cases of a file beside this folder."""
+    path = pathlib.Path(__file__).parent.parent / f'{name}.txt'
+    return [Case(line) for line in path.read_text('ascii').splitlines() if line and not line.startswith('#')]
 
 
 def value(word):

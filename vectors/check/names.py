@@ -1,9 +1,8 @@
 """Names of languages in character sets, language settings, and the character sets by Python's codecs."""
 
-import pathlib
 import unicodedata
 
-from line import CannotTell, Case, Raised, Text
+from line import CannotTell, Raised, Text, case_lines
 
 LANGUAGES = ['AMERICAN', 'KOREAN', 'JAPANESE', 'VIETNAMESE', 'BRAZILIAN PORTUGUESE', 'TRADITIONAL CHINESE', 'RUSSIAN']
 CHARSETS = ['ASCII', 'EUCKR', 'MSWIN949', 'UTF8', 'SJIS', 'EUCJP', 'BIG5', 'GBK', 'ISO8859_1', 'MSWIN1252', 'MSWIN1251',
@@ -16,10 +15,9 @@ _TABLES = ['std_month', 'abb_month', 'rm_month', 'std_day', 'abb_day', 'std_adbc
 def _stored():
     """The names as names.txt has them: by table, language * 3 + case, index."""
     names = {}
-    for line in (pathlib.Path(__file__).parent.parent / 'names.txt').read_text('ascii').splitlines():
-        table = line.partition('_tab_ ')[0]
+    for case in case_lines('names'):
+        table = case.operation.removesuffix('_tab_')
         if table in _TABLES:
-            case = Case(line)
             language, letter_case, index = map(int, case.inputs)
             units = bytes.fromhex(case.outputs[0][1:])
             names[table, language, letter_case, index] = units.decode('utf-16-be')

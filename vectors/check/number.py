@@ -220,6 +220,38 @@ def operand(item):
     return read(item.encode())
 
 
+_NINES = (10 ** 38 - 1, 88)
+_CONSTANTS = {'_number_max': _NINES, '_number_min': (-_NINES[0], 88), '_number_zero': (0, 0), '_number_one': ONE,
+              '_number_e': E, 'n1000000000': (10 ** 9, 0)}
+_MARKERS = {'_number_neginf': -3, '_number_negzero': -1, '_number_poszero': 1, '_number_posinf': 3}
+
+
+def _constant(name):
+    if name in _CONSTANTS:
+        return [encode(_CONSTANTS[name])]
+    return [NULL] if name == '_number_null' else [r for r, place in SPECIAL.items() if place == _MARKERS[name]]
+
+
+def _integer_root(*limbs):
+    """Limbs of base 10**8: the root, and what is left."""
+    base, value = 10 ** 8, 0
+    for limb in limbs:
+        value = value * base + int(limb)
+    root = isqrt(value)
+
+    def split(number, count):
+        return [number // base ** i % base for i in reversed(range(count))]
+    return split(root, (len(limbs) + 1) // 2) + split(value - root * root, len(limbs))
+
+
+def _from_interchange(given):
+    """Negative values: the length does not count the terminator, and is copied as it is."""
+    size = given[0]
+    if size < 2 or given[1] >= 0x80:
+        return [given[:2] + bytes(b + 127 for b in given[2:size + 1]) + b'\0' * (size + 2 - max(len(given), 1))]
+    return [given[:2] + bytes(b + 27 for b in given[2:size + 1]) + b'\xF0']
+
+
 def _binary(function):
     return lambda mode, x, y: [encode(function(operand(x), operand(y), int(mode)))]
 
@@ -297,4 +329,7 @@ OPERATIONS = {
     'number_check_prec_scale': _fits,
     'number_cmp': _compare,
     'number_to_oracle_format': _to_interchange,
+    'number_from_oracle_format': _from_interchange,
+    'number_constant': _constant,
+    'number_ui_sqrt': _integer_root,
 }

@@ -8,7 +8,6 @@ from number import cut, encode, in_range, integer, operand, top
 
 _INTEGERS = [(f'{sign}int{bits}', 0 if sign else -2 ** (bits - 1), 2 ** (bits if sign else bits - 1) - 1)
              for bits in (8, 16, 32, 64) for sign in ('', 'u')]
-_LARGEST = {'float': (3402823, 32), 'double': ((10 ** 38 - 1), 88), 'long_double': ((10 ** 38 - 1), 88)}
 _SIZES = {'float': 4, 'double': 8, 'long_double': 10}
 
 
@@ -78,10 +77,20 @@ def close(kind, x, bits):
     return abs(value - exact) <= max(abs(exact) * allowed[kind] * 2, smallest)
 
 
+def _limit(row):
+    """The bounds of a type. Those of float are its largest value to seven digits; the others reach beyond NUMBER."""
+    order = [f'{sign}int{bits}' for bits in (8, 16, 32, 64) for sign in ('', 'u')]
+    kind, is_high = divmod(int(row), 2)
+    if kind < len(order):
+        return [encode(({name: bounds for name, *bounds in _INTEGERS}[order[kind]][is_high], 0))]
+    n, e = (3402823, 32) if kind == 8 else (10 ** 38 - 1, 88)
+    return [encode((n if is_high else -n, e))]
+
+
 OPERATIONS = {f'number_from_{name}': lambda v: [encode((int(v), 0))] for name, _, _ in _INTEGERS}
 OPERATIONS |= {f'number_to_{name}': _to_integer(low, high) for name, low, high in _INTEGERS}
 OPERATIONS |= {f'number_from_{name}': _from_float for name in _SIZES}
-OPERATIONS['number_range_check'] = _range_check
+OPERATIONS |= {'number_range_check': _range_check, '_number_limit': _limit}
 
 
 def _judge_to_float(kind):
