@@ -60,6 +60,8 @@ class vector_call {
         return code == 0;
     }
 
+    bool has_raised() const { return error_.code != 0; }
+
     void put(int64_t value);
     void put_bytes(const void *bytes, size_t size);
     void put_bits(const void *number, size_t size);  // of a machine number, the most significant byte first

@@ -59,7 +59,7 @@ std::string made_anew_(std::string_view line) {
         call.fail("no such operation");
     } else {
         operation->run(call);
-        if (call.has_more()) call.fail("an input too many");
+        if (call.has_more() && !call.has_raised()) call.fail("an input too many");
     }
     std::string made(line.substr(0, sign));
     if (!made.ends_with(' ')) made += ' ';

@@ -18,6 +18,13 @@ class Text(bytes):
         return bytes(self[:self.length]) if (self.length or 0) > 0 else bytes(self)
 
 
+class Word(bytes):
+    """An output that is neither text nor a record."""
+
+    def __new__(cls, word):
+        return super().__new__(cls, word.encode())
+
+
 class Raised(Exception):
     """An error: its code and the arguments of its message."""
 
@@ -88,6 +95,8 @@ def quoted(text):
 
 def field(item):
     """What a recomputation gives as the field of a line: bytes are a record, str and Text a text."""
+    if isinstance(item, Word):
+        return item.decode()
     if isinstance(item, Text):
         return quoted(item)
     if isinstance(item, bytes):
