@@ -3,52 +3,16 @@
 // A model is given as SETTING "MODEL". The setting is a language and a character set, AMERICAN.UTF8, a blank
 // in the language's name written as "_".
 
-#include <algorithm>
 #include <cstring>
 #include <string>
 
-#include "dvtypes/datetime_fmt.h"
-#include "vector_bind.h"
+#include "datetime_model.h"
 
 using namespace dv::test;
 
 namespace {
 
 constexpr int _text_size = 1024;
-
-dvstr_charset_t charset_of_(std::string_view name) {
-    const auto *const end = _charset_info + DVSTR_CHARSET_MAX;
-    return static_cast<int>(std::find_if(_charset_info, end, [&](auto &info) { return name == info.name; }) -
-                            _charset_info);
-}
-
-// A compiled model with the settings of the line. Without them, as compiling leaves it.
-class model_t {
-  public:
-    model_t(vector_call &call, int type, bool is_reading) {
-        const std::string setting(call.word());
-        const vector_text model = call.text();
-        const size_t point = setting.find('.');
-        const dvstr_charset_t charset = charset_of_(setting.substr(point + 1));
-        std::string language = "NLS_DATE_LANGUAGE=" + setting.substr(0, point);
-        std::replace(language.begin() + 18, language.end(), '_', ' ');
-        is_good_ = call.run([&] {
-            dt_fmt_ctx_set(_system_allocator, &compiled, model.data, model.size, type, is_reading, charset);
-            dt_fmt_ctx_set_user_nls(_system_allocator, &compiled, language.data(),
-                                    static_cast<int>(language.size()));
-        });
-    }
-    ~model_t() { dt_fmt_ctx_reset(_system_allocator, &compiled); }
-    model_t(const model_t &) = delete;
-    model_t &operator=(const model_t &) = delete;
-    explicit operator bool() const { return is_good_; }
-    operator const dt_fmt_ctx_t *() const { return &compiled; }
-
-    dt_fmt_ctx_t compiled{};
-
-  private:
-    bool is_good_;
-};
 
 // The text that write(buffer, size) gives, and its status. A size may stand at the line's end.
 template <typename Write>
@@ -71,7 +35,7 @@ Record *record_(vector_call &call) {
 }
 
 void write_date_(vector_call &call) {
-    const model_t model(call, DV_TYPE_DATE, false);
+    const vector_model model(call, DV_TYPE_DATE, false);
     if (!model) return;
     const dv_date_t *const date = call.date();
     put_written_(call, [&](char *text, int size) { return dv_date_to_str(date, text, size, model); });
@@ -79,7 +43,7 @@ void write_date_(vector_call &call) {
 
 template <auto Write, typename Record, int Type>
 void write_(vector_call &call) {
-    const model_t model(call, Type, false);
+    const vector_model model(call, Type, false);
     if (!model) return;
     const Record *const value = record_<Record>(call);
     const auto precision = static_cast<int>(call.integer());
@@ -87,7 +51,7 @@ void write_(vector_call &call) {
 }
 
 void write_local_(vector_call &call) {
-    const model_t model(call, DV_TYPE_TS_LTZ, false);
+    const vector_model model(call, DV_TYPE_TS_LTZ, false);
     if (!model) return;
     const dv_ts_ltz_t *const value = call.local_timestamp();
     const auto precision = static_cast<int>(call.integer());
@@ -98,7 +62,7 @@ void write_local_(vector_call &call) {
 }
 
 void read_date_(vector_call &call) {
-    const model_t model(call, DV_TYPE_DATE, true);
+    const vector_model model(call, DV_TYPE_DATE, true);
     if (!model) return;
     const vector_text text = call.text();
     dv_date_t date{};
@@ -108,7 +72,7 @@ void read_date_(vector_call &call) {
 
 template <auto Read, typename Record, int Type>
 void read_(vector_call &call) {
-    const model_t model(call, Type, true);
+    const vector_model model(call, Type, true);
     if (!model) return;
     const vector_text text = call.text();
     const auto precision = static_cast<int>(call.integer());
@@ -120,7 +84,7 @@ void read_(vector_call &call) {
 // Model, text, precision, zone of the session; of a local value the zone comes back too.
 template <auto Read, typename Record, int Type>
 void read_in_zone_(vector_call &call) {
-    const model_t model(call, Type, true);
+    const vector_model model(call, Type, true);
     if (!model) return;
     const vector_text text = call.text();
     const auto precision = static_cast<int>(call.integer());
@@ -135,7 +99,7 @@ void read_in_zone_(vector_call &call) {
 // id:case:suffix:type:precision:width:fill:exact:punctuation-follows, with its text.
 void compile_(vector_call &call) {
     const auto type = static_cast<int>(call.integer()), is_reading = static_cast<int>(call.integer());
-    const model_t model(call, type, is_reading != 0);
+    const vector_model model(call, type, is_reading != 0);
     if (!model) return;
     call.put(dt_fmt_get_predicted_str_len(model, 6));
     for (int i = 0; i < model.compiled.token_cnt; ++i) {
@@ -153,7 +117,7 @@ void compile_(vector_call &call) {
 // The flattened form with its addresses counted from its beginning.
 void serialise_(vector_call &call) {
     const auto type = static_cast<int>(call.integer()), is_reading = static_cast<int>(call.integer());
-    const model_t model(call, type, is_reading != 0);
+    const vector_model model(call, type, is_reading != 0);
     if (!model) return;
     const auto size = static_cast<size_t>(dt_fmt_ctx_get_serialize_size(model));
     auto *const block = static_cast<char *>(call.memory(size));

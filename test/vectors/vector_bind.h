@@ -27,6 +27,7 @@ std::span<const vector_operation> number_operations();
 std::span<const vector_operation> number_text_operations();
 std::span<const vector_operation> datetime_operations();
 std::span<const vector_operation> datetime_model_operations();
+std::span<const vector_operation> datetime_element_operations();
 std::span<const vector_operation> zone_operations();
 std::span<const vector_operation> catalogue_operations();
 

@@ -23,7 +23,8 @@ const vector_operation *find_operation_(std::string_view name) {
     static const auto all = [] {
         std::unordered_map<std::string_view, const vector_operation *> operations;
         for (const auto &area : {number_operations(), number_text_operations(), datetime_operations(),
-                                 datetime_model_operations(), zone_operations(), catalogue_operations()}) {
+                                 datetime_model_operations(), datetime_element_operations(),
+                                 zone_operations(), catalogue_operations()}) {
             for (const vector_operation &operation : area) operations.emplace(operation.name, &operation);
         }
         return operations;

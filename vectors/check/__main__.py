@@ -10,7 +10,7 @@ import sys
 
 from line import CannotTell, Case, Raised, field
 
-AREAS = ['number', 'number_text', 'number_machine', 'number_model', 'date', 'timestamp', 'truncate', 'interval', 'zone', 'zoned', 'model', 'model_write', 'names', 'rowid']
+AREAS = ['number', 'number_text', 'number_machine', 'number_model', 'date', 'timestamp', 'truncate', 'interval', 'zone', 'zoned', 'model', 'model_write', 'model_read', 'names', 'rowid']
 HERE = pathlib.Path(__file__).resolve().parent
 
 

@@ -155,7 +155,7 @@ def model_text(text):
 
 def setting(word):
     """Language and character set by number."""
-    language, _, charset = word.partition('.')
+    language, charset = word.split('.')[:2]
     language = language.replace('_', ' ')
     if language not in names.LANGUAGES:
         raise Raised(-11035)
@@ -166,6 +166,7 @@ def compiled(word, text, value_type, reads):
     """The model and its setting. A model is compiled first."""
     if text is None:
         raise CannotTell
+    value_type = word.split('.')[2] if word.count('.') > 1 else value_type
     model = Model(model_text(text), int(value_type), int(reads))
     return model, *setting(word)
 
@@ -202,7 +203,29 @@ def _check(value_type):
     return lambda text: Model(model_text(text), value_type, True) and []
 
 
+def _settings(*texts):
+    """Language and calendar in force: 7 and 1 are none."""
+    given = [7, 1]
+    force = [1, 0]
+    for text in texts:
+        if text is None or text.length is not None and text.length < 1 or not text:
+            continue
+        try:
+            parameter, value = names.parse_setting(text[:256])[:2]
+        except Raised as raised:
+            raised.left = force
+            raise
+        if parameter == 5:
+            error = Raised(-11035)
+            error.left = force
+            raise error
+        given[parameter - 3] = value
+        force = list(given)
+    return force
+
+
 _TYPES = {'date': 5, 'time': 6, 'timestamp': 7, 'ts_tz': 21}
-OPERATIONS = {'dt_fmt_ctx_set': _compile, 'dt_fmt_ctx_serialize': _serialise}
+OPERATIONS = {'dt_fmt_ctx_set': _compile, 'dt_fmt_ctx_set_user_nls': _settings,
+              'dt_fmt_ctx_serialize': _serialise}
 OPERATIONS |= {f'dv_{name}_get_length': _length(code) for name, code in _TYPES.items()}
 OPERATIONS |= {f'dv_{name}_check_format': _check(code) for name, code in _TYPES.items()}

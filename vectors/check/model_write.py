@@ -1,6 +1,7 @@
 """Dates and times as text under models."""
 
 import datetime
+import math
 
 import date as dates
 import model as models
@@ -62,11 +63,18 @@ def spelled_year(year):
 
 
 def iso_week(date):
-    """ISO 8601 year and week; weeks of years that are not Gregorian throughout by the Thursday rule over day numbers."""
-    year = date[0]
-    if (year, date[1]) >= (1583, 2) and year < 9999:
+    """ISO 8601 year, which counts 1 BC as 0, and week: by Python from February 1583 on, before that over day numbers."""
+    year, month, day = date[:3]
+    if (1583, 2) <= (year, month) and year < 9999:
         return datetime.date(*date[:3]).isocalendar()[:2]
-    raise CannotTell
+    before, after = (year - 1 or -1, year + 1 or 1)
+    first = dates.to_jdn(year, 1, 1) % 7
+    shift = first - 7 if first > 3 else first
+    if month == 12 and year < 9999 and day > 31 - dates.to_jdn(after, 1, 1) % 7 > 27:
+        return after + (after < 0), 1
+    if month == 1 and day + shift < 1:
+        return before + (before < 0), iso_week([before, 12, 31])[1]
+    return year + (year < 0), (dates.day_of_year(date) + shift + 6) // 7
 
 
 class Writer:
@@ -77,6 +85,8 @@ class Writer:
         self.ts, self.precision, self.zone = ts, precision, zone
 
     def written(self, e):
+        if e.kind == 5 and self.zone is None or e.name == 'FF' and self.precision is None:
+            raise Raised(-5011)
         if e.text is not None:
             return e.text.encode('latin-1')
         if e.kind in (3, 4):
@@ -141,6 +151,8 @@ class Writer:
 
     def _word_FF(self, e):
         precision = e.precision or self.precision
+        if precision > 9:
+            raise Raised(-5041)
         if precision == 0:
             return b''
         if precision < 0:
@@ -158,7 +170,7 @@ class Writer:
         a = abs(year)
         if name in ('IYYY', 'IYY', 'IY', 'I', 'IW'):
             iso_year, week = iso_week(self.ts)
-            return week if name == 'IW' else iso_year % 10 ** len(name)
+            return week if name == 'IW' else int(math.copysign(abs(iso_year) % 10 ** len(name), iso_year))
         values = {
             'CC': (a + 99) // 100, 'SCC': (a + 99) // 100, 'SYYYY': year, 'YYYY': a, 'RRRR': a, 'YYY': a % 1000,
             'YY': a % 100, 'RR': a % 100, 'Y': a % 10, 'MM': month, 'DD': day, 'Q': (month + 2) // 3,
@@ -217,7 +229,7 @@ def _write_date(word, text, item, size='1024'):
         raise CannotTell
     if _is_null(item, 8):
         return [Text(b''), 0]
-    return _outputs(model, Writer(setting, dates.operand(item) + [0], 0), size)
+    return _outputs(model, Writer(setting, dates.operand(item) + [0], None), size)
 
 
 def _check_precision(precision):
@@ -228,6 +240,8 @@ def _check_precision(precision):
 
 def _write_time(word, text, item, precision, size='1024'):
     model, *setting = models.compiled(word, text, 6, 0)
+    if any(e.kind in (0, 5) for e in model.elements):
+        raise CannotTell  # a model of another type
     time = timestamp.decode_time(item)
     return _outputs(model, Writer(setting, [2000, 1, 1] + time, _check_precision(precision)), size)
 
@@ -256,5 +270,30 @@ def _write_local(word, text, item, precision, zone, size='1024'):
     return _outputs(model, Writer(setting, zoned.in_session(item, zone), _check_precision(precision)), size)
 
 
-OPERATIONS = {'dv_date_to_str': _write_date, 'dv_time_to_str': _write_time, 'dv_timestamp_to_str': _write_timestamp,
+def _write_element(kind, decode):
+    """One element, the first of the model that is not FM or FX."""
+    def recompute(word, text, item, precision='0'):
+        model, *setting = models.compiled(word, text, 21, 0)
+        elements = [e for e in model.elements if e.kind not in (3, 4)]
+        if not elements or elements[0].kind != kind or item is None:
+            raise CannotTell
+        writer = Writer(setting, *decode(item, int(precision)))
+        return [Text(writer.written(elements[0])), 0]
+    return recompute
+
+
+def _zoned_parts(item, precision):
+    utc, zone = zoned.decode(item)
+    return utc, precision, zone
+
+
+def _write_date_once(item, text, size='1024'):
+    return _write_date('KOREAN.MSWIN949', text, item, size)
+
+
+OPERATIONS = {'dt_fmt_write_date': _write_element(0, lambda item, precision: (dates.operand(item) + [0], precision)),
+              'dt_fmt_write_time': _write_element(1, lambda item, precision: (
+                  [2000, 1, 1] + timestamp.decode_time(item), precision)),
+              'dt_fmt_write_tz': _write_element(5, _zoned_parts), 'dv_date_to_str_DEPRECATED': _write_date_once}
+OPERATIONS |= {'dv_date_to_str': _write_date, 'dv_time_to_str': _write_time, 'dv_timestamp_to_str': _write_timestamp,
               'dv_ts_tz_to_str': _write_zoned, 'dv_ts_ltz_to_str': _write_local}

@@ -115,7 +115,8 @@ def _parse_sort(text):
     return [0] if sort is None else [1] + sort
 
 
-def _parse(text):
+def parse_setting(text):
+    """Parameter and value of NAME = VALUE."""
     text = text.decode('latin-1')
     parameter, values = -1, None
     if text.count('=') <= 1 and len(text) < 257:
@@ -139,7 +140,7 @@ OPERATIONS |= {
     'nls_date_lang_name_tab_': lambda i: [LANGUAGES[int(i)]],
     'from_ucs2': _from_ucs2,
     'to_ucs2': _to_ucs2,
-    'dv_nls_parse': _parse,
+    'dv_nls_parse': parse_setting,
     'dv_nls_date_lang_parse': _lookup(LANGUAGES),
     'dv_nls_date_cal_parse': _lookup(['GREGORIAN']),
     'dv_nls_comp_parse': _lookup(['BINARY', 'LINGUISTIC']),

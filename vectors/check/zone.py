@@ -163,6 +163,13 @@ def _abbreviation(zone, date):
     return local.tzname()
 
 
+def abbreviations(zone):
+    """In capitals, those that the region has had."""
+    tz = info(zone[3])
+    return {datetime.datetime(year, month, 1, tzinfo=tz).tzname().upper()
+            for year in range(1900, 2040) for month in (1, 4, 7, 10)}
+
+
 def _zone_abbreviation(item, date, size='9'):
     zone = decode(item)
     return ['' if zone[3] == FIXED else _abbreviation(zone, dates.operand(date))[:int(size) - 1]]
