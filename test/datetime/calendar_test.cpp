@@ -50,6 +50,32 @@ TEST(DayNumber, FollowsTheFormulasAndTheCalendarForEveryDay) {
     }
 }
 
+// Beyond the range of dates, too, where the fields may be none.
+TEST(DayNumber, GivesTheFieldsOfTheFormulas) {
+    const auto expect_formulas = [](int jd) {
+        int a = jd;
+        if (jd > 2299160) {
+            const auto alpha = static_cast<int>((jd - 1867216.25) / 36524.25);
+            a = jd + 1 + alpha - alpha / 4;
+        }
+        const int b = a + 1524, c = static_cast<int>((b - 122.1) / 365.25);
+        const int d0 = b - static_cast<int>(365.25 * c), e = static_cast<int>(d0 / 30.6001);
+        const int day = d0 - static_cast<int>(30.6001 * e), month = e < 14 ? e - 1 : e - 13;
+        const int year = c - (month < 3 ? 4715 : 4716);
+        const bool are_fields = month >= 1 && month <= 12 && day >= 1 && day <= 31;
+        dv_date_t date{};
+        ASSERT_EQ(raise_of([&] { dv_date_from_julian_day(&date, jd); }), are_fields ? 0 : -5114) << jd;
+        if (are_fields) {
+            ASSERT_EQ(date, make_date(year < 1 ? year - 1 : year, month, day)) << jd;
+        }
+    };
+    for (int i = 1; i < 200'000; ++i) {
+        expect_formulas(-i);
+        expect_formulas(DV_JULIAN_DAY_MAX + i);
+        expect_formulas(DV_JULIAN_DAY_GREGORIAN + i * 11 - 1'100'000);
+    }
+}
+
 // Records that are no dates too: their years run to 15655, their months and days to 255.
 TEST(DayNumber, FollowsTheFormulasForAnyBytes) {
     for (uint32_t bytes = 0; bytes < 1U << 24; ++bytes) {
