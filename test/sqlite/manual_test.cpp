@@ -1,8 +1,9 @@
-// The examples of the manuals: every line "SELECT ...;  -- result".
+// The examples of the manuals, with memory and without.
 
-#include <fstream>
+#include "manual.h"
+#include <algorithm>
 
-#include "project_file.h"
+#include "failing_memory.h"
 #include "sqlite_session.h"
 
 using namespace dv::test;
@@ -10,16 +11,50 @@ using namespace dv::test;
 class SqlManual : public testing::TestWithParam<const char *> {};
 
 TEST_P(SqlManual, ExamplesGiveWhatTheySay) {
-    std::ifstream manual(project_file(std::string("docs/") + GetParam()));
     sqlite_session session;
-    int examples = 0;
-    for (std::string line; std::getline(manual, line);) {
-        const size_t comment = line.find(";  -- ");
-        if (!line.starts_with("SELECT ") || comment == std::string::npos) continue;
-        EXPECT_EQ(session.value(line.substr(0, comment)), line.substr(comment + 6)) << line;
-        ++examples;
+    const auto examples = examples_of(GetParam());
+    EXPECT_GE(examples.size(), 20);
+    for (const auto &[sql, result] : examples) EXPECT_EQ(session.value(sql), result) << sql;
+}
+
+TEST(SqlManualIndex, HasAnExampleOfEveryFunction) {
+    sqlite_session session, without(":memory:");
+    std::string text;
+    for (const auto &[sql, result] : examples_of("sql.md")) text += sql;
+    const std::string list = "SELECT DISTINCT name || '(' FROM pragma_function_list ORDER BY 1";
+    const auto known = without.rows(list);
+    for (const row_t &row : session.rows(list)) {
+        const bool is_new = !std::ranges::binary_search(known, row);
+        EXPECT_TRUE(!is_new || text.find(row[0]) != text.npos) << row[0];
     }
-    EXPECT_GE(examples, 20);
+}
+
+// Whichever allocation fails, a statement gives its result or SQLITE_NOMEM, nothing is lost, and the next one
+// gives its result.
+TEST_P(SqlManual, ExamplesSurviveEveryAllocationThatFails) {
+    failing_memory memory;
+    const auto unused = sqlite3_memory_used();
+    long failures = 0;
+    {
+        sqlite_session session;
+        for (const auto &[sql, result] : examples_of(GetParam())) {
+            session.value(sql);  // what the connection keeps is there
+            const auto used = sqlite3_memory_used();
+            for (long n = 0;; ++n) {
+                memory.fail_at(n, /*lasts=*/n % 2 == 0);
+                const std::string got = session.value(sql);
+                const bool has_failed = memory.has_failed();
+                memory.fail_at(-1, false);
+                if (!has_failed) break;
+                ++failures;
+                EXPECT_TRUE(got == result || got == "error: out of memory") << n << " " << sql << " " << got;
+                EXPECT_EQ(sqlite3_memory_used(), used) << n << " " << sql;
+            }
+            EXPECT_EQ(session.value(sql), result) << sql;
+        }
+    }
+    EXPECT_EQ(sqlite3_memory_used(), unused);
+    EXPECT_GT(failures, 1000);
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, SqlManual, testing::Values("sql.md", "datetime-models.md"));
