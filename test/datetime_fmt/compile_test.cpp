@@ -91,9 +91,11 @@ std::string expected_(const std::string &first, const std::string &second) {
 }
 
 TEST(ModelCompile, RefusesFieldsTwiceAndContradictionsForReading) {
-    for (size_t pair = 0; pair < size_t{DT_FMT_TOKEN_DQ} * DT_FMT_TOKEN_DQ; ++pair) {
-        const std::string first = dv::impl::fmt_tokens_[pair / DT_FMT_TOKEN_DQ].token;
-        const std::string second = dv::impl::fmt_tokens_[pair % DT_FMT_TOKEN_DQ].token;
+    constexpr size_t end = dv::impl::FMT_TOKEN_IDS_END;
+    for (size_t pair = 0; pair < end * end; ++pair) {
+        if (!dv::impl::is_keyword(pair / end) || !dv::impl::is_keyword(pair % end)) continue;
+        const std::string first = dv::impl::fmt_tokens_[pair / end].token;
+        const std::string second = dv::impl::fmt_tokens_[pair % end].token;
         const dv_error_t error =
             compiled_model(std::string(first).append(1, ' ').append(second), /*is_reading=*/true).error;
         const std::string want = expected_(field_of_(first), field_of_(second));

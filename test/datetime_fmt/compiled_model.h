@@ -45,8 +45,16 @@ struct compiled_model : allocator_t {
     }
 };
 
-// Each record: element or text, width, case, suffix, precision, fill, exact, whether punctuation follows;
-// then the predicted length.
+// The records of a model in a line, and the predicted length for a type of six fractional digits. "YYYY4l,
+// '+'1l 5" is YYYY in lower case, followed by punctuation, then a run. Of each record, in this order:
+//
+//     YYYY  '+'  "at"  an element, a run of punctuation, a literal
+//     4                its width, or the length of its text
+//     u l i            letter case: upper, lower, initial capitals
+//     s S o O          suffix TH, SP, the ordinals that THSP and SPTH give; "_" for none before a precision
+//     0..9             precision of FF; written with a suffix, or where it is not 0
+//     f x              FM and FX in force
+//     ,                punctuation follows in the model
 inline std::string dump(const dt_fmt_ctx_t &ctx) {
     std::string text;
     for (int i = 0; i < ctx.token_cnt; ++i) {

@@ -22,6 +22,14 @@ inline void set_language(compiled_model &model, const std::string &language,
     model.ctx.charset = charset;
 }
 
+// "code function" of what a call raises, "0 " when it returns.
+template <typename Call>
+std::string raised_by(Call call) {
+    dv_error_t error{};
+    const int code = raise_of(call, &error);
+    return std::to_string(code) + ' ' + (code == 0 ? "" : error.function);
+}
+
 // The text of a value, or "code: message".
 template <typename Write>
 std::string text_or_error(Write write) {

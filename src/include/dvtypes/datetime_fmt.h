@@ -4,7 +4,11 @@
 // compiled once into a dt_fmt_ctx_t, for reading or for writing values of one type, and then read only: any
 // number of values and threads may use it at once. A compiled context owns memory until dt_fmt_ctx_reset.
 //
-// Records here have a fixed layout; those who flatten a context (dt_fmt_ctx_serialize) rely on it.
+// Records here have a fixed layout, and the enumerators in them are permanent: those who keep or send a
+// flattened context (dt_fmt_ctx_serialize) rely on both. What is added comes behind.
+//
+// Every function that lacks a pointer asserts ("fmt_ctx != NULL", by the argument's name), touches nothing
+// and returns 0; where NULL is accepted it says so.
 
 #ifndef DVTYPES_DATETIME_FMT_H
 #define DVTYPES_DATETIME_FMT_H
@@ -100,7 +104,7 @@ typedef enum dt_fmt_token_id_e {
     DT_FMT_TOKEN_FX = 50,
     DT_FMT_TOKEN_DQ = 51,  // quoted literal
     DT_FMT_TOKEN_SPACE = 52,
-    DT_FMT_TOKEN_MAX = 53,
+    DT_FMT_TOKEN_MAX = 53,  // keeps its number, as all do: an element that is added is 55
     DT_FMT_TOKEN_PUNC = 54  // run of punctuation
 } dt_fmt_token_id_e;
 
@@ -144,7 +148,7 @@ struct dt_fmt_parse_ctx_s {
     char *str;  // the text written or read; reading leaves it as it is
     int32_t str_len;
     int32_t str_idx;
-    char org_str[DT_FMT_ORG_STR_SIZE];  // the text read, for messages; not always NUL ended
+    char org_str[DT_FMT_ORG_STR_SIZE];  // the text that messages show, str when empty; not always NUL ended
     const char *fmt;
     int32_t fmt_len;
     int32_t fmt_idx;
@@ -192,6 +196,7 @@ DV_EXPORT void dt_fmt_ctx_set(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx, const c
 // Applies one setting to a compiled context: NLS_DATE_LANGUAGE = ... or NLS_CALENDAR = ... The settings in
 // force become those given so far, so that a calendar that was never given becomes DV_NLS_DATE_CAL_INVALID.
 //
+//   alloc         not used, and may be NULL
 //   nls, nls_len  the setting; cut at 256 bytes and at a NUL. NULL, "" and a length below 1 change nothing
 //
 // Raises  -11035  no such setting or value
@@ -201,8 +206,15 @@ DV_EXPORT void dt_fmt_ctx_set_user_nls(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx
 // Releases what a context owns; it is then empty. An all-zero context is accepted.
 DV_EXPORT void dt_fmt_ctx_reset(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx);
 
-// An upper estimate of the bytes that writing under the model takes, without a NUL; 0 for an empty one.
-// Spelled numbers (SP), and names in some languages and character sets, may take more.
+// An estimate of the bytes that writing under the model takes, without a NUL; 0 for an empty one. It is what
+// the text takes at most, but for these elements, for which it leaves out bytes:
+//
+//   RM                     taken for 1 byte, writes 4 unless in fill mode
+//   CC                     taken for 2, writes 3 from the year 9901 on
+//   IYYY IYY IY I          the sign of years BC
+//   TZH TZM with TH        the two letters
+//   numbers in words (SP)  taken for 12 bytes, whatever they are
+//   names                  of months, days, eras and halves of the day, where the language has longer ones
 //
 //   fprec  fractional-second precision of the values' type, the width of an FF without a digit
 DV_EXPORT int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fprec);
@@ -217,7 +229,10 @@ DV_EXPORT int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fpre
 DV_EXPORT int dt_fmt_ctx_get_serialize_size(const dt_fmt_ctx_t *fmt_ctx);
 DV_EXPORT void dt_fmt_ctx_serialize(const dt_fmt_ctx_t *fmt_ctx, char *buf, int buf_size);
 
-// Prepares a working context: all zero but what is given here.
+// Prepares a working context: all zero but what is given here and, for reading, org_str: the first bytes of
+// str.
+//
+//   fmt_ctx, str, fmt  NULL where the calls that follow do not use them
 DV_EXPORT void dt_parse_ctx_init(dt_fmt_parse_ctx_t *parse_ctx, const dt_fmt_ctx_t *fmt_ctx, char *str,
                                  int str_len, const char *fmt, int fmt_len, uchar is_from_str);
 
@@ -261,10 +276,10 @@ DV_EXPORT conv_status_t dt_fmt_write_punc_token(dt_fmt_parse_ctx_t *parse_ctx);
 // Reading
 // ---------------------------------------------------------------------------------------------------------
 //
-// The values' from_str functions load the record with defaults, prepare parse_ctx over the text (org_str: its
-// first bytes, for messages) and call one reader per compiled element, then the checks below. A reader takes
-// its field at str[str_idx], moves str_idx behind it, stores the field into the record, checked, and adds its
-// bit to update_flag. Nothing is read past str_len.
+// The values' from_str functions load the record with defaults, prepare parse_ctx over the text and call one
+// reader per compiled element, then the checks below. A reader takes its field at str[str_idx], moves str_idx
+// behind it, stores the field into the record, checked, and adds its bit to update_flag. Nothing is read past
+// str_len.
 //
 // White space is tab, blank, line feed, carriage return and NUL. Without FX it is skipped before each
 // element. The text may end early when only time elements are left; the fields they stand for keep their
@@ -278,9 +293,12 @@ DV_EXPORT conv_status_t dt_fmt_write_punc_token(dt_fmt_parse_ctx_t *parse_ctx);
 //                allowed", the whole text) for a "-" that only SYYYY may have
 //         -5114  a field out of range: (field, value, lowest, highest)
 //         -5088  under FX, a number of another width than its element
-//         -5011  a DATE reader got another element     -5012  a TIME reader did
+//         -5011  a DATE reader got another element, and text for it     -5012  a TIME reader did
 
-// An element of type DATE. YY, YYY, Y and RR complete the year from the one in the record.
+// An element of type DATE. YY, YYY, Y and RR complete the year from the one in the record. Behind BC the
+// number is negated before: "BC 24" under BC YY is 1976 in 2024, under BC RR -24, which RR leaves alone.
+// Whole years, as RRRR and, before punctuation, YY and RR read them, are taken as they are. A BC behind a
+// year negates it.
 DV_EXPORT void dt_fmt_parse_date(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date);
 
 // An element of type TIME.
@@ -293,14 +311,16 @@ DV_EXPORT void dt_fmt_parse_time(dt_fmt_parse_ctx_t *parse_ctx, dv_time_t *time,
 
 // An element of type TZ. TZH and TZM make *tz a fixed offset; TZM alone has the hour that is in it. TZR takes
 // a region's name, in any letter case, or an offset as timezone_parse does, up to the first white space. TZD
-// takes an abbreviation that some region has, in any letter case, and stores it in parse_ctx->tz_abbr for
-// timezone_normalize.
+// takes the longest abbreviation that some region has, in any letter case, and stores it in
+// parse_ctx->tz_abbr for timezone_normalize: in the letter case of the region when the text gives one, else
+// in that of the text where two differ in nothing else (MEST and MeST).
 //
 // Raises  -5091  an element of another type
 //         -5113  nothing of the kind: ("timezone hour", "timezone minute", "timezone region", "timezone
 //                abbreviation")
 //         -5096  a region that never had the abbreviation, whichever comes first: ("TZR" or "TZD")
-//         -5098, -5099, -5103  TZR: as parse_offset_ returns; -5099 for minutes behind +14 too
+//         -5098, -5099, -5103  TZR: as timezone_parse; -5099 for minutes behind +14 too
+//         -5013  an element of another type that can only be written
 DV_EXPORT void dt_fmt_parse_tz(dt_fmt_parse_ctx_t *parse_ctx, timezone_t *tz);
 
 // A quoted literal or punctuation. Without FX any punctuation matches any other.
@@ -315,9 +335,8 @@ DV_EXPORT void dt_fmt_check_ddd(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date);
 // Raises  -5010  the rest of the text is not white space
 DV_EXPORT void dt_parse_check_input_trailing_space(dt_fmt_parse_ctx_t *parse_ctx);
 
-// Raises  -5048  is_truncate is 1, and -5049  it is 0, when the rest of the model (fmt from fmt_idx on) is
-// not
-//                white space
+// Raises, when the rest of the model (fmt from fmt_idx on) is not white space
+//         -5048  is_truncate is not 0     -5049  it is 0
 DV_EXPORT void dt_parse_check_fmt_trailing_space(dt_fmt_parse_ctx_t *parse_ctx, uchar is_truncate);
 
 // Does the text at the current element have the form of an ANSI literal (DATE '2024-02-29')? Each moves
@@ -368,10 +387,10 @@ DV_EXPORT void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_l
 //
 //   name, name_len  in the character set; taken whole, blanks included
 //
+// Asserts "dv_nls_date_lang_is_valid (lang)".
 // Raises  -5113  none of these: ("day_name", name, "Inconsistent with NLS_DATE_LANGUAGE"), as for a language
 // or
-//                character set that does not exist. Asserts "name != NULL" and
-//                "dv_nls_date_lang_is_valid (lang)".
+//                character set that does not exist
 DV_EXPORT int dt_fmt_get_day_idx_of_week(const char *name, int name_len, dv_nls_date_lang_t lang,
                                          dvstr_charset_t charset);
 
