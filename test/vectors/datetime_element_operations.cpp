@@ -40,20 +40,20 @@ void write_(vector_call &call, const vector_model &model, Write write) {
 }
 
 void write_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, false);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
     const dv_date_t *const date = call.date();
     write_(call, model, [&](auto *context) { return dt_fmt_write_date(context, date); });
 }
 
 void write_time_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, false);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
     const dv_time_t *const time = call.time();
     const auto precision = static_cast<int>(call.integer());
     write_(call, model, [&](auto *context) { return dt_fmt_write_time(context, time, precision); });
 }
 
 void write_zone_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, false);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
     const dv_ts_tz_t *const ts = call.zoned_timestamp();
     write_(call, model, [&](auto *context) { return dt_fmt_write_tz(context, ts); });
 }
@@ -70,14 +70,14 @@ void read_(vector_call &call, const vector_model &model, vector_text text, Recor
 }
 
 void read_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, true);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
     dv_date_t *const date = call.date();
     read_(call, model, text, date, [&](auto *context) { dt_fmt_parse_date(context, date); });
 }
 
 void read_time_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, true);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
     dv_time_t *const time = call.time();
     const auto precision = static_cast<int>(call.integer());
@@ -87,14 +87,14 @@ void read_time_(vector_call &call) {
 }
 
 void read_zone_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, true);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
     timezone_t *const zone = call.zone();
     read_(call, model, text, zone, [&](auto *context) { dt_fmt_parse_tz(context, zone); });
 }
 
 void read_punctuation_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, true);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
     int index = 0;
     read_<int>(call, model, text, nullptr, [&](auto *context) { dt_fmt_parse_punc_token(context, &index); });
@@ -103,7 +103,7 @@ void read_punctuation_(vector_call &call) {
 // Whether the text has the form of an ANSI literal there, and the bytes accepted.
 template <auto Check>
 void check_ansi_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, true);
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
     element_t at(model, const_cast<char *>(text.data), text.size, /*is_reading=*/true);
     int answer = 0;

@@ -35,7 +35,7 @@ Record *record_(vector_call &call) {
 }
 
 void write_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_DATE, false);
+    const vector_model model(call, DV_TYPE_DATE, /*is_reading=*/false);
     if (!model) return;
     const dv_date_t *const date = call.date();
     put_written_(call, [&](char *text, int size) { return dv_date_to_str(date, text, size, model); });
@@ -43,7 +43,7 @@ void write_date_(vector_call &call) {
 
 template <auto Write, typename Record, int Type>
 void write_(vector_call &call) {
-    const vector_model model(call, Type, false);
+    const vector_model model(call, Type, /*is_reading=*/false);
     if (!model) return;
     const Record *const value = record_<Record>(call);
     const auto precision = static_cast<int>(call.integer());
@@ -51,7 +51,7 @@ void write_(vector_call &call) {
 }
 
 void write_local_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_LTZ, false);
+    const vector_model model(call, DV_TYPE_TS_LTZ, /*is_reading=*/false);
     if (!model) return;
     const dv_ts_ltz_t *const value = call.local_timestamp();
     const auto precision = static_cast<int>(call.integer());
@@ -62,7 +62,7 @@ void write_local_(vector_call &call) {
 }
 
 void read_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_DATE, true);
+    const vector_model model(call, DV_TYPE_DATE, /*is_reading=*/true);
     if (!model) return;
     const vector_text text = call.text();
     dv_date_t date{};
@@ -72,7 +72,7 @@ void read_date_(vector_call &call) {
 
 template <auto Read, typename Record, int Type>
 void read_(vector_call &call) {
-    const vector_model model(call, Type, true);
+    const vector_model model(call, Type, /*is_reading=*/true);
     if (!model) return;
     const vector_text text = call.text();
     const auto precision = static_cast<int>(call.integer());
@@ -84,7 +84,7 @@ void read_(vector_call &call) {
 // Model, text, precision, zone of the session; of a local value the zone comes back too.
 template <auto Read, typename Record, int Type>
 void read_in_zone_(vector_call &call) {
-    const vector_model model(call, Type, true);
+    const vector_model model(call, Type, /*is_reading=*/true);
     if (!model) return;
     const vector_text text = call.text();
     const auto precision = static_cast<int>(call.integer());
@@ -92,7 +92,7 @@ void read_in_zone_(vector_call &call) {
     Record value{};
     call.run([&] { Read(&value, text.data, text.size, model, precision, zone); });
     call.put_bytes(&value, sizeof value);
-    if constexpr (std::is_same_v<Record, dv_ts_ltz_t>) call.put_bytes(zone, sizeof *zone);
+    if (std::is_same_v<Record, dv_ts_ltz_t> && zone != nullptr) call.put_bytes(zone, sizeof *zone);
 }
 
 // Type, whether for reading, model: the predicted length at precision 6, and each element as
@@ -114,14 +114,15 @@ void compile_(vector_call &call) {
     }
 }
 
-// The flattened form with its addresses counted from its beginning.
+// The flattened form with its addresses counted from its beginning. A size may stand at the line's end.
 void serialise_(vector_call &call) {
     const auto type = static_cast<int>(call.integer()), is_reading = static_cast<int>(call.integer());
     const vector_model model(call, type, is_reading != 0);
     if (!model) return;
     const auto size = static_cast<size_t>(dt_fmt_ctx_get_serialize_size(model));
     auto *const block = static_cast<char *>(call.memory(size));
-    if (!call.run([&] { dt_fmt_ctx_serialize(model, block, static_cast<int>(size)); })) return;
+    const auto room = static_cast<int>(call.integer_or(static_cast<int64_t>(size)));
+    if (!call.run([&] { dt_fmt_ctx_serialize(model, block, room); }) || room < static_cast<int>(size)) return;
     const auto make_relative = [&](size_t at) {
         uint64_t address;
         std::memcpy(&address, block + at, sizeof address);

@@ -38,7 +38,8 @@ void to_text_(vector_call &call) {
     const vector_text form = call.text();
     const int64_t size = call.integer_or(NUMBER_NORMAL_TEXT_SIZE);
     write_(
-        call, size, [&](int room, char *text) { number_to_str(x, room, text, form.data); }, true);
+        call, size, [&](int room, char *text) { number_to_str(x, room, text, form.data); },
+        /*stays_on_raise=*/true);
 }
 
 void dump_(vector_call &call) {

@@ -57,14 +57,10 @@ void set_year_(uint8_t *record, int year) {
 
 }  // namespace
 
-void vector_call::watch_assertions_(bool on) {
-    if (on) {
-        dv_assert_set_reporter([](const char *condition, const char *, int) {
-            if (_assertion_count < _assertions_max) _assertions[_assertion_count++] = condition;
-        });
-    } else {
-        dv_assert_set_reporter(nullptr);
-    }
+void vector_call::begin_watching_() {
+    dv_assert_set_reporter([](const char *condition, const char *, int) {
+        if (_assertion_count < _assertions_max) _assertions[_assertion_count++] = condition;
+    });
 }
 
 // ---- inputs

@@ -54,9 +54,9 @@ class vector_call {
     // Runs fn() under a recovery point. True when it returned; else what it raised becomes the result's end.
     template <typename F>
     bool run(F &&fn) {
-        watch_assertions_(true);
+        begin_watching_();
         const int code = raise_of(fn, &error_);
-        watch_assertions_(false);
+        dv_assert_set_reporter(nullptr);
         return code == 0;
     }
 
@@ -84,7 +84,7 @@ class vector_call {
     bool read_zone_(std::string_view, timezone_t *);
     bool read_year_month_(std::string_view, dv_itv_ytm_t *);
     bool read_day_second_(std::string_view, dv_itv_dts_t *);
-    static void watch_assertions_(bool on);
+    static void begin_watching_();
 
     std::string_view rest_;
     std::string output_, failure_;
