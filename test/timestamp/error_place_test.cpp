@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "../datetime_fmt/model_text.h"
-#include "dvtypes/timestamp_tz.h"
 #include "dvtypes/timezone_id.h"
+#include "zoned_support.h"
 
 using namespace dv::test;
 
@@ -17,12 +16,10 @@ dv_ts_ltz_t ts_ltz{ts};
 char out[80];
 
 void read_(const char *text, const char *model, int fprec = 9) {
-    dv_timestamp_from_str_DEPRECATED(&ts, text, static_cast<int>(std::strlen(text)) - (*text == '\0'), model,
-                                     0, fprec);
+    dv_timestamp_from_str_DEPRECATED(&ts, text, /*str_len=*/0, model, 0, fprec);
 }
 void read_zoned_(const char *text, const char *model, int fprec = 9) {
-    dv_ts_tz_from_str_DEPRECATED(&ts_tz, text, static_cast<int>(std::strlen(text)) - (*text == '\0'), model,
-                                 0, fprec, &tz);
+    dv_ts_tz_from_str_DEPRECATED(&ts_tz, text, /*str_len=*/0, model, 0, fprec, &tz);
 }
 void write_(int size, int fprec) { dv_timestamp_to_str_DEPRECATED(&ts, out, size, "YYYY", 0, fprec); }
 void write_zoned_(int size, int fprec) { dv_ts_tz_to_str_DEPRECATED(&ts_tz, out, size, "YYYY", 0, fprec); }
@@ -46,8 +43,11 @@ const error_case _cases[] = {
     {"-5006 timezone_get_field", [] { timezone_get_field(&tz, 4); }},
     {"-5006 timezone_set_field", [] { timezone_set_field(&tz, 4, 0); }},
     {"-5007 dv_timestamp_from_str", [] { read_("", "YYYY"); }},
+    {"-5007 dv_timestamp_from_str", [] { dv_timestamp_from_str_DEPRECATED(&ts, "1", -1, "YYYY", 0, 9); }},
     {"-5007 dv_timestamp_to_str", [] { write_(0, 9); }},
     {"-5007 dv_ts_tz_from_str", [] { read_zoned_("", "YYYY"); }},
+    {"-5007 dv_ts_tz_from_str", [] { dv_ts_tz_from_str_DEPRECATED(&ts_tz, "1", -1, "YYYY", 0, 9, &tz); }},
+    {"-5007 dv_ts_tz_to_str", [] { write_zoned_(0, 9); }},
     {"-5007 dv_ts_tz_to_str", [] { write_zoned_(-1, 9); }},
     {"-5007 dv_timestamp_to_str", [] { dv_ts_ltz_to_str_DEPRECATED(&ts_ltz, out, 0, "YYYY", 0, 9, &tz); }},
     {"-5010 dt_parse_check_input_trailing_space", [] { read_("2001 x", "YYYY"); }},
@@ -84,6 +84,17 @@ const error_case _cases[] = {
     {"-5114 dv_date_is_valid day 29 1 28",
      [] { dv_ts_tz_from_unit_values(&ts_tz, 2001, 2, 29, 4, 5, 6, 0, &tz); }},
     {"-5114 dv_dt_check_validity_of_unit hour -1 0 23", [] { dv_timestamp_from_double(-3600, &ts); }},
+    {"-5114 dv_dt_check_validity_of_unit minute -1 0 59", [] { dv_timestamp_from_double(-60, &ts); }},
+    {"-5114 dv_dt_check_validity_of_unit second -1 0 59", [] { dv_timestamp_from_double(-1, &ts); }},
+    {"-5114 dv_dt_check_validity_of_unit month 0 1 12",
+     [] { dv_timestamp_from_double(-68662 * 86400.0, &ts); }},
+    {"-5114 dv_dt_check_validity_of_unit day 0 1 31",
+     [] { dv_timestamp_from_double(-68600 * 86400.0, &ts); }},
+    {"-5114 dv_dt_check_validity_of_unit minute 60 0 59",
+     [] {
+         const dv_date_t broken = make_date(2001, 2, 3, 4, 60, 5);
+         dv_timestamp_from_date(&ts, &broken);
+     }},
     {"-5114 dv_date_add_day year 9999 -4713 9999",
      [] {
          const dv_date_t last = make_date(9999, 12, 31, 23);

@@ -12,7 +12,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "../datetime_fmt/model_text.h"
+#include "zoned_support.h"
 
 using namespace dv::test;
 
@@ -21,25 +21,15 @@ namespace {
 __extension__ typedef __int128 nano_t;
 constexpr nano_t _second = 1'000'000'000, _day = 86400 * _second;
 
-const dv_date_t &date_of_(const dv_timestamp_t &ts) { return reinterpret_cast<const dv_date_t &>(ts); }
 int year_(const dv_timestamp_t &ts) { return dv_timestamp_get_field(&ts, DT_FMT_UNIT_YEAR); }
 int fraction_(const dv_timestamp_t &ts) { return dv_timestamp_get_field(&ts, DT_FMT_UNIT_FSEC); }
 nano_t nano_(const dv_timestamp_t &ts) {
-    return static_cast<int64_t>(dv_date_to_double(&date_of_(ts))) * _second + fraction_(ts);
+    return static_cast<int64_t>(dv_date_to_double(&date_of(ts))) * _second + fraction_(ts);
 }
 nano_t nano_(const dv_itv_dts_t &itv) {
     return dv_itv_dts_get_total_sec(&itv) * _second + dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
 }
-bool same_(const dv_timestamp_t &x, const dv_timestamp_t &y) { return std::memcmp(&x, &y, sizeof x) == 0; }
-std::string text_(const dv_timestamp_t &ts) { return testing::PrintToString(date_of_(ts)); }
-
-dv_timestamp_t random_timestamp_(number_source &source) {
-    dv_timestamp_t ts;
-    const dv_date_t date = random_date(source);
-    dv_timestamp_from_date(&ts, &date);
-    dv_timestamp_set_field(&ts, DT_FMT_UNIT_FSEC, source.pick(0, 3) * source.pick(0, 333'333'333), 1, 1);
-    return ts;
-}
+std::string text_(const dv_timestamp_t &ts) { return testing::PrintToString(date_of(ts)); }
 
 // A 29 February BC that day numbers know and the calendar lacks cannot come back.
 TEST(TimestampText, ReadsBackWhatItWrote) {
@@ -47,7 +37,7 @@ TEST(TimestampText, ReadsBackWhatItWrote) {
                                       "YYYY MM DD AD SSSSS.FF", "SYYYY-MONTH-DD HH24 MI SSXFF"};
     number_source source(1);
     for (long round = scaled(20'000); round > 0; --round) {
-        dv_timestamp_t ts = random_timestamp_(source), back{};
+        dv_timestamp_t ts = random_timestamp(source), back{};
         const int digits = source.pick(1, 9), unit = static_cast<int>(std::pow(10, 9 - digits));
         const char *const fmt = models[source.pick(0, 3)];
         char text[80];
@@ -56,7 +46,7 @@ TEST(TimestampText, ReadsBackWhatItWrote) {
         const auto read = [&] { dv_timestamp_from_str_DEPRECATED(&back, text, 0, fmt, 0, digits); };
         const bool lacks_day = ts.day > dt_fmt_get_days_of_mon(year_(ts), ts.month);
         ASSERT_EQ(raise_of(read), lacks_day ? -5114 : 0) << fmt << ": " << text;
-        ASSERT_TRUE(lacks_day || same_(back, ts)) << fmt << ": " << text << ": " << text_(back);
+        ASSERT_TRUE(lacks_day || same_bytes(back, ts)) << fmt << ": " << text << ": " << text_(back);
     }
     const compiled_model zoned = reading("YYYY TZR", DV_TYPE_TS_TZ);
     dv_timestamp_t ts;
@@ -66,9 +56,12 @@ TEST(TimestampText, ReadsBackWhatItWrote) {
 TEST(TimestampLiteral, IsAcceptedByItsForm) {
     for (const std::string_view row :
          {"12001-2-03 04:05:06.5 \t\n\r", "19/9.9 -9:9:9.123456789", "11-2-0.3:4:5.6", "1", "01-2-3 4:5:6",
-          "0-1-2-3 4:5:6.7", "01-2-3 4:5:6.7x", "01-2-3 4:5:6.1234567890"})
+          "0-1-2-3 4:5:6.7", "01-2-3 4:5:6.7:", "01-2-3 4:5:6.7x", "01-2-3 4:5:6.1234567890"})
         EXPECT_EQ(dv_timestamp_check_literal(3, &row[1], static_cast<int>(row.size()) - 1), row[0] - '0')
             << row;
+    EXPECT_EQ(dv_timestamp_check_literal(3, "x", 0), 1);
+    EXPECT_EQ(dv_timestamp_check_literal(3, nullptr, 1), 1);
+    EXPECT_EQ(dv_timestamp_check_literal(3, "2001-02-03 04:05:06.5", -1), 0);
 }
 
 TEST(TimestampOrder, IsThatOfTheBytes) {
@@ -87,11 +80,41 @@ TEST(TimestampOrder, IsThatOfTheBytes) {
     }
 }
 
+// Of any bytes, with any value and checks: what DATE does to the first eight bytes and TIME to the last
+// eight.
+TEST(TimestampField, IsThatOfTheDateOrTheTime) {
+    number_source source(9);
+    for (long round = scaled(100'000); round > 0; --round) {
+        dv_timestamp_t ts = random_timestamp(source), want;
+        if (source.pick(0, 3) == 0) source.fill(&ts, sizeof ts);
+        want = ts;
+        auto &date = reinterpret_cast<dv_date_t &>(want);
+        auto &time = reinterpret_cast<dv_time_t &>(want.hour);
+        const dt_fmt_unit_t unit = 1 << source.pick(0, 8);
+        const int value = source.pick(-70, 70) * (source.pick(0, 3) == 0 ? 20'000'000 : 1);
+        const auto check_input = static_cast<uchar>(source.pick(0, 1)),
+                   check = static_cast<uchar>(source.pick(0, 1));
+        const bool is_date = unit <= DT_FMT_UNIT_DAY, is_time = !is_date && unit <= DT_FMT_UNIT_FSEC;
+        const int code = raise_of([&] { dv_timestamp_set_field(&ts, unit, value, check_input, check); });
+        const int want_code =
+            is_date   ? raise_of([&] { dv_date_set_field(&date, unit, value, check_input, check); })
+            : is_time ? raise_of([&] { dv_time_set_field(&time, unit, value, check_input, check); })
+                      : -5006;
+        ASSERT_TRUE(code == want_code && same_bytes(ts, want))
+            << unit << " = " << value << ": " << code << text_(ts);
+        int got = 0, want_got = 0;
+        const int get_code = raise_of([&] { got = dv_timestamp_get_field(&ts, unit); });
+        if (is_date) want_got = dv_date_get_field(&date, unit);
+        if (is_time) want_got = dv_time_get_field(&time, unit);
+        ASSERT_TRUE(got == want_got && get_code == (is_date || is_time ? 0 : -5006)) << unit << text_(ts);
+    }
+}
+
 TEST(TimestampInterval, IsArithmeticOnNanoseconds) {
     number_source source(3);
     for (long round = scaled(200'000); round > 0; --round) {
-        dv_timestamp_t ts = random_timestamp_(source);
-        const dv_timestamp_t old = ts, other = random_timestamp_(source);
+        dv_timestamp_t ts = random_timestamp(source);
+        const dv_timestamp_t old = ts, other = random_timestamp(source);
         const nano_t start = nano_(ts), apart = start - nano_(other);
         ASSERT_EQ(dv_timestamp_compare(&ts, &other), (apart > 0) - (apart < 0)) << text_(ts) << text_(other);
         dv_itv_dts_t itv;
@@ -104,7 +127,7 @@ TEST(TimestampInterval, IsArithmeticOnNanoseconds) {
         ASSERT_EQ(raise_of([&] { dv_timestamp_add_itv_dts(&ts, &itv); }), is_inside ? 0 : -5114);
         ASSERT_TRUE(!is_inside || nano_(ts) == end) << text_(old) << ": " << text_(ts);
         const int code = !is_inside ? 1 : raise_of([&] { dv_timestamp_sub_itv_dts(&ts, &itv); });
-        ASSERT_TRUE(code != 0 || same_(ts, old)) << text_(old) << ": " << text_(ts);
+        ASSERT_TRUE(code != 0 || same_bytes(ts, old)) << text_(old) << ": " << text_(ts);
     }
 }
 
@@ -121,7 +144,7 @@ std::pair<int, int> months_between_(const dv_timestamp_t &later, const dv_timest
 TEST(TimestampMonthsBetween, FollowTheRules) {
     number_source source(4);
     for (long round = scaled(300'000); round > 0; --round) {
-        dv_timestamp_t x = random_timestamp_(source), y = random_timestamp_(source);
+        dv_timestamp_t x = random_timestamp(source), y = random_timestamp(source);
         if (source.pick(0, 1) != 0) std::memcpy(&y.hour, &x.hour, 8);  // equal times of day
         if (source.pick(0, 1) != 0) std::memcpy(&y, &x, 2);            // in one year
         const int sign = nano_(x) < nano_(y) ? -1 : 1;
@@ -146,14 +169,14 @@ TEST(TimestampMonthsBetween, FollowTheRules) {
 TEST(TimestampNumber, ComesBackInTheGregorianCalendar) {
     number_source source(5);
     for (long round = scaled(100'000); round > 0; --round) {
-        const dv_timestamp_t ts = random_timestamp_(source);
+        const dv_timestamp_t ts = random_timestamp(source);
         dv_timestamp_t back = {}, near = {}, want = ts;
         number_t number;
         dv_timestamp_to_number(&ts, &number);
         const std::string seconds = std::to_string(static_cast<int64_t>(nano_(ts) / _second));
         const std::string digits = std::to_string(fraction_(ts) + 1'000'000'000).replace(0, 1, ".");
         ASSERT_EQ(number, num(seconds + digits)) << text_(ts);
-        const int jd = dv_date_to_julian_day(&date_of_(ts));
+        const int jd = dv_date_to_julian_day(&date_of(ts));
         const std::chrono::year_month_day day{std::chrono::sys_days{std::chrono::days{jd - 2440588}}};
         const int year{day.year()}, code = year == 0 ? -5114 : 0;
         reinterpret_cast<dv_date_t &>(want) = make_date(
@@ -161,11 +184,13 @@ TEST(TimestampNumber, ComesBackInTheGregorianCalendar) {
         const double real = dv_timestamp_to_double(&ts);
         ASSERT_EQ(raise_of([&] { dv_timestamp_from_number(&number, &back); }), code) << text_(ts);
         ASSERT_EQ(raise_of([&] { dv_timestamp_from_double(real, &near); }), code) << text_(ts);
-        ASSERT_TRUE(same_(back, year == 0 ? null_dv_timestamp : want)) << text_(back) << " for " << text_(ts);
+        ASSERT_TRUE(same_bytes(back, year == 0 ? null_dv_timestamp : want))
+            << text_(back) << " for " << text_(ts);
         ASSERT_TRUE(jd < DV_JULIAN_DAY_GREGORIAN || std::fabs(dv_timestamp_to_double(&near) - real) < 1e-4);
     }
     dv_timestamp_t ts;
-    for (const double wrong : {double{NAN}, HUGE_VAL, -HUGE_VAL, -0x1p63, 0x1p63, 4.7e11, -0.5, -1e10})
+    for (const double wrong : {double{NAN}, HUGE_VAL, -HUGE_VAL, -0x1p63, 0x1p63, 4.7e11,
+                               4294969296 * 365.2425 * 86400, -0.5, -1e10})
         EXPECT_EQ(raise_of([&] { dv_timestamp_from_double(wrong, &ts); }), -5114) << wrong;
 }
 

@@ -8,6 +8,7 @@
 
 #include "datetime_support.h"
 #include "dvtypes/timezone.h"
+#include "dvtypes/timezone_id.h"
 
 using namespace dv::test;
 
@@ -30,8 +31,53 @@ dv_date_t moved_(dv_date_t date, int seconds) {
     return date;
 }
 
-std::string_view sample_bytes_(int id) {
-    return {reinterpret_cast<const char *>(sample_tab_[id].stms), sizeof sample_tab_[id].stms};
+// The environment variable TZ, as it was before when the object goes.
+class tz_variable {
+  public:
+    tz_variable() : before_(getenv("TZ") != nullptr ? getenv("TZ") : ""), was_set_(getenv("TZ") != nullptr) {}
+    ~tz_variable() {
+        was_set_ ? setenv("TZ", before_.c_str(), 1) : unsetenv("TZ");
+        tzset();
+    }
+    tz_variable(const tz_variable &) = delete;
+    tz_variable &operator=(const tz_variable &) = delete;
+    void set(const std::string &value) const {
+        setenv("TZ", value.c_str(), 1);
+        tzset();
+    }
+
+  private:
+    std::string before_;
+    bool was_set_;
+};
+
+timezone_t host_zone_() {
+    timezone_t tz = zone_(7, 7, 7);
+    timezone_get_system_default(&tz);
+    return tz;
+}
+
+// "-5:30 of 581" for the C library's present offset.
+std::string present_offset_() {
+    const time_t now = time(nullptr);
+    struct tm local;
+    localtime_r(&now, &local);
+    const long minutes = local.tm_gmtoff / 60;
+    return std::to_string(minutes / 60) + ":" + std::to_string(std::abs(minutes % 60)) + " of 581";
+}
+
+// How many samples of a region the C library agrees with, from the newest on.
+int score_(int id) {
+    for (int j = 0; j < TZ_SAMPLE_COUNT; ++j) {
+        const time_t at = 974937600 - j * time_t{7862400};
+        const tz_smpl_tm_t &sample = sample_tab_[id].stms[j];
+        const struct tm *local = localtime(&at);  // begins with the same nine integers
+        char abbrev[9];
+        if (local == nullptr || std::memcmp(&sample, local, 9 * sizeof(int)) != 0 ||
+            strftime(abbrev, sizeof abbrev, "%Z", local) == 0 || std::strcmp(abbrev, sample.abbrev) != 0)
+            return j;
+    }
+    return TZ_SAMPLE_COUNT;
 }
 
 }  // namespace
@@ -69,6 +115,7 @@ TEST(TimezoneText, IsAnOffsetOrARegionOrRefused) {
                                                                {"+14:01", "-5099"},
                                                                {"-13:00", "-5098"},
                                                                {"+99999999999", "-5098"},
+                                                               {"+4294967305", "-5098"},
                                                                {"+9:60", "-5099"},
                                                                {"+9:00x", "-5103"},
                                                                {"+", "-5103"},
@@ -89,6 +136,7 @@ TEST(TimezoneText, IsAnOffsetOrARegionOrRefused) {
     EXPECT_EQ(raise_of([&] { timezone_parse(&tz, name.data(), 64); }), 0);
     const std::string longer = name + " ";
     EXPECT_EQ(raise_of([&] { timezone_parse(&tz, longer.data(), 65); }), -5104);
+    EXPECT_EQ(raise_of([&] { timezone_parse(&tz, "\0+09:00", 7); }), -5104);
 }
 
 // Of any two bytes as printf does it, into a buffer of any size; regions as the table has them.
@@ -114,6 +162,35 @@ TEST(TimezoneText, NamesAZone) {
     EXPECT_STREQ(text, "Asia/Seoul");
     timezone_get_zone_name(&seoul, text, 0);
     EXPECT_STREQ(text, "Asia/Seoul");
+    const dv_date_t utc = make_date(2024, 1, 1);
+    for (const auto &[size, want] :
+         {std::pair(4, "KST"), std::pair(3, "KS"), std::pair(1, ""), std::pair(0, "")}) {
+        timezone_get_zone_abbr(&seoul, &utc, text, size);
+        EXPECT_STREQ(text, want) << size;
+    }
+    const timezone_t nine = zone_(TZ_ID_OFFSET, 9);
+    std::memset(text, '#', sizeof text);
+    timezone_get_zone_abbr(&nine, &utc, text, sizeof text);
+    EXPECT_STREQ(text, "");
+}
+
+// Values and files hold them.
+static_assert(TZ_FLD_UTC_HOUR == 0 && TZ_FLD_UTC_MIN == 1 && TZ_FLD_UTC_SEC == 2 && TZ_FLD_ZONE_ID == 3);
+static_assert(TZ_ID_MAX == 580 && TZ_ID_DEFAULT == 580 && TZ_ID_OFFSET == 581);
+static_assert(TZ_ID_AFRICA_ABIDJAN == 0 && TZ_ID_ASIA_SEOUL == 301 && TZ_ID_ETC_UTC == 412 &&
+              TZ_ID_ZULU == 579);
+
+TEST(TimezoneField, NumbersRegionsForEver) {
+    uint64_t digest = 0xCBF29CE484222325;  // FNV-1a of all names in the order of their numbers
+    for (int id = 0; id < TZ_ID_MAX; ++id) {
+        EXPECT_EQ(region_tab_[id].id, id);
+        EXPECT_EQ(sample_tab_[id].id, id);
+        for (const char c : region_tab_[id].canon_name + std::string("\n")) {
+            digest = (digest ^ static_cast<uint8_t>(c)) * 0x100000001B3;
+        }
+    }
+    EXPECT_EQ(digest, 0xCF96672350B190EF)
+        << "a region was renamed, moved or taken out of tools/tzgen/zone_names.txt";
 }
 
 // Every value is stored or refused; a number that is no zone's is reported and stored.
@@ -149,49 +226,71 @@ TEST(TimezoneField, IsStoredWithinItsRange) {
 
 // The host's zone under TZ: every region's present offset, and what is no region.
 TEST(TimezoneDefault, FollowsTheEnvironment) {
-    const char *const before = getenv("TZ");
-    const std::string kept = before != nullptr ? before : "";
-    const auto under = [](const std::string &value) {
-        setenv("TZ", value.c_str(), 1);
-        tzset();
-        timezone_t tz;
-        timezone_get_system_default(&tz);
-        return tz;
-    };
+    const tz_variable variable;
     for (int id = 0; id < TZ_ID_MAX; ++id) {
-        if (access((std::string("/usr/share/zoneinfo/") + region_tab_[id].canon_name).c_str(), R_OK) != 0)
-            continue;
-        const timezone_t tz = under(region_tab_[id].canon_name),
-                         colon = under(std::string(":") + region_tab_[id].canon_name);
-        const time_t now = time(nullptr);
-        struct tm local;
-        localtime_r(&now, &local);
-        const long minutes = local.tm_gmtoff / 60;
-        EXPECT_EQ(std::memcmp(&tz, &colon, sizeof tz), 0);
-        EXPECT_EQ(describe_(tz),
-                  std::to_string(minutes / 60) + ":" + std::to_string(std::abs(minutes % 60)) + " of 581")
-            << region_tab_[id].canon_name;
+        const std::string name = region_tab_[id].canon_name;
+        if (access(("/usr/share/zoneinfo/" + name).c_str(), R_OK) != 0) continue;
+        variable.set(":" + name);
+        const std::string colon = describe_(host_zone_());
+        variable.set(name);
+        EXPECT_EQ(colon, present_offset_()) << name;
+        EXPECT_EQ(describe_(host_zone_()), present_offset_()) << name;
     }
-    EXPECT_EQ(describe_(under("europe/kyiv ")), describe_(under(":Europe/Kiev")));
-    EXPECT_EQ(describe_(under("KST-9")), "9:0 of 581");
-    EXPECT_EQ(describe_(under("EST5")), "-5:0 of 581");
-    EXPECT_EQ(describe_(under(":Nowhere/Zone")), "0:0 of 581");
-    EXPECT_EQ(describe_(under("abc")), "0:0 of 581");
-    before != nullptr ? setenv("TZ", kept.c_str(), 1) : unsetenv("TZ");
-    tzset();
+    variable.set("Europe/Kiev");
+    const std::string kiev = present_offset_();
+    const std::string letters(61, 'A'), many(90, 'A');
+    const std::pair<std::string, std::string> cases[] = {
+        {"europe/kyiv \t", kiev},
+        {":EUROPE/Kyiv \t", kiev},
+        {"KST-9", "9:0 of 581"},
+        {"EST5", "-5:0 of 581"},
+        {"<x>3", "0:0 of 581"},
+        {"IST -5:30x", "5:30 of 581"},
+        {"NST+3:30NDT", "-3:30 of 581"},
+        {"abc", "0:0 of 581"},
+        {"KST-15", "0:0 of 581"},
+        {"", "0:0 of 581"},
+        {"  ", "0:0 of 581"},
+        {letters + "-9", "9:0 of 581"},
+        {many + "-9", "9:0 of 581"},
+        {"Etc/GMT-9" + std::string(55, ' '), "9:0 of 581"},
+        {"Etc/GMT-9" + std::string(56, ' '), "0:0 of 581"},  // too long for a name, and no offset
+        {":Etc/GMT-9" + std::string(55, ' '), "9:0 of 581"},
+        {":Etc/GMT-9" + std::string(56, ' '), "0:0 of 581"},
+        {":Nowhere/Zone", "0:0 of 581"},
+        {":KST-9", "0:0 of 581"},
+    };
+    for (const auto &[value, want] : cases) {
+        variable.set(value);
+        EXPECT_EQ(describe_(host_zone_()), want) << '"' << value << '"';
+        EXPECT_EQ(host_zone_().utc_sec, 0);
+    }
 }
 
-// Without TZ it is found by samples: the first region with the same ones.
+// Of the region with the longest agreement, the first of several, the C library's zone being a region's, a
+// rule that agrees for a while, or nobody's.
 TEST(TimezoneDefault, IsFoundBySamples) {
-    const char *const before = getenv("TZ");
-    const std::string kept = before != nullptr ? before : "";
-    for (int id = 0; id < TZ_ID_MAX; id += 23) {
-        setenv("TZ", region_tab_[id].canon_name, 1);
+    const tz_variable variable;
+    std::vector<std::string> hosts = {"KST-9",        "CET-1CEST", "EST5EDT,M4.1.0,M10.5.0",
+                                      "UTC0",         "XYZ3",      "LONGABBREV0",
+                                      "<+0330>-3:30", "JST-9",     ""};
+    for (int id = 0; id < TZ_ID_MAX; id += 29) hosts.push_back(region_tab_[id].canon_name);
+    for (const std::string &host : hosts) {
+        setenv("TZ", host.c_str(), 1);  // the search itself brings it into force
         const int found = zonesmpl_search_default();
-        EXPECT_LE(found, id);
-        EXPECT_EQ(sample_bytes_(found), sample_bytes_(id))
-            << region_tab_[id].canon_name << " found as " << region_tab_[found].canon_name;
+        int want = 412, best = 0;
+        for (int id = 0; id < TZ_ID_MAX; ++id) {
+            const int score = score_(id);
+            if (score > best) want = id, best = score;
+        }
+        EXPECT_EQ(found, want) << host << ", " << best << " samples";
     }
-    before != nullptr ? setenv("TZ", kept.c_str(), 1) : unsetenv("TZ");
-    tzset();
+    variable.set(":");  // nothing behind it: the C library's own zone
+    const int host = zonesmpl_search_default();
+    variable.set(region_tab_[host].canon_name);
+    const std::string want = present_offset_();
+    variable.set(":");
+    EXPECT_EQ(describe_(host_zone_()), want);
+    unsetenv("TZ");
+    EXPECT_EQ(describe_(host_zone_()), "0:0 of " + std::to_string(zonesmpl_search_default()));
 }

@@ -87,7 +87,8 @@ DV_EXPORT void dv_ts_tz_sub_ts_tz_into_itv_dts(dv_itv_dts_t *dest, const dv_ts_t
 // ---------------------------------------------------------------------------------------------------------
 
 // Reads local time: of the zone that the text names, else of the session. An abbreviation (TZD) chooses the
-// meaning of a local time that clocks showed twice, and must be the one in force at any other.
+// meaning of a local time that clocks showed twice, and must be the one in force at any other, where
+// timezone_normalize looks at it.
 //
 //   fmt_ctx  compiled for reading a TIMESTAMP WITH TIME ZONE
 //

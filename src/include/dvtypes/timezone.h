@@ -105,6 +105,7 @@ extern "C" {
 
 typedef struct dv_date_s dv_date_t;  // dvtypes/datetime.h
 
+// Permanent, as the numbers of zones are.
 typedef enum tz_field_e {
     TZ_FLD_UTC_HOUR = 0,
     TZ_FLD_UTC_MIN = 1,
@@ -163,7 +164,8 @@ DV_EXPORT void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *dat
 // Turns local time into UTC, and stores the offset in force in *local_tz.
 //
 //   abbrev  abbreviation, NUL ended, that decides between the two meanings of a local time that clocks showed
-//           twice, and must be the one in force at any other; NULL or "" takes the later meaning
+//           twice, and must be the one in force at any other; NULL or "" takes the later meaning. It is not
+//           looked at for a fixed offset, a region whose clocks never changed, or before their first change
 //
 // Raises  -5110  the region's clocks never showed this time     -5109  the abbreviation was not in force
 //         -5114  as dv_date_add_field
