@@ -111,12 +111,16 @@ template <typename... Args>
     dv_err_and_jmp(base_name(at.file), at.line, at.function, 0, 0, at.code, args...);
 }
 
-// Reports a broken invariant, unless the host's action ends the process; false, what the condition was.
-[[gnu::cold, gnu::noinline]] inline bool assert_failed(const char *condition,
-                                                       const char *path = __builtin_FILE(),
-                                                       int line = __builtin_LINE()) {
+[[gnu::cold, gnu::noinline]] inline void report_assertion(const char *condition, const char *path, int line) {
     dv_assert_msg(condition, base_name(path), line);
     dv_thr_assert_cmd();
+}
+
+// Reports a broken invariant, unless the host's action ends the process; false, what the condition was.
+// Always inline, so that callers see that it is: else the way of sound calls keeps registers for the other.
+[[gnu::always_inline]] inline bool assert_failed(const char *condition, const char *path = __builtin_FILE(),
+                                                 int line = __builtin_LINE()) {
+    report_assertion(condition, path, line);
     return false;
 }
 
