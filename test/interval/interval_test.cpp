@@ -112,20 +112,6 @@ TEST(IntervalDayToSecond, TakesDaysHoursMinutesAndTotals) {
     });
 }
 
-// A negative value counts as one digit.
-TEST(Interval, LeadingPrecisionCountsDigits) {
-    rounds_(20'000, [](source_t &source) {
-        const int value = source.number(32), prec = source.pick(-1, 12);
-        const int digits = value < 0 ? 1 : static_cast<int>(std::to_string(value).size());
-        dv_itv_ytm_t ytm = ytm_(0);
-        dv_itv_ytm_set_field(&ytm, 1, value);
-        const dv_itv_dts_t dts = dts_({value, 0, 0});
-        const int want = digits > prec ? -5064 : 0;
-        EXPECT_EQ(raise_of([&] { dv_itv_ytm_check_leading_prec(&ytm, prec); }), want) << value << " " << prec;
-        EXPECT_EQ(raise_of([&] { dv_itv_dts_check_leading_prec(&dts, prec); }), want) << value << " " << prec;
-    });
-}
-
 // Against the steps as they are stated: one second after the other, and the characters of "%d".
 TEST(IntervalDayToSecond, FractionIsCarriedAndTrimmedByItsSteps) {
     rounds_(20'000, [](source_t &source) {
@@ -211,17 +197,6 @@ TEST(IntervalText, OfEveryQualifierIsReadOrRefused) {
         if (code == 0) read(c.want, c.type < 3 ? DV_ITV_YEAR_TO_MONTH : DV_ITV_DAY_TO_SECOND);
         EXPECT_TRUE(code != 0 || std::string_view(c.want) == text) << c.want << " " << text;
     }
-}
-
-TEST(IntervalText, LeavesWhatItReadUntilAFault) {
-    dv_itv_ytm_t ytm;
-    dv_itv_dts_t dts;
-    raise_of([&] { dv_itv_ytm_from_str(&ytm, "-12-12", 0, DV_ITV_YEAR_TO_MONTH, 2); });
-    EXPECT_EQ(dv_itv_ytm_get_total_month(&ytm), -144);
-    raise_of([&] { dv_itv_dts_from_str(&dts, "-1 2:60:0", 0, DV_ITV_DAY_TO_SECOND, 2, 9); });
-    EXPECT_EQ(fields_(dts), (fields_t{-1, -7200, 0}));
-    raise_of([&] { dv_itv_dts_from_str(&dts, "0 0:0:1.5x", 0, DV_ITV_DAY_TO_SECOND, 2, 0); });
-    EXPECT_EQ(fields_(dts), (fields_t{0, 2, 0}));
 }
 
 // Plain texts have a way of their own, which a blank in front of them bars; at times they are not quite
