@@ -58,46 +58,4 @@ TEST(NumberArithmetic, CarriesProductsIntoPowersOfTen) {
 INSTANTIATE_TEST_SUITE_P(Operations, NumberReference, testing::ValuesIn(operations),
                          [](const auto &param) { return param.param.name; });
 
-// Rounds x at position y in the current mode.
-void round_at_(number_t *x, const number_t *y) {
-    int8_t pos = 0;
-    number_to_int8(y, &pos);
-    number_round_at_withmode(x, pos, number_get_roundmode());
-}
-
-// What the manual promises, and the twin must keep to.
-TEST(NumberArithmetic, AndRoundingGiveTheDocumentedResults) {
-    struct example_t {
-        void (*operation)(number_t *, const number_t *);
-        const char *x;
-        const char *y;
-        int mode;
-        const char *want;
-    };
-    constexpr example_t examples[] = {
-        {number_add, "1", "1E-38", 3, "1"},
-        {number_add, "1", "1E-38", 1, "1.0000000000000000000000000000000000001"},
-        {number_add, "1", "1E-40", 1, "1"},
-        {number_sub, "-5", "-5", 3, "0"},
-        {number_sub, "1.0000000000000000000000000000000000001", "1", 3, "1E-37"},
-        {number_mul, "-1.1", "1.1", 3, "-1.21"},
-        {number_div, "2", "3", 3, "0.66666666666666666666666666666666666667"},
-        {number_div, "2", "3", 0, "0.66666666666666666666666666666666666666"},
-        {number_mod, "7", "-3", 3, "1"},
-        {number_mod, "-7", "3", 3, "-1"},
-        {number_mod, "7", "0", 3, "7"},
-        {number_rem, "8", "3", 3, "-1"},
-        {round_at_, "2.5", "0", 4, "2"},
-        {round_at_, "2.5", "0", 3, "3"},
-        {round_at_, "-0.004", "0", 6, "-1"},
-        {round_at_, "6", "1", 3, "10"}};
-    for (const example_t &c : examples) {
-        const rounding_mode in_mode(c.mode);
-        const number_t y = num(c.y);
-        EXPECT_EQ(ours(num(c.x), [&](number_t *r) { c.operation(r, &y); }), (outcome_t{0, num(c.want)}))
-            << c.x << ", " << c.y << " mode " << c.mode;
-        EXPECT_EQ(number_get_roundmode(), c.mode);
-    }
-}
-
 }  // namespace

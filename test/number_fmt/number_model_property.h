@@ -41,47 +41,66 @@ inline decimal_t twin_read_hexadecimal(std::string_view text) {
     return value;
 }
 
-// Reading by hand, model and text side by side over plain strings. Throws what the library raises.
+// A text being read by hand, over plain strings, and the number gathered from it.
+struct text_by_hand_t {
+    std::string text;
+    int left_out;
+    std::string number{};
+    bool has_digit = false;
+
+    void copy() {
+        number += text[0];
+        text.erase(0, 1);
+    }
+    void pass(const std::string &wanted) {
+        expect_text(text.starts_with(wanted));
+        text.erase(0, wanted.size());
+    }
+    void take_digit(bool may_be_left_out) {
+        if (text.empty()) return;
+        const bool is_left_out = may_be_left_out && !has_digit && left_out > 0;
+        left_out -= int{is_left_out};
+        if (is_left_out) return;
+        copy();
+        has_digit = true;
+    }
+    void take_point(bool may_be_missing) {
+        if (may_be_missing && text.empty()) return;
+        expect_text(text.starts_with('.'));
+        copy();
+    }
+    void take(char element) {
+        switch (element) {
+            case '9':
+            case '0':
+                return take_digit(element == '9');
+            case '.':
+            case 'D':
+                return take_point(element == '.');
+            case ',':
+            case 'G':
+                return has_digit ? pass(",") : void();
+            default:
+                return pass(element == 'C' ? "USD" : "$");
+        }
+    }
+};
+
+// Reading by hand, model and text side by side. Throws what the library raises.
 inline decimal_t twin_read_under(std::string text, const number_parse_result_t &model) {
     const std::string integer = text.substr(0, text.find('.'));
     const auto integer_digits = std::ranges::count_if(integer, [](char c) { return c >= '0' && c <= '9'; });
     text.erase(0, text.find_first_not_of(' '));
     if (model.in_hexadecimal != 0) return twin_read_hexadecimal(text);
-    int left_out = model.pos_msd + 1 - static_cast<int>(integer_digits);
-    expect_text(left_out >= 0);
-
-    std::string number;
-    bool has_digit = false;
-    const auto copy = [&] {
-        number += text[0];
-        text.erase(0, 1);
-    };
-    const auto pass = [&](const std::string &wanted) {
-        expect_text(text.starts_with(wanted));
-        text.erase(0, wanted.size());
-    };
-    if (text.starts_with('-')) copy();
-    if (model.currency_type == NUMBER_FMT_CURRENCY_DOLLAR) pass("$");
-    for (const char element : std::string_view(model.fmt_dig)) {
-        if (element == '9' || element == '0') {
-            if (text.empty()) continue;
-            const bool is_left_out = element == '9' && !has_digit && left_out > 0;
-            if (is_left_out) --left_out;
-            if (!is_left_out) copy(), has_digit = true;
-        } else if (element == ',' || element == 'G') {
-            if (has_digit) pass(",");
-        } else if (element == '.' || element == 'D') {
-            if (element == '.' && text.empty()) continue;
-            expect_text(text.starts_with('.'));
-            copy();
-        } else {
-            pass(element == 'C' ? "USD" : "$");
-        }
-    }
-    expect_text(text.find_first_not_of(' ') == text.npos);
-    const size_t first = number.find_first_not_of(' ');
-    expect_text(first == number.npos || number[first] != '+');
-    return twin_read(number);
+    text_by_hand_t in{text, model.pos_msd + 1 - static_cast<int>(integer_digits)};
+    expect_text(in.left_out >= 0);
+    if (text.starts_with('-')) in.copy();
+    if (model.currency_type == NUMBER_FMT_CURRENCY_DOLLAR) in.pass("$");
+    for (const char element : std::string_view(model.fmt_dig)) in.take(element);
+    expect_text(in.text.find_first_not_of(' ') == in.text.npos);
+    const size_t first = in.number.find_first_not_of(' ');
+    expect_text(first == in.number.npos || in.number[first] != '+');
+    return twin_read(in.number);
 }
 
 // The magnitude that a text shows: sign, currency, separators and fill do not count.

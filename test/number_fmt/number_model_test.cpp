@@ -9,6 +9,7 @@
 #include "project_file.h"
 
 using namespace dv::test;
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -72,7 +73,7 @@ std::string plain_model_(number_source &source) {
 
 // A text, at times cut, or with a stray character in it.
 std::string disturbed_(number_source &source, std::string text) {
-    constexpr std::string_view strays("0123456789,. -+E$\0\x80", 19);
+    constexpr std::string_view strays = "0123456789,. -+E$\0\x80"sv;
     if (source.pick(0, 1) != 0) text.erase(0, text.find_first_not_of(' '));
     if (source.pick(0, 3) == 0) text.resize(source.bits() % (text.size() + 1));
     if (source.pick(0, 3) == 0) text.insert(source.bits() % (text.size() + 1), 1, one_of_(source, strays));
@@ -107,7 +108,7 @@ void expect_reads_as_by_hand_(const std::string &text, const std::string &model)
 // Texts that were written, many of them spoilt, and texts of any characters. Plain models are read under in a
 // way of their own, from which a sign element, which no reader looks at, bars them.
 TEST(NumberModel, ReadsAsByHand) {
-    constexpr std::string_view characters("0112233445566789..,,--$$  EeUSD+\0\xFF", 37);
+    constexpr std::string_view characters = "0112233445566789..,,--$$  EeUSD+\0\xFF"sv;
     number_source source(61);
     for (long round = scaled(100'000); round > 0; --round) {
         const bool is_plain = source.pick(0, 2) != 0;

@@ -5,7 +5,6 @@
 #define DV_TEST_NULL_ARGUMENT_H
 
 #include <array>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -19,7 +18,8 @@ namespace dv::test {
 template <auto function>
 constexpr std::string_view name_of() {
     std::string_view name = __PRETTY_FUNCTION__;
-    name.remove_prefix(name.find("function = ") + std::strlen("function = "));
+    constexpr std::string_view front = "function = ";
+    name.remove_prefix(name.find(front) + front.size());
     name = name.substr(0, name.find_first_of(";]"));
     return name.substr(name[0] == '&' ? 1 : 0);
 }
