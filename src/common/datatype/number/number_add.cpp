@@ -129,7 +129,7 @@ void combine_(number_t &x, const operand_t &leading, const operand_t &other, int
 
 // x = x + y, where the sign of y is changed if `flip` is all ones. Which operand leads is hard to predict, so
 // it is selected, and its head read once more.
-[[gnu::noinline]] void add_long_(number_t &x, const number_t &y, uint64_t flip) {
+void add_long_(number_t &x, const number_t &y, uint64_t flip) {
     if (number_is_zero(y)) return;
     int gap = read_head(x).exponent - read_head(y).exponent;
     if (number_is_zero(x)) gap = -_exponent_gap_max - 1;
@@ -145,19 +145,23 @@ void combine_(number_t &x, const operand_t &leading, const operand_t &other, int
     combine_(x, {&leading, head, sign}, {&other, other_head, other_head.sign ^ (flip & ~y_leads)}, gap);
 }
 
+// Any operands. The assertion is here, so that the way of short ones has no registers to save.
+[[gnu::noinline]] void add_any_(number_t *x, const number_t *y, uint64_t flip) {
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
+    add_long_(*x, *y, flip);
+}
+
 }  // namespace
 
 extern "C" void number_add(number_t *x, const number_t *y) {
     // A record that is short is a valid one.
     if (x != nullptr && y != nullptr && add_short_</*is_add=*/true>(*x, *y)) return;
-    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
-    add_long_(*x, *y, /*flip=*/0);
+    add_any_(x, y, /*flip=*/0);
 }
 
 extern "C" void number_sub(number_t *x, const number_t *y) {
     if (x != nullptr && y != nullptr && add_short_</*is_add=*/false>(*x, *y)) return;
-    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
-    add_long_(*x, *y, /*flip=*/~uint64_t{0});
+    add_any_(x, y, /*flip=*/~uint64_t{0});
 }
 
 extern "C" void number_add_with_mode(number_t *x, const number_t *y, uchar is_add) {
