@@ -87,12 +87,11 @@ static_assert(DT_FMT_UNIT_YEAR == 0x1 && DT_FMT_UNIT_MONTH == 0x2 && DT_FMT_UNIT
               DT_FMT_UNIT_FSEC == 0x40 && DT_FMT_UNIT_FM == 0x8000 && DT_FMT_UNIT_TZS == 0x200000);
 
 // Each number has one row.
-static_assert(all_elements([](const dt_fmt_token_t &) { return true; },
-                           [](size_t id) {
-                               return std::count_if(std::begin(FMT_TOKEN_ROWS), std::end(FMT_TOKEN_ROWS),
-                                                    [=](const auto &row) { return size_t{row.id} == id; }) ==
-                                      1;
-                           }));
+constexpr bool any_(const dt_fmt_token_t & /*token*/) { return true; }
+static_assert(all_elements(any_, [](size_t id) {
+    return std::count_if(std::begin(FMT_TOKEN_ROWS), std::end(FMT_TOKEN_ROWS),
+                         [=](const auto &row) { return size_t{row.id} == id; }) == 1;
+}));
 
 // An element that is read instead of another one gives the same field, and can be read.
 constexpr bool replaces_(int alternate, const dt_fmt_token_t &token) {
@@ -100,7 +99,8 @@ constexpr bool replaces_(int alternate, const dt_fmt_token_t &token) {
     const dt_fmt_token_t &other = fmt_tokens_.at(static_cast<size_t>(alternate));
     return other.unit_type == token.unit_type && other.is_input != 0 && token.is_input != 0;
 }
-static_assert(std::all_of(fmt_tokens_.begin(), fmt_tokens_.end(), [](const dt_fmt_token_t &token) {
+static_assert(all_elements(any_, [](size_t id) {
+    const dt_fmt_token_t &token = fmt_tokens_[id];
     return replaces_(token.alt_token1, token) && replaces_(token.alt_token2, token);
 }));
 
