@@ -283,14 +283,22 @@ class _Source:
         next_end = self._statement_end(end + 1) if self._text(i - 1) not in (")", "else") else None
         if next_end is None or next_end >= len(self.tokens):
             return
-        names = [{t.text for t in self.tokens[a:b] if t.kind == "name"} for a, b in ((i, end), (end + 1, next_end))]
-        if names[0] & names[1]:
+        if self._depend(self.tokens[i:end], self.tokens[end + 1: next_end]):
             second = self.tokens[end + 1].begin
             first_text = self.source[begin: semicolon.end]
             second_text = self.source[second: self.tokens[next_end].end]
             gap = self.source[semicolon.end: second]
             if "//" not in gap:
                 self._add("statement", begin, self.tokens[next_end].end, second_text + gap + first_text)
+
+    def _depend(self, first, second):
+        """May it matter which of two statements runs first? One that assigns matters to those that name its target."""
+        targets = [[t.text for t in tokens[: next((k for k, t in enumerate(tokens) if t.text == "="), 0)]]
+                   for tokens in (first, second)]
+        texts = ["\0".join(t.text for t in tokens) for tokens in (first, second)]
+        if any(targets):
+            return any(target and "\0".join(target) in text for target, text in zip(targets, reversed(texts)))
+        return bool({t.text for t in first if t.kind == "name"} & {t.text for t in second if t.kind == "name"})
 
 
 def faults_of(path, source):

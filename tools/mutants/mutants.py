@@ -148,7 +148,8 @@ def main():
     arguments.folder = arguments.folder.resolve()
     arguments.folder.mkdir(parents=True, exist_ok=True)
     lock = open(arguments.folder / "lock", "w", encoding="utf-8")  # until the end: a folder has one run at a time
-    fcntl.flock(lock, fcntl.LOCK_EX)
+    if not arguments.report:
+        fcntl.flock(lock, fcntl.LOCK_EX)
     results = campaign.Results(arguments.folder / "results.jsonl")
     if arguments.resume or arguments.again or arguments.report:
         results.read()
