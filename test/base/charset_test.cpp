@@ -1,10 +1,11 @@
-// Character sets against libc: fresh iconv converters, towlower and towupper; output limits, hostile bytes.
+// Character sets against libc: iconv, towlower, towupper, iswalnum; output limits, hostile bytes.
 
 #include <gtest/gtest.h>
 #include <iconv.h>
 #include <locale.h>
 #include <wctype.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <thread>
@@ -76,12 +77,28 @@ void expect_iconv_(int set, unsigned unit) {
     }
 }
 
-// A character whose other case is longer or not in the set stays as it is. So do, in UTF-8, letters of
-// scripts that no legacy set has, and everywhere a few phonetic letters.
+struct unit_range {
+    wint_t first, last;
+};
+
+template <size_t N>
+bool is_in_(const unit_range (&ranges)[N], wint_t unit) {
+    return std::any_of(ranges, ranges + N, [=](auto &r) { return unit >= r.first && unit <= r.last; });
+}
+
+// Cased letters that no legacy set has (phonetic ones, scripts): they stay as they are.
+constexpr unit_range _without_case[] = {
+    {0x180, 0x1CC},   {0x1DD, 0x1DD},   {0x1F1, 0x1F3},   {0x1F6, 0x1F7},   {0x220, 0x220},
+    {0x23B, 0x345},   {0x530, 0x1DFF},  {0x1F00, 0x1FFF}, {0x2132, 0x2132}, {0x214E, 0x214E},
+    {0x2183, 0x2184}, {0x2C00, 0x2DFF}, {0xA640, 0xABFF},
+};
+
+// A character whose other case is longer or not in the set stays as it is, too; so do everywhere a few
+// letters.
 void expect_case_(int set, wint_t unit) {
-    const bool is_legacy = unit < 0x180 || (unit > 0x385 && unit < 0x530) || unit / 0x100 == 0x1E;
-    if (set == DVSTR_CHARSET_UTF8 && !is_legacy) return;
-    if (unit == 0x192 || unit == 0x251 || unit == 0x261 || unit == 0x3F3) return;
+    if (set == DVSTR_CHARSET_UTF8 && is_in_(_without_case, unit)) return;
+    if (unit == 0x192 || unit == 0x251 || unit == 0x261 || (unit == 0x3F3 && set != DVSTR_CHARSET_UTF8))
+        return;
     const bytes_t text = run_(set, FROM_UCS2, pair_(unit));
     for (const direction_e to : {LOWER, UPPER}) {
         const wint_t mapped = to == LOWER ? towlower_l(unit, _locale) : towupper_l(unit, _locale);
@@ -89,6 +106,24 @@ void expect_case_(int set, wint_t unit) {
         const bool is_kept = text == "?" || other == "?" || other.size() > text.size();
         ASSERT_EQ(run_(set, to, text), is_kept ? text : other) << show_(set, text);
     }
+}
+
+// Words are of letters and digits; modifiers and letterlike symbols are none, and in blocks of scripts every
+// unit is taken for a letter.
+void expect_word_(wint_t unit) {
+    constexpr unit_range _symbols[] = {{0x2C6, 0x2EE}, {0x2102, 0x214E}, {0x2E2F, 0x2E2F}, {0x3021, 0x303C}};
+    const bool is_of_script = (unit >= 0x300 && unit < 0x2000) || unit >= 0x2C00;
+    const bytes_t text = run_(DVSTR_CHARSET_UTF8, FROM_UCS2, pair_(unit)) + "A";
+    const bool is_word = run_(DVSTR_CHARSET_UTF8, INITCAP, text).back() == 'a';
+    if (iswalnum_l(unit, _locale) != 0) {
+        ASSERT_TRUE(is_word || is_in_(_symbols, unit)) << unit;
+    } else {
+        ASSERT_TRUE(!is_word || is_of_script) << unit;
+    }
+}
+
+TEST(Charset, WordsAreOfLettersAndDigits) {
+    for (unsigned unit = 1; unit < 0x10000 && !HasFailure(); ++unit) expect_word_(unit);
 }
 
 // Units and pairs of bytes alike, while another thread meets the same empty tables.

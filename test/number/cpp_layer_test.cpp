@@ -24,6 +24,7 @@ TEST(CppNumber, CalculatesLikeTheFunctionsBehindIt) {
     EXPECT_EQ(round(number("-2.5")), -3);
     EXPECT_EQ(number(int64_t{INT64_MIN}).to_int64(), INT64_MIN);
     EXPECT_EQ(number("0.1").to_double(), 0.1);
+    EXPECT_EQ(number(price.record()), price);
     std::ostringstream out;
     out << number("-1E-3");
     EXPECT_EQ(out.str(), "-.001");
