@@ -65,6 +65,50 @@ TEST(SqlCall, FunctionsAreInnocuousAndButForTheClocksDeterministic) {
     EXPECT_EQ(without("0x800"), "sysdate0,systimestamp0,tz_offset1");  // SQLITE_DETERMINISTIC
 }
 
+constexpr const char *_mistakes[][2] = {
+    {"dv_extract('HOUR', 'x')",
+     "dv_extract: argument 2 is TEXT where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO "
+     "MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_timestamp(), to_timestamp_tz(), "
+     "to_yminterval() or to_dsinterval() reads text"},
+    {"dv_add('1', 2)", "dv_add: argument 1 is TEXT where NUMBER is expected; to_number() reads text"},
+    {"dv_text('a')",
+     "dv_text: argument 1 is TEXT where NUMBER, DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL "
+     "YEAR TO MONTH, INTERVAL DAY TO SECOND or ROWID is expected; to_number(), to_date(), to_timestamp(), "
+     "to_timestamp_tz(), to_yminterval(), to_dsinterval() or dv_rowid() reads text"},
+    {"dv_rowid_sgmt('a')",
+     "dv_rowid_sgmt: argument 1 is TEXT where ROWID is expected; dv_rowid() reads text"},
+    {"dv_date('1',2,3)", "dv_date: argument 1 is TEXT where INTEGER is expected"},
+    {"add_months(dv_date(1,1,1), 9999999999)", "add_months: argument 2 is out of range: 9999999999"},
+    {"dv_neg(1e999)", "dv_neg: argument 1 is an infinite REAL where NUMBER is finite"},
+    {"dv_cast_number(1, 38, 200)", "dv_cast_number: the scale lies in -127..127"},
+    {"dv_cast_number(1, 0)", "dv_cast_number: the precision lies in 1..38"},
+    {"from_tz(dv_date(1,1,1), 'UTC')", "from_tz: argument 1 is DATE where TIMESTAMP is expected"},
+    {"to_yminterval(1)",
+     "to_yminterval: argument 1 is INTEGER where TEXT or INTERVAL YEAR TO MONTH is expected"},
+    {"to_date(1)",
+     "to_date: argument 1 is INTEGER where TIMESTAMP, TIMESTAMP WITH TIME ZONE, TEXT or DATE is expected"},
+    {"to_timestamp_tz(dv_date(1,1,1))",
+     "to_timestamp_tz: argument 1 is DATE where TEXT or TIMESTAMP WITH TIME ZONE is expected"},
+    {"next_day(1, 'MON')", "next_day: argument 1 is INTEGER where DATE is expected"},
+    {"dv_timestamp(2024,1,1,0,0,0,-1)",
+     "dv_timestamp: The value -1 of the field \"fractional second\" is out of range: 0 to 999999999 is "
+     "accepted. (dv-5114)"},
+    {"dv_rowid(-1,0,0,0)", "dv_rowid: argument 1 is out of range: -1"},
+    {"dv_rowid(0,0,4294967296,0)", "dv_rowid: argument 3 is out of range: 4294967296"},
+    {"dv_rowid(0,0,0,65536)", "dv_rowid: argument 4 is out of range: 65536"},
+    {"dv_mul(to_yminterval('1-0'), to_yminterval('1-0'))",
+     "dv_mul: argument 2 is INTERVAL YEAR TO MONTH where NUMBER is expected"},
+    {"dv_sub(dv_date(1,1,1), dv_date(1,1,1))",
+     "dv_sub: argument 2 is DATE where INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected"},
+    {"dv_avg(dv_date(1,1,1))", "dv_avg: argument 1 is DATE where NUMBER is expected"},
+};
+
+TEST(SqlCall, MistakeIsAnErrorThatSaysWhatIsExpected) {
+    sqlite_session session;
+    for (const auto &[call, message] : _mistakes)
+        EXPECT_EQ(session.value(std::string("SELECT ") + call), std::string("error: ") + message) << call;
+}
+
 // A stored form, and why it holds no value.
 constexpr const char *_refused[][2] = {
     {"", "it is empty"},

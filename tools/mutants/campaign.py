@@ -47,16 +47,14 @@ def area_of(path):
 
 
 def read_equivalent():
-    """The reviewed faults that change nothing: (path, kind, line before, line after)."""
-    found, path, kind, old = set(), "", "", ""
-    for line in _EQUIVALENT.read_text().splitlines():
-        mark, text = line[:2], line[2:].strip()
-        if mark == "- ":
-            old = text
-        elif mark == "+ ":
-            found.add((path, kind, old, text))
-        elif line and not line.startswith(("#", " ")):
-            path, kind = line.split()
+    """The reviewed faults that change nothing, each as its identity."""
+    found = set()
+    for entry in _EQUIVALENT.read_text().split("\n\n"):
+        lines = [line for line in entry.splitlines() if not line.startswith("#")]
+        if lines:
+            path, kind = lines[0].split()
+            old, new = (" ".join(line[2:] for line in lines if line.startswith(mark)) for mark in ("- ", "+ "))
+            found.add(identity({"path": path, "kind": kind, "old": old, "new": new}))
     return found
 
 
