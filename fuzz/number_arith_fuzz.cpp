@@ -2,8 +2,10 @@
 // of a position, then operands as a digit count, a byte of sign and exponent, and digits; all of them become
 // canonical records of at most 38 significant digits.
 //
-// A run does all operations but roots and powers, whose twins take a thousand times as long: 1, 2 and 3 for
-// what is done ask for one of these.
+// A run does one thing, so that inputs are many: an operation, rounding, or order. Roots and powers, whose
+// twins take a thousand times as long, are done for 1, 2 and 3 alone, and of those for one input in sixteen.
+
+#include <numeric>
 
 #include "fuzz_input.h"
 #include "number_properties.h"
@@ -28,17 +30,19 @@ number_t take_operand_(input_t &input) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     input_t input(data, size);
     const int mode = input.byte() % 7;
-    const size_t slow = size_t{input.byte()} - 1;
+    const size_t what = input.byte();
     const int high = input.byte();
     const int pos = (high << 8 | input.byte()) % 320 - 180;
     const number_t x = take_operand_(input);
     const number_t y = take_operand_(input);
-    if (slow < power_operations.size()) {
-        require_none(arithmetic_fault(power_operations[slow], x, y, mode));
-        return 0;
+    const bool may_be_slow = std::accumulate(data, data + size, 0u) % 16 == 0;
+    const size_t which = what % (operations.size() + 2);
+    if (may_be_slow && what - 1 < power_operations.size()) {
+        require_none(arithmetic_fault(power_operations[what - 1], x, y, mode));
+    } else if (which < operations.size()) {
+        require_none(arithmetic_fault(operations[which], x, y, mode));
+    } else {
+        require_none(which == operations.size() ? rounding_fault(x, pos, mode) : order_fault(x, y));
     }
-    for (const operation_t &operation : operations) require_none(arithmetic_fault(operation, x, y, mode));
-    require_none(rounding_fault(x, pos, mode));
-    require_none(order_fault(x, y));
     return 0;
 }

@@ -1,0 +1,186 @@
+// Every exported function with hostile arguments. The functions are those that the public headers declare:
+// the build makes their table (exported_functions.inc), and what an argument is follows from its type alone.
+// The input is a function, then the arguments.
+//
+// A pointer is NULL, or the address of a block of exactly the size of what it points to, with any bytes in
+// it: a record, a number, a text of up to 300 bytes. Numbers are any, 0 and the extremes of int among them;
+// beside a text, where one may be its length, none is larger than the text, and where one is below 1 the text
+// ends with a NUL. Format models are compiled ones.
+//
+// Properties: the call comes back, by itself or with a code that has a message; constant operands stay.
+
+#include <deque>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "../test/datetime_fmt/model_text.h"
+#include "dvtypes/dv_type.h"
+#include "dvtypes/erowid.h"
+#include "dvtypes/interval.h"
+#include "dvtypes/nerowid.h"
+#include "dvtypes/nls.h"
+#include "dvtypes/number_fmt.h"
+#include "dvtypes/rowid.h"
+#include "dvtypes/timestamp_tz.h"
+#include "fuzz_input.h"
+#include "null_argument.h"
+
+using namespace dv::fuzz;
+using namespace dv::test;
+
+namespace {
+
+constexpr int _text_size_more = 300;
+
+template <typename T>
+constexpr bool is_text = std::is_pointer_v<T> &&
+                         sizeof(std::conditional_t<std::is_pointer_v<T>, std::remove_pointer_t<T>, int>) ==
+                             1 &&
+                         std::is_integral_v<std::remove_pointer_t<T>>;
+
+template <typename T>
+using target_t = std::remove_const_t<std::remove_pointer_t<T>>;
+
+const dt_fmt_ctx_t &model_(uint8_t which) {
+    static std::deque<compiled_model> models;
+    if (models.empty()) {
+        for (const int type : {DV_TYPE_DATE, DV_TYPE_TIME, DV_TYPE_TIMESTAMP, DV_TYPE_TS_TZ}) {
+            for (const bool is_reading : {false, true}) {
+                for (const char *text :
+                     {"YYYY-MM-DD", "HH24:MI:SS", "DAY, DD MONTH SYYYY BC", "HH.MI.SSXFF AM", "fmDdspth RM",
+                      "FXYYYYDDDSSSSS", "YYYY-MM-DD HH24:MI:SS.FF TZR TZD", "RR/IW TZH:TZM"}) {
+                    models.emplace_back(text, is_reading, type);
+                    if (models.back().error.code != 0) models.pop_back();
+                }
+            }
+        }
+    }
+    return models[which % models.size()].ctx;
+}
+
+// The memory of one call.
+struct call_t {
+    input_t &input;
+    bool has_texts, texts_end;
+    int text_size;
+    std::deque<std::vector<char>> blocks{};
+    struct constant_t {
+        const std::vector<char> *block;
+        std::vector<char> before;
+    };
+    std::vector<constant_t> constants{};
+    int element_count = 0;  // of the model in the call's context
+
+    char *new_block(std::vector<char> bytes, bool is_constant) {
+        std::vector<char> &kept = blocks.emplace_back(std::move(bytes));
+        kept.shrink_to_fit();
+        if (is_constant) constants.push_back({&kept, kept});
+        return kept.data();
+    }
+    std::vector<char> any_bytes(size_t size) {
+        std::vector<char> bytes(size);
+        const std::string_view given = input.take(size);
+        std::copy(given.begin(), given.end(), bytes.begin());
+        return bytes;
+    }
+    long long any_number() {
+        constexpr long long extremes[] = {0, -1, INT32_MIN, INT32_MAX, 1, 9, 10, -9999, INT64_MIN, INT64_MAX};
+        const uint8_t choice = input.byte();
+        const long long number = choice < std::size(extremes) ? extremes[choice]
+                                 : choice < 128               ? choice - 64
+                                                              : input.take<int32_t>();
+        if (!has_texts || (texts_end && static_cast<int>(number) <= 0)) return number;
+        return 1 + static_cast<long long>(static_cast<unsigned long long>(number) %
+                                          static_cast<unsigned>(text_size));
+    }
+    char *any_text(bool is_constant) {
+        std::vector<char> text = any_bytes(static_cast<size_t>(text_size));
+        if (texts_end) text.back() = '\0';
+        return new_block(std::move(text), is_constant);
+    }
+    // Beside a context it is the index of an element.
+    int *any_index() {
+        auto *const index = reinterpret_cast<int *>(new_block(any_bytes(sizeof(int)), /*is_constant=*/false));
+        if (element_count > 0)
+            *index = static_cast<int>(static_cast<unsigned>(*index) % static_cast<unsigned>(element_count));
+        return index;
+    }
+    dt_fmt_parse_ctx_t *any_context() {
+        const dt_fmt_ctx_t &model = model_(input.byte());
+        auto *const context = reinterpret_cast<dt_fmt_parse_ctx_t *>(
+            new_block(std::vector<char>(sizeof(dt_fmt_parse_ctx_t)), /*is_constant=*/false));
+        dt_parse_ctx_init(context, &model, any_text(/*is_constant=*/false), text_size, "", 0,
+                          input.byte() & 1);
+        element_count = model.token_cnt;
+        context->cur_token_info = &model.token_infos[input.byte() % model.token_cnt];
+        return context;
+    }
+};
+
+template <typename T>
+T argument_(call_t &call) {
+    if constexpr (std::is_floating_point_v<T>) {
+        return static_cast<T>(call.input.take<double>());
+    } else if constexpr (std::is_class_v<T>) {
+        return call.input.take<T>();
+    } else if constexpr (!std::is_pointer_v<T>) {
+        return static_cast<T>(call.any_number());
+    } else {
+        constexpr bool is_constant = std::is_const_v<std::remove_pointer_t<T>>;
+        if (call.input.byte() == 0xFF) return nullptr;
+        if constexpr (std::is_same_v<T, const dt_fmt_ctx_t *>) {
+            return &model_(call.input.byte());
+        } else if constexpr (std::is_same_v<T, dt_fmt_parse_ctx_t *>) {
+            return call.any_context();
+        } else if constexpr (std::is_same_v<T, allocator_t *>) {
+            return _system_allocator;
+        } else if constexpr (std::is_same_v<T, int *>) {
+            return call.any_index();
+        } else if constexpr (is_text<T>) {
+            return reinterpret_cast<T>(call.any_text(is_constant));
+        } else {
+            return reinterpret_cast<T>(call.new_block(call.any_bytes(sizeof(target_t<T>)), is_constant));
+        }
+    }
+}
+
+// least_size: bytes that a text must have, whatever the call says of it.
+template <typename R, typename... Args>
+int call_(R (*function)(Args...), input_t &input, int least_size) {
+    constexpr bool has_size = (std::is_same_v<Args, int> || ... || false);
+    const bool texts_end = (input.byte() & 1) != 0 || !has_size;
+    const int size = least_size + input.take<uint16_t>() % _text_size_more;
+    call_t call{input, (is_text<Args> || ... || false), texts_end, size};
+    const std::tuple<Args...> arguments{argument_<Args>(call)...};
+    const int code = raise_of([&] { std::apply(function, arguments); });
+    for (const call_t::constant_t &constant : call.constants)
+        require(*constant.block == constant.before, "a constant operand", code);
+    return code;
+}
+
+template <auto function>
+int call_by_address_(input_t &input) {
+    const std::string_view name = name_of<function>();
+    const bool has_own_size = name == "timezone_get_zone_name" || name.ends_with("_oracle_format");
+    return call_(function, input, has_own_size ? TZ_NAME_TEXT_SIZE : 1);
+}
+
+struct function_t {
+    const char *name;
+    int (*call)(input_t &input);
+};
+constexpr function_t _functions[] = {
+#include "exported_functions.inc"
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    const assertion_watch quiet;
+    input_t input(data, size);
+    const function_t &function = _functions[input.take<uint16_t>() % std::size(_functions)];
+    const int code = function.call(input);
+    require(code == 0 || dv_error_text(code) != nullptr, function.name, code);
+    return 0;
+}
