@@ -21,9 +21,11 @@ TEST(Preload, RaisesGoToTheHostsFunction) {
     const std::string library = DV_PRELOAD_LIBRARY;
     if (library.empty())
         GTEST_SKIP() << "needs shared libraries, and no sanitizer's runtime before the preloaded one";
-    const std::string program = std::string("\"") + DV_PRELOAD_PROGRAM + "\"";
-    EXPECT_EQ(output_of_(program), "default -5070 number_div\n");
-    EXPECT_EQ(output_of_("LD_PRELOAD=\"" + library + "\" " + program), "preloaded -5070 number_div\n");
+    const std::string emulator = DV_TEST_EMULATOR;
+    const std::string program = std::string(" \"") + DV_PRELOAD_PROGRAM + "\"";
+    const std::string preload = (emulator.empty() ? "" : " -E ") + ("LD_PRELOAD=\"" + library + "\"");
+    EXPECT_EQ(output_of_(emulator + program), "default -5070 number_div\n");
+    EXPECT_EQ(output_of_(emulator + preload + program), "preloaded -5070 number_div\n");
 }
 
 }  // namespace

@@ -88,8 +88,8 @@ class Tzgen : public testing::Test {
         const std::filesystem::path folder = folder_ / form;
         std::filesystem::create_directories(folder);
         std::ofstream(folder / "tzdata.zi") << source;
-        return system((DV_TZGEN " " + (folder / "tzdata.zi").string() + " " + folder.string() + " " + option +
-                       " >" + (folder / "said").string() + " 2>&1")
+        return system((DV_TEST_EMULATOR " " DV_TZGEN " " + (folder / "tzdata.zi").string() + " " +
+                       folder.string() + " " + option + " >" + (folder / "said").string() + " 2>&1")
                           .c_str());
     }
     std::map<std::string, std::string> tables_(const std::string &form) const {
