@@ -134,20 +134,81 @@ void serialise_(vector_call &call) {
     call.put_bytes(block, size);
 }
 
-// Forms with the model as text: a date, a model.
-void write_date_once_(vector_call &call) {
-    const dv_date_t *const date = call.date();
+// Forms with the model as text: a value, a model, for all but DATE a precision, for a local timestamp the
+// zone.
+template <auto Write, typename Record, typename... More>
+void write_once_(vector_call &call) {
+    const Record *const value = record_<Record>(call);
+    const vector_text model = call.text();
+    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
+    put_written_(call, [&](char *text, int size) {
+        const auto write = [&](auto... rest) {
+            return Write(value, text, size, model.data, model.size, rest...);
+        };
+        return std::apply(write, more);
+    });
+}
+
+// The present.
+void write_current_date_(vector_call &call) {
+    const vector_model model(call, DV_TYPE_DATE, /*is_reading=*/false);
+    put_written_(call, [&](char *text, int size) { return dv_date_current_str(text, size, model), 0; });
+}
+
+void write_current_date_once_(vector_call &call) {
     const vector_text model = call.text();
     put_written_(call, [&](char *text, int size) {
-        return dv_date_to_str_DEPRECATED(date, text, size, model.data, model.size);
+        return dv_date_current_str_DEPRECATED(text, size, model.data, model.size), 0;
     });
+}
+
+void write_current_timestamp_(vector_call &call) {
+    const vector_model model(call, DV_TYPE_TIMESTAMP, /*is_reading=*/false);
+    put_written_(call, [&](char *text, int size) { return dv_timestamp_current_str(text, size, model), 0; });
+}
+
+void write_current_zoned_(vector_call &call) {
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
+    const timezone_t *const zone = call.zone();
+    put_written_(call,
+                 [&](char *text, int size) { return dv_ts_tz_current_str(text, size, model, zone), 0; });
+}
+
+// Text, for timestamps a precision and for zoned ones the zone of the session, then the DATE that stands for
+// the present.
+template <auto Read, typename Record, int Type, typename... More>
+void read_as_of_(vector_call &call) {
+    const vector_model model(call, Type, /*is_reading=*/true);
+    if (!model) return;
+    const vector_text text = call.text();
+    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
+    const dv_date_t *const as_of = call.date();
+    Record value{};
+    call.run([&] {
+        std::apply([&](auto... rest) { Read(&value, text.data, text.size, model, rest..., as_of); }, more);
+    });
+    call.put_bytes(&value, sizeof value);
 }
 
 constexpr vector_operation _operations[] = {
     {"dt_fmt_ctx_set", compile_},
     {"dt_fmt_ctx_serialize", serialise_},
     {"dv_date_to_str", write_date_},
-    {"dv_date_to_str_DEPRECATED", write_date_once_},
+    {"dv_date_to_str_DEPRECATED", write_once_<dv_date_to_str_DEPRECATED, dv_date_t>},
+    {"dv_time_to_str_DEPRECATED", write_once_<dv_time_to_str_DEPRECATED, dv_time_t, int>},
+    {"dv_timestamp_to_str_DEPRECATED", write_once_<dv_timestamp_to_str_DEPRECATED, dv_timestamp_t, int>},
+    {"dv_ts_tz_to_str_DEPRECATED", write_once_<dv_ts_tz_to_str_DEPRECATED, dv_ts_tz_t, int>},
+    {"dv_ts_ltz_to_str_DEPRECATED",
+     write_once_<dv_ts_ltz_to_str_DEPRECATED, dv_ts_ltz_t, int, const timezone_t *>},
+    {"dv_date_current_str", write_current_date_},
+    {"dv_date_current_str_DEPRECATED", write_current_date_once_},
+    {"dv_timestamp_current_str", write_current_timestamp_},
+    {"dv_ts_tz_current_str", write_current_zoned_},
+    {"dv_date_from_str_as_of", read_as_of_<dv_date_from_str_as_of, dv_date_t, DV_TYPE_DATE>},
+    {"dv_timestamp_from_str_as_of",
+     read_as_of_<dv_timestamp_from_str_as_of, dv_timestamp_t, DV_TYPE_TIMESTAMP, int>},
+    {"dv_ts_tz_from_str_as_of",
+     read_as_of_<dv_ts_tz_from_str_as_of, dv_ts_tz_t, DV_TYPE_TS_TZ, int, const timezone_t *>},
     {"dv_time_to_str", write_<dv_time_to_str, dv_time_t, DV_TYPE_TIME>},
     {"dv_timestamp_to_str", write_<dv_timestamp_to_str, dv_timestamp_t, DV_TYPE_TIMESTAMP>},
     {"dv_ts_tz_to_str", write_<dv_ts_tz_to_str, dv_ts_tz_t, DV_TYPE_TS_TZ>},

@@ -53,6 +53,16 @@ void day_second_text_(vector_call &call) {
     call.put(status);
 }
 
+void constant_(vector_call &call) {
+    const std::string_view name = call.word();
+    if (name == "null_dv_date") call.put_bytes(&null_dv_date, sizeof null_dv_date);
+    if (name == "max_dv_date") call.put_bytes(&max_dv_date, sizeof max_dv_date);
+    if (name == "null_dv_time") call.put_bytes(&null_dv_time, sizeof null_dv_time);
+    if (name == "null_dv_timestamp") call.put_bytes(&null_dv_timestamp, sizeof null_dv_timestamp);
+    if (name == "null_dv_ts_tz") call.put_bytes(&null_dv_ts_tz, sizeof null_dv_ts_tz);
+    if (name == "null_dv_ts_ltz") call.put_bytes(&null_dv_ts_ltz, sizeof null_dv_ts_ltz);
+}
+
 void qualifier_(vector_call &call) {
     const dv_itv_fmt_t &row = _itv_fmt[static_cast<size_t>(call.integer()) % DV_ITV_QUALIFIER_MAX];
     for (int i = 0; i < row.size; ++i) call.put(row.token[i]);
@@ -126,6 +136,7 @@ constexpr vector_operation _operations[] = {
     {"dv_timestamp_sub_timestamp_into_itv_dts", into<dv_timestamp_sub_timestamp_into_itv_dts>},
     {"dv_timestamp_sub_timestamp_into_itv_ytm", into<dv_timestamp_sub_timestamp_into_itv_ytm>},
     {"dv_timestamp_check_literal", in_place<dv_timestamp_check_literal>},
+    {"datetime_constant", constant_},
     {"_itv_fmt", qualifier_},
     {"_itv_print_fmt", print_format_},
     {"dv_itv_ytm_set_field", in_place<dv_itv_ytm_set_field>},

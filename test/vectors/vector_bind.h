@@ -46,6 +46,16 @@ T *read_record(vector_call &call) {
     if constexpr (std::is_same_v<T, dv_itv_dts_t>) return call.day_second();
 }
 
+// An integer, or a record.
+template <typename T>
+T read_more(vector_call &call) {
+    if constexpr (std::is_pointer_v<T>) {
+        return read_record<std::remove_const_t<std::remove_pointer_t<T>>>(call);
+    } else {
+        return static_cast<T>(call.integer());
+    }
+}
+
 // Bytes of a floating-point number: without the padding of a long double.
 template <typename T>
 inline constexpr size_t bits_size = sizeof(T) > 8 ? 10 : sizeof(T);

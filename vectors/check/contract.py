@@ -8,6 +8,7 @@ _ERRORS = '''
     dv_timestamp_get_field dv_timestamp_set_field timezone_get_field timezone_set_field
 -5007 dv_date_from_str dv_date_to_str dv_time_from_str dv_time_to_str dv_timestamp_from_str dv_timestamp_to_str
     dv_ts_tz_from_str dv_ts_tz_to_str
+    dv_date_from_str_as_of dv_timestamp_from_str_as_of dv_ts_tz_from_str_as_of
 -5008 dv_itv_dts_trim_fsec
 -5009 _dv_itv_dts_parse_value _dv_itv_ytm_parse_value
 -5010 dt_parse_check_input_trailing_space dv_itv_dts_from_str dv_itv_ytm_from_str
@@ -25,6 +26,7 @@ _ERRORS = '''
 -5040 check_duplicated_token_
 -5041 dv_time_from_str dv_time_to_str dv_time_trim_fsec dv_time_write_num_val_ dv_timestamp_from_str
     dv_timestamp_to_str dv_timestamp_trim_fsec dv_ts_tz_from_str dv_ts_tz_to_str parse_fsec_ parse_fsec_prec_
+    dv_timestamp_from_str_as_of dv_ts_tz_from_str_as_of
 -5042 dt_fmt_parse_punc_token parse_radix_
 -5045 check_omitted_time_token_
 -5048 dt_parse_check_fmt_trailing_space

@@ -22,7 +22,7 @@ def _first_bytes(text, zero_is_measured=True):
     return seen
 
 
-def _read(value_type, finish, word, text, given, precision=0):
+def _read(value_type, finish, word, text, given, precision=0, present=(2024, 2)):
     """The reader at the end of the text; finish makes the outputs of it."""
     if word.count('.') > 1:
         raise CannotTell  # a model of another type
@@ -31,7 +31,7 @@ def _read(value_type, finish, word, text, given, precision=0):
         seen = _first_bytes(given, value_type != 6)
         if precision > 9:
             raise Raised(-5041)
-        start = [2000, 1, 1] if value_type == 6 else [2024, 2, 1]
+        start = [2000, 1, 1] if value_type == 6 else [*present, 1]
         reader = Reader(model, setting, seen, start + [0, 0, 0, 0], precision)
         if model.has_zone and value_type == 22:
             raise Raised(-5011)
@@ -54,7 +54,7 @@ def _finish_time(reader):
     return [timestamp.encode_time(reader.ts[3:])]
 
 
-def _read_zoned(word, text, given, precision, session):
+def _read_zoned(word, text, given, precision, session, present=(2024, 2)):
     def finish(reader):
         zone = reader.zone if reader.zone[3] != zones.NO_ZONE else zones.decode(session)
         date = reader.ts[:6]
@@ -64,7 +64,7 @@ def _read_zoned(word, text, given, precision, session):
         reader.check_end()
         reader.check_record()
         return [zoned.encode(reader.ts, reader.zone)]
-    return _read(21, finish, word, text, given, int(precision))
+    return _read(21, finish, word, text, given, int(precision), present)
 
 
 def _read_local(word, text, given, precision, session):
@@ -148,16 +148,23 @@ def _once(read):
     return lambda given, text, *rest: read('KOREAN.MSWIN949', text, given, *rest)
 
 
-def _read_date(word, text, given):
-    return _read(5, lambda reader: [dates.encode(_finish_local(reader)[:6])], word, text, given)
+def _read_date(word, text, given, present=(2024, 2)):
+    return _read(5, lambda reader: [dates.encode(_finish_local(reader)[:6])], word, text, given, 0, present)
 
 
 def _read_time(word, text, given, precision):
     return _read(6, _finish_time, word, text, given, int(precision))
 
 
-def _read_timestamp(word, text, given, precision):
-    return _read(7, lambda reader: [timestamp.encode(_finish_local(reader))], word, text, given, int(precision))
+def _read_timestamp(word, text, given, precision, present=(2024, 2)):
+    def finish(reader):
+        return [timestamp.encode(_finish_local(reader))]
+    return _read(7, finish, word, text, given, int(precision), present)
+
+
+def _as_of(read):
+    """The last input is the DATE whose year and month stand for the present."""
+    return lambda *inputs: read(*inputs[:-1], dates.operand(inputs[-1])[:2])
 
 
 OPERATIONS = {
@@ -172,6 +179,8 @@ OPERATIONS = {
                                        lambda reader: [timestamp.encode_time(reader.ts[3:])]),
     'dt_fmt_parse_tz': _read_element(5, lambda item: ([2000, 1, 1] + _MIDNIGHT, zones.decode(item)),
                                      lambda reader: [zones.encode(reader.zone)]),
+    'dv_date_from_str_as_of': _as_of(_read_date), 'dv_timestamp_from_str_as_of': _as_of(_read_timestamp),
+    'dv_ts_tz_from_str_as_of': _as_of(_read_zoned),
     'dt_fmt_parse_punc_token': _read_punctuation, 'dt_fmt_check_ansi_punc': _check_ansi_punctuation,
     'dt_fmt_check_ddd': _check_day_of_year,
     'dt_parse_check_input_trailing_space': lambda text: _check_blank(text, -5010),

@@ -63,7 +63,7 @@ def spelled_year(year):
 
 
 def iso_week(date):
-    """ISO 8601 year, which counts 1 BC as 0, and week: by Python from February 1583 on, before that over day numbers."""
+    """ISO 8601 year, which counts 1 BC as 0, and week: by Python from February 1583 on, before by day numbers."""
     year, month, day = date[:3]
     if (1583, 2) <= (year, month) and year < 9999:
         return datetime.date(*date[:3]).isocalendar()[:2]
@@ -287,13 +287,46 @@ def _zoned_parts(item, precision):
     return utc, precision, zone
 
 
-def _write_date_once(item, text, size='1024'):
-    return _write_date('KOREAN.MSWIN949', text, item, size)
+def _once(write):
+    """The model as text, behind the value, compiled for this call in Korean and MSWIN949."""
+    return lambda item, text, *rest: write('KOREAN.MSWIN949', text, item, *rest)
+
+
+_PRESENT = '2024-02-29T13:14:15.123456'
+
+
+def _current(write):
+    """Of the present; these calls return nothing, so that the status is always 0."""
+    def recompute(*inputs):
+        text, _, *unended = write(*inputs)
+        return [text, 0, *unended]
+    return recompute
+
+
+def _write_current_zoned(word, text, zone):
+    value = zoned.encode(*zoned.of_local(timestamp.decode(_PRESENT), zones.decode(zone)))
+    return _write_zoned(word, text, value, '6')
+
+
+def _write_local_once(item, text, precision, zone, size='1024'):
+    """Compiled for TIMESTAMP, which refuses zones in its own way."""
+    local = timestamp.encode(zoned.in_session(item, zone))
+    return _write_timestamp('KOREAN.MSWIN949', text, local, precision, size)
 
 
 OPERATIONS = {'dt_fmt_write_date': _write_element(0, lambda item, precision: (dates.operand(item) + [0], precision)),
               'dt_fmt_write_time': _write_element(1, lambda item, precision: (
                   [2000, 1, 1] + timestamp.decode_time(item), precision)),
-              'dt_fmt_write_tz': _write_element(5, _zoned_parts), 'dv_date_to_str_DEPRECATED': _write_date_once}
+              'dt_fmt_write_tz': _write_element(5, _zoned_parts), 'dv_date_to_str_DEPRECATED': _once(_write_date),
+              'dv_time_to_str_DEPRECATED': _once(_write_time),
+              'dv_timestamp_to_str_DEPRECATED': _once(_write_timestamp),
+              'dv_ts_tz_to_str_DEPRECATED': _once(_write_zoned),
+              'dv_ts_ltz_to_str_DEPRECATED': _write_local_once,
+              'dv_date_current_str': _current(
+                  lambda word, text, *size: _write_date(word, text, _PRESENT[:19], *size)),
+              'dv_date_current_str_DEPRECATED': _current(
+                  lambda text: _write_date('KOREAN.MSWIN949', text, _PRESENT[:19])),
+              'dv_timestamp_current_str': _current(lambda word, text: _write_timestamp(word, text, _PRESENT, '6')),
+              'dv_ts_tz_current_str': _current(_write_current_zoned)}
 OPERATIONS |= {'dv_date_to_str': _write_date, 'dv_time_to_str': _write_time, 'dv_timestamp_to_str': _write_timestamp,
               'dv_ts_tz_to_str': _write_zoned, 'dv_ts_ltz_to_str': _write_local}

@@ -234,6 +234,15 @@ def months_between(x, y):
     return interval.encode([sign * years, sign * months])
 
 
+_SIZES = {'date': 8, 'time': 8, 'timestamp': 12, 'ts_tz': 17, 'ts_ltz': 12}
+
+
+def _constant(name):
+    if name == 'max_dv_date':
+        return [dates.encode([9999, 12, 31, 0, 0, 0])]
+    return [bytes(_SIZES[name.removeprefix('null_dv_')])]
+
+
 _TIME_UNITS, _UNITS = [8, 16, 32, 64], [1, 2, 4, 8, 16, 32, 64]
 OPERATIONS = {
     'dv_time_get_field': get_field(decode_time, _TIME_UNITS),
@@ -249,6 +258,7 @@ OPERATIONS = {
     'dv_time_trim_fsec': on_time(trim),
     'dv_time_current': lambda: [encode_time([13, 14, 15, 123456000])],
     'dv_date_from_time': lambda time: [dates.encode([2024, 2, 29] + decode_time(time)[:3])],
+    'datetime_constant': _constant,
     'dv_timestamp_current': lambda: [encode([2024, 2, 29, 13, 14, 15, 123456000])],
     'dv_timestamp_get_field': get_field(decode, _UNITS),
     'dv_timestamp_set_field': on_timestamp(_set_field(_UNITS, 3)),

@@ -126,4 +126,11 @@ def _recomputing(rounds):
     return recompute
 
 
-OPERATIONS = {'dv_date_trunc': _recomputing(False), 'dv_date_round': _recomputing(True)}
+def _trunc_or_round(item, element, truncates):
+    if not element:
+        raise Raised(-5014)
+    return _recomputing(truncates == '0')(item, element)
+
+
+OPERATIONS = {'dv_date_trunc': _recomputing(False), 'dv_date_round': _recomputing(True),
+              'dt_fmt_trunc_or_round': _trunc_or_round}
