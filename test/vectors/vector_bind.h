@@ -7,6 +7,7 @@
 #ifndef DV_TEST_VECTOR_BIND_H
 #define DV_TEST_VECTOR_BIND_H
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <tuple>
@@ -126,7 +127,8 @@ void put_left(vector_call &call, T argument, bool has_returned) {
         if constexpr (std::is_arithmetic_v<value_type>) {
             if (has_returned) put_value(call, *argument);
         } else if constexpr (std::is_same_v<value_type, number_t>) {
-            if (has_returned) call.put_bytes(argument, argument->size + size_t{1});
+            if (has_returned)
+                call.put_bytes(argument, std::min(argument->size + size_t{1}, sizeof *argument));
         } else {
             call.put_bytes(argument, sizeof *argument);
         }

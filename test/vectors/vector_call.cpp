@@ -95,8 +95,9 @@ void *vector_call::memory(size_t size) {
 int64_t vector_call::integer() {
     const std::string field(next_());
     char *end;
-    const int64_t value = field.front() == '-' ? std::strtoll(field.c_str(), &end, 10)
-                                               : static_cast<int64_t>(std::strtoull(field.c_str(), &end, 10));
+    const int64_t value = field.starts_with('-')
+                              ? std::strtoll(field.c_str(), &end, 10)
+                              : static_cast<int64_t>(std::strtoull(field.c_str(), &end, 10));
     if (field.empty() || *end != '\0') fail("no integer: " + field);
     return value;
 }

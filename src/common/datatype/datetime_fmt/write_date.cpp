@@ -184,7 +184,7 @@ static_assert(all_elements([](const dt_fmt_token_t &element) { return element.ty
                            [](size_t id) {
                                if (fmt_tokens_[id].is_str_fmt == 0)
                                    return _numbers[id] != nullptr || id == DT_FMT_TOKEN_J;
-                               return _name_elements[id].get != nullptr || id == DT_FMT_TOKEN_YEAR ||
+                               return _name_elements[id].count != 0 || id == DT_FMT_TOKEN_YEAR ||
                                       id == DT_FMT_TOKEN_SYEAR;
                            }));
 
