@@ -1,11 +1,10 @@
 // What the readers, writers and checks of datetime models raise, and in whose name: the names are part of the
-// contract. And what every function of the header does without one of its pointers.
+// contract.
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstring>
-#include <functional>
 
 #include "dvtypes/timestamp_tz.h"
 #include "model_text.h"
@@ -207,91 +206,6 @@ TEST(ModelRaise, ShowsTheTextOfTheContext) {
     EXPECT_EQ(error.args[2], std::string(DV_ERROR_TEXT_MAX - 1, 'x'));
     dt_parse_ctx_init(&ctx, &model.ctx, text.data(), 200, nullptr, 0, /*is_from_str=*/0);
     EXPECT_EQ(ctx.org_str[0], '\0');
-}
-
-namespace {
-
-std::string _asserted;  // the texts of assertions, each with a blank
-
-void note_assertion_(const char *condition, const char *, int) { _asserted += condition + "; "s; }
-
-}  // namespace
-
-// Each pointer of each function in its turn: one assertion, nothing touched, 0.
-TEST(ModelPointers, MissingOnesAreAssertedAndNothingIsTouched) {
-    compiled_model compiled("YYYY", /*is_reading=*/true);
-    const dt_fmt_ctx_t model_before = compiled.ctx;
-    dt_fmt_token_info_t element{};
-    element.id = DT_FMT_TOKEN_YYYY;
-    char text[8] = "2024";
-    dt_fmt_parse_ctx_t ctx;
-    dt_parse_ctx_init(&ctx, &compiled.ctx, text, 4, "YYYY", 4, 1);
-    ctx.cur_token_info = &element;
-    const dt_fmt_parse_ctx_t ctx_before = ctx;
-    dv_date_t date = make_date(1, 2, 3);
-    dv_time_t time{1, 2, 3, 0, {}};
-    dv_ts_tz_t zoned{};
-    timezone_t tz{};
-    int at = 7;
-    long result = 0;
-    struct missing_t {
-        const char *text;
-        std::function<long()> call;
-    };
-    const missing_t calls[] = {
-        {"alloc", [&] { return dt_fmt_ctx_set(nullptr, &compiled.ctx, "DD", 2, 3, 0, 3), 0; }},
-        {"fmt_ctx", [&] { return dt_fmt_ctx_set(&compiled, nullptr, "DD", 2, 3, 0, 3), 0; }},
-        {"fmt", [&] { return dt_fmt_ctx_set(&compiled, &compiled.ctx, nullptr, 2, 3, 0, 3), 0; }},
-        {"fmt_ctx",
-         [&] { return dt_fmt_ctx_set_user_nls(&compiled, nullptr, "NLS_CALENDAR = GREGORIAN", 24), 0; }},
-        {"alloc", [&] { return dt_fmt_ctx_reset(nullptr, &compiled.ctx), 0; }},
-        {"fmt_ctx", [&] { return dt_fmt_ctx_reset(&compiled, nullptr), 0; }},
-        {"fmt_ctx", [&] { return dt_fmt_get_predicted_str_len(nullptr, 9); }},
-        {"fmt_ctx", [&] { return dt_fmt_ctx_get_serialize_size(nullptr); }},
-        {"fmt_ctx", [&] { return dt_fmt_ctx_serialize(nullptr, text, 8), 0; }},
-        {"buf", [&] { return dt_fmt_ctx_serialize(&compiled.ctx, nullptr, 1000), 0; }},
-        {"parse_ctx", [&] { return dt_parse_ctx_init(nullptr, &compiled.ctx, text, 4, "DD", 2, 1), 0; }},
-        {"alloc", [&] { return dt_fmt_parse_token(nullptr, &ctx), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_parse_token(&compiled, nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_write_date(nullptr, &date); }},
-        {"date", [&] { return dt_fmt_write_date(&ctx, nullptr); }},
-        {"parse_ctx", [&] { return dt_fmt_write_time(nullptr, &time, 9); }},
-        {"time", [&] { return dt_fmt_write_time(&ctx, nullptr, 9); }},
-        {"parse_ctx", [&] { return dt_fmt_write_tz(nullptr, &zoned); }},
-        {"ts_tz", [&] { return dt_fmt_write_tz(&ctx, nullptr); }},
-        {"parse_ctx", [&] { return dt_fmt_write_punc_token(nullptr); }},
-        {"parse_ctx", [&] { return dt_fmt_parse_date(nullptr, &date), 0; }},
-        {"date", [&] { return dt_fmt_parse_date(&ctx, nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_parse_time(nullptr, &time, 9, &at), 0; }},
-        {"time", [&] { return dt_fmt_parse_time(&ctx, nullptr, 9, &at), 0; }},
-        {"token_idx", [&] { return dt_fmt_parse_time(&ctx, &time, 9, nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_parse_tz(nullptr, &tz), 0; }},
-        {"tz", [&] { return dt_fmt_parse_tz(&ctx, nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_parse_punc_token(nullptr, &at), 0; }},
-        {"token_idx", [&] { return dt_fmt_parse_punc_token(&ctx, nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_check_ddd(nullptr, &date), 0; }},
-        {"date", [&] { return dt_fmt_check_ddd(&ctx, nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_parse_check_input_trailing_space(nullptr), 0; }},
-        {"parse_ctx", [&] { return dt_parse_check_fmt_trailing_space(nullptr, 1), 0; }},
-        {"parse_ctx", [&] { return dt_fmt_check_ansi_date(nullptr); }},
-        {"parse_ctx", [&] { return dt_fmt_check_ansi_time(nullptr); }},
-        {"parse_ctx", [&] { return dt_fmt_check_ansi_punc(nullptr); }},
-        {"date", [&] { return dt_fmt_trunc_or_round(nullptr, "DD", 2, 1), 0; }},
-        {"fmt", [&] { return dt_fmt_trunc_or_round(&date, nullptr, 2, 1), 0; }},
-        {"name", [&] { return dt_fmt_get_day_idx_of_week(nullptr, 2, 0, 3); }},
-    };
-    const assertion_watch watch;
-    dv_assert_set_reporter(note_assertion_);
-    for (const auto &[pointer, call] : calls) {
-        _asserted.clear();
-        EXPECT_EQ(raise_of([&, &call = call] { result = call(); }), 0) << &call - &calls[0].call << pointer;
-        EXPECT_EQ(_asserted, pointer + " != NULL; "s);
-        EXPECT_EQ(result, 0) << pointer;
-        EXPECT_EQ(std::memcmp(&compiled.ctx, &model_before, sizeof model_before), 0) << pointer;
-        EXPECT_EQ(std::memcmp(&ctx, &ctx_before, sizeof ctx), 0) << pointer;
-        EXPECT_EQ(date, make_date(1, 2, 3));
-        EXPECT_TRUE(at == 7 && time.hour == 1 && text == "2024"s);
-    }
 }
 
 // A zone that is no region, a record without text: asserted or passed over, and no more.

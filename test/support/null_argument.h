@@ -9,6 +9,7 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "raise.h"
 
@@ -30,7 +31,7 @@ struct null_report_t {
 };
 inline thread_local null_report_t null_report;
 
-// Every pointer has a block of its own that looks like the NUMBER 1 and like a short text; an integer is 1.
+// Every pointer has a block of its own, a valid NUMBER and a record without a NULL in it; an integer is 1.
 inline constexpr size_t NULL_ARGUMENT_BLOCK = 512;
 using null_argument_block = std::array<uint8_t, NULL_ARGUMENT_BLOCK>;
 
@@ -57,7 +58,8 @@ template <typename R, typename... Args, size_t... I>
 std::string null_argument_fault(R (*function)(Args...), std::string_view assertions, unsigned optional,
                                 std::index_sequence<I...>) {
     constexpr bool is_pointer[] = {std::is_pointer_v<Args>...};
-    constexpr null_argument_block sound = {2, 0xC1, 0x81};
+    null_argument_block sound;
+    sound.fill(2);
     size_t required = 0;
     for (size_t missing = 0; missing < sizeof...(Args); ++missing) {
         if (!is_pointer[missing] || (optional >> missing & 1) != 0) continue;
@@ -82,27 +84,31 @@ std::string null_argument_fault(R (*function)(Args...), std::string_view asserti
     return "";
 }
 
-// One function: its name, and what is wrong with it given the assertion that it must report and a mask of the
-// arguments that may be NULL.
+// One function: its name, and what is wrong with it given the assertions that it must report and a mask of
+// the arguments that may be NULL.
 struct null_case_t {
     std::string_view name;
-    std::string (*fault)(std::string_view assertion, unsigned optional);
+    std::string (*fault)(std::string_view assertions, unsigned optional);
 };
 
 template <auto function>
-constexpr null_case_t null_case = {name_of<function>(), [](std::string_view assertion, unsigned optional) {
-                                       const auto indices = []<typename R, typename... Args>(R (*)(Args...)) {
-                                           return std::index_sequence_for<Args...>{};
-                                       };
-                                       dv_assert_set_reporter([](const char *text, const char *, int) {
-                                           ++null_report.count;
-                                           null_report.text = text;
-                                       });
-                                       std::string fault = null_argument_fault(function, assertion, optional,
-                                                                               indices(function));
-                                       dv_assert_set_reporter(nullptr);
-                                       return fault;
-                                   }};
+std::string null_case_fault(std::string_view assertions, unsigned optional) {
+    const auto indices = []<typename R, typename... Args>(R (*)(Args...)) {
+        return std::index_sequence_for<Args...>{};
+    };
+    dv_assert_set_reporter([](const char *text, const char *, int) {
+        ++null_report.count;
+        null_report.text = text;
+    });
+    std::string fault = null_argument_fault(function, assertions, optional, indices(function));
+    dv_assert_set_reporter(nullptr);
+    return fault;
+}
+
+template <auto... functions>
+std::vector<null_case_t> null_cases() {
+    return {{name_of<functions>(), null_case_fault<functions>}...};
+}
 
 }  // namespace dv::test
 
