@@ -148,9 +148,17 @@ int last_digits_(const calendar_day_t &d) {
     return Count(d) % Modulus;
 }
 
-// What each numeric element counts.
+// What a numeric element counts. Whether it counts anything is a truth value of its own: under sanitizers no
+// compiler takes the comparison of a template's address for a constant.
+struct number_element_t {
+    count_t *count = nullptr;
+    bool is_given = false;
+    constexpr number_element_t() = default;
+    constexpr number_element_t(count_t *counter) : count(counter), is_given(true) {}
+};
+
 constexpr auto _numbers = [] {
-    std::array<count_t *, FMT_TOKEN_IDS_END> numbers{};
+    std::array<number_element_t, FMT_TOKEN_IDS_END> numbers{};
     numbers[DT_FMT_TOKEN_CC] = numbers[DT_FMT_TOKEN_SCC] = century_;
     numbers[DT_FMT_TOKEN_IYYY] = last_digits_<iso_year_, 10'000>;
     numbers[DT_FMT_TOKEN_IYY] = last_digits_<iso_year_, 1000>;
@@ -174,16 +182,16 @@ constexpr auto _numbers = [] {
 
 int dv_date_write_num_val_(size_t id, const calendar_day_t &d) {
     if (id == DT_FMT_TOKEN_J) raise(ERR_J_NOT_WRITABLE);
-    count_t *const number = _numbers[id];
-    if (number == nullptr) raise(ERR_MODEL_FOR_DATE);
-    return number(d);
+    const number_element_t &number = _numbers[id];
+    if (!number.is_given) raise(ERR_MODEL_FOR_DATE);
+    return number.count(d);
 }
 
 // Every element of a date has its word or number.
 static_assert(all_elements([](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_DATE; },
                            [](size_t id) {
                                if (fmt_tokens_[id].is_str_fmt == 0)
-                                   return _numbers[id] != nullptr || id == DT_FMT_TOKEN_J;
+                                   return _numbers[id].is_given || id == DT_FMT_TOKEN_J;
                                return _name_elements[id].count != 0 || id == DT_FMT_TOKEN_YEAR ||
                                       id == DT_FMT_TOKEN_SYEAR;
                            }));
