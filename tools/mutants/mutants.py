@@ -29,7 +29,7 @@ def _arguments():
     parser.add_argument("--need", type=int, default=0, metavar="N", help="fail when fewer than N are noticed")
     parser.add_argument("--max-units", type=int, default=1000, metavar="N",
                         help="leave out files that more than N objects are made of (%(default)s)")
-    parser.add_argument("--rounds", type=float, default=0.02, help="DV_TEST_ROUNDS of the tests (%(default)s)")
+    parser.add_argument("--rounds", type=float, default=0.02, help="DV_TEST_ROUNDS of the short runs (%(default)s)")
     parser.add_argument("--folder", type=Path, default=_ROOT / "build" / "mutants", help="where it builds (%(default)s)")
     return parser.parse_args()
 

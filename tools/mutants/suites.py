@@ -1,6 +1,7 @@
 """Runs the tests that are likely to notice a fault first, and stops at the first that does.
 
-Likely are those that noticed an earlier fault in the same file, then those of its area, then all others.
+Likely are those that noticed an earlier fault in the same file, then those of its area, then all others. Random tests
+are short at first (DV_TEST_ROUNDS); those of the fault's area then run once more, longer.
 """
 
 import json
@@ -12,6 +13,7 @@ from pathlib import Path
 
 _SLOW = 0.5  # seconds: such a test runs after all others
 _EVERYWHERE = "vectors"  # an area whose tests are about all areas
+_MORE_ROUNDS = 12  # the factor of the longer run
 
 
 class Suites:
@@ -25,8 +27,8 @@ class Suites:
     def learn(self, path, test):
         self._noticed.setdefault(path, Counter())[test] += 1
 
-    def _environment(self, more):
-        return {**os.environ, "DV_TEST_ROUNDS": str(self._rounds), **more}
+    def _environment(self, more, factor=1):
+        return {**os.environ, "DV_TEST_ROUNDS": str(self._rounds * factor), **more}
 
     def _measure(self, name, path):
         """Runs everything once: it must pass, and says how long each test takes."""
@@ -44,7 +46,7 @@ class Suites:
         return tests
 
     def _phases(self, programs, path, area):
-        """Programs and lists of tests, the likelier ones first; with the seconds that they take."""
+        """Programs and lists of tests, the likelier ones first; with the seconds and the factor of their rounds."""
         known = {name for name, _ in self._noticed.get(path, Counter()).most_common(12)}
         ranked = [{}, {}, {}, {}]
         for program in programs:
@@ -54,25 +56,29 @@ class Suites:
                 ranked[rank].setdefault(program, []).append((name, seconds))
         for phase in ranked:
             for program, tests in phase.items():
-                yield program, [name for name, _ in tests], sum(seconds for _, seconds in tests)
+                yield program, [name for name, _ in tests], sum(seconds for _, seconds in tests), 1
+        for program in programs:
+            tests = [(name, seconds) for name, test_area, seconds in self._tests[program] if test_area == area]
+            if tests:
+                yield program, [name for name, _ in tests], sum(s for _, s in tests) * _MORE_ROUNDS, _MORE_ROUNDS
 
     def first_to_notice(self, programs, path, area, workshop):
         """The name of a test that notices the fault ("hang: NAME" where it does not end), or None."""
-        for program, names, seconds in self._phases(programs, path, area):
-            found = self._run(workshop, program, names, seconds)
+        for program, names, seconds, factor in self._phases(programs, path, area):
+            found = self._run(workshop, program, names, seconds, factor)
             if found is not None:
                 self.learn(path, found.removeprefix("hang: "))
                 return found
         return None
 
-    def _run(self, workshop, program, names, seconds):
+    def _run(self, workshop, program, names, seconds, factor):
         cpu = int(5 + 5 * seconds)
         limits = ["prlimit", f"--cpu={cpu}", "--core=0", f"--as={8 << 30}", f"--fsize={256 << 20}"]
         words = limits + [workshop.program(program), "--gtest_break_on_failure", "--gtest_filter=" + ":".join(names)]
         folder, output = workshop.folder / "run", workshop.folder / "output"
         with open(output, "wb") as log:
             process = subprocess.Popen(words, stdout=log, stderr=subprocess.DEVNULL, cwd=folder,
-                                       env=self._environment(workshop.environment()), start_new_session=True)
+                                       env=self._environment(workshop.environment(), factor), start_new_session=True)
             try:
                 code = process.wait(timeout=20 * cpu)
             except subprocess.TimeoutExpired:
