@@ -31,6 +31,7 @@ _ARITHMETIC = {
     "+=": "-=", "-=": "+=", "*=": "/=", "/=": "*=", "%=": "/=", "|=": "&=", "&=": "|=", "^=": "|=", "<<=": ">>=",
     ">>=": "<<=", "++": "--", "--": "++",
 }
+_ASSIGNMENTS = {"=", *(text for text in _ARITHMETIC if text.endswith("="))}
 _OPERAND_ENDS = {",", ";", "?", ":", "{", "}", "&&", "||", "=", "return"}
 _DECLARATION = re.compile(r"[\w:]+(<.*?>)?\s+[*&]*\w")
 _NOT_DROPPED = {
@@ -297,7 +298,7 @@ class _Source:
         two assertions one at most fails."""
         if first[0].text == second[0].text == "DV_ASSERT":
             return False
-        targets = [[t.text for t in tokens[: next((k for k, t in enumerate(tokens) if t.text == "="), 0)]]
+        targets = [[t.text for t in tokens[: next((k for k, t in enumerate(tokens) if t.text in _ASSIGNMENTS), 0)]]
                    for tokens in (first, second)]
         texts = ["\0".join(t.text for t in tokens) for tokens in (first, second)]
         if any(targets):
