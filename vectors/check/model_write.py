@@ -193,7 +193,7 @@ class Writer:
         digits = f'{abs(value):0{width}d}'
         text = '-' * (value < 0) + digits
         if e.suffix == 1:
-            teens = 11 <= abs(value) % 100 <= 19
+            teens = 11 <= math.fmod(value, 100) <= 19
             suffix = 'TH' if teens else {'1': 'ST', '2': 'ND', '3': 'RD'}.get(digits[-1], 'TH')
             text += suffix if e.letter_case == 0 else suffix.lower()
         return text
