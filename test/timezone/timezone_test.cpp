@@ -104,42 +104,7 @@ TEST(TimezoneShift, AddsTheMinutesOfTheOffset) {
     }
 }
 
-TEST(TimezoneText, IsAnOffsetOrARegionOrRefused) {
-    constexpr std::pair<const char *, const char *> cases[] = {{"+09:00", "9:0 of 581"},
-                                                               {" -05:30 ", "-5:30 of 581"},
-                                                               {"9", "9:0 of 581"},
-                                                               {"+ 9 : 30", "9:30 of 581"},
-                                                               {"-12:59", "-12:59 of 581"},
-                                                               {"+14:00", "14:0 of 581"},
-                                                               {"-0:30", "0:30 of 581"},
-                                                               {"+14:01", "-5099"},
-                                                               {"-13:00", "-5098"},
-                                                               {"+99999999999", "-5098"},
-                                                               {"+4294967305", "-5098"},
-                                                               {"+9:60", "-5099"},
-                                                               {"+9:00x", "-5103"},
-                                                               {"+", "-5103"},
-                                                               {"+9:", "-5103"},
-                                                               {"asia/SEOUL", "0:0 of 301"},
-                                                               {"\tEtc/UTC  ", "0:0 of 412"},
-                                                               {"   ", "0:0 of 412"},
-                                                               {"Mars/Base", "-5104"},
-                                                               {"", "-5104"}};
-    for (const auto &[text, want] : cases) {
-        timezone_t tz = zone_(7, 7, 7);
-        const std::string_view given = text;
-        const int code = raise_of([&] { timezone_parse(&tz, given.data(), static_cast<int>(given.size())); });
-        EXPECT_EQ(code != 0 ? std::to_string(code) : describe_(tz), want) << text;
-    }
-    timezone_t tz;
-    const std::string name = "Etc/UTC" + std::string(57, ' ');
-    EXPECT_EQ(raise_of([&] { timezone_parse(&tz, name.data(), 64); }), 0);
-    const std::string longer = name + " ";
-    EXPECT_EQ(raise_of([&] { timezone_parse(&tz, longer.data(), 65); }), -5104);
-    EXPECT_EQ(raise_of([&] { timezone_parse(&tz, "\0+09:00", 7); }), -5104);
-}
-
-// Of any two bytes as printf does it, into a buffer of any size; regions as the table has them.
+// Of any two bytes as printf does it, into a buffer of any size.
 TEST(TimezoneText, NamesAZone) {
     char text[TZ_NAME_TEXT_SIZE];
     for (int byte = 0; byte < 256; ++byte) {
@@ -157,21 +122,6 @@ TEST(TimezoneText, NamesAZone) {
             }
         }
     }
-    const timezone_t seoul = zone_(301);
-    timezone_get_zone_name(&seoul, text, sizeof text);
-    EXPECT_STREQ(text, "Asia/Seoul");
-    timezone_get_zone_name(&seoul, text, 0);
-    EXPECT_STREQ(text, "Asia/Seoul");
-    const dv_date_t utc = make_date(2024, 1, 1);
-    for (const auto &[size, want] :
-         {std::pair(4, "KST"), std::pair(3, "KS"), std::pair(1, ""), std::pair(0, "")}) {
-        timezone_get_zone_abbr(&seoul, &utc, text, size);
-        EXPECT_STREQ(text, want) << size;
-    }
-    const timezone_t nine = zone_(TZ_ID_OFFSET, 9);
-    std::memset(text, '#', sizeof text);
-    timezone_get_zone_abbr(&nine, &utc, text, sizeof text);
-    EXPECT_STREQ(text, "");
 }
 
 // Values and files hold them.
@@ -219,12 +169,9 @@ TEST(TimezoneField, IsStoredWithinItsRange) {
         }
     }
     EXPECT_EQ(watch.count(), 70'300u - 582);
-    timezone_t tz = zone_(7);
-    EXPECT_EQ(raise_of([&] { timezone_set_field(&tz, 4, 0); }), -5006);
-    EXPECT_EQ(raise_of([&] { timezone_get_field(&tz, -1); }), -5006);
 }
 
-// The host's zone under TZ: every region's present offset, and what is no region.
+// The host's zone under TZ: every region's present offset, and a later name of one.
 TEST(TimezoneDefault, FollowsTheEnvironment) {
     const tz_variable variable;
     for (int id = 0; id < TZ_ID_MAX; ++id) {
@@ -238,32 +185,9 @@ TEST(TimezoneDefault, FollowsTheEnvironment) {
     }
     variable.set("Europe/Kiev");
     const std::string kiev = present_offset_();
-    const std::string letters(61, 'A'), many(90, 'A');
-    const std::pair<std::string, std::string> cases[] = {
-        {"europe/kyiv \t", kiev},
-        {":EUROPE/Kyiv \t", kiev},
-        {"KST-9", "9:0 of 581"},
-        {"EST5", "-5:0 of 581"},
-        {"<x>3", "0:0 of 581"},
-        {"IST -5:30x", "5:30 of 581"},
-        {"NST+3:30NDT", "-3:30 of 581"},
-        {"abc", "0:0 of 581"},
-        {"KST-15", "0:0 of 581"},
-        {"", "0:0 of 581"},
-        {"  ", "0:0 of 581"},
-        {letters + "-9", "9:0 of 581"},
-        {many + "-9", "9:0 of 581"},
-        {"Etc/GMT-9" + std::string(55, ' '), "9:0 of 581"},
-        {"Etc/GMT-9" + std::string(56, ' '), "0:0 of 581"},  // too long for a name, and no offset
-        {":Etc/GMT-9" + std::string(55, ' '), "9:0 of 581"},
-        {":Etc/GMT-9" + std::string(56, ' '), "0:0 of 581"},
-        {":Nowhere/Zone", "0:0 of 581"},
-        {":KST-9", "0:0 of 581"},
-    };
-    for (const auto &[value, want] : cases) {
-        variable.set(value);
-        EXPECT_EQ(describe_(host_zone_()), want) << '"' << value << '"';
-        EXPECT_EQ(host_zone_().utc_sec, 0);
+    for (const char *name : {"europe/kyiv \t", ":EUROPE/Kyiv \t"}) {
+        variable.set(name);
+        EXPECT_EQ(describe_(host_zone_()), kiev) << name;
     }
 }
 

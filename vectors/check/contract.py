@@ -15,7 +15,7 @@ _ERRORS = '''
 -5011 dt_fmt_ctx_set dt_fmt_parse_date dt_fmt_write_date dv_date_from_str dv_date_to_str dv_time_from_str
     dv_time_to_str dv_timestamp_from_str dv_timestamp_to_str
 -5012 dt_fmt_ctx_set dt_fmt_parse_time dt_fmt_write_time
--5013 dt_fmt_parse_date
+-5013 dt_fmt_parse_date dt_fmt_parse_time dt_fmt_parse_tz
 -5014 dt_fmt_parse_token dt_fmt_trunc_or_round dv_date_round dv_date_trunc parse_dt_fmt_
 -5024 dt_fmt_check_ddd
 -5025 dt_fmt_check_ddd
@@ -56,7 +56,7 @@ _ERRORS = '''
 -5083 erowid_get_block
 -5084 erowid_get_row erowid_get_rowid
 -5087 dv_itv_dts_set_total_sec
--5088 parse_dd_ parse_ddd_ parse_fsec_ parse_hour_ parse_minute_ parse_mm_ parse_second_ parse_tz_hour_
+-5088 parse_dd_ parse_ddd_ parse_fsec_ parse_hour_ parse_minute_ parse_mm_ parse_second_ parse_second_of_day_ parse_tz_hour_
     parse_tz_minute_ parse_yyyy_
 -5089 dt_fmt_parse_punc_token
 -5091 dt_fmt_parse_tz dv_tz_write_num_val_ dv_tz_write_str_val_

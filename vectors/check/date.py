@@ -208,12 +208,12 @@ def weekday_of_name(text, language, charset):
                         return index
     if text.isdigit() and 1 <= int(text) <= 7:
         return (int(text) + 5) % 7
-    raise Raised(-5113, 'day_name', text, 'Inconsistent with NLS_DATE_LANGUAGE')
+    raise Raised(-5113, 'day_name', text[:63], 'Inconsistent with NLS_DATE_LANGUAGE')
 
 
 def _folded(text, charset):
     try:
-        return names.decode(text, charset).upper()
+        return names.decode(text, charset).lower()
     except UnicodeError:
         return text
 

@@ -88,6 +88,7 @@ def _to_ucs2(charset, text):
 
 _SORTS = ['BINARY', 'EBCDIC', 'GERMAN', 'FRENCH', 'DUTCH']
 _BLANK = ' \t\n\v\f\r'
+_BLANK_IN_FRONT = ' \t\n\f\r'
 
 
 def _lookup(values):
@@ -120,7 +121,7 @@ def parse_setting(text):
     text = text.decode('latin-1')
     parameter, values = -1, None
     if text.count('=') <= 1 and len(text) < 257:
-        setting, _, value = (part.strip(_BLANK).upper() for part in text.partition('='))
+        setting, _, value = (part.rstrip(_BLANK).lstrip(_BLANK_IN_FRONT).upper() for part in text.partition('='))
         if setting == 'NLS_DATE_LANGUAGE':
             parameter, values = 3, [LANGUAGES.index(value)] if value in LANGUAGES else None
         elif setting == 'NLS_CALENDAR':
