@@ -96,6 +96,19 @@ TEST(DateAddDay, CountsWholeDays) {
     }
 }
 
+// By each of the functions that add months: plain, strict, and as an interval added or subtracted.
+enum class month_sum_e { PLAIN, STRICT, ADDED, SUBTRACTED };
+
+int add_months_(dv_date_t &date, int n, month_sum_e how) {
+    dv_itv_ytm_t itv;
+    dv_itv_ytm_set_total_month(&itv, how == month_sum_e::SUBTRACTED ? -n : n);
+    return raise_of([&] {
+        if (how == month_sum_e::ADDED) return dv_date_add_itv_ytm(&date, &itv);
+        if (how == month_sum_e::SUBTRACTED) return dv_date_sub_itv_ytm(&date, &itv);
+        dv_date_add_month(&date, n, how == month_sum_e::STRICT ? 1 : 0);
+    });
+}
+
 TEST(DateAddMonth, CountsMonthsAndKeepsTheEndOfTheMonth) {
     number_source source(3);
     for (long round = scaled(200'000); round > 0; --round) {
@@ -108,17 +121,11 @@ TEST(DateAddMonth, CountsMonthsAndKeepsTheEndOfTheMonth) {
         const int length = dt_fmt_get_days_of_mon(year, month);
         const bool was_last = date.day == dt_fmt_get_days_of_mon(old_year, date.month);
         const int day = was_last ? length : std::min<int>(date.day, length);
-        const int is_strict = source.pick(0, 1);
-        const int day_code = is_strict != 0 && date.day > length ? -5005 : 0;
+        const auto how = static_cast<month_sum_e>(source.pick(0, 3));
+        const int day_code = how != month_sum_e::PLAIN && date.day > length ? -5005 : 0;
         const int want = year == 0 || std::abs(year) > 9999 ? -5114 : day_code;
         dv_date_t sum = date;
-        const bool is_itv = is_strict != 0 && (n & 2) != 0, is_sub = (n & 4) != 0;
-        dv_itv_ytm_t itv;
-        dv_itv_ytm_set_total_month(&itv, is_sub ? -n : n);
-        const int code = raise_of([&] {
-            if (!is_itv) return dv_date_add_month(&sum, n, is_strict != 0 ? 1 : 0);
-            (is_sub ? dv_date_sub_itv_ytm : dv_date_add_itv_ytm)(&sum, &itv);
-        });
+        const int code = add_months_(sum, n, how);
         ASSERT_EQ(code, want) << describe(date) << " + " << n;
         // A strict sum that lacks its day has the month already.
         const int stored = code == -5005 ? date.day : day;
@@ -224,21 +231,26 @@ TEST(DateFromEpochTime, IsTheLocalClockAndGoesBack) {
     const char *const before = getenv("TZ");
     const std::string kept = before != nullptr ? before : "";
     number_source source(5);
-    for (const auto &[zone, offset] : {std::pair{"UTC0", 0}, {"EAST-9", 32400}, {"WEST4:30", -16200}}) {
-        setenv("TZ", zone, 1);
+    const struct {
+        const char *name;
+        int offset;  // seconds
+    } zones[] = {{"UTC0", 0}, {"EAST-9", 32400}, {"WEST4:30", -16200}};
+    for (const auto &zone : zones) {
+        setenv("TZ", zone.name, 1);
         tzset();
         for (int round = 0; round < 1000; ++round) {
             const dv_date_t date = random_date(source);
             if (dv_date_to_julian_day(&date) < DV_JULIAN_DAY_GREGORIAN) continue;
-            const time_t t = seconds_(date) - 2440588 * time_t{86400} - offset;
+            const time_t t = seconds_(date) - 2440588 * time_t{86400} - zone.offset;
             dv_date_t local;
             memset(&local, 0xFF, sizeof local);
             dv_date_from_epoch_time(t, &local);
-            ASSERT_EQ(local, date) << zone << " " << t;
-            ASSERT_EQ(dv_date_to_system_time(&date), t) << zone;
+            ASSERT_EQ(local, date) << zone.name << " " << t;
+            ASSERT_EQ(dv_date_to_system_time(&date), t) << zone.name;
         }
         dv_date_t date;
-        EXPECT_EQ(raise_of([&] { dv_date_from_epoch_time(253402300800 - offset, &date); }), -5114);  // 10000
+        EXPECT_EQ(raise_of([&] { dv_date_from_epoch_time(253402300800 - zone.offset, &date); }),
+                  -5114);  // 10000
         EXPECT_EQ(raise_of([&] { dv_date_from_epoch_time(INT64_MAX, &date); }), -5114);
     }
     before != nullptr ? setenv("TZ", kept.c_str(), 1) : unsetenv("TZ");

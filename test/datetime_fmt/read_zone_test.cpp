@@ -64,13 +64,12 @@ TEST(ZoneRead, ReadsBackEveryAbbreviationOfEveryRegion) {
             const size_t clock_end = text.find(' ', 12);
             std::string lower = abbreviation;
             for (char &c : lower) c = dv::impl::to_lower(c);
-            EXPECT_EQ(read_back_(behind, text + ' ' + lower, writer), text) << abbreviation;
-            EXPECT_EQ(read_back_(behind, text + ' ' + abbreviation, writer), text) << abbreviation;
-            EXPECT_EQ(
-                read_back_(before, abbreviation + text.substr(clock_end) + ' ' + text.substr(0, clock_end),
-                           writer),
-                text)
+            const std::string first =
+                abbreviation + text.substr(clock_end).append(" ").append(text, 0, clock_end);
+            EXPECT_EQ(read_back_(behind, std::string(text).append(" ").append(lower), writer), text) << lower;
+            EXPECT_EQ(read_back_(behind, std::string(text).append(" ").append(abbreviation), writer), text)
                 << abbreviation;
+            EXPECT_EQ(read_back_(before, first, writer), text) << abbreviation;
             ++texts;
         }
     }

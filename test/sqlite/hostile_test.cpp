@@ -76,6 +76,20 @@ std::string argument_(const std::vector<std::string> &quoted, std::mt19937_64 &r
     }
 }
 
+// A row of table t.
+std::string row_(const std::vector<std::string> &quoted, std::mt19937_64 &random) {
+    std::string row = "(" + argument_(quoted, random);
+    for (int i = 1; i < 7; ++i) row.append(", ").append(argument_(quoted, random));
+    return row + ")";
+}
+
+// The function of the first columns of table t.
+std::string call_of_(const sql_name &function) {
+    std::string columns;
+    for (int i = 0; i < function.arity; ++i) columns.append(i == 0 ? "a" : ", a").append(std::to_string(i));
+    return function.name + "(" + columns + ")";
+}
+
 // The functions that a schema may store the results of.
 bool is_fixed_(const sql_name &function) {
     const bool is_clock = function.name == "tz_offset" && function.arity == 1;
@@ -116,15 +130,11 @@ TEST(SqlHostile, ArgumentsGiveAValueOrAnErrorWhereverTheyStand) {
         sqlite_session session;
         session.rows("PRAGMA trusted_schema = OFF");
         sqlite3_db_config(session.db(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-        std::string call = function.name + "(";
-        for (int i = 0; i < function.arity; ++i) call += (i == 0 ? "a" : ", a") + std::to_string(i);
-        call += ")";
+        const std::string call = call_of_(function);
         const bool is_fixed = is_fixed_(function);
         make_schema_(session, call, is_fixed);
         for (int round = 0; round < 30 * (function.arity + 1); ++round) {
-            std::string row;
-            for (int i = 0; i < 7; ++i) row += (i == 0 ? "(" : ", ") + argument_(quoted, random);
-            row += ")";
+            const std::string row = row_(quoted, random);
             session.rows("INSERT INTO t VALUES " + row);
             const std::string got = session.value("SELECT quote(v) FROM view");
             const bool is_error = got.starts_with("error: ");

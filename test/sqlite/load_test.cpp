@@ -105,7 +105,7 @@ TEST(SqlLoad, SurvivesEveryAllocationThatFails) {
                 const bool is_loaded =
                     from_sql ? session.value(_loader) == "NULL" : session.load() == SQLITE_OK;
                 is_done = !memory.has_failed();
-                memory.fail_at(-1, false);
+                memory.fail_at(-1, /*lasts=*/false);
                 const std::string names = names_(session);
                 EXPECT_TRUE(is_loaded || !is_done) << n;
                 EXPECT_EQ(session.load(), SQLITE_OK) << n;

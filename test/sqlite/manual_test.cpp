@@ -44,7 +44,7 @@ TEST_P(SqlManual, ExamplesSurviveEveryAllocationThatFails) {
                 memory.fail_at(n, /*lasts=*/n % 2 == 0);
                 const std::string got = session.value(sql);
                 const bool has_failed = memory.has_failed();
-                memory.fail_at(-1, false);
+                memory.fail_at(-1, /*lasts=*/false);
                 if (!has_failed) break;
                 ++failures;
                 EXPECT_TRUE(got == result || got == "error: out of memory") << n << " " << sql << " " << got;

@@ -153,18 +153,19 @@ TEST(TimezoneField, IsStoredWithinItsRange) {
                   {TZ_FLD_UTC_SEC, 0, 59, -5100},
                   {TZ_FLD_ZONE_ID, 0, 65535, 0}};
     const assertion_watch watch;
-    for (const auto &[field, lowest, highest, code] : fields) {
+    for (const auto &stored : fields) {
+        const int code = stored.code;
         for (int value = -300; value < 70'000; ++value) {
             timezone_t tz = zone_(7, 7, 7);
-            const bool is_in_range = value >= lowest && value <= highest;
-            ASSERT_EQ(raise_of([&] { timezone_set_field(&tz, field, value); }), is_in_range ? 0 : code)
+            const bool is_in_range = value >= stored.lowest && value <= stored.highest;
+            ASSERT_EQ(raise_of([&] { timezone_set_field(&tz, stored.field, value); }), is_in_range ? 0 : code)
                 << value;
             for (const auto &other : fields) {
-                const bool is_changed = other.field == field && (is_in_range || code == 0);
+                const bool is_changed = other.field == stored.field && (is_in_range || code == 0);
                 const int old = other.field == TZ_FLD_UTC_SEC ? 0 : 7;
                 ASSERT_EQ(timezone_get_field(&tz, other.field),
                           is_changed ? value & (code == 0 ? 65535 : -1) : old)
-                    << value << " into " << field << ": field " << other.field;
+                    << value << " into " << stored.field << ": field " << other.field;
             }
         }
     }

@@ -42,8 +42,9 @@ struct tz_source {
 
     std::string text() const {
         std::string text = rest;
-        for (const auto &[name, lines] : zones) text += "Z " + name + lines;
-        for (const auto &[name, target] : links) text += "L " + target + " " + name + "\n";
+        for (const auto &[name, lines] : zones) text.append("Z ").append(name).append(lines);
+        for (const auto &[name, target] : links)
+            text.append("L ").append(target).append(" ").append(name).append("\n");
         return text;
     }
 };
