@@ -2,20 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <string>
+#include "shell_output.h"
 
 namespace {
-
-std::string output_of_(const std::string &command) {
-    std::string output;
-    FILE *pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return "cannot run " + command;
-    char chunk[256];
-    while (std::fgets(chunk, sizeof chunk, pipe) != nullptr) output += chunk;
-    pclose(pipe);
-    return output;
-}
 
 TEST(Preload, RaisesGoToTheHostsFunction) {
     const std::string library = DV_PRELOAD_LIBRARY;
@@ -24,8 +13,8 @@ TEST(Preload, RaisesGoToTheHostsFunction) {
     const std::string emulator = DV_TEST_EMULATOR;
     const std::string program = std::string(" \"") + DV_PRELOAD_PROGRAM + "\"";
     const std::string preload = (emulator.empty() ? "" : " -E ") + ("LD_PRELOAD=\"" + library + "\"");
-    EXPECT_EQ(output_of_(emulator + program), "default -5070 number_div\n");
-    EXPECT_EQ(output_of_(emulator + preload + program), "preloaded -5070 number_div\n");
+    EXPECT_EQ(dv::test::shell_output(emulator + program), "default -5070 number_div\n0");
+    EXPECT_EQ(dv::test::shell_output(emulator + preload + program), "preloaded -5070 number_div\n0");
 }
 
 }  // namespace

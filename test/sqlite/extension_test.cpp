@@ -1,27 +1,12 @@
 // The extension as a file and in a schema, and the dvsql launcher as a user starts it.
 
-#include <sys/wait.h>
-
-#include <cstdio>
-
+#include "shell_output.h"
 #include "sqlite_session.h"
 
 using namespace dv::test;
 
-namespace {
-
-// What a shell command writes, and behind it its status.
-std::string output_of_(const std::string &command) {
-    FILE *pipe = popen(("{ " + command + "; } 2>&1").c_str(), "r");
-    std::string output;
-    for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe)) output += static_cast<char>(c);
-    return output + std::to_string(WEXITSTATUS(pclose(pipe)));
-}
-
-}  // namespace
-
 TEST(SqlExtension, ExportsItsEntryPointAlone) {
-    EXPECT_EQ(output_of_("nm -D --defined-only -j '" DV_SQLITE_EXTENSION "'"), "sqlite3_dvsqlite_init\n0");
+    EXPECT_EQ(shell_output("nm -D --defined-only -j '" DV_SQLITE_EXTENSION "'"), "sqlite3_dvsqlite_init\n0");
 }
 
 TEST(SqlExtension, FunctionsServeIndexesViewsAndConstraints) {
@@ -39,12 +24,12 @@ TEST(SqlExtension, FunctionsServeIndexesViewsAndConstraints) {
 
 TEST(Dvsql, PassesArgumentsAndInputToTheShell) {
     if (*DV_TEST_EMULATOR != '\0') GTEST_SKIP() << "the machine's shell is of another processor";
-    if (!output_of_("command -v sqlite3").ends_with("\n0")) GTEST_SKIP() << "there is no sqlite3 shell";
+    if (!shell_output("command -v sqlite3").ends_with("\n0")) GTEST_SKIP() << "there is no sqlite3 shell";
     // The shell cannot load an extension that needs the runtime of a sanitizer.
-    if (output_of_("nm -D '" DV_SQLITE_EXTENSION "' | grep -c '__[a-z]*san_'") != "0\n1") GTEST_SKIP();
+    if (shell_output("nm -D '" DV_SQLITE_EXTENSION "' | grep -c '__[a-z]*san_'") != "0\n1") GTEST_SKIP();
     const std::string dvsql = "\"$(dirname '" DV_SQLITE_EXTENSION "')/../bin/dvsql\" ";
-    const std::string argument = output_of_(dvsql + "-csv :memory: 'SELECT dv_text(dv_div(1, 8)), 2'");
+    const std::string argument = shell_output(dvsql + "-csv :memory: 'SELECT dv_text(dv_div(1, 8)), 2'");
     EXPECT_EQ(argument, ".125,2\n0");
-    EXPECT_EQ(output_of_("echo 'SELECT dv_text(dv_neg(1));' | " + dvsql), "-1\n0");
-    EXPECT_TRUE(output_of_(dvsql + ":memory: 'SELECT dv_div(1, 0)'").ends_with("(dv-5070)\n1"));
+    EXPECT_EQ(shell_output("echo 'SELECT dv_text(dv_neg(1));' | " + dvsql), "-1\n0");
+    EXPECT_TRUE(shell_output(dvsql + ":memory: 'SELECT dv_div(1, 0)'").ends_with("(dv-5070)\n1"));
 }
