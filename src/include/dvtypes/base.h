@@ -165,10 +165,9 @@ extern DV_EXPORT_DATA const charset_info_t _charset_info[DVSTR_CHARSET_MAX];
 // Can texts be converted to and from this character set? 0 for a number that is none, too.
 //
 // Default base library: ASCII and UTF8 always. The other eleven are tables of libc's iconv, whose modules
-// some installations lack (Debian: /usr/lib/<machine>/gconv, in libc6; from Debian 13 on in
-// libc-gconv-modules-extra, but for a few). Without them ASCII characters are still converted; any other
-// character raises DV_ERR_CHARSET_UNUSABLE in the three functions above, and so in every function that reads
-// or writes names in the set. Raises DV_ERR_NO_MEMORY. Safe from any thread.
+// some installations lack (Debian 12: /usr/lib/<machine>/gconv, in libc6). Without them ASCII characters are
+// still converted; any other character raises DV_ERR_CHARSET_UNUSABLE in the three functions above, and so in
+// every function that reads or writes names in the set. Raises DV_ERR_NO_MEMORY. Safe from any thread.
 DV_EXPORT int dv_charset_is_usable(dvstr_charset_t set);
 
 // ---------------------------------------------------------------------------------------------------------
