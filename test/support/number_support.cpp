@@ -70,7 +70,8 @@ bool guarded::intact() const {
 }
 
 int number_source::pick(int low, int high) {
-    return low + static_cast<int>(engine_() % static_cast<uint64_t>(high - low + 1));
+    const auto count = static_cast<uint64_t>(int64_t{high} - low + 1);
+    return static_cast<int>(low + static_cast<int64_t>(engine_() % count));
 }
 
 void number_source::fill(void *to, size_t size) {
