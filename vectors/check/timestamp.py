@@ -102,14 +102,19 @@ def _time_from_units(*values):
     return [encode_time(time)]
 
 
-def _from_units(*values):
+def units(*values):
+    """The fields of a timestamp, each and their date checked."""
     ts = [int(value) for value in values]
     for unit, value in zip((1, 2, 4, 8, 16, 32), ts):
         dates.check(unit, value)
     date = ts[:6]
-    dates.check_date(date)
+    dates.check_date(date)  # which brings a day of the gap behind it
     dates.check(64, ts[6])
-    return [encode(date + ts[6:])]
+    return date + ts[6:]
+
+
+def _from_units(*values):
+    return [encode(units(*values))]
 
 
 def trim(fields, precision):

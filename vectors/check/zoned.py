@@ -63,13 +63,7 @@ def _making(of_inputs):
 
 
 def _units(_, *values):
-    ts = [int(value) for value in values]
-    for unit, value in zip((1, 2, 4, 8, 16, 32), ts):
-        dates.check(unit, value)
-    date = ts[:6]
-    dates.check_date(date)
-    dates.check(64, ts[6])
-    return date + ts[6:]
+    return timestamp.units(*values)
 
 
 def _changing(change):
