@@ -19,37 +19,6 @@ const int *_pinned = nullptr;  // the seven fields of the local time
 
 int64_t seconds_(const dv_date_t &date) { return static_cast<int64_t>(dv_date_to_double(&date)); }
 
-TEST(DateField, HasItsByteAndItsRange) {
-    constexpr int ranges[][2] = {{-9999, 9999}, {1, 12}, {1, 31},         {0, 23},
-                                 {0, 59},       {0, 59}, {0, 999'999'999}};
-    for (int bit = 0; bit < 7; ++bit) {
-        const int unit = 1 << bit, low = ranges[bit][0], high = ranges[bit][1];
-        for (const int value : {low - 1, low, 0, high, high + 1, INT32_MIN}) {
-            const bool is_valid = value >= low && value <= high && (bit > 0 || value != 0);
-            dv_date_t date{}, want = bit == 0 ? make_date(value, 0, 0) : date;
-            dv_time_t time{};
-            if (bit > 0) reinterpret_cast<uint8_t *>(&want)[bit + 1] = static_cast<uint8_t>(value);
-            const int code = raise_of([&] { dv_date_set_field(&date, unit, value, 1, 0); });
-            ASSERT_EQ(code, !is_valid ? -5114 : bit == 6 ? -5006 : 0) << unit << " " << value;
-            ASSERT_TRUE(code != 0 || (date == want && dv_date_get_field(&date, unit) == value))
-                << describe(date);
-            const int time_code = raise_of([&] { dv_time_set_field(&time, unit, value, 1, 1); });
-            ASSERT_EQ(time_code, !is_valid ? -5114 : bit < 3 ? -5006 : 0) << unit << " " << value;
-            if (time_code == 0) {
-                ASSERT_EQ(dv_time_get_field(&time, unit), value);
-            }
-        }
-    }
-}
-
-TEST(DateField, IsStoredBeforeTheWholeIsChecked) {
-    dv_date_t date = make_date(2001, 2, 1);
-    EXPECT_EQ(raise_of([&] { dv_date_set_field(&date, DT_FMT_UNIT_DAY, 29, 1, 1); }), -5114);
-    EXPECT_EQ(date, make_date(2001, 2, 29));
-    EXPECT_EQ(raise_of([&] { dv_date_set_field(&date, DT_FMT_UNIT_DAY, 32, 1, 0); }), -5114);
-    EXPECT_EQ(date, make_date(2001, 2, 29));
-}
-
 // Counts of every unit and intervals are one arithmetic on seconds since day number 0, and go back again.
 TEST(DateAdd, IsArithmeticOnSeconds) {
     constexpr int units[] = {DT_FMT_UNIT_SECOND, DT_FMT_UNIT_MINUTE, DT_FMT_UNIT_HOUR, DT_FMT_UNIT_DAY};
@@ -156,40 +125,6 @@ TEST(DateDifference, IsWeighedInSinglePrecision) {
     }
 }
 
-TEST(DateNextDay, IsTheNamedDayOneToSevenDaysAhead) {
-    constexpr const char *names[] = {"MONDAY", "Tue", "wednesday", "THU", "6", "sat", "1"};
-    for (int i = 0; i < 700; ++i) {
-        const int number = DV_JULIAN_DAY_GREGORIAN - 40 + i / 7;
-        dv_date_t date{};
-        dv_date_from_julian_day(&date, number);
-        dv_date_get_next_day(&date, names[i % 7], 0, DV_NLS_DATE_LANG_AMERICAN, DVSTR_CHARSET_ASCII);
-        const int ahead = dv_date_to_julian_day(&date) - number;
-        ASSERT_TRUE(ahead >= 1 && ahead <= 7 && (number + ahead) % 7 == i % 7) << describe(date);
-    }
-}
-
-TEST(Clock, FillsWhatTheValueHas) {
-    if (DV_TEST_SHARED == 0) GTEST_SKIP() << "a static library binds the clock for good";
-    constexpr int now[] = {2024, 2, 29, 13, 14, 15, 500001};
-    dv_date_t date[3];
-    dv_time_t time;
-    const compiled_model model = writing("DDMMYY");
-    _pinned = now;
-    dv_date_init(&date[0]);
-    dv_date_current(&date[1]);
-    dv_time_current(&time);
-    dv_date_from_time(&date[2], &time);
-    char text[20];
-    dv_date_current_str_DEPRECATED(text, sizeof text, "YYYYMMDDHH24MISS", 0);
-    dv_date_current_str(text + 14, 6, &model.ctx);
-    _pinned = nullptr;
-    EXPECT_EQ(std::string(text, sizeof text), "20240229131415290224");
-    EXPECT_EQ(date[0], make_date(2024, 2, 1));
-    EXPECT_EQ(date[1], make_date(2024, 2, 29, 13, 14, 15));
-    EXPECT_EQ(time, (dv_time_t{13, 14, 15, 0, {0x1D, 0xCD, 0x68, 0xE8}}));
-    EXPECT_EQ(date[2], date[1]);
-}
-
 // Reads a text by the clock at one time, and as of that time by a clock that shows another: nothing differs.
 template <auto Read, auto ReadAsOf, typename Record, typename... More>
 void expect_clock_is_not_asked_(const char *model, const char *text, const int (&now)[7],
@@ -255,25 +190,6 @@ TEST(DateFromEpochTime, IsTheLocalClockAndGoesBack) {
     }
     before != nullptr ? setenv("TZ", kept.c_str(), 1) : unsetenv("TZ");
     tzset();
-}
-
-TEST(Time, OfADateIsItsClockWithoutAFraction) {
-    const dv_date_t date = make_date(2001, 2, 3, 13, 14, 15);
-    dv_time_t time;
-    memset(&time, 0xFF, sizeof time);
-    dv_time_from_date(&time, &date);
-    EXPECT_EQ(time, (dv_time_t{13, 14, 15, 0, {}}));
-}
-
-TEST(Time, TrimsItsFractionFromTheFirstSignificantDigit) {
-    for (const auto &[fraction, kept, want] :
-         {std::array{12345678, 3, 12300000}, {5000000, 2, 5000000}, {99, 0, 0}}) {
-        dv_time_t time{};
-        dv_time_from_unit_values(&time, 23, 59, 58, fraction);
-        EXPECT_EQ(dv_time_to_double(&time), 86398 + fraction * 1e-9);
-        dv_time_trim_fsec(&time, kept);
-        EXPECT_EQ(dv_time_get_field(&time, DT_FMT_UNIT_FSEC), want) << fraction << " to " << kept;
-    }
 }
 
 // Nothing but the documented raises, nothing beside the record, and of a timestamp its own bytes.

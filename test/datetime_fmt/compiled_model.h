@@ -3,7 +3,9 @@
 #ifndef DV_TEST_COMPILED_MODEL_H
 #define DV_TEST_COMPILED_MODEL_H
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "datetime_fmt/fmt_token_table.h"
@@ -45,30 +47,20 @@ struct compiled_model : allocator_t {
     }
 };
 
-// The records of a model in a line, and the predicted length for a type of six fractional digits. "YYYY4l,
-// '+'1l 5" is YYYY in lower case, followed by punctuation, then a run. Of each record, in this order:
-//
-//     YYYY  '+'  "at"  an element, a run of punctuation, a literal
-//     4                its width, or the length of its text
-//     u l i            letter case: upper, lower, initial capitals
-//     s S o O          suffix TH, SP, the ordinals that THSP and SPTH give; "_" for none before a precision
-//     0..9             precision of FF; written with a suffix, or where it is not 0
-//     f x              FM and FX in force
-//     ,                punctuation follows in the model
-inline std::string dump(const dt_fmt_ctx_t &ctx) {
-    std::string text;
-    for (int i = 0; i < ctx.token_cnt; ++i) {
-        const dt_fmt_token_info_t &info = ctx.token_infos[i];
-        const char quote = info.id == DT_FMT_TOKEN_DQ ? '"' : '\'';
-        text += info.token == nullptr
-                    ? dv::impl::fmt_tokens_[static_cast<size_t>(info.id)].token
-                    : quote + std::string(info.token, static_cast<size_t>(info.token_len)) + quote;
-        text += std::to_string(info.token_len) + "uli"[info.case_type];
-        if (info.sfx_type + info.fprec != 0) text += "_sSoO"[info.sfx_type] + std::to_string(info.fprec);
-        text += std::string(info.is_fill_mode, 'f') + std::string(info.is_exact_mode, 'x');
-        text += info.next_token_is_punc != 0 ? ", " : " ";
-    }
-    return text + std::to_string(dt_fmt_get_predicted_str_len(&ctx, /*fprec=*/6));
+// Records and texts, wherever these lie.
+inline bool is_same_model(const dt_fmt_ctx_t &x, const dt_fmt_ctx_t &y) {
+    const auto is_same_record = [](const dt_fmt_token_info_t &one, dt_fmt_token_info_t other) {
+        const bool is_same_text =
+            one.token == nullptr || other.token == nullptr
+                ? one.token == other.token
+                : std::memcmp(one.token, other.token, static_cast<size_t>(one.token_len) + 1) == 0;
+        other.token = one.token;
+        return is_same_text && std::memcmp(&one, &other, sizeof one) == 0;
+    };
+    return std::equal(x.token_infos, x.token_infos + x.token_cnt, y.token_infos, y.token_infos + y.token_cnt,
+                      is_same_record) &&
+           std::memcmp(&x.has_tz_token, &y.has_tz_token, sizeof x - offsetof(dt_fmt_ctx_t, has_tz_token)) ==
+               0;
 }
 
 }  // namespace dv::test

@@ -1,4 +1,4 @@
-// Models that live for one call, and the form of ANSI literals.
+// Models that live for one call.
 
 #include <gtest/gtest.h>
 
@@ -66,55 +66,5 @@ TEST(OneCallModel, LeavesNothingBehind) {
         EXPECT_EQ(dv_date_to_str_DEPRECATED(&date, text, sizeof text, model.data(), size), CONV_STATUS_CUT);
         EXPECT_EQ(allocator.blocks, 0);
         EXPECT_EQ(allocator.given > 0, !tail.empty() && tail != padding) << tail.size();
-    }
-}
-
-TEST(OneCallModel, SpeaksKorean) {
-    char text[32];
-    const dv_date_t date = make_date(2024, 2, 29);
-    dv_date_to_str_DEPRECATED(&date, text, sizeof text, "MON", 0);
-    EXPECT_STREQ(text, "2\xBF\xF9 ");  // in MSWIN949, padded to four bytes
-    dv_time_t time;
-    EXPECT_EQ(raise_of([&] { dv_time_from_str_DEPRECATED(&time, "1", 1, "YYYY", 0, 0); }), -5012);
-    EXPECT_EQ(raise_of([&] { dv_time_from_str_DEPRECATED(&time, "1", 0, "HH24", 0, 0); }), -5007);
-    EXPECT_EQ(raise_of([&] { dv_time_from_str_DEPRECATED(&time, "1", 1, "HH24", 0, 10); }), -5041);
-    EXPECT_EQ(dv_time_get_length("HH24:MI:SS.FF", 0, 3), 12);
-}
-
-TEST(AnsiLiteral, AcceptsItsFormAlone) {
-    constexpr std::tuple<const char *, const char *, bool> cases[] = {
-        {"YYYY-MM-DD", "2024-02-29", true},
-        {"YYYY-MM-DD", "2024-2-9", true},
-        {"YYYY-MM-DD", " 2024- 2- 9", true},
-        {"YYYY-MM-DD", "-2024-02-29", false},
-        {"SYYYY-MM-DD", "-2024-02-29", true},
-        {"YYYY-MM-DD", "2024--02-29", true},  // a separator behind punctuation
-        {"YYYY-MM-DD", "x024-02-29", false},
-        {"YYYY-MM-DD", "2024-Feb-29", false},
-        {"YYYY-MON-DD", "2024-02-29", false},
-        {"HH24:MI:SS.FF", "13:05:00.123456789", true},
-        {"HH:MI:SS", "01:05:00", false},
-        {"HH24:MI", "13:", false},
-    };
-    for (const auto &[model, text, want] : cases) {
-        const compiled_model compiled = reading(model, DV_TYPE_TS_TZ);
-        const guarded block(strlen(text), text);
-        dt_fmt_parse_ctx_t ctx;
-        dt_parse_ctx_init(&ctx, &compiled.ctx, block.text(), static_cast<int>(strlen(text)), nullptr, 0, 1);
-        bool accepted = true;
-        for (int i = 0; i < compiled.ctx.token_cnt; ++i) {
-            ctx.cur_token_info = &compiled.ctx.token_infos[i];
-            switch (ctx.cur_token_info->type) {
-                case DT_FMT_TYPE_DATE:
-                    accepted = accepted && dt_fmt_check_ansi_date(&ctx) != 0;
-                    break;
-                case DT_FMT_TYPE_TIME:
-                    accepted = accepted && dt_fmt_check_ansi_time(&ctx) != 0;
-                    break;
-                default:
-                    accepted = accepted && dt_fmt_check_ansi_punc(&ctx) != 0;
-            }
-        }
-        EXPECT_EQ(accepted && ctx.str_idx == ctx.str_len, want) << model << ": " << text;
     }
 }

@@ -1,5 +1,5 @@
 // TRUNC and ROUND: every unit against its steps, taken one after the other with the operations of DATE, over
-// records of any fields; the gap of the reform; what is no unit.
+// records of any fields.
 
 #include <gtest/gtest.h>
 
@@ -140,40 +140,5 @@ TEST(DateTruncate, FollowsTheStepsOfItsUnitForAnyRecord) {
         ASSERT_EQ(code, want_code) << unit.name << (up ? " up " : " ") << describe(date);
         if (code != 0) continue;
         ASSERT_EQ(got, want) << unit.name << (up ? " up " : " ") << describe(date);
-    }
-}
-
-// A day in the gap of the reform comes out on its last day, but for the weeks that are counted in days.
-TEST(DateTruncate, BringsTheGapToItsEnd) {
-    for (const auto &[unit, day, hour] : {std::tuple{"DD", 15, 0},
-                                          {"DDD", 15, 0},
-                                          {"J", 15, 0},
-                                          {"W", 15, 0},
-                                          {"HH12", 15, 10},
-                                          {"MI", 15, 10},
-                                          {"MM", 1, 0}}) {
-        dv_date_t date = make_date(1582, 10, 10, 10, 0, 3);
-        dv_date_trunc(&date, unit, 0);
-        EXPECT_EQ(date, make_date(1582, 10, day, hour)) << unit;
-    }
-}
-
-TEST(DateTruncate, RefusesWhatIsNoUnit) {
-    dv_date_t date = make_date(2024, 2, 29, 13);
-    for (const char *unit :
-         {"RR", "RRRR", "AD",  "A.D.", "BC",  "B.C.", "AM", "A.M.",  "PM",  "P.M.", "SS", "SSSSS", "FF",
-          "X",  "TZH",  "TZM", "TZR",  "TZD", "FM",   "FX", "YYYYX", "MM ", "-",    "H",  "\"Q\""}) {
-        EXPECT_EQ(raise_of([&] { dv_date_trunc(&date, unit, 0); }), -5014) << unit;
-    }
-    EXPECT_EQ(raise_of([&] { dv_date_round(&date, "MM", -1); }), -5014);
-    EXPECT_EQ(raise_of([&] { dv_date_trunc(&date, "MM", 2); }), 0);
-    for (const char *unit : {"", static_cast<const char *>(nullptr)}) {
-        date = make_date(2024, 2, 29, 13);
-        dv_date_round(&date, unit, 0);
-        EXPECT_EQ(date, make_date(2024, 3, 1));
-    }
-    date = make_date(9999, 12, 31, 12);
-    for (const char *unit : {"CC", "YYYY", "Q", "MM", "DD"}) {
-        EXPECT_EQ(raise_of([&] { dv_date_round(&date, unit, 0); }), -5114) << unit;
     }
 }

@@ -83,25 +83,6 @@ TEST(ModelWrite, SpellsNumbersThatCountBack) {
     }
 }
 
-TEST(ModelWrite, KeepsSpellingsCasesAndPadding) {
-    constexpr std::pair<const char *, const char *> cases[] = {
-        {"DDTH ddth Ddth FMDDTH", "04TH 04th 04th 4TH"},
-        {"DDSPTH DDTHSP ddspth Ddspth", "FOUTH FOUTH fouth fouth"},
-        {"MISP HH24SPTH", "ZERO ZEROTH"},
-        {"SYEAR|Year|year", " TWENTY TWENTY-FOUR|Twenty Twenty-Four|twenty twenty-four"},
-        {"Month|MON|RM|Day|Dy|FMRM", "February |FEB|II  |Sunday   |Sun|II"},
-        {"CC SCC Q W WW D IY", "21 21 1 1 05 1 24"},
-        {"\"\"\"a\" X,FM-FX.", "a ,-."},
-        {"ad A.D. bc B.c.", "ad A.D. ad A.D."}};
-    const dv_date_t date = make_date(2024, 2, 4);
-    for (const auto &[model, text] : cases) {
-        EXPECT_EQ(written(model, date), text) << model;
-    }
-    EXPECT_EQ(written("SYEAR SYYYY YYYY IYYY", make_date(-44, 3, 15)), "-FORTY-FOUR -0044 0044 -0043");
-    EXPECT_EQ(written("YYYY", null_dv_date), "");
-    EXPECT_EQ(written("J", date).substr(0, 5), "-5054");
-}
-
 // Every length of every buffer gets the beginning of the text, and nothing behind it.
 TEST(ModelWrite, StopsAtTheEndOfTheBuffer) {
     const dv_date_t date = make_date(2024, 2, 4, 13, 5, 9);
@@ -124,21 +105,4 @@ TEST(ModelWrite, StopsAtTheEndOfTheBuffer) {
         char none[1];
         EXPECT_EQ(raise_of([&] { dv_date_to_str(&date, none, 0, &compiled.ctx); }), -5007);
     }
-}
-
-TEST(ModelWrite, CutsFractions) {
-    dv_time_t time;
-    dv_time_from_unit_values(&time, 13, 14, 15, 120456789);
-    const auto text = [&](const char *model, int fprec) {
-        const compiled_model compiled = writing(model, DV_TYPE_TIME);
-        return text_or_error(
-            [&](char *to, int size) { dv_time_to_str(&time, to, size, &compiled.ctx, fprec); });
-    };
-    for (int digits = 1; digits <= 9; ++digits) {
-        const std::string fraction = std::string("120456789").substr(0, static_cast<size_t>(digits));
-        EXPECT_EQ(text(("SSXFF" + std::to_string(digits)).c_str(), 9), "15." + fraction);
-        EXPECT_EQ(text("SSXFF", digits), "15." + fraction);
-    }
-    EXPECT_EQ(text("SSXFF", 0), "15");
-    EXPECT_EQ(text("FF", 10).substr(0, 5), "-5041");
 }

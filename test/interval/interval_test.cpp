@@ -181,24 +181,6 @@ constexpr struct { int type, fprec; const char *text, *want; } _texts[] = {
 };
 // clang-format on
 
-TEST(IntervalText, OfEveryQualifierIsReadOrRefused) {
-    for (const auto &c : _texts) {
-        char text[DV_ITV_DTS_TEXT_SIZE];
-        const auto read = [&](const char *from, int type) {
-            dv_itv_ytm_t ytm;
-            dv_itv_dts_t dts;
-            if (c.type < 3)
-                return dv_itv_ytm_from_str(&ytm, from, 0, type, 2), dv_itv_ytm_to_str(&ytm, text, 1, 36);
-            dv_itv_dts_from_str(&dts, from, 0, type, 2, c.fprec);
-            return dv_itv_dts_to_str(&dts, text, 1, 9, 36);
-        };
-        const int code = raise_of([&] { read(c.text, c.type); });
-        EXPECT_EQ(code == 0 ? text : std::to_string(code), c.want) << c.text;
-        if (code == 0) read(c.want, c.type < 3 ? DV_ITV_YEAR_TO_MONTH : DV_ITV_DAY_TO_SECOND);
-        EXPECT_TRUE(code != 0 || std::string_view(c.want) == text) << c.want << " " << text;
-    }
-}
-
 // Plain texts have a way of their own, which a blank in front of them bars; at times they are not quite
 // plain.
 TEST(IntervalText, PlainIsReadAsByTokens) {

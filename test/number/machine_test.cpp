@@ -123,10 +123,6 @@ TYPED_TEST(NumberInteger, TakesWhatTruncatesIntoItsRange) {
     }
 }
 
-TEST(NumberRangeCheck, KnowsNoOtherTypes) {
-    for (const int type : {-1, int{NUMBER_TYPE_MAX}}) EXPECT_EQ(number_range_check(_number_one, type), 0);
-}
-
 // ---- floating types ----
 
 // As printf prints it, then kept to so many digits.
@@ -222,14 +218,6 @@ TYPED_TEST(NumberFloat, GoesOutWithinAFewUnitsOfTheLastPlace) {
     number_source source(43);
     for (long round = scaled(200'000); round > 0; --round) {
         ASSERT_NO_FATAL_FAILURE(expect_to_float_<TypeParam>(source.any()));
-    }
-}
-
-TEST(NumberLimits, OfTheFloatingTypesAreTheirLargestValues) {
-    for (int type = NUMBER_TYPE_FLOAT; type <= NUMBER_TYPE_LONG_DOUBLE; ++type) {
-        const number_t largest = type == NUMBER_TYPE_FLOAT ? num("3.402823E38") : *_number_max;
-        EXPECT_EQ(limit_(type, /*highest=*/true), largest);
-        EXPECT_EQ(limit_(type, /*highest=*/false), ours(largest, number_negate).value);
     }
 }
 

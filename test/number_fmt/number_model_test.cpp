@@ -127,21 +127,6 @@ TEST(NumberModel, ReadsAsByHand) {
     }
 }
 
-TEST(NumberModel, CompilesToTheRecord) {
-    const std::tuple<const char *, const char *, std::vector<int>> cases[] = {
-        {"fm$99,990.00pr", "99,990.00", {1, 0, 1, 4, -2, 0, 0, 0}},
-        {"c9G9D9eeees", "C9G9D9", {0, 4, 2, 1, -1, 0, 0, 1}},
-        {".99UPR", ".99U", {0, 2, 4, -1, -2, 0, 0, 0}}};
-    for (const auto &[model, digits, fields] : cases) {
-        number_parse_result_t pr;
-        number_fmt_parse(model, &pr);
-        EXPECT_EQ(raise_of([&] { number_fmt_parse("99-", &pr); }), -5075);  // leaves the record alone
-        const std::vector<int> got = {pr.fm_present, pr.sign_type,      pr.currency_type,  pr.pos_msd,
-                                      pr.pos_lsd,    pr.power_to_raise, pr.in_hexadecimal, pr.in_sciform};
-        EXPECT_TRUE(got == fields && std::string_view(pr.fmt_dig) == digits) << model;
-    }
-}
-
 TEST(NumberModel, KeepsItsBounds) {
     const std::string nines(257, '9'), longest = "C" + std::string(251, '0') + "EEEE";
     EXPECT_EQ(write_under(num("-1E100"), longest).size(), NUMBER_FMT_TEXT_SIZE - 1);
@@ -163,28 +148,6 @@ TEST(NumberModel, WholeTextsKeepToEveryBufferSize) {
             for (int size = 0; size <= 70; ++size)
                 ASSERT_EQ(write_under(x, model, size), size < least ? error_text(-3005) : whole) << size;
         }
-    }
-}
-
-TEST(NumberMarkers, HaveTextsOfTheirOwnAndNoDigitsUnderAnyModel) {
-    const std::pair<const number_t *, std::string> markers[] = {{_number_posinf, "inf"},
-                                                                {_number_poszero, "tiny"},
-                                                                {_number_negzero, "-tiny"},
-                                                                {_number_neginf, "-inf"}};
-    for (const auto &[marker, text] : markers) {
-        number_t x{};
-        number_assign(&x, marker);
-        const int size = length(text) + 1;
-        for (const char *format : {static_cast<const char *>(nullptr), "N", "S"}) {
-            const guarded out(static_cast<size_t>(size));
-            EXPECT_EQ(raise_of([&] { number_to_str(&x, size, out.text(), format); }), 0);
-            EXPECT_TRUE(out.intact() && out.text() == text) << out.text();
-            EXPECT_EQ(raise_of([&] { number_to_str(&x, size - 1, out.text(), format); }), -3005);
-        }
-        for (const char *model : {"TM", "TME"}) EXPECT_EQ(write_under(x, model), text);
-        for (const char *model : {"9", "9.9EEEE", "XX", "9PR", "RN"})
-            EXPECT_EQ(write_under(x, model),
-                      std::string(static_cast<size_t>(number_get_length(model, length(model))), '#'));
     }
 }
 

@@ -53,17 +53,6 @@ TEST(TimestampText, ReadsBackWhatItWrote) {
     EXPECT_EQ(raise_of([&] { dv_timestamp_from_str(&ts, "1 U", 0, &zoned.ctx, 9); }), -5011);
 }
 
-TEST(TimestampLiteral, IsAcceptedByItsForm) {
-    for (const std::string_view row :
-         {"12001-2-03 04:05:06.5 \t\n\r", "19/9.9 -9:9:9.123456789", "11-2-0.3:4:5.6", "1", "01-2-3 4:5:6",
-          "0-1-2-3 4:5:6.7", "01-2-3 4:5:6.7:", "01-2-3 4:5:6.7x", "01-2-3 4:5:6.1234567890"})
-        EXPECT_EQ(dv_timestamp_check_literal(3, &row[1], static_cast<int>(row.size()) - 1), row[0] - '0')
-            << row;
-    EXPECT_EQ(dv_timestamp_check_literal(3, "x", 0), 1);
-    EXPECT_EQ(dv_timestamp_check_literal(3, nullptr, 1), 1);
-    EXPECT_EQ(dv_timestamp_check_literal(3, "2001-02-03 04:05:06.5", -1), 0);
-}
-
 TEST(TimestampOrder, IsThatOfTheBytes) {
     number_source source(8);
     for (long round = scaled(100'000); round > 0; --round) {

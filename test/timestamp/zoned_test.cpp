@@ -38,19 +38,6 @@ bool is_kept_(const tz_info_t &info) {
 
 }  // namespace
 
-// A clock that is asked and one that is told agree.
-TEST(ZonedText, IsReadAsOfThePresent) {
-    const compiled_model model = reading("YYYY-DDD HH24:MI:SS TZH:TZM", DV_TYPE_TS_TZ);
-    const timezone_t session = zone_of("UTC");
-    constexpr const char *text = "2001-034 04:05:06 +09:00";
-    dv_date_t now;
-    dv_date_init(&now);
-    dv_ts_tz_t by_clock{}, by_argument{};
-    dv_ts_tz_from_str(&by_clock, text, 0, &model.ctx, /*fprec=*/9, &session);
-    dv_ts_tz_from_str_as_of(&by_argument, text, 0, &model.ctx, /*fprec=*/9, &session, &now);
-    EXPECT_EQ(text_(by_clock), text_(by_argument));
-}
-
 // A text that names region and abbreviation gives the same 17 bytes back, at every change of every region's
 // clocks and one second before; where the abbreviation changes, without which an hour shown twice is
 // ambiguous.

@@ -195,53 +195,6 @@ TEST(ZonedTwin, ShowsTheLocalTimeOfTheCLibrary) {
     tzset();
 }
 
-// As its manual tells it: digits are counted from the first that is not 0. By the text of the fraction.
-TEST(TimestampTrim, CutsDigitsOfThePrintedFraction) {
-    number_source source(23);
-    for (long round = scaled(50'000); round > 0; --round) {
-        dv_timestamp_t ts = random_timestamp(source), trimmed = ts;
-        int fraction = source.pick(0, 999'999'999);
-        for (int zeros = source.pick(0, 9); zeros > 0; --zeros) fraction /= 10;
-        for (int zeros = source.pick(0, 3); zeros > 0 && fraction < 100'000'000; --zeros) fraction *= 10;
-        dv_timestamp_set_field(&ts, DT_FMT_UNIT_FSEC, fraction, 1, 1);
-        const auto digits = static_cast<size_t>(source.pick(0, 9));
-        std::string text = std::to_string(fraction);
-        for (size_t i = digits; i < text.size(); ++i) text[i] = '0';
-        dv_timestamp_set_field(&trimmed, DT_FMT_UNIT_FSEC, std::stoi(text), 1, 1);
-        dv_timestamp_trim_fsec(&ts, static_cast<int>(digits));
-        ASSERT_TRUE(same_bytes(ts, trimmed))
-            << fraction << " to " << digits << ": " << testing::PrintToString(ts);
-    }
-}
-
-TEST(TimestampModel, IsMeasuredAndChecked) {
-    constexpr const char *day = "YYYY-MM-DD HH24:MI:SS.FF", *zoned = "YYYY-MM-DD HH24:MI:SS.FF TZH:TZM";
-    EXPECT_EQ(dv_timestamp_get_length(day, 0, 3), 23);
-    EXPECT_EQ(dv_ts_tz_get_length(day, 0, 9), 29);
-    EXPECT_EQ(dv_ts_tz_get_length(day, 0, 3), 23);
-    EXPECT_EQ(dv_ts_tz_get_length(zoned, 0, 9), 36);
-    EXPECT_EQ(dv_timestamp_get_length(day, 10, 3), 10);
-    EXPECT_EQ(raise_of([] { dv_timestamp_check_format(day, 0); }), 0);
-    EXPECT_EQ(raise_of([] { dv_timestamp_check_format(zoned, 0); }), -5012);
-    EXPECT_EQ(raise_of([] { dv_timestamp_check_format("YYYY Q", 0); }), 0);
-    EXPECT_EQ(raise_of([] { dv_ts_tz_check_format(zoned, 0); }), 0);
-    EXPECT_EQ(raise_of([] { dv_ts_tz_check_format("YYYY TZX", 0); }), -5014);
-    EXPECT_EQ(raise_of([] { dv_timestamp_get_length(zoned, 0, 3); }), -5012);
-}
-
-TEST(ZonedTwin, NullIsWrittenAsNothing) {
-    char text[8] = "before";
-    EXPECT_EQ(dv_timestamp_to_str_DEPRECATED(&null_dv_timestamp, text, 8, "YYYY", 0, 9), CONV_STATUS_WHOLE);
-    EXPECT_STREQ(text, "");
-    std::strcpy(text, "before");
-    EXPECT_EQ(dv_ts_tz_to_str_DEPRECATED(&null_dv_ts_tz, text, 8, "YYYY", 0, 9), CONV_STATUS_WHOLE);
-    EXPECT_STREQ(text, "");
-    dv_ts_tz_t nearly = null_dv_ts_tz;  // all seventeen bytes count
-    nearly.tz = zone_of("+00:00");
-    EXPECT_EQ(dv_ts_tz_to_str_DEPRECATED(&nearly, text, 8, "MI", 0, 9), CONV_STATUS_WHOLE);
-    EXPECT_STREQ(text, "00");
-}
-
 // The host's local time is taken for local time of the session; it does not run backwards meanwhile.
 TEST(ZonedTwin, TakesTheHostsClockForTheSessions) {
     const timezone_t nine = zone_of("+09:00"), utc = zone_of("UTC");

@@ -189,20 +189,3 @@ TEST(TimezoneHistory, TakesAnyBytesAsTheScanDoes) {
         expect_local_scan_(tz, date, i % 5 == 0 ? "EST" : "");
     }
 }
-
-TEST(TimezoneHistory, RefusesZonesThatAreNone) {
-    const assertion_watch watch;
-    for (const int id : {580, 582, 65535}) {
-        timezone_t tz = zone_(id);
-        dv_date_t date = make_date(2024, 2, 29);
-        char buf[TZ_NAME_TEXT_SIZE];
-        timezone_normalize(&tz, &date, nullptr);
-        timezone_localize(&tz, &date, nullptr);
-        timezone_adjust(&tz, &date);
-        timezone_get_zone_abbr(&tz, &date, buf, sizeof buf);
-        timezone_get_zone_name(&tz, buf, sizeof buf);
-        EXPECT_EQ(date, make_date(2024, 2, 29));
-        EXPECT_STREQ(buf, "");
-    }
-    EXPECT_EQ(watch.count(), 15u);
-}

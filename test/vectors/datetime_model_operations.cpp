@@ -110,7 +110,7 @@ void compile_(vector_call &call) {
         std::string text;
         for (const int field : fields) text += ':' + std::to_string(field);
         call.put_word(text.substr(1));
-        if (element.token != nullptr) call.put_text(element.token);
+        if (element.token != nullptr) call.put_text({element.token, static_cast<size_t>(element.token_len)});
     }
 }
 

@@ -232,7 +232,9 @@ def _write_date(word, text, item, size='1024'):
     return _outputs(model, Writer(setting, dates.operand(item) + [0], None), size)
 
 
-def _check_precision(precision):
+def _check_precision(precision, size):
+    if int(size) < 1:
+        raise Raised(-5007)
     if int(precision) > 9:
         raise Raised(-5041)
     return int(precision)
@@ -243,12 +245,12 @@ def _write_time(word, text, item, precision, size='1024'):
     if any(e.kind in (0, 5) for e in model.elements):
         raise CannotTell  # a model of another type
     time = timestamp.decode_time(item)
-    return _outputs(model, Writer(setting, [2000, 1, 1] + time, _check_precision(precision)), size)
+    return _outputs(model, Writer(setting, [2000, 1, 1] + time, _check_precision(precision, size)), size)
 
 
 def _write_timestamp(word, text, item, precision, size='1024'):
     model, *setting = models.compiled(word, text, 7, 0)
-    precision = _check_precision(precision)
+    precision = _check_precision(precision, size)
     if _is_null(item, 12):
         return [Text(b''), 0]
     return _outputs(model, Writer(setting, timestamp.decode(item), precision), size)
@@ -256,7 +258,7 @@ def _write_timestamp(word, text, item, precision, size='1024'):
 
 def _write_zoned(word, text, item, precision, size='1024'):
     model, *setting = models.compiled(word, text, 21, 0)
-    precision = _check_precision(precision)
+    precision = _check_precision(precision, size)
     if _is_null(item, 17):
         return [Text(b''), 0]
     utc, zone = zoned.decode(item)
@@ -267,7 +269,7 @@ def _write_local(word, text, item, precision, zone, size='1024'):
     model, *setting = models.compiled(word, text, 22, 0)
     if model.has_zone:
         raise Raised(-5011)
-    return _outputs(model, Writer(setting, zoned.in_session(item, zone), _check_precision(precision)), size)
+    return _outputs(model, Writer(setting, zoned.in_session(item, zone), _check_precision(precision, size)), size)
 
 
 def _write_element(kind, decode):
