@@ -9,6 +9,8 @@
 #include <set>
 #include <sstream>
 
+#include "dvtypes/timezone.h"
+
 namespace {
 
 std::string content_(const std::filesystem::path &path) {
@@ -127,6 +129,12 @@ TEST_F(Tzgen, MakesTheSameTablesOfEveryFormOfARelease) {
     EXPECT_TRUE(
         finds_("plain", "europe/busingen", "471"));  // later than the regions; keeps time with Europe/Zurich
     EXPECT_FALSE(finds_("plain", "america/punta_arenas", ""));
+}
+
+TEST_F(Tzgen, NamesTheReleaseOfItsSource) {
+    const std::string source = content_(DV_TZDATA);
+    if (!source.starts_with("# version ")) GTEST_SKIP() << "no release in " DV_TZDATA;
+    EXPECT_STREQ(zonetab_get_version(), source.substr(10, source.find('\n') - 10).c_str());
 }
 
 TEST_F(Tzgen, TakesANewNameOfARegionForOneAndRefusesALostRegion) {
