@@ -11,19 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "name_of.h"
 #include "raise.h"
 
 namespace dv::test {
-
-// "number_add" of number_add, as compilers write it.
-template <auto function>
-constexpr std::string_view name_of() {
-    std::string_view name = __PRETTY_FUNCTION__;
-    constexpr std::string_view front = "function = ";
-    name.remove_prefix(name.find(front) + front.size());
-    name = name.substr(0, name.find_first_of(";]"));
-    return name.substr(name[0] == '&' ? 1 : 0);
-}
 
 struct null_report_t {
     unsigned long count = 0;

@@ -161,64 +161,53 @@ void message_(vector_call &call) {
     if (text != nullptr) call.put_text(text);
 }
 
-constexpr vector_operation _operations[] = {
-    {"_dv_type_str", row_<_dv_type_str>},
-    {"_dv_type_name", row_<_dv_type_name>},
-    {"_dv_type_fixed_size", number_<_dv_type_fixed_size>},
-    {"_dv_type_info", number_<_dv_type_info>},
-    {"_dv_type_tbl_conv", row_<_dv_type_tbl_conv>},
-    {"_dv_type_tbl_cmp", row_<_dv_type_tbl_cmp>},
-    {"_dv_type_tbl_compat", row_<_dv_type_tbl_compat>},
-    {"_dv_type_tbl_conv_psm", row_<_dv_type_tbl_conv_psm>},
-    {"_dv_type_tbl_compat_psm", row_<_dv_type_tbl_compat_psm>},
-    {"_dv_type_tbl_cmp_result", row_<_dv_type_tbl_cmp_result>},
-    {"_dv_type_tbl_distance", row_<_dv_type_tbl_distance>},
-    {"_dv_type_opd_comb_add", row_<_dv_type_opd_comb_add>},
-    {"_dv_type_opd_comb_sub", row_<_dv_type_opd_comb_sub>},
-    {"_dv_type_opd_comb_mul", row_<_dv_type_opd_comb_mul>},
-    {"_dv_type_opd_comb_div", row_<_dv_type_opd_comb_div>},
-    {"_dv_type_opd_comb_mod", row_<_dv_type_opd_comb_mod>},
-    {"_dv_type_opd_comb_expn", row_<_dv_type_opd_comb_expn>},
-    {"_dv_type_meta_check_op_tbl", row_<_dv_type_meta_check_op_tbl>},
-    {"std_month_tab_", stored_name_<std_month_tab_>},
-    {"abb_month_tab_", stored_name_<abb_month_tab_>},
-    {"rm_month_tab_", stored_name_<rm_month_tab_>},
-    {"std_day_tab_", stored_name_<std_day_tab_>},
-    {"abb_day_tab_", stored_name_<abb_day_tab_>},
-    {"std_adbc_tab_", stored_name_<std_adbc_tab_>},
-    {"std_ampm_tab_", stored_name_<std_ampm_tab_>},
-    {"nls_date_lang_name_tab_", row_<nls_date_lang_name_tab_>},
-    {"nls_date_lang_std_mon_fmt_tab_", row_<nls_date_lang_std_mon_fmt_tab_>},
-    {"nls_date_lang_abb_mon_fmt_tab_", row_<nls_date_lang_abb_mon_fmt_tab_>},
-    {"nls_date_lang_std_day_fmt_tab_", row_<nls_date_lang_std_day_fmt_tab_>},
-    {"nls_date_lang_abb_day_fmt_tab_", row_<nls_date_lang_abb_day_fmt_tab_>},
-    {"nls_date_lang_get_std_month", name_<nls_date_lang_get_std_month>},
-    {"nls_date_lang_get_abb_month", name_<nls_date_lang_get_abb_month>},
-    {"nls_date_lang_get_rom_month", name_<nls_date_lang_get_rom_month>},
-    {"nls_date_lang_get_std_day", name_<nls_date_lang_get_std_day>},
-    {"nls_date_lang_get_abb_day", name_<nls_date_lang_get_abb_day>},
-    {"nls_date_lang_get_std_adbc", name_<nls_date_lang_get_std_adbc>},
-    {"nls_date_lang_get_std_ampm", name_<nls_date_lang_get_std_ampm>},
-    {"_nls_sort_info", sort_info_},
-    {"dv_nls_parse", parse_setting_},
-    {"dv_nls_date_lang_parse", parse_value_<dv_nls_date_lang_parse>},
-    {"dv_nls_date_cal_parse", parse_value_<dv_nls_date_cal_parse>},
-    {"dv_nls_comp_parse", parse_value_<dv_nls_comp_parse>},
-    {"dv_nls_sort_parse", parse_sort_},
-    {"erowid_new", new_rowid_},
-    {"erowid_get_rowid", read_rowid_},
-    {"erowid_get_sgmt", read_part_<erowid_get_sgmt, uint32_t>},
-    {"erowid_get_file", read_part_<erowid_get_file, uint16_t>},
-    {"erowid_get_block", read_part_<erowid_get_block, uint32_t>},
-    {"erowid_get_row", read_part_<erowid_get_row, uint16_t>},
-    {"nerowid_new", new_row_number_},
-    {"nerowid_get_rowid", read_row_number_},
-    {"rowid_equals", equal_},
-    {"from_ucs2", from_ucs2_},
-    {"to_ucs2", to_ucs2_},
-    {"dv_error_text", message_},
-};
+template <const auto &...Tables>
+void add_rows_(vector_operations &all) {
+    (all.add(name_of_table<Tables>(), row_<Tables>), ...);
+}
+
+template <const auto &...Tables>
+void add_stored_names_(vector_operations &all) {
+    (all.add(name_of_table<Tables>(), stored_name_<Tables>), ...);
+}
+
+template <auto... Functions>
+void add_names_(vector_operations &all) {
+    (all.add(name_of<Functions>(), name_<Functions>), ...);
+}
 
 }  // namespace
 
-std::span<const vector_operation> dv::test::catalogue_operations() { return _operations; }
+void dv::test::add_catalogue_operations(vector_operations &all) {
+    add_rows_<_dv_type_str, _dv_type_name, _dv_type_tbl_conv, _dv_type_tbl_cmp, _dv_type_tbl_compat,
+              _dv_type_tbl_conv_psm, _dv_type_tbl_compat_psm, _dv_type_tbl_cmp_result, _dv_type_tbl_distance,
+              _dv_type_opd_comb_add, _dv_type_opd_comb_sub, _dv_type_opd_comb_mul, _dv_type_opd_comb_div,
+              _dv_type_opd_comb_mod, _dv_type_opd_comb_expn, _dv_type_meta_check_op_tbl,
+              nls_date_lang_name_tab_, nls_date_lang_std_mon_fmt_tab_, nls_date_lang_abb_mon_fmt_tab_,
+              nls_date_lang_std_day_fmt_tab_, nls_date_lang_abb_day_fmt_tab_>(all);
+    all.add("_dv_type_fixed_size", number_<_dv_type_fixed_size>);
+    all.add("_dv_type_info", number_<_dv_type_info>);
+    add_stored_names_<std_month_tab_, abb_month_tab_, rm_month_tab_, std_day_tab_, abb_day_tab_,
+                      std_adbc_tab_, std_ampm_tab_>(all);
+    add_names_<nls_date_lang_get_std_month, nls_date_lang_get_abb_month, nls_date_lang_get_rom_month,
+               nls_date_lang_get_std_day, nls_date_lang_get_abb_day, nls_date_lang_get_std_adbc,
+               nls_date_lang_get_std_ampm>(all);
+    all.add("dv_nls_date_lang_parse", parse_value_<dv_nls_date_lang_parse>);
+    all.add("dv_nls_date_cal_parse", parse_value_<dv_nls_date_cal_parse>);
+    all.add("dv_nls_comp_parse", parse_value_<dv_nls_comp_parse>);
+    all.add("_nls_sort_info", sort_info_);
+    all.add("dv_nls_parse", parse_setting_);
+    all.add("dv_nls_sort_parse", parse_sort_);
+    all.add("erowid_new", new_rowid_);
+    all.add("erowid_get_rowid", read_rowid_);
+    all.add("erowid_get_sgmt", read_part_<erowid_get_sgmt, uint32_t>);
+    all.add("erowid_get_file", read_part_<erowid_get_file, uint16_t>);
+    all.add("erowid_get_block", read_part_<erowid_get_block, uint32_t>);
+    all.add("erowid_get_row", read_part_<erowid_get_row, uint16_t>);
+    all.add("nerowid_new", new_row_number_);
+    all.add("nerowid_get_rowid", read_row_number_);
+    all.add("rowid_equals", equal_);
+    all.add("from_ucs2", from_ucs2_);
+    all.add("to_ucs2", to_ucs2_);
+    all.add("dv_error_text", message_);
+}

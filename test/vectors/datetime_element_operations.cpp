@@ -28,34 +28,21 @@ struct element_t {
     }
 };
 
-// The text that write(context) gives, and its status.
-template <typename Write>
-void write_(vector_call &call, const vector_model &model, Write write) {
+// The text that a writer gives of a record, and its status.
+template <typename Record, typename... More>
+void write_(vector_call &call, conv_status_t (*write)(dt_fmt_parse_ctx_t *, const Record *, More...)) {
+    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
+    const Record *const record = vector_bind::read_record<Record>(call);
+    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
     char text[_text_size] = {};
     element_t at(model, text, _text_size, /*is_reading=*/false);
     conv_status_t status = 0;
-    if (!call.run([&] { status = write(&at.context); })) return;
+    if (!call.run([&] {
+            status = std::apply([&](auto... rest) { return write(&at.context, record, rest...); }, more);
+        }))
+        return;
     call.put_text({text, static_cast<size_t>(at.context.str_idx)});
     call.put(status);
-}
-
-void write_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
-    const dv_date_t *const date = call.date();
-    write_(call, model, [&](auto *context) { return dt_fmt_write_date(context, date); });
-}
-
-void write_time_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
-    const dv_time_t *const time = call.time();
-    const auto precision = static_cast<int>(call.integer());
-    write_(call, model, [&](auto *context) { return dt_fmt_write_time(context, time, precision); });
-}
-
-void write_zone_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
-    const dv_ts_tz_t *const ts = call.zoned_timestamp();
-    write_(call, model, [&](auto *context) { return dt_fmt_write_tz(context, ts); });
 }
 
 // The record that read(context) leaves, the bytes read, the fields given.
@@ -69,11 +56,12 @@ void read_(vector_call &call, const vector_model &model, vector_text text, Recor
     call.put(at.context.update_flag);
 }
 
-void read_date_(vector_call &call) {
+template <auto Read, typename Record>
+void read_record_(vector_call &call) {
     const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
-    dv_date_t *const date = call.date();
-    read_(call, model, text, date, [&](auto *context) { dt_fmt_parse_date(context, date); });
+    auto *const record = vector_bind::read_record<Record>(call);
+    read_(call, model, text, record, [&](auto *context) { Read(context, record); });
 }
 
 void read_time_(vector_call &call) {
@@ -84,13 +72,6 @@ void read_time_(vector_call &call) {
     int index = 0;
     read_(call, model, text, time,
           [&](auto *context) { dt_fmt_parse_time(context, time, precision, &index); });
-}
-
-void read_zone_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
-    const vector_text text = call.text();
-    timezone_t *const zone = call.zone();
-    read_(call, model, text, zone, [&](auto *context) { dt_fmt_parse_tz(context, zone); });
 }
 
 void read_punctuation_(vector_call &call) {
@@ -156,23 +137,24 @@ void settings_(vector_call &call) {
     dt_fmt_ctx_reset(_system_allocator, &compiled);
 }
 
-constexpr vector_operation _operations[] = {
-    {"dt_fmt_write_date", write_date_},
-    {"dt_fmt_write_time", write_time_},
-    {"dt_fmt_write_tz", write_zone_},
-    {"dt_fmt_parse_date", read_date_},
-    {"dt_fmt_parse_time", read_time_},
-    {"dt_fmt_parse_tz", read_zone_},
-    {"dt_fmt_parse_punc_token", read_punctuation_},
-    {"dt_fmt_check_ansi_date", check_ansi_<dt_fmt_check_ansi_date>},
-    {"dt_fmt_check_ansi_time", check_ansi_<dt_fmt_check_ansi_time>},
-    {"dt_fmt_check_ansi_punc", check_ansi_<dt_fmt_check_ansi_punc>},
-    {"dt_fmt_check_ddd", check_day_of_year_},
-    {"dt_parse_check_input_trailing_space", check_input_end_},
-    {"dt_parse_check_fmt_trailing_space", check_model_end_},
-    {"dt_fmt_ctx_set_user_nls", settings_},
-};
+template <auto... Functions>
+void add_writers_(vector_operations &all) {
+    (all.add(name_of<Functions>(), [](vector_call &call) { write_(call, Functions); }), ...);
+}
 
 }  // namespace
 
-std::span<const vector_operation> dv::test::datetime_element_operations() { return _operations; }
+void dv::test::add_datetime_element_operations(vector_operations &all) {
+    add_writers_<dt_fmt_write_date, dt_fmt_write_time, dt_fmt_write_tz>(all);
+    all.add("dt_fmt_parse_date", read_record_<dt_fmt_parse_date, dv_date_t>);
+    all.add("dt_fmt_parse_time", read_time_);
+    all.add("dt_fmt_parse_tz", read_record_<dt_fmt_parse_tz, timezone_t>);
+    all.add("dt_fmt_parse_punc_token", read_punctuation_);
+    all.add("dt_fmt_check_ansi_date", check_ansi_<dt_fmt_check_ansi_date>);
+    all.add("dt_fmt_check_ansi_time", check_ansi_<dt_fmt_check_ansi_time>);
+    all.add("dt_fmt_check_ansi_punc", check_ansi_<dt_fmt_check_ansi_punc>);
+    all.add("dt_fmt_check_ddd", check_day_of_year_);
+    all.add("dt_parse_check_input_trailing_space", check_input_end_);
+    all.add("dt_parse_check_fmt_trailing_space", check_model_end_);
+    all.add("dt_fmt_ctx_set_user_nls", settings_);
+}

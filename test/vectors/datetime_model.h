@@ -14,6 +14,18 @@
 
 namespace dv::test {
 
+// The code of a record's type.
+template <typename Record>
+inline constexpr int type_of = DV_TYPE_TS_LTZ;
+template <>
+inline constexpr int type_of<dv_date_t> = DV_TYPE_DATE;
+template <>
+inline constexpr int type_of<dv_time_t> = DV_TYPE_TIME;
+template <>
+inline constexpr int type_of<dv_timestamp_t> = DV_TYPE_TIMESTAMP;
+template <>
+inline constexpr int type_of<dv_ts_tz_t> = DV_TYPE_TS_TZ;
+
 class vector_model {
   public:
     vector_model(vector_call &call, int type, bool is_reading) {

@@ -1,7 +1,4 @@
 // Datetime models: compiled, written, read.
-//
-// A model is given as SETTING "MODEL". The setting is a language and a character set, AMERICAN.UTF8, a blank
-// in the language's name written as "_".
 
 #include <cstring>
 #include <string>
@@ -29,70 +26,53 @@ void put_written_(vector_call &call, Write write) {
     if (length == size && size != 0) call.put_word("unended");
 }
 
-template <typename Record>
-Record *record_(vector_call &call) {
-    return vector_bind::read_record<Record>(call);
-}
-
-void write_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_DATE, /*is_reading=*/false);
+// Model, value, then what the writer takes behind the model: a precision, the zone of the session.
+template <typename R, typename Record, typename... More>
+void write_(vector_call &call, R (*write)(const Record *, char *, int, const dt_fmt_ctx_t *, More...)) {
+    const vector_model model(call, type_of<Record>, /*is_reading=*/false);
     if (!model) return;
-    const dv_date_t *const date = call.date();
-    put_written_(call, [&](char *text, int size) { return dv_date_to_str(date, text, size, model); });
-}
-
-template <auto Write, typename Record, int Type>
-void write_(vector_call &call) {
-    const vector_model model(call, Type, /*is_reading=*/false);
-    if (!model) return;
-    const Record *const value = record_<Record>(call);
-    const auto precision = static_cast<int>(call.integer());
-    put_written_(call, [&](char *text, int size) { return Write(value, text, size, model, precision); });
-}
-
-void write_local_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_LTZ, /*is_reading=*/false);
-    if (!model) return;
-    const dv_ts_ltz_t *const value = call.local_timestamp();
-    const auto precision = static_cast<int>(call.integer());
-    const timezone_t *const zone = call.zone();
+    const Record *const value = vector_bind::read_record<Record>(call);
+    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
     put_written_(call, [&](char *text, int size) {
-        return dv_ts_ltz_to_str(value, text, size, model, precision, zone);
+        return std::apply([&](auto... rest) { return write(value, text, size, model, rest...); }, more);
     });
 }
 
-void read_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_DATE, /*is_reading=*/true);
-    if (!model) return;
-    const vector_text text = call.text();
-    dv_date_t date{};
-    call.run([&] { dv_date_from_str(&date, text.data, text.size, model); });
-    call.put_bytes(&date, sizeof date);
+// The same with the model as text, behind the value.
+template <typename R, typename Record, typename... More>
+void write_(vector_call &call, R (*write)(const Record *, char *, int, const char *, int, More...)) {
+    const Record *const value = vector_bind::read_record<Record>(call);
+    const vector_text model = call.text();
+    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
+    put_written_(call, [&](char *text, int size) {
+        return std::apply(
+            [&](auto... rest) { return write(value, text, size, model.data, model.size, rest...); }, more);
+    });
 }
 
-template <auto Read, typename Record, int Type>
-void read_(vector_call &call) {
-    const vector_model model(call, Type, /*is_reading=*/true);
+// Model, text, then what the reader takes behind the model: a precision, the zone of the session, the DATE
+// that stands for the present. A zone that may be written comes back too.
+template <typename Record, typename... More>
+void read_(vector_call &call, void (*read)(Record *, const char *, int, const dt_fmt_ctx_t *, More...)) {
+    const vector_model model(call, type_of<Record>, /*is_reading=*/true);
     if (!model) return;
     const vector_text text = call.text();
-    const auto precision = static_cast<int>(call.integer());
+    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
     Record value{};
-    call.run([&] { Read(&value, text.data, text.size, model, precision); });
+    const bool has_returned = call.run(
+        [&] { std::apply([&](auto... rest) { read(&value, text.data, text.size, model, rest...); }, more); });
     call.put_bytes(&value, sizeof value);
+    std::apply([&](auto... rest) { (vector_bind::put_left(call, rest, has_returned), ...); }, more);
 }
 
-// Model, text, precision, zone of the session; of a local value the zone comes back too.
-template <auto Read, typename Record, int Type>
-void read_in_zone_(vector_call &call) {
-    const vector_model model(call, Type, /*is_reading=*/true);
-    if (!model) return;
-    const vector_text text = call.text();
-    const auto precision = static_cast<int>(call.integer());
-    timezone_t *const zone = call.zone();
-    Record value{};
-    call.run([&] { Read(&value, text.data, text.size, model, precision, zone); });
-    call.put_bytes(&value, sizeof value);
-    if (std::is_same_v<Record, dv_ts_ltz_t> && zone != nullptr) call.put_bytes(zone, sizeof *zone);
+template <auto... Functions>
+void add_writers_(vector_operations &all) {
+    (all.add(name_of<Functions>(), [](vector_call &call) { write_(call, Functions); }), ...);
+}
+
+template <auto... Functions>
+void add_readers_(vector_operations &all) {
+    (all.add(name_of<Functions>(), [](vector_call &call) { read_(call, Functions); }), ...);
 }
 
 // Type, whether for reading, model: the predicted length at precision 6, and each element as
@@ -134,25 +114,14 @@ void serialise_(vector_call &call) {
     call.put_bytes(block, size);
 }
 
-// Forms with the model as text: a value, a model, for all but DATE a precision, for a local timestamp the
-// zone.
-template <auto Write, typename Record, typename... More>
-void write_once_(vector_call &call) {
-    const Record *const value = record_<Record>(call);
-    const vector_text model = call.text();
-    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
+// The present, of a type; in the zone of the session where it is zoned.
+template <auto Write, int Type, typename... Zone>
+void write_current_(vector_call &call) {
+    const vector_model model(call, Type, /*is_reading=*/false);
+    const std::tuple<Zone...> zone{vector_bind::read_more<Zone>(call)...};
     put_written_(call, [&](char *text, int size) {
-        const auto write = [&](auto... rest) {
-            return Write(value, text, size, model.data, model.size, rest...);
-        };
-        return std::apply(write, more);
+        return std::apply([&](auto... rest) { Write(text, size, model, rest...); }, zone), 0;
     });
-}
-
-// The present.
-void write_current_date_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_DATE, /*is_reading=*/false);
-    put_written_(call, [&](char *text, int size) { return dv_date_current_str(text, size, model), 0; });
 }
 
 void write_current_date_once_(vector_call &call) {
@@ -162,77 +131,24 @@ void write_current_date_once_(vector_call &call) {
     });
 }
 
-void write_current_timestamp_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TIMESTAMP, /*is_reading=*/false);
-    put_written_(call, [&](char *text, int size) { return dv_timestamp_current_str(text, size, model), 0; });
-}
-
-void write_current_zoned_(vector_call &call) {
-    const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
-    const timezone_t *const zone = call.zone();
-    put_written_(call,
-                 [&](char *text, int size) { return dv_ts_tz_current_str(text, size, model, zone), 0; });
-}
-
-// Text, for timestamps a precision and for zoned ones the zone of the session, then the DATE that stands for
-// the present.
-template <auto Read, typename Record, int Type, typename... More>
-void read_as_of_(vector_call &call) {
-    const vector_model model(call, Type, /*is_reading=*/true);
-    if (!model) return;
-    const vector_text text = call.text();
-    const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
-    const dv_date_t *const as_of = call.date();
-    Record value{};
-    call.run([&] {
-        std::apply([&](auto... rest) { Read(&value, text.data, text.size, model, rest..., as_of); }, more);
-    });
-    call.put_bytes(&value, sizeof value);
-}
-
-constexpr vector_operation _operations[] = {
-    {"dt_fmt_ctx_set", compile_},
-    {"dt_fmt_ctx_serialize", serialise_},
-    {"dv_date_to_str", write_date_},
-    {"dv_date_to_str_DEPRECATED", write_once_<dv_date_to_str_DEPRECATED, dv_date_t>},
-    {"dv_time_to_str_DEPRECATED", write_once_<dv_time_to_str_DEPRECATED, dv_time_t, int>},
-    {"dv_timestamp_to_str_DEPRECATED", write_once_<dv_timestamp_to_str_DEPRECATED, dv_timestamp_t, int>},
-    {"dv_ts_tz_to_str_DEPRECATED", write_once_<dv_ts_tz_to_str_DEPRECATED, dv_ts_tz_t, int>},
-    {"dv_ts_ltz_to_str_DEPRECATED",
-     write_once_<dv_ts_ltz_to_str_DEPRECATED, dv_ts_ltz_t, int, const timezone_t *>},
-    {"dv_date_current_str", write_current_date_},
-    {"dv_date_current_str_DEPRECATED", write_current_date_once_},
-    {"dv_timestamp_current_str", write_current_timestamp_},
-    {"dv_ts_tz_current_str", write_current_zoned_},
-    {"dv_date_from_str_as_of", read_as_of_<dv_date_from_str_as_of, dv_date_t, DV_TYPE_DATE>},
-    {"dv_timestamp_from_str_as_of",
-     read_as_of_<dv_timestamp_from_str_as_of, dv_timestamp_t, DV_TYPE_TIMESTAMP, int>},
-    {"dv_ts_tz_from_str_as_of",
-     read_as_of_<dv_ts_tz_from_str_as_of, dv_ts_tz_t, DV_TYPE_TS_TZ, int, const timezone_t *>},
-    {"dv_time_to_str", write_<dv_time_to_str, dv_time_t, DV_TYPE_TIME>},
-    {"dv_timestamp_to_str", write_<dv_timestamp_to_str, dv_timestamp_t, DV_TYPE_TIMESTAMP>},
-    {"dv_ts_tz_to_str", write_<dv_ts_tz_to_str, dv_ts_tz_t, DV_TYPE_TS_TZ>},
-    {"dv_ts_ltz_to_str", write_local_},
-    {"dv_date_from_str", read_date_},
-    {"dv_date_from_str_DEPRECATED", into<dv_date_from_str_DEPRECATED>},
-    {"dv_time_from_str", read_<dv_time_from_str, dv_time_t, DV_TYPE_TIME>},
-    {"dv_time_from_str_DEPRECATED", into<dv_time_from_str_DEPRECATED>},
-    {"dv_timestamp_from_str", read_<dv_timestamp_from_str, dv_timestamp_t, DV_TYPE_TIMESTAMP>},
-    {"dv_timestamp_from_str_DEPRECATED", into<dv_timestamp_from_str_DEPRECATED>},
-    {"dv_ts_tz_from_str", read_in_zone_<dv_ts_tz_from_str, dv_ts_tz_t, DV_TYPE_TS_TZ>},
-    {"dv_ts_tz_from_str_DEPRECATED", into<dv_ts_tz_from_str_DEPRECATED>},
-    {"dv_ts_ltz_from_str", read_in_zone_<dv_ts_ltz_from_str, dv_ts_ltz_t, DV_TYPE_TS_LTZ>},
-    {"dv_ts_ltz_from_str_DEPRECATED", into<dv_ts_ltz_from_str_DEPRECATED>},
-    {"dv_date_get_length", in_place<dv_date_get_length>},
-    {"dv_time_get_length", in_place<dv_time_get_length>},
-    {"dv_timestamp_get_length", in_place<dv_timestamp_get_length>},
-    {"dv_ts_tz_get_length", in_place<dv_ts_tz_get_length>},
-    {"dv_date_check_format", in_place<dv_date_check_format>},
-    {"dv_time_check_format", in_place<dv_time_check_format>},
-    {"dv_timestamp_check_format", in_place<dv_timestamp_check_format>},
-    {"dv_ts_tz_check_format", in_place<dv_ts_tz_check_format>},
-};
-
 }  // namespace
 
-std::span<const vector_operation> dv::test::datetime_model_operations() { return _operations; }
+void dv::test::add_datetime_model_operations(vector_operations &all) {
+    all.add("dt_fmt_ctx_set", compile_);
+    all.add("dt_fmt_ctx_serialize", serialise_);
+    add_writers_<dv_date_to_str, dv_time_to_str, dv_timestamp_to_str, dv_ts_tz_to_str, dv_ts_ltz_to_str,
+                 dv_date_to_str_DEPRECATED, dv_time_to_str_DEPRECATED, dv_timestamp_to_str_DEPRECATED,
+                 dv_ts_tz_to_str_DEPRECATED, dv_ts_ltz_to_str_DEPRECATED>(all);
+    all.add("dv_date_current_str", write_current_<dv_date_current_str, DV_TYPE_DATE>);
+    all.add("dv_date_current_str_DEPRECATED", write_current_date_once_);
+    all.add("dv_timestamp_current_str", write_current_<dv_timestamp_current_str, DV_TYPE_TIMESTAMP>);
+    all.add("dv_ts_tz_current_str", write_current_<dv_ts_tz_current_str, DV_TYPE_TS_TZ, const timezone_t *>);
+    add_readers_<dv_date_from_str, dv_time_from_str, dv_timestamp_from_str, dv_ts_tz_from_str,
+                 dv_ts_ltz_from_str, dv_date_from_str_as_of, dv_timestamp_from_str_as_of,
+                 dv_ts_tz_from_str_as_of>(all);
+    all.add_into<dv_date_from_str_DEPRECATED, dv_time_from_str_DEPRECATED, dv_timestamp_from_str_DEPRECATED,
+                 dv_ts_tz_from_str_DEPRECATED, dv_ts_ltz_from_str_DEPRECATED>();
+    all.add_in_place<dv_date_get_length, dv_time_get_length, dv_timestamp_get_length, dv_ts_tz_get_length,
+                     dv_date_check_format, dv_time_check_format, dv_timestamp_check_format,
+                     dv_ts_tz_check_format>();
+}

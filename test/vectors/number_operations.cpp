@@ -64,56 +64,28 @@ void limit_(vector_call &call) {
     call.put_bytes(row.byte, row.byte[0] + size_t{1});
 }
 
-constexpr vector_operation _operations[] = {
-    {"number_add", with_mode_<in_place<number_add>>},
-    {"number_sub", with_mode_<in_place<number_sub>>},
-    {"number_add_with_mode", with_mode_<in_place<number_add_with_mode>>},
-    {"number_mul", with_mode_<in_place<number_mul>>},
-    {"number_sqr", with_mode_<in_place<number_sqr>>},
-    {"number_div", with_mode_<in_place<number_div>>},
-    {"number_mod", with_mode_<in_place<number_mod>>},
-    {"number_rem", with_mode_<in_place<number_rem>>},
-    {"number_sqrt", with_mode_<in_place<number_sqrt>>},
-    {"number_pow", with_mode_<in_place<number_pow>>},
-    {"number_exp", with_mode_<in_place<number_exp>>},
-    {"number_negate", in_place<number_negate>},
-    {"number_abs", in_place<number_abs>},
-    {"number_assign", into<number_assign>},
-    {"number_round_at_withmode", in_place<number_round_at_withmode>},
-    {"number_force_prec_scale", in_place<number_force_prec_scale>},
-    {"number_check_prec_scale", in_place<number_check_prec_scale>},
-    {"number_cmp", compare_},
-    {"number_is_valid_ptr", is_valid_},
-    {"number_to_oracle_format", to_interchange_},
-    {"number_from_oracle_format", from_interchange_},
-    {"number_ui_sqrt", integer_square_root_},
-    {"number_constant", constant_},
-    {"_number_limit", limit_},
-    {"number_range_check", in_place<number_range_check>},
-    {"number_from_int8", into<number_from_int8>},
-    {"number_from_int16", into<number_from_int16>},
-    {"number_from_int32", into<number_from_int32>},
-    {"number_from_int64", into<number_from_int64>},
-    {"number_from_uint8", into<number_from_uint8>},
-    {"number_from_uint16", into<number_from_uint16>},
-    {"number_from_uint32", into<number_from_uint32>},
-    {"number_from_uint64", into<number_from_uint64>},
-    {"number_from_float", into<number_from_float>},
-    {"number_from_double", into<number_from_double>},
-    {"number_from_long_double", into<number_from_long_double>},
-    {"number_to_int8", in_place<number_to_int8>},
-    {"number_to_int16", in_place<number_to_int16>},
-    {"number_to_int32", in_place<number_to_int32>},
-    {"number_to_int64", in_place<number_to_int64>},
-    {"number_to_uint8", in_place<number_to_uint8>},
-    {"number_to_uint16", in_place<number_to_uint16>},
-    {"number_to_uint32", in_place<number_to_uint32>},
-    {"number_to_uint64", in_place<number_to_uint64>},
-    {"number_to_float", in_place<number_to_float>},
-    {"number_to_double", in_place<number_to_double>},
-    {"number_to_long_double", in_place<number_to_long_double>},
-};
+template <auto... Functions>
+void add_with_mode_(vector_operations &all) {
+    (all.add(name_of<Functions>(), with_mode_<in_place<Functions>>), ...);
+}
 
 }  // namespace
 
-std::span<const vector_operation> dv::test::number_operations() { return _operations; }
+void dv::test::add_number_operations(vector_operations &all) {
+    add_with_mode_<number_add, number_sub, number_add_with_mode, number_mul, number_sqr, number_div,
+                   number_mod, number_rem, number_sqrt, number_pow, number_exp>(all);
+    all.add_in_place<number_negate, number_abs, number_round_at_withmode, number_force_prec_scale,
+                     number_check_prec_scale, number_range_check, number_to_int8, number_to_int16,
+                     number_to_int32, number_to_int64, number_to_uint8, number_to_uint16, number_to_uint32,
+                     number_to_uint64, number_to_float, number_to_double, number_to_long_double>();
+    all.add_into<number_assign, number_from_int8, number_from_int16, number_from_int32, number_from_int64,
+                 number_from_uint8, number_from_uint16, number_from_uint32, number_from_uint64,
+                 number_from_float, number_from_double, number_from_long_double>();
+    all.add("number_cmp", compare_);
+    all.add("number_is_valid_ptr", is_valid_);
+    all.add("number_to_oracle_format", to_interchange_);
+    all.add("number_from_oracle_format", from_interchange_);
+    all.add("number_ui_sqrt", integer_square_root_);
+    all.add("number_constant", constant_);
+    all.add("_number_limit", limit_);
+}

@@ -80,19 +80,16 @@ void compile_(vector_call &call) {
     for (const int field : fields) call.put(field);
 }
 
-constexpr vector_operation _operations[] = {
-    {"number_from_str", read_<number_from_str>},
-    {"number_from_str_nt", read_<number_from_str_nt>},
-    {"number_to_str", to_text_},
-    {"number_sdump", dump_},
-    {"number_to_str_fmt", to_model_text_},
-    {"_number_to_str_fmt_rn", to_roman_},
-    {"number_from_str_fmt", from_model_text_},
-    {"number_fmt_parse", compile_},
-    {"number_format_check", in_place<number_format_check>},
-    {"number_get_length", in_place<number_get_length>},
-};
-
 }  // namespace
 
-std::span<const vector_operation> dv::test::number_text_operations() { return _operations; }
+void dv::test::add_number_text_operations(vector_operations &all) {
+    all.add_in_place<number_format_check, number_get_length>();
+    all.add("number_from_str", read_<number_from_str>);
+    all.add("number_from_str_nt", read_<number_from_str_nt>);
+    all.add("number_to_str", to_text_);
+    all.add("number_sdump", dump_);
+    all.add("number_to_str_fmt", to_model_text_);
+    all.add("_number_to_str_fmt_rn", to_roman_);
+    all.add("number_from_str_fmt", from_model_text_);
+    all.add("number_fmt_parse", compile_);
+}

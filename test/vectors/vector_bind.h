@@ -1,5 +1,5 @@
-// Operations of vector files: a name, and the function that makes the call. Most are made from the library's
-// function itself.
+// Operations of vector files: a name, and what makes the call. Most are made from the library's function
+// itself.
 //
 // Each parameter takes one input. A record that the call may write is listed behind "=" as the call left it
 // (a NUMBER not after a raise, where it is unspecified), and then the value that the call returned.
@@ -9,28 +9,15 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <span>
 #include <tuple>
 #include <type_traits>
+#include <unordered_map>
 #include <utility>
 
+#include "name_of.h"
 #include "vector_call.h"
 
 namespace dv::test {
-
-struct vector_operation {
-    std::string_view name;
-    void (*run)(vector_call &);
-};
-
-// By area; names are unique.
-std::span<const vector_operation> number_operations();
-std::span<const vector_operation> number_text_operations();
-std::span<const vector_operation> datetime_operations();
-std::span<const vector_operation> datetime_model_operations();
-std::span<const vector_operation> datetime_element_operations();
-std::span<const vector_operation> zone_operations();
-std::span<const vector_operation> catalogue_operations();
 
 namespace vector_bind {
 
@@ -172,6 +159,41 @@ template <auto Function, size_t Result = 0>
 void into(vector_call &call) {
     vector_bind::make_call<Result>(call, Function);
 }
+
+// All operations by their names, which are mostly those of functions.
+class vector_operations {
+  public:
+    using run_t = void (*)(vector_call &);
+    void add(std::string_view name, run_t run) { runs_[name] = run; }
+    template <auto... Functions>
+    void add_in_place() {
+        (add(name_of<Functions>(), in_place<Functions>), ...);
+    }
+    template <auto... Functions>
+    void add_into() {
+        (add(name_of<Functions>(), into<Functions>), ...);
+    }
+    template <auto... Functions>
+    void add_into_second() {
+        (add(name_of<Functions>(), into<Functions, 1>), ...);
+    }
+    run_t find(std::string_view name) const {
+        const auto found = runs_.find(name);
+        return found == runs_.end() ? nullptr : found->second;
+    }
+
+  private:
+    std::unordered_map<std::string_view, run_t> runs_;
+};
+
+// By area.
+void add_number_operations(vector_operations &all);
+void add_number_text_operations(vector_operations &all);
+void add_datetime_operations(vector_operations &all);
+void add_datetime_model_operations(vector_operations &all);
+void add_datetime_element_operations(vector_operations &all);
+void add_zone_operations(vector_operations &all);
+void add_catalogue_operations(vector_operations &all);
 
 }  // namespace dv::test
 

@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <unordered_map>
 #include <vector>
 
 #include "project_file.h"
@@ -19,18 +18,16 @@ using namespace dv::test;
 
 namespace {
 
-const vector_operation *find_operation_(std::string_view name) {
+vector_operations::run_t find_operation_(std::string_view name) {
     static const auto all = [] {
-        std::unordered_map<std::string_view, const vector_operation *> operations;
-        for (const auto &area : {number_operations(), number_text_operations(), datetime_operations(),
-                                 datetime_model_operations(), datetime_element_operations(),
-                                 zone_operations(), catalogue_operations()}) {
-            for (const vector_operation &operation : area) operations.emplace(operation.name, &operation);
-        }
+        vector_operations operations;
+        for (const auto add : {add_number_operations, add_number_text_operations, add_datetime_operations,
+                               add_datetime_model_operations, add_datetime_element_operations,
+                               add_zone_operations, add_catalogue_operations})
+            add(operations);
         return operations;
     }();
-    const auto found = all.find(name);
-    return found == all.end() ? nullptr : found->second;
+    return all.find(name);
 }
 
 // Where " =" ends the inputs: outside of texts.
@@ -54,12 +51,12 @@ std::string made_anew_(std::string_view line) {
     std::string_view inputs = line.substr(0, sign);
     if (inputs.starts_with("~ ")) inputs.remove_prefix(2);
     const std::string_view name = inputs.substr(0, inputs.find(' '));
-    const vector_operation *const operation = find_operation_(name);
+    const vector_operations::run_t operation = find_operation_(name);
     vector_call call(inputs.substr(name.size()));
     if (operation == nullptr) {
         call.fail("no such operation");
     } else {
-        operation->run(call);
+        operation(call);
         if (call.has_more() && !call.has_raised()) call.fail("an input too many");
     }
     std::string made(line.substr(0, sign));

@@ -72,54 +72,27 @@ void system_default_(vector_call &call) {
     unsetenv("TZ");
 }
 
-constexpr vector_operation _operations[] = {
-    {"region_tab_", region_},
-    {"region_at", region_at_},
-    {"sample_tab_", sample_},
-    {"zonetab_search_region", search_},
-    {"timezone_init", into<timezone_init>},
-    {"timezone_set_field", in_place<timezone_set_field>},
-    {"timezone_get_field", in_place<timezone_get_field>},
-    {"timezone_parse", into<timezone_parse>},
-    {"parse_offset_", in_place<parse_offset_>},
-    {"timezone_shift_to_east", in_place<timezone_shift_to_east>},
-    {"timezone_shift_to_west", in_place<timezone_shift_to_west>},
-    {"timezone_normalize", in_place<timezone_normalize>},
-    {"timezone_localize", into<timezone_localize, 2>},
-    {"timezone_adjust", in_place<timezone_adjust>},
-    {"timezone_get_zone_name", zone_name_},
-    {"timezone_get_zone_abbr", zone_abbreviation_},
-    {"timezone_get_system_default", system_default_},
-    {"dv_ts_tz_from_unit_values", in_place<dv_ts_tz_from_unit_values>},
-    {"dv_ts_tz_from_date", into<dv_ts_tz_from_date>},
-    {"dv_ts_tz_from_timestamp", into<dv_ts_tz_from_timestamp>},
-    {"dv_ts_tz_from_ts_ltz", into<dv_ts_tz_from_ts_ltz>},
-    {"dv_ts_tz_current", into<dv_ts_tz_current>},
-    {"dv_ts_tz_compare", in_place<dv_ts_tz_compare>},
-    {"dv_ts_tz_trim_fsec", in_place<dv_ts_tz_trim_fsec>},
-    {"dv_ts_tz_to_double", in_place<dv_ts_tz_to_double>},
-    {"dv_ts_tz_to_number", into<dv_ts_tz_to_number, 1>},
-    {"dv_ts_tz_from_double", into<dv_ts_tz_from_double, 1>},
-    {"dv_ts_tz_from_number", into<dv_ts_tz_from_number, 1>},
-    {"dv_ts_tz_add_itv_ytm", in_place<dv_ts_tz_add_itv_ytm>},
-    {"dv_ts_tz_sub_itv_ytm", in_place<dv_ts_tz_sub_itv_ytm>},
-    {"dv_ts_tz_add_itv_dts", in_place<dv_ts_tz_add_itv_dts>},
-    {"dv_ts_tz_sub_itv_dts", in_place<dv_ts_tz_sub_itv_dts>},
-    {"dv_ts_tz_sub_ts_tz_into_itv_ytm", into<dv_ts_tz_sub_ts_tz_into_itv_ytm>},
-    {"dv_ts_tz_sub_ts_tz_into_itv_dts", into<dv_ts_tz_sub_ts_tz_into_itv_dts>},
-    {"dv_ts_ltz_from_unit_values", in_place<dv_ts_ltz_from_unit_values>},
-    {"dv_ts_ltz_from_date", into<dv_ts_ltz_from_date>},
-    {"dv_ts_ltz_from_timestamp", into<dv_ts_ltz_from_timestamp>},
-    {"dv_ts_ltz_from_ts_tz", into<dv_ts_ltz_from_ts_tz>},
-    {"dv_ts_ltz_current", into<dv_ts_ltz_current>},
-    {"dv_ts_ltz_compare", in_place<dv_ts_ltz_compare>},
-    {"dv_ts_ltz_trim_fsec", in_place<dv_ts_ltz_trim_fsec>},
-    {"dv_ts_ltz_to_double", in_place<dv_ts_ltz_to_double>},
-    {"dv_ts_ltz_to_number", into<dv_ts_ltz_to_number, 1>},
-    {"dv_ts_ltz_from_double", into<dv_ts_ltz_from_double, 1>},
-    {"dv_ts_ltz_from_number", into<dv_ts_ltz_from_number, 1>},
-};
-
 }  // namespace
 
-std::span<const vector_operation> dv::test::zone_operations() { return _operations; }
+void dv::test::add_zone_operations(vector_operations &all) {
+    all.add_into<timezone_init, timezone_parse, dv_ts_tz_from_date, dv_ts_tz_from_timestamp,
+                 dv_ts_tz_from_ts_ltz, dv_ts_tz_current, dv_ts_tz_sub_ts_tz_into_itv_ytm,
+                 dv_ts_tz_sub_ts_tz_into_itv_dts, dv_ts_ltz_from_date, dv_ts_ltz_from_timestamp,
+                 dv_ts_ltz_from_ts_tz, dv_ts_ltz_current>();
+    all.add_in_place<timezone_set_field, timezone_get_field, parse_offset_, timezone_shift_to_east,
+                     timezone_shift_to_west, timezone_normalize, timezone_adjust, dv_ts_tz_from_unit_values,
+                     dv_ts_tz_compare, dv_ts_tz_trim_fsec, dv_ts_tz_to_double, dv_ts_tz_add_itv_ytm,
+                     dv_ts_tz_sub_itv_ytm, dv_ts_tz_add_itv_dts, dv_ts_tz_sub_itv_dts,
+                     dv_ts_ltz_from_unit_values, dv_ts_ltz_compare, dv_ts_ltz_trim_fsec,
+                     dv_ts_ltz_to_double>();
+    all.add_into_second<dv_ts_tz_to_number, dv_ts_tz_from_double, dv_ts_tz_from_number, dv_ts_ltz_to_number,
+                        dv_ts_ltz_from_double, dv_ts_ltz_from_number>();
+    all.add("region_tab_", region_);
+    all.add("region_at", region_at_);
+    all.add("sample_tab_", sample_);
+    all.add("zonetab_search_region", search_);
+    all.add("timezone_localize", into<timezone_localize, 2>);
+    all.add("timezone_get_zone_name", zone_name_);
+    all.add("timezone_get_zone_abbr", zone_abbreviation_);
+    all.add("timezone_get_system_default", system_default_);
+}
