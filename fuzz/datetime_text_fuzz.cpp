@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "../test/datetime_fmt/model_text.h"
-#include "dvtypes/timestamp_tz.h"
+#include "../test/datetime_fmt/text_type.h"
 #include "dvtypes/timezone_id.h"
 #include "fuzz_input.h"
 
@@ -24,42 +24,12 @@ constexpr int _read_codes[] = {0,     -5007, -5010, -5011, -5012, -5013, -5024, 
 constexpr int _write_codes[] = {0, -5007, -5011, -5012, -5041, -5054, -5114};
 constexpr int _unit_codes[] = {0, -5014, -5114};
 
-// What the types name differently.
-struct date_type_t {
-    using record = dv_date_t;
-    static constexpr int type = DV_TYPE_DATE;
-    static void read(record *value, const char *text, int size, const dt_fmt_ctx_t *model, int) {
-        dv_date_from_str(value, text, size, model);
-    }
-    static long write(const record *value, char *text, int size, const dt_fmt_ctx_t *model, int) {
-        return dv_date_to_str(value, text, size, model);
-    }
-    static void check(record *value) { dv_date_is_valid(value); }
-};
-struct time_type_t {
-    using record = dv_time_t;
-    static constexpr int type = DV_TYPE_TIME;
-    static void read(record *value, const char *text, int size, const dt_fmt_ctx_t *model, int precision) {
-        dv_time_from_str(value, text, size, model, precision);
-    }
-    static long write(const record *value, char *text, int size, const dt_fmt_ctx_t *model, int precision) {
-        return dv_time_to_str(value, text, size, model, precision);
-    }
-    static void check(record *value) { dv_time_is_valid(value); }
-};
+constexpr timezone_t _new_york = {95, 0, 0, {0, TZ_ID_AMERICA_NEW_YORK}};
 
-struct zoned_type_t {
-    using record = dv_ts_tz_t;
-    static constexpr int type = DV_TYPE_TS_TZ;
-    static void read(record *value, const char *text, int size, const dt_fmt_ctx_t *model, int precision) {
-        constexpr timezone_t new_york = {95, 0, 0, {0, TZ_ID_AMERICA_NEW_YORK}};
-        dv_ts_tz_from_str(value, text, size, model, precision, &new_york);
-    }
-    static long write(const record *value, char *text, int size, const dt_fmt_ctx_t *model, int precision) {
-        return dv_ts_tz_to_str(value, text, size, model, precision);
-    }
-    static void check(record *value) { dv_date_is_valid(reinterpret_cast<dv_date_t *>(value)); }
-};
+// Raises for a record that is none.
+void check_(dv_date_t *value) { dv_date_is_valid(value); }
+void check_(dv_time_t *value) { dv_time_is_valid(value); }
+void check_(dv_ts_tz_t *value) { dv_date_is_valid(reinterpret_cast<dv_date_t *>(value)); }
 
 struct case_t {
     uint8_t action, language, charset, precision, buffer_size;
@@ -82,10 +52,12 @@ void read_(const case_t &input, const dt_fmt_ctx_t &model) {
     const std::vector<char> text = block(input.value);
     typename Type::record value{};
     const auto size = static_cast<int>(input.value.size());
-    const int code = raise_of([&] { Type::read(&value, text.data(), size, &model, input.precision); });
+    const int code = raise_of([&] {
+        Type::read(&value, text.data(), size, &model, {input.precision, _new_york});
+    });
     require_one_of(_read_codes, "a code of reading", code);
     require(dv_assert_count() == failed, "no assertion that fails, code", code);
-    if (code == 0) require(raise_of([&] { Type::check(&value); }) == 0, "a valid value", code);
+    if (code == 0) require(raise_of([&] { check_(&value); }) == 0, "a valid value", code);
 }
 
 // A record written into a heap block of some size.
@@ -97,7 +69,9 @@ struct written_t {
     written_t(int size, const case_t &input, const dt_fmt_ctx_t &model) : block(static_cast<size_t>(size)) {
         const auto value = record_<typename Type::record>(input.value);
         std::memset(block.text(), '~', static_cast<size_t>(size));
-        code = raise_of([&] { status = Type::write(&value, block.text(), size, &model, input.precision); });
+        code = raise_of([&] {
+            status = Type::write(&value, block.text(), size, &model, {input.precision, _new_york});
+        });
         require_one_of(_write_codes, "a code of writing", code);
         require(status == CONV_STATUS_WHOLE || status == CONV_STATUS_CUT, "a status", status);
         require(block.intact(), "nothing beside the buffer", size);
@@ -181,11 +155,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if ((input.action & 4) != 0) {
         truncate_(input, input.is_reading());
     } else if (input.is_zoned()) {
-        use_model_<zoned_type_t>(input);
+        use_model_<zoned_text>(input);
     } else if ((input.action & 1) == 0) {
-        use_model_<date_type_t>(input);
+        use_model_<date_text>(input);
     } else {
-        use_model_<time_type_t>(input);
+        use_model_<time_text>(input);
     }
     return 0;
 }

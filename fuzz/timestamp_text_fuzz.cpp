@@ -7,7 +7,7 @@
 // literals' model, or one of its fields is at fault.
 
 #include "../test/datetime_fmt/model_text.h"
-#include "dvtypes/timestamp_tz.h"
+#include "../test/datetime_fmt/text_type.h"
 #include "dvtypes/timezone_id.h"
 #include "fuzz_input.h"
 
@@ -21,74 +21,25 @@ constexpr dv_date_t _as_of = {120, 124, 2,  29,
 constexpr int _date_codes[] = {0, -5010, -5042, -5045, -5113, -5114};
 
 struct case_t {
-    int precision;
-    timezone_t zone;
+    text_options_t options;
     std::string_view model, text;
     int model_size() const { return static_cast<int>(model.size()); }
     int text_size() const { return static_cast<int>(text.size()); }
 };
 
-// What the types name differently.
-struct plain_type_t {
-    using record = dv_timestamp_t;
-    static constexpr int type = DV_TYPE_TIMESTAMP;
-    static constexpr const char *all_fields = "SYYYY-MM-DD HH24:MI:SS.FF9";
-    static void read(record *value, const char *text, const case_t &input, const dt_fmt_ctx_t *model) {
-        dv_timestamp_from_str(value, text, input.text_size(), model, input.precision);
-    }
-    static void read_once(record *value, const char *text, const case_t &input, const char *model) {
-        dv_timestamp_from_str_DEPRECATED(value, text, input.text_size(), model, input.model_size(),
-                                         input.precision);
-    }
-    static conv_status_t write(const record *value, char *text, int size, const case_t &,
-                               const dt_fmt_ctx_t *model) {
-        return dv_timestamp_to_str(value, text, size, model, 9);
-    }
-};
-
-struct zoned_type_t {
-    using record = dv_ts_tz_t;
-    static constexpr int type = DV_TYPE_TS_TZ;
-    static constexpr const char *all_fields = "SYYYY-MM-DD HH24:MI:SS.FF9 TZR";
-    static void read(record *value, const char *text, const case_t &input, const dt_fmt_ctx_t *model) {
-        dv_ts_tz_from_str(value, text, input.text_size(), model, input.precision, &input.zone);
-    }
-    static void read_once(record *value, const char *text, const case_t &input, const char *model) {
-        dv_ts_tz_from_str_DEPRECATED(value, text, input.text_size(), model, input.model_size(),
-                                     input.precision, &input.zone);
-    }
-    static conv_status_t write(const record *value, char *text, int size, const case_t &,
-                               const dt_fmt_ctx_t *model) {
-        return dv_ts_tz_to_str(value, text, size, model, 9);
-    }
-};
-
-struct local_type_t {
-    using record = dv_ts_ltz_t;
-    static constexpr int type = DV_TYPE_TS_LTZ;
-    static constexpr const char *all_fields = "SYYYY-MM-DD HH24:MI:SS.FF9";
-    static void read(record *value, const char *text, const case_t &input, const dt_fmt_ctx_t *model) {
-        timezone_t zone = input.zone;
-        dv_ts_ltz_from_str(value, text, input.text_size(), model, input.precision, &zone);
-    }
-    static void read_once(record *value, const char *text, const case_t &input, const char *model) {
-        timezone_t zone = input.zone;
-        dv_ts_ltz_from_str_DEPRECATED(value, text, input.text_size(), model, input.model_size(),
-                                      input.precision, &zone);
-    }
-    static conv_status_t write(const record *value, char *text, int size, const case_t &input,
-                               const dt_fmt_ctx_t *model) {
-        return dv_ts_ltz_to_str(value, text, size, model, 9, &input.zone);
-    }
-};
+template <typename Type>
+constexpr const char *all_fields_ =
+    Type::type == DV_TYPE_TS_TZ ? "SYYYY-MM-DD HH24:MI:SS.FF9 TZR" : "SYYYY-MM-DD HH24:MI:SS.FF9";
 
 // The text of all fields; empty when the local time lies outside the calendar.
 template <typename Type>
 std::string text_of_(const typename Type::record &value, const case_t &input) {
-    static const compiled_model model(Type::all_fields, /*is_reading=*/false, Type::type);
+    static const compiled_model model(all_fields_<Type>, /*is_reading=*/false, Type::type);
     char text[128];
-    conv_status_t status = CONV_STATUS_CUT;
-    const int code = raise_of([&] { status = Type::write(&value, text, sizeof text, input, &model.ctx); });
+    long status = CONV_STATUS_CUT;
+    const int code = raise_of([&] {
+        status = Type::write(&value, text, sizeof text, &model.ctx, {9, input.options.zone});
+    });
     if (code == -5114) return {};
     require(code == 0 && status == CONV_STATUS_WHOLE, "a whole text", code);
     return {text, strnlen(text, sizeof text)};
@@ -97,14 +48,13 @@ std::string text_of_(const typename Type::record &value, const case_t &input) {
 // The text, not the instant: of two that clocks show alike the later is read.
 template <typename Type>
 void reads_back_(const typename Type::record &value, const case_t &input) {
-    static const compiled_model model(Type::all_fields, /*is_reading=*/true, Type::type);
+    static const compiled_model model(all_fields_<Type>, /*is_reading=*/true, Type::type);
     const std::string text = text_of_<Type>(value, input);
     if (text.empty()) return;
     typename Type::record again{};
-    case_t whole = input;
-    whole.text = text;
-    whole.precision = 9;
-    const int code = raise_of([&] { Type::read(&again, text.data(), whole, &model.ctx); });
+    const int code = raise_of([&] {
+        Type::read(&again, text.data(), static_cast<int>(text.size()), &model.ctx, {9, input.options.zone});
+    });
     require(code == 0, text.c_str(), code);
     require(text_of_<Type>(again, input) == text, text.c_str(), code);
 }
@@ -113,13 +63,18 @@ template <typename Type>
 void read_(const case_t &input) {
     const std::vector<char> text = block(input.text), model = block(input.model);
     typename Type::record once{}, kept{};
-    const int code = raise_of([&] { Type::read_once(&once, text.data(), input, model.data()); });
+    const int code = raise_of([&] {
+        Type::read_once(&once, text.data(), input.text_size(), model.data(), input.model_size(),
+                        input.options);
+    });
     if (input.model.empty() || input.text.empty()) return;
     compiled_model compiled(std::string_view(model.data(), model.size()), /*is_reading=*/true, Type::type);
     compiled.ctx.nls_date_ctx.lang = DV_NLS_DATE_LANG_KOREAN;  // those of models for one call
     compiled.ctx.charset = DVSTR_CHARSET_MSWIN949;
     int kept_code = compiled.error.code;
-    if (kept_code == 0) kept_code = raise_of([&] { Type::read(&kept, text.data(), input, &compiled.ctx); });
+    if (kept_code == 0)
+        kept_code = raise_of(
+            [&] { Type::read(&kept, text.data(), input.text_size(), &compiled.ctx, input.options); });
     require(code == kept_code, "the same code both ways", kept_code);
     if (code != 0) return;
     require(std::memcmp(&once, &kept, sizeof once) == 0, "the same bytes both ways", code);
@@ -150,17 +105,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     timezone_set_field(&zone, TZ_FLD_ZONE_ID, input.take<uint16_t>() % TZ_ID_MAX);
     const size_t model_size = input.byte();
     const std::string_view model = input.take(model_size);
-    const case_t one = {precision, zone, model, input.rest()};
+    const case_t one = {{precision, zone}, model, input.rest()};
     literal_reads_(one);
     switch (type % 3) {
         case 0:
-            read_<plain_type_t>(one);
+            read_<timestamp_text>(one);
             break;
         case 1:
-            read_<zoned_type_t>(one);
+            read_<zoned_text>(one);
             break;
         default:
-            read_<local_type_t>(one);
+            read_<local_text>(one);
     }
     return 0;
 }

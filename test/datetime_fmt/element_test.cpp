@@ -78,6 +78,16 @@ TEST(ModelElement, SpellsNumbersAsEnglishDoes) {
     for (int i = 0; i < 2000; ++i) expect(source.pick(1, 999'999'999));
 }
 
+// Centuries and what is left of them, but for the first ten years of a century.
+TEST(ModelElement, SpellsYearsInHalves) {
+    const compiled_model model = writing("YEAR");
+    for (int year = 1; year <= DV_YEAR_MAX; ++year) {
+        const int rest = year % 100;
+        const std::string halves = (year < 100 ? "" : cardinal_(year / 100) + " ") + cardinal_(rest);
+        ASSERT_EQ(written(model, make_date(year, 1, 1)), rest < 11 ? cardinal_(year) : halves);
+    }
+}
+
 // Every day of some years by counters that go with the days; ISO weeks by their Thursday. Left out are
 // 1582, whose days of the year count the ten that it lacks, and 1583, which begins in its last week.
 TEST(ModelElement, CountsDaysWeeksAndQuarters) {

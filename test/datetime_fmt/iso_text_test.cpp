@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "dvtypes/timestamp.h"
 #include "model_text.h"
+#include "text_type.h"
 
 using namespace dv::test;
 
@@ -37,30 +37,9 @@ constexpr const char *_models[] = {
     "HH24:MI:SS FF X",
 };
 
-// DATE, TIME and TIMESTAMP under one name; `first` is where their bytes lie in those of a timestamp.
-struct date_type_t {
-    using record = dv_date_t;
-    static constexpr size_t first = 0;
-    static long write(const record &v, char *text, int size, const dt_fmt_ctx_t &model, int) {
-        return dv_date_to_str(&v, text, size, &model);
-    }
-    static void read(record &v, const char *text, int size, const dt_fmt_ctx_t &model, int) {
-        dv_date_from_str(&v, text, size, &model);
-    }
-};
-template <typename Record, auto Write, auto Read, size_t First>
-struct type_t {
-    using record = Record;
-    static constexpr size_t first = First;
-    static long write(const record &v, char *text, int size, const dt_fmt_ctx_t &model, int precision) {
-        return Write(&v, text, size, &model, precision);
-    }
-    static void read(record &v, const char *text, int size, const dt_fmt_ctx_t &model, int precision) {
-        Read(&v, text, size, &model, precision);
-    }
-};
-using time_type_t = type_t<dv_time_t, dv_time_to_str, dv_time_from_str, 4>;
-using timestamp_type_t = type_t<dv_timestamp_t, dv_timestamp_to_str, dv_timestamp_from_str, 0>;
+// Where a type's bytes lie in those of a timestamp.
+template <typename Type>
+constexpr size_t first_ = Type::type == DV_TYPE_TIME ? 4 : 0;
 
 // A model and its twin. Modes are those of every record; FM and FX in a model would be elements of their own.
 struct road_pair_t {
@@ -113,7 +92,7 @@ outcome_of_t written_(const dt_fmt_ctx_t &model, const typename Type::record &va
                       int precision) {
     const guarded block(static_cast<size_t>(size));
     return outcome_of_(block, static_cast<size_t>(size),
-                       [&] { return Type::write(value, block.text(), size, model, precision); });
+                       [&] { return Type::write(&value, block.text(), size, &model, {precision}); });
 }
 
 template <typename Type>
@@ -122,7 +101,7 @@ outcome_of_t read_(const dt_fmt_ctx_t &model, std::string_view text, int precisi
     const guarded block(text.size(), text.data()), value(sizeof(record));
     return outcome_of_(value, sizeof(record), [&] {
         auto &to = *reinterpret_cast<record *>(value.text());
-        Type::read(to, block.text(), static_cast<int>(text.size()), model, precision);
+        Type::read(&to, block.text(), static_cast<int>(text.size()), &model, {precision});
         return 0L;
     });
 }
@@ -154,7 +133,7 @@ void compare_writing_(const std::string &model, int precision, number_source &so
     for (long round = scaled(200); round > 0; --round) {
         const dv_timestamp_t ts = any_record_(source);
         typename Type::record value;
-        std::memcpy(&value, reinterpret_cast<const char *>(&ts) + Type::first, sizeof value);
+        std::memcpy(&value, reinterpret_cast<const char *>(&ts) + first_<Type>, sizeof value);
         const int size = source.pick(0, 2) == 0 ? source.pick(1, 45) : 45;
         ASSERT_EQ(written_<Type>(roads.straight.ctx, value, size, precision),
                   written_<Type>(roads.walked.ctx, value, size, precision))
@@ -193,9 +172,9 @@ TEST(IsoText, IsWrittenAsTheWalkWritesIt) {
     number_source source(1);
     with_every_model_([&](const std::string &model) {
         for (const int precision : {-1, 0, 3, 9}) {
-            compare_writing_<date_type_t>(model, precision, source);
-            compare_writing_<time_type_t>(model, precision, source);
-            compare_writing_<timestamp_type_t>(model, precision, source);
+            compare_writing_<date_text>(model, precision, source);
+            compare_writing_<time_text>(model, precision, source);
+            compare_writing_<timestamp_text>(model, precision, source);
         }
     });
 }
@@ -203,9 +182,9 @@ TEST(IsoText, IsWrittenAsTheWalkWritesIt) {
 TEST(IsoText, IsReadAsTheWalkReadsIt) {
     number_source source(2);
     with_every_model_([&](const std::string &model) {
-        compare_reading_<date_type_t>(model, source.pick(0, 9), source);
-        compare_reading_<time_type_t>(model, source.pick(0, 9), source);
-        compare_reading_<timestamp_type_t>(model, source.pick(0, 9), source);
+        compare_reading_<date_text>(model, source.pick(0, 9), source);
+        compare_reading_<time_text>(model, source.pick(0, 9), source);
+        compare_reading_<timestamp_text>(model, source.pick(0, 9), source);
     });
 }
 

@@ -1,10 +1,8 @@
-// Dates and times as text: against the C library, in words, and at the end of the buffer.
+// Dates and times as text: against the C library, and at the end of the buffer.
 
 #include <gtest/gtest.h>
 
 #include <ctime>
-#include <map>
-#include <sstream>
 
 #include "model_text.h"
 
@@ -24,31 +22,6 @@ std::string by_c_library_(const char *format, const dv_date_t &date) {
     return text;
 }
 
-// A number in words as a reader would count it; ordinals by the cardinals that they are made of.
-int counted_(std::string words) {
-    static const std::map<std::string, int> units = {
-        {"ONE", 1},      {"TWO", 2},        {"THREE", 3},     {"FOUR", 4},      {"FIVE", 5},
-        {"SIX", 6},      {"SEVEN", 7},      {"EIGHT", 8},     {"NINE", 9},      {"TEN", 10},
-        {"ELEVEN", 11},  {"TWELVE", 12},    {"THIRTEEN", 13}, {"FOURTEEN", 14}, {"FIFTEEN", 15},
-        {"SIXTEEN", 16}, {"SEVENTEEN", 17}, {"EIGHTEEN", 18}, {"NINETEEN", 19}, {"TWENTY", 20},
-        {"THIRTY", 30},  {"FORTY", 40},     {"FIFTY", 50},    {"SIXTY", 60},    {"SEVENTY", 70},
-        {"EIGHTY", 80},  {"NINETY", 90}};
-    for (char &c : words) c = c == '-' ? ' ' : c;
-    std::istringstream in(words);
-    int total = 0, group = 0;
-    for (std::string word; in >> word;) {
-        if (word == "HUNDRED") {
-            group *= 100;
-        } else if (word == "THOUSAND") {
-            total += group * 1000;
-            group = 0;
-        } else {
-            group += units.at(word);
-        }
-    }
-    return total + group;
-}
-
 }  // namespace
 
 // Years of four digits behind the reform; the fields of the C locale are those of American models.
@@ -64,22 +37,6 @@ TEST(ModelWrite, AgreesWithTheCLibrary) {
         ASSERT_EQ(written(numbers, date), by_c_library_("%Y-%m-%d %j %H:%M:%S %I %p %G %V", date))
             << describe(date);
         ASSERT_EQ(written(names, date), by_c_library_("%B %b %A %a", date)) << describe(date);
-    }
-}
-
-TEST(ModelWrite, SpellsNumbersThatCountBack) {
-    const compiled_model seconds = writing("SSSSSSP");
-    const compiled_model year = writing("YEAR");
-    for (int second = 1; second < 24 * 60 * 60; second += 7) {
-        const dv_date_t date = make_date(2024, 1, 1, second / 3600, second / 60 % 60, second % 60);
-        ASSERT_EQ(counted_(written(seconds, date)), second);
-    }
-    for (int y = 1; y <= DV_YEAR_MAX; ++y) {
-        const std::string words = written(year, make_date(y, 1, 1));
-        // Two numbers below a hundred, or one.
-        const size_t century_end = y % 100 < 11 ? 0 : words.rfind(' ') + 1;
-        const int century = century_end > 1 ? counted_(words.substr(0, century_end)) * 100 : 0;
-        ASSERT_EQ(century + counted_(words.substr(century_end)), y) << words;
     }
 }
 
