@@ -260,8 +260,8 @@ DV_EXPORT void dv_time_trim_fsec(dv_time_t *time, int fprec);
 // A model is compiled once (dvtypes/datetime_fmt.h) and then serves any number of values and threads. What
 // its elements raise when they read or write is listed there. The functions that take a model as text
 // (fmt_len 0: up to its NUL) compile it for the one call, in Korean and the character set MSWIN949; they
-// allocate by _system_allocator and release what they took on every path, and also raise what compiling
-// raises.
+// allocate by _system_allocator and release what they took on every path, and also raise as dt_fmt_ctx_set
+// does.
 //
 // Reading looks at the first 129 bytes of the text. Writing ends the text with a NUL when the buffer has a
 // byte left for it: a text that fills the buffer exactly has none.
@@ -283,10 +283,12 @@ DV_EXPORT void dv_date_from_str(dv_date_t *date, const char *str, int str_len, c
 //
 //   as_of  a valid DATE; may be the record that is read
 //
+// Raises as dv_date_from_str.
 // A text, a model and as_of give the same value for ever: what is to be stored in an index is read this way.
 DV_EXPORT void dv_date_from_str_as_of(dv_date_t *date, const char *str, int str_len,
                                       const dt_fmt_ctx_t *fmt_ctx, const dv_date_t *as_of);
 
+// dv_date_from_str under a model as text.
 DV_EXPORT void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int str_len, const char *fmt,
                                            int fmt_len);
 
@@ -296,7 +298,7 @@ DV_EXPORT void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int
 //   fmt_ctx       compiled for writing
 //
 // Returns CONV_STATUS_WHOLE, or CONV_STATUS_CUT when the buffer was too short; what fits is then in it.
-// Raises  -5007  str_len below 1     -5011  the model has FF or a time zone element
+// Raises  -5007  str_len below 1     -5011  the model has FF or a time zone element     -5054  it has J
 DV_EXPORT long dv_date_to_str(const dv_date_t *date, char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx);
 DV_EXPORT long dv_date_to_str_DEPRECATED(const dv_date_t *date, char *str, int str_len, const char *fmt,
                                          int fmt_len);
@@ -305,10 +307,11 @@ DV_EXPORT long dv_date_to_str_DEPRECATED(const dv_date_t *date, char *str, int s
 DV_EXPORT void dv_date_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt);
 DV_EXPORT void dv_date_current_str_DEPRECATED(char *buf, int buf_len, const char *fmt, int fmt_len);
 
-// The bytes that writing a DATE under the model takes, as dt_fmt_get_predicted_str_len estimates them.
+// The bytes that writing a DATE under the model takes, as dt_fmt_get_predicted_str_len estimates them. Raises
+// as dt_fmt_ctx_set.
 DV_EXPORT int dv_date_get_length(const char *fmt, int fmt_len);
 
-// Returns when the model compiles for reading a DATE, else raises as compiling it does. It may still hold
+// Returns when the model compiles for reading a DATE, else raises as dt_fmt_ctx_set. It may still hold
 // elements that can only be written (CC, Q, IYYY, WW, IW, W, D, DAY, DY, YEAR): reading under them raises
 // -5013.
 DV_EXPORT void dv_date_check_format(const char *fmt, int fmt_len);

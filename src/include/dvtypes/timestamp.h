@@ -133,8 +133,8 @@ DV_EXPORT void dv_timestamp_sub_timestamp_into_itv_ytm(dv_itv_ytm_t *dest, const
 
 // ---------------------------------------------------------------------------------------------------------
 // Text, under format models (dvtypes/datetime.h has the rules that all types share). A model that was
-// compiled for TIMESTAMP has no time zone element: compiling refuses it with -5012. Other types' models raise
-// -5011 here.
+// compiled for TIMESTAMP has no time zone element: dt_fmt_ctx_set refuses it with -5012. Other types' models
+// raise -5011 here.
 // ---------------------------------------------------------------------------------------------------------
 
 // Reads a TIMESTAMP. Fields that the model does not have are those of dv_date_init, and the fraction 0.
@@ -150,10 +150,11 @@ DV_EXPORT void dv_timestamp_sub_timestamp_into_itv_ytm(dv_itv_ytm_t *dest, const
 DV_EXPORT void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int str_len,
                                      const dt_fmt_ctx_t *fmt_ctx, int fprec);
 
-// The same without a look at the clock: as dv_date_from_str_as_of.
+// The same without a look at the clock: as dv_date_from_str_as_of. Raises as dv_timestamp_from_str.
 DV_EXPORT void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str, int str_len,
                                            const dt_fmt_ctx_t *fmt_ctx, int fprec, const dv_date_t *as_of);
 
+// dv_timestamp_from_str under a model as text.
 DV_EXPORT void dv_timestamp_from_str_DEPRECATED(dv_timestamp_t *ts, const char *str, int str_len,
                                                 const char *fmt, int fmt_len, int fprec);
 
@@ -165,6 +166,7 @@ DV_EXPORT void dv_timestamp_from_str_DEPRECATED(dv_timestamp_t *ts, const char *
 //
 // Returns CONV_STATUS_WHOLE, or CONV_STATUS_CUT when the buffer was too short; what fits is then in it.
 // Raises  -5007  str_len below 1     -5041  fprec above 9     -5011  the model has a time zone element
+//         -5054  it has J
 DV_EXPORT conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str, int str_len,
                                             const dt_fmt_ctx_t *fmt_ctx, int fprec);
 DV_EXPORT conv_status_t dv_timestamp_to_str_DEPRECATED(const dv_timestamp_t *ts, char *str, int str_len,
@@ -174,7 +176,7 @@ DV_EXPORT conv_status_t dv_timestamp_to_str_DEPRECATED(const dv_timestamp_t *ts,
 DV_EXPORT void dv_timestamp_current_str(char *buf, int buf_len, const dt_fmt_ctx_t *fmt);
 
 // The bytes that writing under the model takes, as dt_fmt_get_predicted_str_len estimates them; and whether
-// it can read a TIMESTAMP: returns then, else raises as compiling it does.
+// it can read a TIMESTAMP: returns then. Both raise as dt_fmt_ctx_set.
 DV_EXPORT int dv_timestamp_get_length(const char *fmt, int fmt_len, int fprec);
 DV_EXPORT void dv_timestamp_check_format(const char *fmt, int fmt_len);
 

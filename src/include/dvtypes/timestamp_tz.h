@@ -63,7 +63,8 @@ DV_EXPORT void dv_ts_tz_trim_fsec(dv_ts_tz_t *ts_tz, int fprec);
 // ---------------------------------------------------------------------------------------------------------
 
 // As dv_timestamp_to_double and its like, of the local time in the value's own zone; and from a number of
-// local time in the session's. Raise as those, and as dv_ts_tz_from_timestamp.
+// local time in the session's, which raise as dv_timestamp_from_double, dv_timestamp_from_number and
+// dv_ts_tz_from_timestamp.
 DV_EXPORT double dv_ts_tz_to_double(const dv_ts_tz_t *ts_tz);
 DV_EXPORT void dv_ts_tz_to_number(const dv_ts_tz_t *ts_tz, number_t *num);
 DV_EXPORT void dv_ts_tz_from_double(double from, dv_ts_tz_t *ts_tz, const timezone_t *sess_tz);
@@ -99,11 +100,12 @@ DV_EXPORT void dv_ts_tz_sub_ts_tz_into_itv_dts(dv_itv_dts_t *dest, const dv_ts_t
 DV_EXPORT void dv_ts_tz_from_str(dv_ts_tz_t *ts_tz, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx,
                                  int fprec, const timezone_t *sess_tz);
 
-// The same without a look at the clock: as dv_date_from_str_as_of.
+// The same without a look at the clock: as dv_date_from_str_as_of. Raises as dv_ts_tz_from_str.
 DV_EXPORT void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int str_len,
                                        const dt_fmt_ctx_t *fmt_ctx, int fprec, const timezone_t *sess_tz,
                                        const dv_date_t *as_of);
 
+// dv_ts_tz_from_str under a model as text.
 DV_EXPORT void dv_ts_tz_from_str_DEPRECATED(dv_ts_tz_t *ts_tz, const char *str, int str_len, const char *fmt,
                                             int fmt_len, int fprec, const timezone_t *sess_tz);
 
@@ -127,7 +129,9 @@ DV_EXPORT void dv_ts_tz_check_format(const char *fmt, int fmt_len);
 // WITH LOCAL TIME ZONE: what is above, in the session's zone
 // ---------------------------------------------------------------------------------------------------------
 
-// Each as the dv_ts_tz_ function of its name. from_unit_values checks against the record as it was.
+// Each as the dv_ts_tz_ function of its name, with its errors: those of dv_ts_tz_from_unit_values,
+// dv_ts_tz_from_timestamp, dv_ts_tz_from_number and dv_ts_tz_trim_fsec. from_unit_values checks against the
+// record as it was.
 DV_EXPORT void dv_ts_ltz_from_unit_values(dv_ts_ltz_t *ts_ltz, int year, int month, int day, int hour,
                                           int min, int second, int fsec, const timezone_t *sess_tz);
 DV_EXPORT void dv_ts_ltz_from_date(dv_ts_ltz_t *ts_ltz, const dv_date_t *date, const timezone_t *sess_tz);
