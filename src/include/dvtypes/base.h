@@ -8,6 +8,10 @@
 #ifndef DVTYPES_BASE_H
 #define DVTYPES_BASE_H
 
+#if defined(__cplusplus) ? __cplusplus < 202002L : !defined(__STDC_VERSION__) || __STDC_VERSION__ < 201112L
+#error "dvtypes: its headers need C++20 (-std=c++20) or C11 (-std=c11)"
+#endif
+
 #include <setjmp.h>
 #include <stddef.h>
 #include <stdint.h>
