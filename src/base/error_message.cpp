@@ -192,13 +192,14 @@ void fill_in_(dv_error_t &error, std::string_view text) {
 
 }  // namespace
 
-void dv::impl::error_fill(dv_error_t &error, const char *src_file, int line, const char *function, int code,
-                          va_list args) {
+extern "C" void dv_error_fill(dv_error_t *filled, const char *src_file, int line, const char *func_name,
+                              int code, va_list args) {
+    dv_error_t &error = *filled;
     error = dv_error_t{};
     error.code = code;
     error.line = line;
     set_text_(error.file, src_file);
-    set_text_(error.function, function);
+    set_text_(error.function, func_name);
 
     const message_t message = message_of_(code);
     if (message.text == nullptr) {

@@ -31,7 +31,10 @@ void dv_recovery_push(dv_recovery_t *recovery) {
     _innermost = recovery;
 }
 
-void dv_recovery_pop(dv_recovery_t *recovery) { _innermost = recovery->outer; }
+// A point that a raise has jumped to is off the stack already, and so are those inside it.
+void dv_recovery_pop(dv_recovery_t *recovery) {
+    if (_innermost == recovery) _innermost = recovery->outer;
+}
 
 // With a record of its own when nobody catches: the frame above may be all that is left of the stack.
 void dv_err_and_jmp(const char *src_file, int line, const char *func_name, int /*reserved1*/,
@@ -40,7 +43,7 @@ void dv_err_and_jmp(const char *src_file, int line, const char *func_name, int /
     dv_error_t &error = _innermost != nullptr ? _innermost->error : uncaught;
     va_list args;
     va_start(args, code);
-    error_fill(error, src_file, line, func_name, code, args);
+    dv_error_fill(&error, src_file, line, func_name, code, args);
     va_end(args);
     if (_innermost == nullptr) error_abort(error);
     jump_to_innermost_();

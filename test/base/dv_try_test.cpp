@@ -7,6 +7,7 @@
 #include "dvtypes/base.h"
 
 extern "C" void c_caller_raises_through(int depth);
+extern "C" int c_caller_leaves_by(int way);
 
 namespace {
 
@@ -26,6 +27,14 @@ int caught_(int depth) {
 TEST(DvTry, LeavesNoRecoveryPointBehind) {
     EXPECT_EQ(caught_(-1), 1);
     EXPECT_DEATH(c_caller_raises_through(2), "c_caller: error -1003 raised without a recovery point");
+}
+
+TEST(DvTry, MayBeLeftByReturnGotoBreakAndContinue) {
+    for (const int way : {0, 1, 2, 3, 4, 5, 6, 7}) {
+        EXPECT_EQ(c_caller_leaves_by(way), way % 4 == 3 ? 3 : 1) << "way " << way;
+        EXPECT_EQ(caught_(0), -1001) << "behind way " << way;
+        EXPECT_DEATH(c_caller_raises_through(0), "raised without a recovery point") << "behind way " << way;
+    }
 }
 
 TEST(DvTry, RaiseInTheCatchBlockGoesOutwardsInItsOwnThread) {

@@ -25,7 +25,7 @@ void dv_err_and_jmp(const char *src_file, int line, const char *func_name, int, 
     dv_error_t error;
     va_list args;
     va_start(args, code);
-    error_fill(error, src_file, line, func_name, code, args);
+    dv_error_fill(&error, src_file, line, func_name, code, args);
     va_end(args);
     dv_rethrow(&error);
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "model_text.h"
 
 using namespace dv::test;
@@ -67,4 +69,21 @@ TEST(OneCallModel, LeavesNothingBehind) {
         EXPECT_EQ(allocator.blocks, 0);
         EXPECT_EQ(allocator.given > 0, !tail.empty() && tail != padding) << tail.size();
     }
+}
+
+// What a raise leaves is released by the next call, or at the end of the thread.
+TEST(OneCallModel, LeavesNothingBehindInAThreadThatEndsAfterARaise) {
+    std::string model = "YYYY-MM-DD";
+    for (int i = 0; i < 300; ++i) model += "\"x\"-";
+    const int size = static_cast<int>(model.size());
+    counted_allocator allocator;
+    std::thread([&] {
+        dv_date_t date{};
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(raise_of([&] { dv_date_from_str_DEPRECATED(&date, "2024-xx", 0, model.data(), size); }),
+                      -5113);
+        }
+    }).join();
+    EXPECT_GT(allocator.given, 0);
+    EXPECT_EQ(allocator.blocks, 0);
 }

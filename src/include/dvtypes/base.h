@@ -13,6 +13,7 @@
 #endif
 
 #include <setjmp.h>
+#include <stdarg.h>
 #include <stddef.h>
 #include <stdint.h>
 
@@ -203,6 +204,13 @@ DV_NORETURN DV_EXPORT void dv_rethrow(const dv_error_t *error);
 // The message of a code with its placeholders "{1}" to "{4}" not filled in, or NULL when the code is unknown.
 DV_EXPORT const char *dv_error_text(int code);
 
+// Fills in the whole of *error from what a raise is given: what a host's own dv_err_and_jmp needs to know
+// what happened. Takes from args as many values as the message of the code has; texts that do not fit are
+// cut, never inside a UTF-8 sequence, and a NULL text reads "(null)". An unknown code takes no value. Uses no
+// recovery point.
+DV_EXPORT void dv_error_fill(dv_error_t *error, const char *src_file, int line, const char *func_name,
+                             int code, va_list args);
+
 // The same for C, over _setjmp (the signal mask is not saved):
 //
 //     DV_TRY {
@@ -211,34 +219,36 @@ DV_EXPORT const char *dv_error_text(int code);
 //         fprintf(stderr, "%d: %s\n", error->code, error->message);
 //     } DV_END_TRY;
 //
-// error is a const dv_error_t * that lives in the catch block. The try block must be left at its end, never
-// by return, break, continue or goto. Locals that the try block changes and that are read afterwards must be
-// volatile. A raise in the catch block goes to the next outer recovery point.
+// error is a const dv_error_t * that lives in the catch block. Both blocks may be left by return, goto, and a
+// break or continue of the loop around them; longjmp out of a try block must not be used. Locals that the try
+// block changes and that are read afterwards must be volatile. A raise in the catch block goes to the next
+// outer recovery point. The whole is a block and no single statement: behind an if it wants braces.
 typedef struct dv_recovery_s {
     jmp_buf env;
     struct dv_recovery_s *outer;
     dv_error_t error;
 } dv_recovery_t;
 
-DV_EXPORT void dv_recovery_push(dv_recovery_t *recovery);  // what DV_TRY is made of; not for direct use
+// What DV_TRY is made of; not for direct use. The second takes the point away if no raise has done so.
+DV_EXPORT void dv_recovery_push(dv_recovery_t *recovery);
 DV_EXPORT void dv_recovery_pop(dv_recovery_t *recovery);
 
 // clang-format off
 #define DV_TRY                                                                            \
-    do {                                                                                  \
+    {                                                                                     \
         _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wshadow\"")     \
-        dv_recovery_t dv_recovery_here;                                                   \
+        __attribute__((cleanup(dv_recovery_pop))) dv_recovery_t dv_recovery_here;         \
         _Pragma("GCC diagnostic pop")                                                     \
         dv_recovery_push(&dv_recovery_here);                                              \
         if (_setjmp(dv_recovery_here.env) == 0) {
 #define DV_CATCH(caught)                                                                  \
-            dv_recovery_pop(&dv_recovery_here);                                           \
         } else {                                                                          \
             const dv_error_t *const caught = &dv_recovery_here.error;                     \
             (void)caught;
 #define DV_END_TRY                                                                        \
         }                                                                                 \
-    } while (0)
+    }                                                                                     \
+    (void)0
 // clang-format on
 
 // ---------------------------------------------------------------------------------------------------------

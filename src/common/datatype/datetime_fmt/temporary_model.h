@@ -17,8 +17,8 @@ struct model_text_t {
     bool is_for_reading;
 };
 
-// Compiles a model, calls use(model, arg) and releases the model, also when compiling or use raises: the
-// error then goes on as it was.
+// Compiles a model, calls use(model, arg) and releases the model. When compiling or use raises, the next such
+// call of the thread releases it, or the end of the thread.
 void with_model(const model_text_t &model, void (*use)(const dt_fmt_ctx_t &model, void *arg), void *arg);
 
 // The same for any callable that owns nothing.
