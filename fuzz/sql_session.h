@@ -175,7 +175,8 @@ class sql_session {
         if (result.code != SQLITE_ERROR || !names_.contains(message.substr(0, message.find(": "))))
             fail("an error of a function", statement.sql(), shown(result));
         const size_t code = message.rfind(" (dv-");
-        if (code != std::string::npos && dv_error_text(std::atoi(message.c_str() + code + 4)) == nullptr)
+        if (message.back() == ')' && code != std::string::npos &&
+            dv_error_text(std::atoi(message.c_str() + code + 4)) == nullptr)
             fail("a code that has a message", statement.sql(), message);
         return result;
     }
