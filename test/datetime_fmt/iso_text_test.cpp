@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "left_behind.h"
 #include "model_text.h"
 #include "text_type.h"
 
@@ -64,44 +65,20 @@ std::string with_precision_(std::string model, int digits) {
     return model;
 }
 
-// Everything that a call leaves behind.
-struct outcome_of_t {
-    int code;
-    long status;
-    std::string error, bytes;
-    bool operator==(const outcome_of_t &) const = default;
-};
-void PrintTo(const outcome_of_t &o, std::ostream *out) {
-    *out << o.code << ", status " << o.status << ' ' << o.error << ' ' << testing::PrintToString(o.bytes);
-}
-template <typename Call>
-outcome_of_t outcome_of_(const guarded &block, size_t size, Call call) {
-    std::memset(block.text(), '~', size);
-    dv_error_t error{};
-    long status = 0;
-    const int code = raise_of([&] { status = call(); }, &error);
-    EXPECT_TRUE(block.intact());
-    return {code,
-            status,
-            code == 0 ? "" : std::string(error.function) + ": " + error.message,
-            {block.text(), size}};
+template <typename Type>
+left_behind_t written_(const dt_fmt_ctx_t &model, const typename Type::record &value, int size,
+                       int precision) {
+    return left_behind(static_cast<size_t>(size),
+                       [&](char *text) { return Type::write(&value, text, size, &model, {precision}); });
 }
 
 template <typename Type>
-outcome_of_t written_(const dt_fmt_ctx_t &model, const typename Type::record &value, int size,
-                      int precision) {
-    const guarded block(static_cast<size_t>(size));
-    return outcome_of_(block, static_cast<size_t>(size),
-                       [&] { return Type::write(&value, block.text(), size, &model, {precision}); });
-}
-
-template <typename Type>
-outcome_of_t read_(const dt_fmt_ctx_t &model, std::string_view text, int precision) {
+left_behind_t read_(const dt_fmt_ctx_t &model, std::string_view text, int precision) {
     using record = typename Type::record;
-    const guarded block(text.size(), text.data()), value(sizeof(record));
-    return outcome_of_(value, sizeof(record), [&] {
-        auto &to = *reinterpret_cast<record *>(value.text());
-        Type::read(&to, block.text(), static_cast<int>(text.size()), &model, {precision});
+    const guarded block(text.size(), text.data());
+    return left_behind(sizeof(record), [&](char *value) {
+        Type::read(reinterpret_cast<record *>(value), block.text(), static_cast<int>(text.size()), &model,
+                   {precision});
         return 0L;
     });
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "dvtypes/timestamp.h"
+#include "left_behind.h"
 #include "model_text.h"
 
 using namespace dv::test;
@@ -25,13 +26,6 @@ constexpr const char *_readable_models[] = {
     "DD-MM-YYYY HH24:MI",      "MM/DD/YYYY\"  \"SS",          "YYYY MM DD HH24 MI SS",
     "FXDD-MM-YYYY HH24:MI:SS", "DD.MM.YYYY\nHH24,MI-SS.FF",   "AD YYYY/MM-DD",
     "DDMMYYYYHH24MISS",        "DD- MM\"T\"YYYYFM HH24 FXMI", "YYYY+MM DD-HH12:MI PM",
-};
-
-struct text_t {
-    int code = 0;
-    long status = CONV_STATUS_WHOLE;
-    std::string bytes, error;
-    bool operator==(const text_t &) const = default;
 };
 
 conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const dv_timestamp_t &ts) {
@@ -77,19 +71,6 @@ conv_status_t read_all_(const dt_fmt_ctx_t &model, char *text, int size, char *t
     return CONV_STATUS_WHOLE;
 }
 
-template <typename Write>
-text_t text_of_(int size, Write write) {
-    const guarded block(static_cast<size_t>(size));
-    std::memset(block.text(), '~', static_cast<size_t>(size));
-    text_t text;
-    dv_error_t error{};
-    text.code = raise_of([&] { text.status = write(block.text()); }, &error);
-    text.error = text.code == 0 ? "" : error.message;
-    text.bytes.assign(block.text(), static_cast<size_t>(size));
-    EXPECT_TRUE(block.intact());
-    return text;
-}
-
 }  // namespace
 
 TEST(UsualElement, IsWrittenAsItsWriterWritesIt) {
@@ -103,9 +84,11 @@ TEST(UsualElement, IsWrittenAsItsWriterWritesIt) {
             std::memcpy(&ts, &date, sizeof date);
             if (source.pick(0, 3) == 0) source.fill(&ts, sizeof ts);
             const int size = source.pick(0, 1) == 0 ? source.pick(1, 40) : 120;
-            const text_t got =
-                text_of_(size, [&](char *to) { return dv_timestamp_to_str(&ts, to, size, &model.ctx, 9); });
-            const text_t want = text_of_(size, [&](char *to) { return write_all_(model.ctx, ts, to, size); });
+            const left_behind_t got = left_behind(static_cast<size_t>(size), [&](char *to) {
+                return dv_timestamp_to_str(&ts, to, size, &model.ctx, 9);
+            });
+            const left_behind_t want = left_behind(
+                static_cast<size_t>(size), [&](char *to) { return write_all_(model.ctx, ts, to, size); });
             ASSERT_EQ(got.bytes, want.bytes) << model_text << ' ' << testing::PrintToString(ts);
             ASSERT_TRUE(got == want) << model_text << ' ' << testing::PrintToString(ts);
         }
@@ -121,12 +104,12 @@ TEST(UsualElement, IsReadAsItsReaderReadsIt) {
             const dv_date_t date = random_date(source);
             const std::string text = damaged(source, written(writer, date));
             const guarded block(text.size(), text.data());
-            const text_t got = text_of_(sizeof(dv_timestamp_t), [&](char *to) {
+            const left_behind_t got = left_behind(sizeof(dv_timestamp_t), [&](char *to) {
                 auto &ts = *reinterpret_cast<dv_timestamp_t *>(to);
                 dv_timestamp_from_str(&ts, block.text(), static_cast<int>(text.size()), &model.ctx, 9);
                 return CONV_STATUS_WHOLE;
             });
-            const text_t want = text_of_(sizeof(dv_timestamp_t), [&](char *to) {
+            const left_behind_t want = left_behind(sizeof(dv_timestamp_t), [&](char *to) {
                 return read_all_(model.ctx, block.text(), static_cast<int>(text.size()), to);
             });
             ASSERT_TRUE(got == want) << model_text << ": " << testing::PrintToString(text) << got.error
@@ -167,8 +150,9 @@ TEST(UsualElement, IsANameAsItIsFetchedAndPadded) {
             const int size = source.pick(0, 1) == 0 ? source.pick(1, 30) : 100;
             std::string want(static_cast<size_t>(size), '~');
             want.replace(0, static_cast<size_t>(length) + 1, padded, static_cast<size_t>(length) + 1);
-            const text_t got =
-                text_of_(size, [&](char *to) { return dv_date_to_str(&date, to, size, &model.ctx); });
+            const left_behind_t got = left_behind(static_cast<size_t>(size), [&](char *to) {
+                return dv_date_to_str(&date, to, size, &model.ctx);
+            });
             ASSERT_EQ(got.bytes, want.substr(0, static_cast<size_t>(size))) << list.models[kase] << i;
             ASSERT_EQ(got.status, length > size ? CONV_STATUS_CUT : CONV_STATUS_WHOLE)
                 << list.models[kase] << i;

@@ -32,7 +32,7 @@ struct element_t {
 template <typename Record, typename... More>
 void write_(vector_call &call, conv_status_t (*write)(dt_fmt_parse_ctx_t *, const Record *, More...)) {
     const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/false);
-    const Record *const record = vector_bind::read_record<Record>(call);
+    const Record *const record = call.record<Record>();
     const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
     char text[_text_size] = {};
     element_t at(model, text, _text_size, /*is_reading=*/false);
@@ -60,14 +60,14 @@ template <auto Read, typename Record>
 void read_record_(vector_call &call) {
     const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
-    auto *const record = vector_bind::read_record<Record>(call);
+    auto *const record = call.record<Record>();
     read_(call, model, text, record, [&](auto *context) { Read(context, record); });
 }
 
 void read_time_(vector_call &call) {
     const vector_model model(call, DV_TYPE_TS_TZ, /*is_reading=*/true);
     const vector_text text = call.text();
-    dv_time_t *const time = call.time();
+    dv_time_t *const time = call.record<dv_time_t>();
     const auto precision = static_cast<int>(call.integer());
     int index = 0;
     read_(call, model, text, time,
@@ -98,7 +98,7 @@ void check_day_of_year_(vector_call &call) {
     dt_fmt_parse_ctx_t context{};
     context.ddd = static_cast<int>(call.integer());
     context.update_flag = static_cast<int>(call.integer());
-    dv_date_t *const date = call.date();
+    dv_date_t *const date = call.record<dv_date_t>();
     call.run([&] { dt_fmt_check_ddd(&context, date); });
     if (date != nullptr) call.put_bytes(date, sizeof *date);
 }

@@ -31,7 +31,7 @@ template <typename R, typename Record, typename... More>
 void write_(vector_call &call, R (*write)(const Record *, char *, int, const dt_fmt_ctx_t *, More...)) {
     const vector_model model(call, type_of<Record>, /*is_reading=*/false);
     if (!model) return;
-    const Record *const value = vector_bind::read_record<Record>(call);
+    const Record *const value = call.record<Record>();
     const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
     put_written_(call, [&](char *text, int size) {
         return std::apply([&](auto... rest) { return write(value, text, size, model, rest...); }, more);
@@ -41,7 +41,7 @@ void write_(vector_call &call, R (*write)(const Record *, char *, int, const dt_
 // The same with the model as text, behind the value.
 template <typename R, typename Record, typename... More>
 void write_(vector_call &call, R (*write)(const Record *, char *, int, const char *, int, More...)) {
-    const Record *const value = vector_bind::read_record<Record>(call);
+    const Record *const value = call.record<Record>();
     const vector_text model = call.text();
     const std::tuple<More...> more{vector_bind::read_more<More>(call)...};
     put_written_(call, [&](char *text, int size) {

@@ -32,7 +32,7 @@ void from_epoch_(vector_call &call) {
 
 // Interval, precisions, size of the buffer.
 void year_month_text_(vector_call &call) {
-    const dv_itv_ytm_t *const itv = call.year_month();
+    const dv_itv_ytm_t *const itv = call.record<dv_itv_ytm_t>();
     const auto precision = static_cast<int>(call.integer());
     const auto size = static_cast<int>(call.integer_or(DV_ITV_YTM_TEXT_SIZE));
     char *const text = static_cast<char *>(call.memory(300));
@@ -43,7 +43,7 @@ void year_month_text_(vector_call &call) {
 }
 
 void day_second_text_(vector_call &call) {
-    const dv_itv_dts_t *const itv = call.day_second();
+    const dv_itv_dts_t *const itv = call.record<dv_itv_dts_t>();
     const auto precision = static_cast<int>(call.integer()), fraction = static_cast<int>(call.integer());
     const auto size = static_cast<int>(call.integer_or(DV_ITV_DTS_TEXT_SIZE));
     char *const text = static_cast<char *>(call.memory(64));

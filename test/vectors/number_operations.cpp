@@ -17,15 +17,15 @@ void with_mode_(vector_call &call) {
 }
 
 void compare_(vector_call &call) {
-    const number_t *const x = call.number(), *const y = call.number();
+    const number_t *const x = call.record<number_t>(), *const y = call.record<number_t>();
     const int order = number_cmp(x, y);
     call.put((order > 0) - (order < 0));
 }
 
-void is_valid_(vector_call &call) { call.put(number_is_valid_ptr(call.number())); }
+void is_valid_(vector_call &call) { call.put(number_is_valid_ptr(call.record<number_t>())); }
 
 void to_interchange_(vector_call &call) {
-    const number_t *const x = call.number();
+    const number_t *const x = call.record<number_t>();
     auto *const y = static_cast<uint8_t *>(call.memory(23));
     if (call.run([&] { number_to_oracle_format(x, y); }) && x != nullptr) call.put_bytes(y, y[0] + size_t{1});
 }

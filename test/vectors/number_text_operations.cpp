@@ -34,7 +34,7 @@ void write_(vector_call &call, int64_t size, Write write, bool stays_on_raise = 
 
 // Number, form (null, "N", "S"), size of the buffer. A raise of -5067 leaves the text.
 void to_text_(vector_call &call) {
-    const number_t *const x = call.number();
+    const number_t *const x = call.record<number_t>();
     const vector_text form = call.text();
     const int64_t size = call.integer_or(NUMBER_NORMAL_TEXT_SIZE);
     write_(
@@ -43,13 +43,13 @@ void to_text_(vector_call &call) {
 }
 
 void dump_(vector_call &call) {
-    const number_t *const x = call.number();
+    const number_t *const x = call.record<number_t>();
     const int64_t size = call.integer_or(NUMBER_DUMP_SIZE);
     write_(call, size, [&](int room, char *text) { number_sdump(x, text, room); });
 }
 
 void to_model_text_(vector_call &call) {
-    const number_t *const x = call.number();
+    const number_t *const x = call.record<number_t>();
     const vector_text model = call.text();
     const int64_t size = call.integer_or(NUMBER_FMT_TEXT_SIZE);
     write_(call, size,
@@ -57,7 +57,7 @@ void to_model_text_(vector_call &call) {
 }
 
 void to_roman_(vector_call &call) {
-    const number_t *const x = call.number();
+    const number_t *const x = call.record<number_t>();
     const auto in_upper = static_cast<int>(call.integer());
     const int64_t size = call.integer_or(NUMBER_ROMAN_TEXT_SIZE);
     write_(call, size, [&](int room, char *text) { _number_to_str_fmt_rn(x, room, text, in_upper); });

@@ -21,24 +21,11 @@ namespace dv::test {
 
 namespace vector_bind {
 
-template <typename T>
-T *read_record(vector_call &call) {
-    if constexpr (std::is_same_v<T, number_t>) return call.number();
-    if constexpr (std::is_same_v<T, dv_date_t>) return call.date();
-    if constexpr (std::is_same_v<T, dv_time_t>) return call.time();
-    if constexpr (std::is_same_v<T, dv_timestamp_t>) return call.timestamp();
-    if constexpr (std::is_same_v<T, dv_ts_ltz_t>) return call.local_timestamp();
-    if constexpr (std::is_same_v<T, dv_ts_tz_t>) return call.zoned_timestamp();
-    if constexpr (std::is_same_v<T, timezone_t>) return call.zone();
-    if constexpr (std::is_same_v<T, dv_itv_ytm_t>) return call.year_month();
-    if constexpr (std::is_same_v<T, dv_itv_dts_t>) return call.day_second();
-}
-
 // An integer, or a record.
 template <typename T>
 T read_more(vector_call &call) {
     if constexpr (std::is_pointer_v<T>) {
-        return read_record<std::remove_const_t<std::remove_pointer_t<T>>>(call);
+        return call.record<std::remove_const_t<std::remove_pointer_t<T>>>();
     } else {
         return static_cast<T>(call.integer());
     }
@@ -93,7 +80,7 @@ auto read_argument(vector_call &call, int &length) {
     } else if constexpr (std::is_pointer_v<type> && (I == Result || std::is_arithmetic_v<value_type>)) {
         return static_cast<type>(result_memory<value_type>(call));
     } else if constexpr (std::is_pointer_v<type>) {
-        return static_cast<type>(read_record<value_type>(call));
+        return static_cast<type>(call.record<value_type>());
     } else if constexpr (std::is_floating_point_v<type>) {
         return read_bits<type>(call);
     } else {

@@ -150,23 +150,14 @@ uint8_t *vector_call::bytes(size_t size) {
     return result;
 }
 
-// A record by its bytes, or as read says.
-template <typename Record>
-Record *vector_call::record_(bool (vector_call::*read)(std::string_view, Record *)) {
-    const bool is_raw = has_more() && (rest_.front() == 'x' || rest_.substr(0, 4) == "null");
-    if (is_raw) return reinterpret_cast<Record *>(bytes(sizeof(Record)));
-    auto *const record = static_cast<Record *>(memory(sizeof(Record)));
-    const std::string_view field = next_();
-    if (!(this->*read)(field, record)) fail("no such record: " + std::string(field));
-    return record;
-}
+bool vector_call::is_raw_() { return has_more() && (rest_.front() == 'x' || rest_.substr(0, 4) == "null"); }
 
-bool vector_call::read_number_(std::string_view field, number_t *x) {
+bool vector_call::read_(std::string_view field, number_t *x) {
     return raise_of([&] { number_from_str(x, static_cast<int>(field.size()), field.data(), nullptr); }) == 0;
 }
 
 // [-]YYYY-MM-DDTHH:MI:SS
-bool vector_call::read_date_(std::string_view field, dv_date_t *date) {
+bool vector_call::read_(std::string_view field, dv_date_t *date) {
     const bool is_bc = field.starts_with('-');
     unsigned year, month, day, hour, minute, second;
     const std::string text(field.substr(is_bc));
@@ -188,7 +179,7 @@ static void read_fraction_(std::string_view field, uint8_t *csec) {
     for (int i = 0; i < 4; ++i) csec[i] = static_cast<uint8_t>(value >> (24 - 8 * i));
 }
 
-bool vector_call::read_time_(std::string_view field, dv_time_t *time) {
+bool vector_call::read_(std::string_view field, dv_time_t *time) {
     unsigned hour, minute, second;
     if (std::sscanf(std::string(field).c_str(), "%2u:%2u:%2u", &hour, &minute, &second) != 3) return false;
     time->hour = static_cast<uint8_t>(hour);
@@ -198,23 +189,24 @@ bool vector_call::read_time_(std::string_view field, dv_time_t *time) {
     return true;
 }
 
-bool vector_call::read_timestamp_(std::string_view field, dv_timestamp_t *ts) {
+bool vector_call::read_(std::string_view field, dv_timestamp_t *ts) {
     read_fraction_(field, ts->csec);
-    return read_date_(field, reinterpret_cast<dv_date_t *>(ts));
+    return read_(field, reinterpret_cast<dv_date_t *>(ts));
 }
 
+bool vector_call::read_(std::string_view field, dv_ts_ltz_t *ts) { return read_(field, &ts->utc); }
+
 // UTC@ZONE; a region's offset is the one of the instant.
-bool vector_call::read_zoned_(std::string_view field, dv_ts_tz_t *ts) {
+bool vector_call::read_(std::string_view field, dv_ts_tz_t *ts) {
     const size_t at = field.find('@');
-    if (at == field.npos || !read_timestamp_(field.substr(0, at), &ts->utc) ||
-        !read_zone_(field.substr(at + 1), &ts->tz)) {
+    if (at == field.npos || !read_(field.substr(0, at), &ts->utc) || !read_(field.substr(at + 1), &ts->tz)) {
         return false;
     }
     timezone_adjust(&ts->tz, reinterpret_cast<dv_date_t *>(ts));
     return true;
 }
 
-bool vector_call::read_zone_(std::string_view field, timezone_t *tz) {
+bool vector_call::read_(std::string_view field, timezone_t *tz) {
     if (field == "none") {
         timezone_init(tz);
         return true;
@@ -222,7 +214,7 @@ bool vector_call::read_zone_(std::string_view field, timezone_t *tz) {
     return raise_of([&] { timezone_parse(tz, field.data(), static_cast<int>(field.size())); }) == 0;
 }
 
-bool vector_call::read_year_month_(std::string_view field, dv_itv_ytm_t *itv) {
+bool vector_call::read_(std::string_view field, dv_itv_ytm_t *itv) {
     int years, months;
     if (std::sscanf(std::string(field).c_str(), "%d,%d", &years, &months) != 2) return false;
     dv_itv_ytm_set_field(itv, DT_FMT_UNIT_YEAR, years);
@@ -230,7 +222,7 @@ bool vector_call::read_year_month_(std::string_view field, dv_itv_ytm_t *itv) {
     return true;
 }
 
-bool vector_call::read_day_second_(std::string_view field, dv_itv_dts_t *itv) {
+bool vector_call::read_(std::string_view field, dv_itv_dts_t *itv) {
     int days, seconds, nanoseconds;
     if (std::sscanf(std::string(field).c_str(), "%d,%d,%d", &days, &seconds, &nanoseconds) != 3) return false;
     dv_itv_dts_set_field(itv, DT_FMT_UNIT_DAY, days);
@@ -238,16 +230,6 @@ bool vector_call::read_day_second_(std::string_view field, dv_itv_dts_t *itv) {
     dv_itv_dts_set_field(itv, DT_FMT_UNIT_FSEC, nanoseconds);
     return true;
 }
-
-number_t *vector_call::number() { return record_(&vector_call::read_number_); }
-dv_date_t *vector_call::date() { return record_(&vector_call::read_date_); }
-dv_time_t *vector_call::time() { return record_(&vector_call::read_time_); }
-dv_timestamp_t *vector_call::timestamp() { return record_(&vector_call::read_timestamp_); }
-dv_ts_ltz_t *vector_call::local_timestamp() { return reinterpret_cast<dv_ts_ltz_t *>(timestamp()); }
-dv_ts_tz_t *vector_call::zoned_timestamp() { return record_(&vector_call::read_zoned_); }
-timezone_t *vector_call::zone() { return record_(&vector_call::read_zone_); }
-dv_itv_ytm_t *vector_call::year_month() { return record_(&vector_call::read_year_month_); }
-dv_itv_dts_t *vector_call::day_second() { return record_(&vector_call::read_day_second_); }
 
 // ---- outputs
 

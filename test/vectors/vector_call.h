@@ -40,15 +40,14 @@ class vector_call {
     bool takes(std::string_view word);  // the next input, if it is this word
     vector_text text();
     uint8_t *bytes(size_t size);  // x and hexadecimal digits; at least size bytes are there
-    number_t *number();
-    dv_date_t *date();
-    dv_time_t *time();
-    dv_timestamp_t *timestamp();
-    dv_ts_ltz_t *local_timestamp();
-    dv_ts_tz_t *zoned_timestamp();
-    timezone_t *zone();
-    dv_itv_ytm_t *year_month();
-    dv_itv_dts_t *day_second();
+    template <typename Record>
+    Record *record() {  // by its bytes, or readable
+        if (is_raw_()) return reinterpret_cast<Record *>(bytes(sizeof(Record)));
+        auto *const record = static_cast<Record *>(memory(sizeof(Record)));
+        const std::string_view field = next_();
+        if (!read_(field, record)) fail("no such record: " + std::string(field));
+        return record;
+    }
     void *memory(size_t size);  // zeros, to the end of the case
 
     // Runs fn() under a recovery point. True when it returned; else what it raised becomes the result's end.
@@ -74,16 +73,16 @@ class vector_call {
 
   private:
     std::string_view next_();
-    template <typename Record>
-    Record *record_(bool (vector_call::*read)(std::string_view, Record *));
-    bool read_number_(std::string_view, number_t *);
-    bool read_date_(std::string_view, dv_date_t *);
-    bool read_time_(std::string_view, dv_time_t *);
-    bool read_timestamp_(std::string_view, dv_timestamp_t *);
-    bool read_zoned_(std::string_view, dv_ts_tz_t *);
-    bool read_zone_(std::string_view, timezone_t *);
-    bool read_year_month_(std::string_view, dv_itv_ytm_t *);
-    bool read_day_second_(std::string_view, dv_itv_dts_t *);
+    bool is_raw_();
+    static bool read_(std::string_view, number_t *);
+    static bool read_(std::string_view, dv_date_t *);
+    static bool read_(std::string_view, dv_time_t *);
+    static bool read_(std::string_view, dv_timestamp_t *);
+    static bool read_(std::string_view, dv_ts_ltz_t *);
+    static bool read_(std::string_view, dv_ts_tz_t *);
+    static bool read_(std::string_view, timezone_t *);
+    static bool read_(std::string_view, dv_itv_ytm_t *);
+    static bool read_(std::string_view, dv_itv_dts_t *);
     static void begin_watching_();
 
     std::string_view rest_;

@@ -10,15 +10,15 @@ using namespace dv::test;
 namespace {
 
 void zone_name_(vector_call &call) {
-    const timezone_t *const tz = call.zone();
+    const timezone_t *const tz = call.record<timezone_t>();
     char *const text = static_cast<char *>(call.memory(TZ_NAME_TEXT_SIZE + 1));
     const auto size = static_cast<int>(call.integer_or(TZ_NAME_TEXT_SIZE));
     if (call.run([&] { timezone_get_zone_name(tz, text, size); })) call.put_text(text);
 }
 
 void zone_abbreviation_(vector_call &call) {
-    const timezone_t *const tz = call.zone();
-    const dv_date_t *const date = call.date();
+    const timezone_t *const tz = call.record<timezone_t>();
+    const dv_date_t *const date = call.record<dv_date_t>();
     char *const text = static_cast<char *>(call.memory(TZ_ABBREV_TEXT_SIZE + 1));
     const auto size = static_cast<int>(call.integer_or(TZ_ABBREV_TEXT_SIZE));
     if (call.run([&] { timezone_get_zone_abbr(tz, date, text, size); })) call.put_text(text);
@@ -41,8 +41,8 @@ void region_(vector_call &call) {
 
 // Zone, instant in UTC: local time, offset, abbreviation; then what comes back from the local time with it.
 void region_at_(vector_call &call) {
-    timezone_t *const tz = call.zone(), found{}, back = *tz;
-    dv_date_t date = *call.date();
+    timezone_t *const tz = call.record<timezone_t>(), found{}, back = *tz;
+    dv_date_t date = *call.record<dv_date_t>();
     char abbreviation[TZ_ABBREV_TEXT_SIZE];
     timezone_get_zone_abbr(tz, &date, abbreviation, sizeof abbreviation);
     if (!call.run([&] { timezone_localize(tz, &date, &found); })) return;
