@@ -82,6 +82,7 @@ TEST(ZoneTables, FindEveryNameInAnyLetterCaseAndNothingElse) {
     for (const tz_region_t &region : region_tab_) {
         std::string name = region.canon_name;
         EXPECT_EQ(zonetab_search_region(name.c_str()), &region) << name;
+        EXPECT_TRUE(&region_tab_[region.id] == &region && sample_tab_[region.id].id == region.id) << name;
         for (char &c : name) {  // the bit of letter case, also where it is another character's
             const bool is_letter = isalpha(c) != 0;
             c ^= 0x20;
