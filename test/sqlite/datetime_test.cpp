@@ -139,52 +139,6 @@ TEST(SqlDatetime, OrderAndLawsHoldInAnIndexedTable) {
     for (const std::string law : _laws) EXPECT_EQ(session.value(pairs + law), "2000") << law;
 }
 
-// How an error message ends.
-constexpr const char *_errors[][2] = {
-    {"dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'))", "(dv-5114)"},  // 2^32 + 8 months
-    {"dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'))", "(dv-5064)"},
-    {"dv_add(to_dsinterval('999999999 23:59:59'), to_dsinterval('0 0:0:1'))", "(dv-5064)"},
-    {"dv_div(to_yminterval('1-0'), 0)", "(dv-5065)"},
-    {"dv_extract('YEAR' || char(0), dv_date(1, 1, 1))", "argument 1 has a NUL inside its text"},
-    {"to_date('2024-02-29' || char(0))", "argument 1 has a NUL inside its text"},
-    {"to_char(dv_date(2024, 1, 1), 'DD' || char(0))", "argument 2 has a NUL inside its text"},
-    {"to_char(dv_date(2024, 1, 1), 'DD', printf('%-239s', 'KOREAN'))", "has at most 256 bytes"},
-    {"next_day(dv_date(2024, 1, 1), 'MON', printf('NLS_DATE_LANGUAGE=%239s', 'KOREAN'))",
-     "at most 256 bytes"},
-    {"dv_extract('YEARS', dv_date(1, 1, 1))", "TIMEZONE_REGION or TIMEZONE_ABBR"},
-    {"to_date('10:00', 'HH24:MI')",
-     "the model leaves the year and the month open; a DATE or TIMESTAMP as the last argument, such as "
-     "sysdate(), gives what is missing"},
-    {"to_date('2024', 'YYYY')",
-     "the model leaves the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
-     "what is missing"},
-    {"to_timestamp_tz('4-11', 'Y-MM')",
-     "the model leaves the year open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
-     "what is missing"},
-    {"to_date('2024-09', 'IYYY-IW')", "(dv-5013)"},
-    {"at_time_zone(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+00:00'), '+09:00')", "(dv-5114)"},
-    {"at_time_zone(from_tz(dv_timestamp(-1, 2, 28, 20, 0, 0), '+00:00'), '+09:00')", "(dv-5114)"},
-    {"dv_add(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+03:00'), to_dsinterval('0 5:0:0'))",
-     "(dv-5114)"},
-    {"dv_sub(from_tz(dv_timestamp(1, 11, 30, 22, 0, 0), '-03:00'), to_yminterval('9999-11'))", "(dv-5114)"},
-    {"dv_text(x'15C7C70C1F173B3B00000000006D00000245')", "its local time lies outside the calendar"},
-    {"dv_text(x'156463021C14000000000000006D00000245')", "its local time lies outside the calendar"},
-    // a model is compiled anew where the type of the column changes
-    {"to_char(column1, 'TZR') FROM (VALUES (to_timestamp_tz('2024-02-29')), (dv_timestamp(2024, 2, 29, 0, 0, "
-     "0)))",
-     "(dv-5012)"},
-    {"next_day(dv_date(2024, 1, 1), '')", "(dv-5113)"},
-    {"next_day(dv_date(2024, 1, 1), 'MON', 'AMERICAN' || char(0))", "argument 3 has a NUL inside its text"},
-};
-
-TEST(SqlDatetime, WhatCannotBeIsAnError) {
-    sqlite_session session;
-    for (const auto &[call, want] : _errors) {
-        const std::string got = session.value(std::string("SELECT ") + call);
-        EXPECT_TRUE(got.starts_with("error: ") && got.ends_with(want)) << call << ": " << got;
-    }
-}
-
 // Reader and what it takes a text for; a month's name in Korean begins with a digit, so that it is never
 // read.
 constexpr const char *_default_models[][2] = {

@@ -1,4 +1,4 @@
-// The examples of the manuals: every line "SELECT ...;  -- result".
+// Examples, of the manuals and of files beside the tests: every line "SELECT ...;  -- result".
 
 #ifndef DV_TEST_MANUAL_H
 #define DV_TEST_MANUAL_H
@@ -15,8 +15,8 @@ struct example {
     std::string sql, result;
 };
 
-inline std::vector<example> examples_of(const std::string &document) {
-    std::ifstream manual(project_file("docs/" + document));
+inline std::vector<example> examples_of(const std::string &file) {
+    std::ifstream manual(project_file(file));
     std::vector<example> examples;
     for (std::string line; std::getline(manual, line);) {
         const size_t comment = line.find(";  -- ");

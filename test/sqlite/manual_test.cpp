@@ -20,7 +20,7 @@ TEST_P(SqlManual, ExamplesGiveWhatTheySay) {
 TEST(SqlManualIndex, HasAnExampleOfEveryFunction) {
     sqlite_session session, without(":memory:");
     std::string text;
-    for (const auto &[sql, result] : examples_of("sql.md")) text += sql;
+    for (const auto &[sql, result] : examples_of("docs/sql.md")) text += sql;
     const std::string list = "SELECT DISTINCT name || '(' FROM pragma_function_list ORDER BY 1";
     const auto known = without.rows(list);
     for (const row_t &row : session.rows(list)) {
@@ -57,4 +57,4 @@ TEST_P(SqlManual, ExamplesSurviveEveryAllocationThatFails) {
     EXPECT_GT(failures, 1000);
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, SqlManual, testing::Values("sql.md", "datetime-models.md"));
+INSTANTIATE_TEST_SUITE_P(Documents, SqlManual, testing::Values("docs/sql.md", "docs/datetime-models.md"));

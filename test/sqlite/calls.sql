@@ -1,0 +1,107 @@
+-- Calls beside those of the manual, with what they give; an error begins with "error: ".
+
+-- What gives another text when operands are swapped, an argument is missed, or a function takes its neighbour's place;
+-- one call whose model is compiled for one type after the other, and a text longer than predicted.
+SELECT dv_text(dv_sub(dv_timestamp(2001, 3, 30, 1, 2, 3, 4), to_yminterval('0-2')));  -- 2001-01-30 01:02:03.000000004
+SELECT dv_text(dv_sub(dv_date(2024, 3, 30), to_yminterval('0-2')));  -- 2024-01-30 00:00:00
+SELECT dv_text(dv_add(to_dsinterval('1 0:0:0'), to_timestamp_tz('2024-02-29 13:05:00 +09:00')));  -- 2024-03-01 13:05:00.000000000 +09:00
+SELECT dv_text(dv_add(to_yminterval('1-0'), to_timestamp_tz('2024-02-28 13:05:00 +09:00')));  -- 2025-02-28 13:05:00.000000000 +09:00
+SELECT dv_text(dv_sub(to_timestamp_tz('2024-02-28 13:05:00 +09:00'), to_yminterval('1-1')));  -- 2023-01-28 13:05:00.000000000 +09:00
+SELECT dv_text(dv_div(to_yminterval('-3-1'), 2.5));  -- -01-02
+SELECT dv_text(dv_round(dv_date(2024, 2, 29, 12, 0, 0))) || dv_text(dv_round(dv_date(2024, 7, 1), 'YYYY'));  -- 2024-03-01 00:00:002025-01-01 00:00:00
+SELECT dv_text(dv_extract('SECOND', to_timestamp_tz('2024-01-02 12:13:14.25 +01:00')));  -- 14.25
+SELECT dv_extract('DAY', to_timestamp_tz('2024-01-02 22:13:14 -05:00'));  -- 2
+SELECT dv_extract('TIMEZONE_HOUR', to_timestamp_tz('2024-01-02 22:13:14 -05:30'));  -- -5
+SELECT dv_extract('MONTH', d) || dv_extract('HOUR', d) FROM (SELECT dv_timestamp(2024, 5, 6, 7, 8, 9) AS d);  -- 57
+SELECT dv_extract('MINUTE', d) || dv_extract('SECOND', d) FROM (SELECT dv_date(2024, 5, 6, 7, 8, 9) AS d);  -- 89
+SELECT group_concat(to_char(column1, 'HH24:MI:SS'), ' ') FROM (VALUES (dv_date(2024, 1, 2, 3, 4, 5)), (dv_time(6, 7, 8)), (dv_timestamp(2024, 1, 2, 9, 10, 11)), (to_timestamp_tz('2024-01-02 12:13:14 +01:00')), (dv_time(23, 59, 0)));  -- 03:04:05 06:07:08 09:10:11 12:13:14 23:59:00
+SELECT to_char(dv_date(1777, 1, 1), replace(hex(zeroblob(20)), '00', 'YYYYSP;')) = replace(hex(zeroblob(20)), '00', 'ONE THOUSAND SEVEN HUNDRED SEVENTY-SEVEN;');  -- 1
+SELECT group_concat(dv_typeof(column1)) FROM (VALUES (NULL), (1), (1.5), ('x'), (x'00'), (to_number(1)), (dv_date(1, 1, 1)), (dv_time(1, 1, 1)), (to_dsinterval('1 0:0:0')), (dv_rowid(1, 2, 3, 4)));  -- NULL,INTEGER,REAL,TEXT,BLOB,NUMBER,DATE,TIME,INTERVAL DAY TO SECOND,ROWID
+SELECT code || enumerator || name || size || info || categories FROM dv_types WHERE code = 3;  -- 3DV_TYPE_VARCHARVARCHAR20386character varying limited
+SELECT group_concat(code) FROM dv_types WHERE categories LIKE '%datetime%';  -- 5,6,7,21,22
+
+-- What is expected where an argument is another.
+SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
+SELECT dv_add('1', 2);  -- error: dv_add: argument 1 is TEXT where NUMBER is expected; to_number() reads text
+SELECT dv_text('a');  -- error: dv_text: argument 1 is TEXT where NUMBER, DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND or ROWID is expected; to_number(), to_date(), to_timestamp(), to_timestamp_tz(), to_yminterval(), to_dsinterval() or dv_rowid() reads text
+SELECT dv_rowid_sgmt('a');  -- error: dv_rowid_sgmt: argument 1 is TEXT where ROWID is expected; dv_rowid() reads text
+SELECT dv_date('1',2,3);  -- error: dv_date: argument 1 is TEXT where INTEGER is expected
+SELECT add_months(dv_date(1,1,1), 9999999999);  -- error: add_months: argument 2 is out of range: 9999999999
+SELECT dv_neg(1e999);  -- error: dv_neg: argument 1 is an infinite REAL where NUMBER is finite
+SELECT dv_cast_number(1, 38, 200);  -- error: dv_cast_number: the scale lies in -127..127
+SELECT dv_cast_number(1, 0);  -- error: dv_cast_number: the precision lies in 1..38
+SELECT from_tz(dv_date(1,1,1), 'UTC');  -- error: from_tz: argument 1 is DATE where TIMESTAMP is expected
+SELECT to_yminterval(1);  -- error: to_yminterval: argument 1 is INTEGER where TEXT or INTERVAL YEAR TO MONTH is expected
+SELECT to_date(1);  -- error: to_date: argument 1 is INTEGER where TIMESTAMP, TIMESTAMP WITH TIME ZONE, TEXT or DATE is expected
+SELECT to_timestamp_tz(dv_date(1,1,1));  -- error: to_timestamp_tz: argument 1 is DATE where TEXT or TIMESTAMP WITH TIME ZONE is expected
+SELECT next_day(1, 'MON');  -- error: next_day: argument 1 is INTEGER where DATE is expected
+SELECT dv_timestamp(2024,1,1,0,0,0,-1);  -- error: dv_timestamp: The value -1 of the field "fractional second" is out of range: 0 to 999999999 is accepted. (dv-5114)
+SELECT dv_rowid(-1,0,0,0);  -- error: dv_rowid: argument 1 is out of range: -1
+SELECT dv_rowid(0,0,4294967296,0);  -- error: dv_rowid: argument 3 is out of range: 4294967296
+SELECT dv_rowid(0,0,0,65536);  -- error: dv_rowid: argument 4 is out of range: 65536
+SELECT dv_mul(to_yminterval('1-0'), to_yminterval('1-0'));  -- error: dv_mul: argument 2 is INTERVAL YEAR TO MONTH where NUMBER is expected
+SELECT dv_sub(dv_date(1,1,1), dv_date(1,1,1));  -- error: dv_sub: argument 2 is DATE where INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected
+SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER is expected
+
+-- A stored form, and why it holds no value.
+SELECT dv_text(x'');  -- error: dv_text: argument 1 is a BLOB that holds no value: it is empty
+SELECT dv_text(x'00');  -- error: dv_text: argument 1 is a BLOB that holds no value: its first byte is no type code
+SELECT dv_text(x'02');  -- error: dv_text: argument 1 is a BLOB that holds no value: its first byte is no type code
+SELECT dv_text(x'FF');  -- error: dv_text: argument 1 is a BLOB that holds no value: its first byte is no type code
+SELECT dv_text(x'01');  -- error: dv_text: argument 1 is a BLOB that holds no value: a NUMBER needs its exponent
+SELECT dv_text(x'01C2');  -- error: dv_text: argument 1 is a BLOB that holds no value: a NUMBER needs a digit
+SELECT dv_text(x'01C280');  -- error: dv_text: argument 1 is a BLOB that holds no value: a NUMBER neither begins nor ends with a zero digit
+SELECT dv_text(x'01C28180');  -- error: dv_text: argument 1 is a BLOB that holds no value: a NUMBER neither begins nor ends with a zero digit
+SELECT dv_text(x'01C1E5');  -- error: dv_text: argument 1 is a BLOB that holds no value: a NUMBER digit is out of range
+SELECT dv_text(x'013E4566E6');  -- error: dv_text: argument 1 is a BLOB that holds no value: a negative NUMBER needs its terminator
+SELECT dv_text(x'0540');  -- error: dv_text: argument 1 is a BLOB that holds no value: it does not have the length of its type
+SELECT dv_text(x'056464010100000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: it has no year of a DATE
+SELECT dv_text(x'0578640D0100000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its month is out of range
+SELECT dv_text(x'057864021E00000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its month does not have its day
+SELECT dv_text(x'0573B60A0500000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its day was left out of October 1582
+SELECT dv_text(x'057864021D18000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its time of day is out of range
+SELECT dv_text(x'057864021D173C0000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its time of day is out of range
+SELECT dv_text(x'057864021D17003C00');  -- error: dv_text: argument 1 is a BLOB that holds no value: its time of day is out of range
+SELECT dv_text(x'057864021D17000001');  -- error: dv_text: argument 1 is a BLOB that holds no value: the last byte of a DATE is 0
+SELECT dv_text(x'06173B3B0100000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: the fourth byte of a TIME is 0
+SELECT dv_text(x'06183B3B0000000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its time of day is out of range
+SELECT dv_text(x'06173B3B003B9ACA00');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fraction of a second is out of range
+SELECT dv_text(x'077864021D173B3B0100000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: the eighth byte of a TIMESTAMP is 0
+SELECT dv_text(x'077864021D173B3B003B9ACA00');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fraction of a second is out of range
+SELECT dv_text(x'157864021D173B3B00000000006D00000300');  -- error: dv_text: argument 1 is a BLOB that holds no value: it has no such time zone
+SELECT dv_text(x'157864021D173B3B00000000006D00010245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+SELECT dv_text(x'157864021D173B3B0000000000FF00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+SELECT dv_text(x'157864021D173B3B00000000007301000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+SELECT dv_text(x'157864021D173B3B01000000006D00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: the eighth byte of a TIMESTAMP WITH TIME ZONE is 0
+SELECT dv_text(x'157864021D173B3B003B9ACA006D00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fraction of a second is out of range
+SELECT dv_text(x'08C000000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: it has more than nine digits of years
+SELECT dv_text(x'084000000017');  -- error: dv_text: argument 1 is a BLOB that holds no value: its months are out of range
+SELECT dv_text(x'097B9ACA004000000040000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: it has more than nine digits of days
+SELECT dv_text(x'09400000004001518040000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its seconds are out of range
+SELECT dv_text(x'0940000000400000007B9ACA00');  -- error: dv_text: argument 1 is a BLOB that holds no value: its nanoseconds are out of range
+SELECT dv_text(x'0F02');  -- error: dv_text: argument 1 is a BLOB that holds no value: a ROWID has 12 bytes
+
+-- What cannot be.
+SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
+SELECT dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'));  -- error: dv_sub: The leading field of the interval has more digits than its precision allows. (dv-5064)
+SELECT dv_add(to_dsinterval('999999999 23:59:59'), to_dsinterval('0 0:0:1'));  -- error: dv_add: The leading field of the interval has more digits than its precision allows. (dv-5064)
+SELECT dv_div(to_yminterval('1-0'), 0);  -- error: dv_div: An interval is divided by zero. (dv-5065)
+SELECT dv_extract('YEAR' || char(0), dv_date(1, 1, 1));  -- error: dv_extract: argument 1 has a NUL inside its text
+SELECT to_date('2024-02-29' || char(0));  -- error: to_date: argument 1 has a NUL inside its text
+SELECT to_char(dv_date(2024, 1, 1), 'DD' || char(0));  -- error: to_char: argument 2 has a NUL inside its text
+SELECT to_char(dv_date(2024, 1, 1), 'DD', printf('%-239s', 'KOREAN'));  -- error: to_char: argument 3 is longer than a setting, which has at most 256 bytes
+SELECT next_day(dv_date(2024, 1, 1), 'MON', printf('NLS_DATE_LANGUAGE=%239s', 'KOREAN'));  -- error: next_day: argument 3 is longer than a setting, which has at most 256 bytes
+SELECT dv_extract('YEARS', dv_date(1, 1, 1));  -- error: dv_extract: argument 1 is not YEAR, MONTH, DAY, HOUR, MINUTE, SECOND, TIMEZONE_HOUR, TIMEZONE_MINUTE, TIMEZONE_REGION or TIMEZONE_ABBR
+SELECT to_date('10:00', 'HH24:MI');  -- error: to_date: the model leaves the year and the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
+SELECT to_date('2024', 'YYYY');  -- error: to_date: the model leaves the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
+SELECT to_timestamp_tz('4-11', 'Y-MM');  -- error: to_timestamp_tz: the model leaves the year open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
+SELECT to_date('2024-09', 'IYYY-IW');  -- error: to_date: The format model has an element that can be written but not read. (dv-5013)
+SELECT at_time_zone(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+00:00'), '+09:00');  -- error: at_time_zone: The value 9999 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
+SELECT at_time_zone(from_tz(dv_timestamp(-1, 2, 28, 20, 0, 0), '+00:00'), '+09:00');  -- error: at_time_zone: The value 29 of the field "day" is out of range: 1 to 28 is accepted. (dv-5114)
+SELECT dv_add(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+03:00'), to_dsinterval('0 5:0:0'));  -- error: dv_add: The value 9999 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
+SELECT dv_sub(from_tz(dv_timestamp(1, 11, 30, 22, 0, 0), '-03:00'), to_yminterval('9999-11'));  -- error: dv_sub: The value -9998 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
+SELECT dv_text(x'15C7C70C1F173B3B00000000006D00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its local time lies outside the calendar
+SELECT dv_text(x'156463021C14000000000000006D00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its local time lies outside the calendar
+SELECT to_char(column1, 'TZR') FROM (VALUES (to_timestamp_tz('2024-02-29')), (dv_timestamp(2024, 2, 29, 0, 0, 0)));  -- error: to_char: The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone. (dv-5012)
+SELECT next_day(dv_date(2024, 1, 1), '');  -- error: next_day: Invalid day_name: "" (Inconsistent with NLS_DATE_LANGUAGE). (dv-5113)
+SELECT next_day(dv_date(2024, 1, 1), 'MON', 'AMERICAN' || char(0));  -- error: next_day: argument 3 has a NUL inside its text
