@@ -155,7 +155,7 @@ constexpr bool all_elements(Asked asked, Passes passes) {
 
 constexpr std::string_view keyword_of(const dt_fmt_token_t &token) { return token.token; }
 
-// Characters between elements. "+" and "-" are not in the table, but are taken for punctuation too.
+// Characters between elements, but for "+" and "-".
 inline constexpr auto _punc_token_tab = [] {
     constexpr std::pair<int, int> ranges[] = {{0x09, 0x0A}, {0x0D, 0x0D}, {0x20, 0x2A}, {0x2C, 0x2C},
                                               {0x2E, 0x2F}, {0x3A, 0x40}, {0x5B, 0x60}, {0x7B, 0x80}};
@@ -166,9 +166,13 @@ inline constexpr auto _punc_token_tab = [] {
     return is_punc;
 }();
 
-constexpr bool is_punc(char c) {
-    return _punc_token_tab[static_cast<unsigned char>(c)] != 0 || c == '+' || c == '-';
-}
+inline constexpr auto _punc_or_sign_tab = [] {
+    std::array<uint8_t, 256> is_punc = _punc_token_tab;
+    is_punc['+'] = is_punc['-'] = 1;
+    return is_punc;
+}();
+
+constexpr bool is_punc(char c) { return _punc_or_sign_tab[static_cast<unsigned char>(c)] != 0; }
 
 }  // namespace dv::impl
 

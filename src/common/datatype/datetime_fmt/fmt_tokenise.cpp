@@ -80,8 +80,11 @@ int8_t parse_fsec_prec_(dt_fmt_parse_ctx_t &parse_ctx) {
     return static_cast<int8_t>(digit_of(rest[0]));
 }
 
+// Of what a model is read as, all but a run of punctuation is an element of the table.
+bool has_row_(int id) { return id != DT_FMT_TOKEN_PUNC; }
+
 void check_duplicated_token_(dt_fmt_parse_ctx_t &parse_ctx, int id) {
-    if (!is_element(static_cast<size_t>(id))) return;
+    if (!has_row_(id)) return;
     const dt_fmt_unit_e unit = fmt_tokens_[static_cast<size_t>(id)].unit_type;
     const fmt_conflict_t *const conflict = find_conflict(unit, parse_ctx.update_flag);
     if (conflict != nullptr && conflict->field != nullptr) raise(conflict->error, conflict->field);
@@ -122,10 +125,7 @@ dt_fmt_sfx_type_e get_suffix_type_(dt_fmt_parse_ctx_t &parse_ctx) {
 }
 
 // Only numbers take suffixes.
-bool is_number_(int id) {
-    const auto element = static_cast<size_t>(id);
-    return is_element(element) && fmt_tokens_[element].is_str_fmt == 0;
-}
+bool is_number_(int id) { return has_row_(id) && fmt_tokens_[static_cast<size_t>(id)].is_str_fmt == 0; }
 
 // A literal or run takes its text. Should throw_ return against its contract, the text is left out.
 void take_text_(allocator_t *alloc, dt_fmt_token_info_t &info, std::string_view text) {

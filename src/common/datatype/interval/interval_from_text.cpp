@@ -254,9 +254,9 @@ void dv_itv_ytm_from_str(dv_itv_ytm_t *itv, const char *str, int str_len, int ty
 }
 
 void dv_itv_dts_from_str(dv_itv_dts_t *itv, const char *str, int str_len, int type, int prec, int fprec) {
-    const size_t length =
-        str != NULL && str_len == 0 ? strlen(str) : static_cast<size_t>(std::max(str_len, 0));
-    if (!given(itv, str) || length == 0 || length > INT_MAX)
+    if (!given(itv, str)) return read_any_dts_(itv, str, str_len, type, prec, fprec);
+    const size_t length = str_len == 0 ? strlen(str) : static_cast<size_t>(str_len);
+    if (length - 1 >= INT_MAX)  // none, less than none, or more than is counted
         return read_any_dts_(itv, str, str_len, type, prec, fprec);
     read_dts_(*itv, str, static_cast<int>(length), type, prec, fprec);
 }

@@ -63,7 +63,7 @@ void check_product_range_(const result_t &product) {
         raise(error_at(ERR_NUMBER_UNDERFLOW, __FILE__, __LINE__, "number_mul"));
 }
 
-void multiply_long_(number_t &x, const number_t &y) {
+[[gnu::noinline]] void multiply_long_(number_t &x, const number_t &y) {
     const number_head_t x_head = read_head(x);
     const number_head_t y_head = read_head(y);
     const record_limbs_t a = load_limbs(x, x_head);
@@ -170,8 +170,11 @@ inline bool multiply_short_(number_t &x, const number_t &y) {
     return true;
 }
 
-// Any operands. The assertion is here, so that the way of short ones has no registers to save.
-[[gnu::noinline]] void multiply_any_(number_t *x, const number_t *y) {
+// Sizes of a valid record that is neither zero nor a NULL value.
+bool has_digits_(const number_t &x) { return x.size - 2u < NUMBER_DIGITS_MAX + 2u; }
+
+// Zeros, and what is no valid record. Apart, so that the way of others has no registers to save.
+[[gnu::cold, gnu::noinline]] void multiply_without_digits_(number_t *x, const number_t *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     if (number_is_zero(*x)) return;
     if (number_is_zero(*y)) return store_zero(*x);
@@ -202,9 +205,10 @@ void dv::impl::multiply_product(product_t &x, const product_t &y) {
 }
 
 extern "C" void number_mul(number_t *x, const number_t *y) {
-    // A record of 1..4 digits is a valid one.
-    if (x != nullptr && y != nullptr && multiply_short_(*x, *y)) return;
-    multiply_any_(x, y);
+    if (!given(x, y)) return multiply_without_digits_(x, y);
+    if (multiply_short_(*x, *y)) return;
+    if (!has_digits_(*x) || !has_digits_(*y)) return multiply_without_digits_(x, y);
+    multiply_long_(*x, *y);
 }
 
 extern "C" void number_sqr(number_t *x) { number_mul(x, x); }
