@@ -72,8 +72,11 @@ void from_model_text_(vector_call &call) {
 
 void compile_(vector_call &call) {
     const vector_text model = call.text();
-    number_parse_result_t result{};
+    number_parse_result_t result{}, other;
     if (!call.run([&] { number_fmt_parse(model.data, &result); }) || model.data == nullptr) return;
+    std::memset(&other, 0xFF, sizeof other);
+    number_fmt_parse(model.data, &other);
+    if (std::memcmp(&result, &other, sizeof result) != 0) call.fail("a byte of the record is not written");
     call.put_text(result.fmt_dig);
     const int fields[] = {result.fm_present, result.sign_type,      result.currency_type,  result.pos_msd,
                           result.pos_lsd,    result.power_to_raise, result.in_hexadecimal, result.in_sciform};
