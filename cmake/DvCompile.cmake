@@ -6,6 +6,10 @@ target_compile_options(dv_warnings INTERFACE
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
     $<$<BOOL:${DV_WERROR}>:-Werror>)
 
+# A product that is fused with a sum is rounded once instead of twice. Some machines can, some cannot: it is never done,
+# so that what is computed in floating point is the same on all.
+add_compile_options(-ffp-contract=off)
+
 if(DV_SANITIZE)
     # The libraries link without the C++ runtime, which the vptr check would need.
     add_compile_options(-fsanitize=${DV_SANITIZE} -fno-omit-frame-pointer -g)

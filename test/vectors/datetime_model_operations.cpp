@@ -1,8 +1,10 @@
 // Datetime models: compiled, written, read.
 
+#include <bit>
 #include <cstring>
 #include <string>
 
+#include "bytes.h"
 #include "datetime_model.h"
 
 using namespace dv::test;
@@ -94,7 +96,20 @@ void compile_(vector_call &call) {
     }
 }
 
-// The flattened form with its addresses counted from its beginning. A size may stand at the line's end.
+// Integers of a block, less where it begins if they are addresses, put in little-endian order.
+template <typename Word>
+void put_in_order_(char *block, std::initializer_list<size_t> places, uintptr_t begin = 0) {
+    for (const size_t at : places) {
+        Word word;
+        std::memcpy(&word, block + at, sizeof word);
+        if (word != 0) word -= static_cast<Word>(begin);
+        if (std::endian::native == std::endian::big) word = dv::impl::swap_bytes(word);
+        std::memcpy(block + at, &word, sizeof word);
+    }
+}
+
+// The flattened form on a little-endian machine, its addresses counted from its beginning. A size may stand
+// at the line's end.
 void serialise_(vector_call &call) {
     const auto type = static_cast<int>(call.integer()), is_reading = static_cast<int>(call.integer());
     const vector_model model(call, type, is_reading != 0);
@@ -103,14 +118,13 @@ void serialise_(vector_call &call) {
     auto *const block = static_cast<char *>(call.memory(size));
     const auto room = static_cast<int>(call.integer_or(static_cast<int64_t>(size)));
     if (!call.run([&] { dt_fmt_ctx_serialize(model, block, room); }) || room < static_cast<int>(size)) return;
-    const auto make_relative = [&](size_t at) {
-        uint64_t address;
-        std::memcpy(&address, block + at, sizeof address);
-        if (address != 0) address -= reinterpret_cast<uintptr_t>(block);
-        std::memcpy(block + at, &address, sizeof address);
-    };
-    make_relative(8);
-    for (int i = 0; i < model.compiled.token_cnt; ++i) make_relative(40 + 40 * static_cast<size_t>(i) + 24);
+    put_in_order_<uint64_t>(block, {8}, reinterpret_cast<uintptr_t>(block));
+    put_in_order_<uint32_t>(block, {0, 20, 24, 28, 32, 36});
+    for (int i = 0; i < model.compiled.token_cnt; ++i) {
+        char *const element = block + 40 + 40 * i;
+        put_in_order_<uint64_t>(element, {24}, reinterpret_cast<uintptr_t>(block));
+        put_in_order_<uint32_t>(element, {0, 4, 8, 16});
+    }
     call.put_bytes(block, size);
 }
 

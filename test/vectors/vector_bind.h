@@ -8,12 +8,14 @@
 #define DV_TEST_VECTOR_BIND_H
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <tuple>
 #include <type_traits>
 #include <unordered_map>
 #include <utility>
 
+#include "bytes.h"
 #include "name_of.h"
 #include "vector_call.h"
 
@@ -31,23 +33,23 @@ T read_more(vector_call &call) {
     }
 }
 
-// Bytes of a floating-point number: without the padding of a long double.
+// Floating-point numbers stand as their bits, a long double as its value in the ten bytes of the extended
+// format.
 template <typename T>
-inline constexpr size_t bits_size = sizeof(T) > 8 ? 10 : sizeof(T);
-
-template <typename T>
-T read_bits(vector_call &call) {
-    T value{};
-    const uint8_t *const bytes = call.bytes(bits_size<T>);
-    for (size_t i = 0; i < bits_size<T>; ++i)
-        reinterpret_cast<uint8_t *>(&value)[i] = bytes[bits_size<T> - 1 - i];
-    return value;
+T read_float(vector_call &call) {
+    if constexpr (std::is_same_v<T, float>) return std::bit_cast<float>(impl::load_be32(call.bytes(4)));
+    if constexpr (std::is_same_v<T, double>) return std::bit_cast<double>(impl::load_be64(call.bytes(8)));
+    if constexpr (std::is_same_v<T, long double>) return call.extended_float();
 }
 
 template <typename T>
 void put_value(vector_call &call, T value) {
-    if constexpr (std::is_floating_point_v<T>) {
-        call.put_bits(&value, bits_size<T>);
+    if constexpr (std::is_same_v<T, float>) {
+        call.put_bits(std::bit_cast<uint32_t>(value));
+    } else if constexpr (std::is_same_v<T, double>) {
+        call.put_bits(std::bit_cast<uint64_t>(value));
+    } else if constexpr (std::is_same_v<T, long double>) {
+        call.put_extended_float(value);
     } else if constexpr (std::is_same_v<T, uint64_t>) {
         call.put_word(std::to_string(value));
     } else if constexpr (std::is_convertible_v<T, const char *>) {
@@ -82,7 +84,7 @@ auto read_argument(vector_call &call, int &length) {
     } else if constexpr (std::is_pointer_v<type>) {
         return static_cast<type>(call.record<value_type>());
     } else if constexpr (std::is_floating_point_v<type>) {
-        return read_bits<type>(call);
+        return read_float<type>(call);
     } else {
         if constexpr (I > 0) {
             if constexpr (std::is_same_v<std::tuple_element_t<I - 1, Parameters>, const char *>)

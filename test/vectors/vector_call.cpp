@@ -3,11 +3,16 @@
 #include "vector_call.h"
 
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "bytes.h"
+
 using namespace dv::test;
+using dv::impl::load_be16, dv::impl::load_be64;
+using dv::impl::store_be16, dv::impl::store_be32, dv::impl::store_be64;
 
 namespace {
 
@@ -15,6 +20,10 @@ namespace {
 constexpr int _assertions_max = 16;
 thread_local const char *_assertions[_assertions_max];
 thread_local int _assertion_count;
+
+// The extended format: sign and exponent, then a significand of 64 bits, a fraction in [1/2, 1).
+constexpr size_t _extended_size = 10;
+constexpr int _extended_bias = 16382;
 
 int hex_digit_(char c) {
     if (c >= '0' && c <= '9') return c - '0';
@@ -150,6 +159,14 @@ uint8_t *vector_call::bytes(size_t size) {
     return result;
 }
 
+long double vector_call::extended_float() {
+    const uint8_t *const from = bytes(_extended_size);
+    const int head = load_be16(from);
+    const auto significand = static_cast<long double>(load_be64(from + 2));
+    const long double magnitude = std::ldexp(significand, (head & 0x7FFF) - _extended_bias - 64);
+    return (head & 0x8000) != 0 ? -magnitude : magnitude;
+}
+
 bool vector_call::is_raw_() { return has_more() && (rest_.front() == 'x' || rest_.substr(0, 4) == "null"); }
 
 bool vector_call::read_(std::string_view field, number_t *x) {
@@ -241,9 +258,29 @@ void vector_call::put_bytes(const void *bytes, size_t size) {
     put_word('x' + hex_(static_cast<const uint8_t *>(bytes), size));
 }
 
-void vector_call::put_bits(const void *number, size_t size) {
-    std::string reversed(static_cast<const char *>(number), size);
-    put_bytes(std::string(reversed.rbegin(), reversed.rend()).data(), size);
+void vector_call::put_bits(uint32_t bits) {
+    uint8_t bytes[4];
+    store_be32(bytes, bits);
+    put_bytes(bytes, sizeof bytes);
+}
+
+void vector_call::put_bits(uint64_t bits) {
+    uint8_t bytes[8];
+    store_be64(bytes, bits);
+    put_bytes(bytes, sizeof bytes);
+}
+
+void vector_call::put_extended_float(long double value) {
+    int exponent = 0;
+    const long double fraction =
+        std::ldexp(std::frexp(std::fabs(value), &exponent), 64);  // [2^63, 2^64), or 0
+    const auto significand = static_cast<uint64_t>(fraction);
+    if (static_cast<long double>(significand) != fraction) fail("more than 64 significant bits");
+    uint8_t bytes[_extended_size];
+    const int sign = std::signbit(value) ? 0x8000 : 0, biased = value == 0 ? 0 : exponent + _extended_bias;
+    store_be16(bytes, static_cast<uint16_t>(sign | biased));
+    store_be64(bytes + 2, significand);
+    put_bytes(bytes, sizeof bytes);
 }
 
 void vector_call::fail(std::string_view why) {

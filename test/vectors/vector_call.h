@@ -40,6 +40,7 @@ class vector_call {
     bool takes(std::string_view word);  // the next input, if it is this word
     vector_text text();
     uint8_t *bytes(size_t size);  // x and hexadecimal digits; at least size bytes are there
+    long double extended_float();
     template <typename Record>
     Record *record() {  // by its bytes, or readable
         if (is_raw_()) return reinterpret_cast<Record *>(bytes(sizeof(Record)));
@@ -63,7 +64,9 @@ class vector_call {
 
     void put(int64_t value);
     void put_bytes(const void *bytes, size_t size);
-    void put_bits(const void *number, size_t size);  // of a machine number, the most significant byte first
+    void put_bits(uint32_t bits);  // the most significant byte first
+    void put_bits(uint64_t bits);
+    void put_extended_float(long double value);  // of at most 64 significant bits
     void put_text(std::string_view text);
     void put_word(std::string_view word);
     void fail(std::string_view why);

@@ -16,4 +16,10 @@
 #define DV_HAS_X86_64 0
 #endif
 
+#if __LDBL_MANT_DIG__ == 64 && !defined(DV_PORTABLE)
+#define DV_HAS_EXTENDED_FLOAT 1  // a long double of 64 significant bits
+#else
+#define DV_HAS_EXTENDED_FLOAT 0
+#endif
+
 #endif  // DV_MACHINE_H

@@ -220,8 +220,8 @@ DV_EXPORT void dt_fmt_ctx_reset(allocator_t *alloc, dt_fmt_ctx_t *fmt_ctx);
 DV_EXPORT int dt_fmt_get_predicted_str_len(const dt_fmt_ctx_t *fmt_ctx, int fprec);
 
 // A compiled context as one block: the 40 bytes of dt_fmt_ctx_t, the 40 bytes of each element, then the texts
-// of literals and punctuation with their NULs. Pointers are absolute addresses inside the block, so a block
-// that is moved has them rewritten.
+// of literals and punctuation with their NULs. Integers are in the machine's byte order, and pointers are
+// absolute addresses inside the block, so a block that is moved has them rewritten.
 //
 //   buf       at any address
 //   buf_size  at least dt_fmt_ctx_get_serialize_size. Asserts "offset <= buf_size" as the block grows, and

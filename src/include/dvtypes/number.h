@@ -355,8 +355,9 @@ DV_EXPORT void number_to_uint16(const number_t *x, uint16_t *y);
 DV_EXPORT void number_to_uint32(const number_t *x, uint32_t *y);
 DV_EXPORT void number_to_uint64(const number_t *x, uint64_t *y);
 
-// From the first 9 base-100 digits (17 or 18 significant decimal digits), scaled in long double and then
-// converted: within a few units in the last place, not correctly rounded.
+// From the first 9 base-100 digits (17 or 18 significant decimal digits), scaled with 64 significant bits and
+// then converted: within a few units in the last place, not correctly rounded; a long double has no more than
+// these 64 bits. The same value on every machine.
 // Raises  -5072  outside the bounds of the type by exponent and first two base-100 digits: a value that
 //                agrees with the bound so far passes, and becomes an infinity when it is too large (3.405E38
 //                as float). double and long double hold every NUMBER.

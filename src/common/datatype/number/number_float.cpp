@@ -2,8 +2,9 @@
 //
 // In: the digits that printf's scientific format prints, 8, 16 or 20 of them by type, taken from the exact
 // binary value; a float keeps 7 of its 8, an exact half going down.
-// Out: the first nine base-100 digits as an integer, scaled by a power of 100 in long double. The powers are
-// those that repeated multiplication gives, so that results do not depend on how they are computed.
+// Out: the first nine base-100 digits as an integer, scaled by a power of 100 with 64 significant bits, which
+// is more than double and less than some machines' long double has. The powers are those that repeated
+// multiplication gives, so that results do not depend on how they are computed.
 
 #include <algorithm>
 #include <array>
@@ -12,6 +13,7 @@
 
 #include "../error.h"
 #include "binary_to_decimal.h"
+#include "extended_float.h"
 #include "number_round.h"
 #include "vector_digits.h"
 
@@ -125,13 +127,13 @@ bool store_double_(number_t &, double) { return false; }
 constexpr int _digits_taken_max = 9;
 constexpr int _power_max = NUMBER_EXPONENT_MAX + 1 + NUMBER_DIGITS_MAX;
 
-// 100^n as repeated multiplication gives it, rounded from 100^14 on where long double has 64 bits.
+// 100^n as repeated multiplication gives it, rounded from 100^14 on.
 constexpr auto _power_of_100 = [] {
-    std::array<long double, _power_max> table{};
-    long double power = 1;
-    for (long double &entry : table) {
+    std::array<extended_float, _power_max> table{};
+    extended_float power(1);
+    for (extended_float &entry : table) {
         entry = power;
-        power *= 100;
+        power = power * extended_float(100);
     }
     return table;
 }();
@@ -158,9 +160,10 @@ long double to_long_double_(const number_t &x) {
             ? limb_from_digits(coef.word[0] >> (8 * (COEF_WORD_DIGITS - taken)))
             : limb_from_digits(coef.word[0]) * 100 + static_cast<uint64_t>(coef_digit(coef, 8));
     const int power = number_exponent(x) - taken;  // [-73, 62]
-    const auto unscaled = static_cast<long double>(integer);
-    const long double magnitude = power < 0 ? unscaled / _power_of_100[static_cast<size_t>(-power)]
-                                            : unscaled * _power_of_100[static_cast<size_t>(power)];
+    const auto unscaled = static_cast<extended_float>(integer);
+    const auto magnitude =
+        static_cast<long double>(power < 0 ? unscaled / _power_of_100[static_cast<size_t>(-power)]
+                                           : unscaled * _power_of_100[static_cast<size_t>(power)]);
     return number_is_negative(x) ? -magnitude : magnitude;
 }
 
