@@ -15,9 +15,12 @@ using namespace dv::impl;
 
 namespace {
 
-// Units first, first + step, ..., last have the other case delta away.
-struct case_range_t {
+struct unit_range_t {
     uint16_t first, last;
+};
+
+// Units first, first + step, ..., last have the other case delta away.
+struct case_range_t : unit_range_t {
     int step, delta;
 };
 
@@ -62,28 +65,28 @@ constexpr case_range_t _to_lower[] = {
 };
 
 // Letters, digits and combining marks; scripts without case by whole blocks.
-constexpr case_range_t _word_units[] = {
-    {0x0030, 0x0039, 1, 0},  // ASCII
-    {0x0041, 0x005A, 1, 0},
-    {0x0061, 0x007A, 1, 0},
-    {0x00AA, 0x00AA, 1, 0}, {0x00B5, 0x00B5, 1, 0}, {0x00BA, 0x00BA, 1, 0},  // Latin
-    {0x00C0, 0x00D6, 1, 0}, {0x00D8, 0x00F6, 1, 0}, {0x00F8, 0x02C1, 1, 0},
-    {0x0300, 0x0374, 1, 0}, {0x0376, 0x037D, 1, 0}, {0x037F, 0x037F, 1, 0},  // marks, Greek
-    {0x0386, 0x0386, 1, 0}, {0x0388, 0x03F5, 1, 0}, {0x03F7, 0x0481, 1, 0},  // and Cyrillic
-    {0x0483, 0x0559, 1, 0}, {0x0560, 0x0588, 1, 0}, {0x0591, 0x1FFC, 1, 0},  // Armenian to Greek Extended
-    {0x2071, 0x2071, 1, 0}, {0x207F, 0x207F, 1, 0}, {0x2090, 0x209C, 1, 0},
-    {0x2126, 0x2126, 1, 0}, {0x212A, 0x212B, 1, 0}, {0x2160, 0x2188, 1, 0},  // letterlike, roman numerals
-    {0x24B6, 0x24E9, 1, 0}, {0x2C00, 0x2DFF, 1, 0}, {0x3005, 0x3007, 1, 0},
-    {0x3041, 0x309F, 1, 0}, {0x30A1, 0x30FA, 1, 0}, {0x30FC, 0x318E, 1, 0},  // kana, bopomofo, jamo
-    {0x31A0, 0x31FF, 1, 0}, {0x3400, 0x4DBF, 1, 0}, {0x4E00, 0xD7FB, 1, 0},  // ideographs to hangul
-    {0xF900, 0xFDFB, 1, 0}, {0xFE70, 0xFEFC, 1, 0},
-    {0xFF10, 0xFF19, 1, 0}, {0xFF21, 0xFF3A, 1, 0}, {0xFF41, 0xFF5A, 1, 0},  // full and half width
-    {0xFF66, 0xFFDC, 1, 0},
+constexpr unit_range_t _word_units[] = {
+    {0x0030, 0x0039},  // ASCII
+    {0x0041, 0x005A},
+    {0x0061, 0x007A},
+    {0x00AA, 0x00AA}, {0x00B5, 0x00B5}, {0x00BA, 0x00BA},  // Latin
+    {0x00C0, 0x00D6}, {0x00D8, 0x00F6}, {0x00F8, 0x02C1},
+    {0x0300, 0x0374}, {0x0376, 0x037D}, {0x037F, 0x037F},  // marks, Greek
+    {0x0386, 0x0386}, {0x0388, 0x03F5}, {0x03F7, 0x0481},  // and Cyrillic
+    {0x0483, 0x0559}, {0x0560, 0x0588}, {0x0591, 0x1FFC},  // Armenian to Greek Extended
+    {0x2071, 0x2071}, {0x207F, 0x207F}, {0x2090, 0x209C},
+    {0x2126, 0x2126}, {0x212A, 0x212B}, {0x2160, 0x2188},  // letterlike, roman numerals
+    {0x24B6, 0x24E9}, {0x2C00, 0x2DFF}, {0x3005, 0x3007},
+    {0x3041, 0x309F}, {0x30A1, 0x30FA}, {0x30FC, 0x318E},  // kana, bopomofo, jamo
+    {0x31A0, 0x31FF}, {0x3400, 0x4DBF}, {0x4E00, 0xD7FB},  // ideographs to hangul
+    {0xF900, 0xFDFB}, {0xFE70, 0xFEFC},
+    {0xFF10, 0xFF19}, {0xFF21, 0xFF3A}, {0xFF41, 0xFF5A},  // full and half width
+    {0xFF66, 0xFFDC},
 };
 // clang-format on
 
-template <size_t N>
-constexpr bool is_sorted_(const case_range_t (&ranges)[N]) {
+template <typename Range, size_t N>
+constexpr bool is_sorted_(const Range (&ranges)[N]) {
     return std::all_of(ranges, ranges + N, [](auto &range) { return range.first <= range.last; }) &&
            std::adjacent_find(ranges, ranges + N, [](auto &a, auto &b) { return a.last >= b.first; }) ==
                ranges + N;
@@ -91,19 +94,18 @@ constexpr bool is_sorted_(const case_range_t (&ranges)[N]) {
 static_assert(is_sorted_(_to_upper) && is_sorted_(_to_lower) && is_sorted_(_word_units));
 
 // The range that holds the unit, or NULL.
-template <size_t N>
-const case_range_t *find_(const case_range_t (&ranges)[N], int unit) {
-    const case_range_t *const range =
+template <typename Range, size_t N>
+const Range *find_(const Range (&ranges)[N], int unit) {
+    const Range *const range =
         std::lower_bound(ranges, ranges + N, unit, [](auto &r, int wanted) { return r.last < wanted; });
-    const bool is_in =
-        range != ranges + N && unit >= range->first && (unit - range->first) % range->step == 0;
-    return is_in ? range : nullptr;
+    return range != ranges + N && unit >= range->first ? range : nullptr;
 }
 
 int change_unit_(int unit, dvstr_case_e to) {
     const case_range_t *const range =
         to == DVSTR_CASE_UPPER ? find_(_to_upper, unit) : find_(_to_lower, unit);
-    return range != nullptr ? unit + range->delta : unit;
+    const bool is_changed = range != nullptr && (unit - range->first) % range->step == 0;
+    return is_changed ? unit + range->delta : unit;
 }
 
 // Encodes the character's other case to out; 0 bytes when the character stays as it is, because it has none,

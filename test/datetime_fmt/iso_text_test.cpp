@@ -156,6 +156,21 @@ TEST(IsoText, IsWrittenAsTheWalkWritesIt) {
     });
 }
 
+// Elements behind a model's count are not looked at, though they would make it one of the shape.
+TEST(IsoText, EndsWhereTheModelEnds) {
+    const dv_timestamp_t ts = {120, 124, 2, 29, 13, 5, 9, 0, {0x07, 0x5B, 0xCD, 0x15}};
+    for (const char *model : {"YYYY-MM-DD HH24:MI:SS.FF", "HH24:MI:SS.FF"}) {
+        const road_pair_t roads(model, /*is_reading=*/false, false, false);
+        dt_fmt_ctx_t straight = roads.straight.ctx, walked = roads.walked.ctx;
+        while (--straight.token_cnt > 0) {
+            --walked.token_cnt;
+            EXPECT_EQ(written_<timestamp_text>(straight, ts, 45, 9),
+                      written_<timestamp_text>(walked, ts, 45, 9))
+                << model << straight.token_cnt;
+        }
+    }
+}
+
 TEST(IsoText, IsReadAsTheWalkReadsIt) {
     number_source source(2);
     with_every_model_([&](const std::string &model) {

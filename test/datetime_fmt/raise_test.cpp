@@ -93,6 +93,64 @@ TEST(ModelPointers, MayLackBehindRecordsOfAnyBytes) {
     EXPECT_EQ(ctx.str_idx, 0);
 }
 
+// A working context without a model or an element: each reader and writer reports which one it lacks.
+TEST(ModelPointers, AreReportedByTheirNames) {
+    static std::string reported;
+    const compiled_model model("DD");
+    dt_fmt_parse_ctx_t ctx;
+    dv_date_t date = make_date(2024, 2, 29);
+    dv_time_t time{};
+    dv_ts_tz_t zoned{};
+    timezone_t tz{};
+    int at = 0;
+    const auto call_all = [&] {
+        dt_fmt_write_date(&ctx, &date);
+        dt_fmt_write_time(&ctx, &time, 9);
+        dt_fmt_write_tz(&ctx, &zoned);
+        dt_fmt_write_punc_token(&ctx);
+        dt_fmt_parse_date(&ctx, &date);
+        dt_fmt_parse_time(&ctx, &time, 9, &at);
+        dt_fmt_parse_tz(&ctx, &tz);
+        dt_fmt_parse_punc_token(&ctx, &at);
+        dt_fmt_check_ansi_date(&ctx);
+        dt_fmt_check_ansi_time(&ctx);
+        dt_fmt_check_ansi_punc(&ctx);
+    };
+    const assertion_watch watch;
+    dv_assert_set_reporter([](const char *condition, const char *, int) { reported = condition; });
+    char text[8] = "29";
+    dt_parse_ctx_init(&ctx, nullptr, text, 2, nullptr, 0, 1);
+    ctx.cur_token_info = model.ctx.token_infos;
+    call_all();
+    EXPECT_EQ(reported, "parse_ctx->fmt_ctx != NULL");
+    EXPECT_EQ(watch.count(), 11U);
+    dt_parse_ctx_init(&ctx, &model.ctx, text, 2, nullptr, 0, 1);
+    ctx.cur_token_info = nullptr;
+    call_all();
+    EXPECT_EQ(reported, "parse_ctx->cur_token_info != NULL");
+    EXPECT_EQ(watch.count(), 22U);
+}
+
+// A letter case that is none: no name, but blanks where one is padded.
+TEST(ModelPointers, AreNotMadeOfALetterCaseThatIsNone) {
+    const dv_date_t date = make_date(2024, 2, 29);
+    const dv_time_t time{};
+    for (const char *name : {"MONTH", "MON", "RM", "DAY", "DY", "AD", "B.C.", "AM", "P.M."}) {
+        for (const int letter_case : {-1, 3, INT32_MAX, INT32_MIN}) {
+            compiled_model model(name);
+            set_language(model, "AMERICAN");
+            model.ctx.token_infos->case_type = letter_case;
+            char text[80] = {};
+            dt_fmt_parse_ctx_t ctx;
+            dt_parse_ctx_init(&ctx, &model.ctx, text, sizeof text, nullptr, 0, /*is_from_str=*/0);
+            ctx.cur_token_info = model.ctx.token_infos;
+            const bool is_time = ctx.cur_token_info->type == DT_FMT_TYPE_TIME;
+            raise_of([&] { is_time ? dt_fmt_write_time(&ctx, &time, 9) : dt_fmt_write_date(&ctx, &date); });
+            EXPECT_EQ(std::string(text), std::string(static_cast<size_t>(ctx.str_idx), ' ')) << name;
+        }
+    }
+}
+
 // In a quadratic time this took minutes; the bound leaves room for sanitizers.
 TEST(ModelRead, TakesATimeThatIsLinearInTheModel) {
     std::string model = "YYYY";

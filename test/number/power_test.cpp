@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
+
 #include "number_properties.h"
 
 using namespace dv::test;
@@ -52,7 +54,7 @@ TEST(NumberSqrt, AgreesWithTheTwinInEveryMode) {
 
 using whole_t = boost::multiprecision::cpp_int;
 
-whole_t whole_(const std::vector<uint32_t> &limbs) {
+whole_t whole_(std::span<const uint32_t> limbs) {
     whole_t value = 0;
     for (const uint32_t limb : limbs) value = value * 100'000'000 + limb;
     return value;
@@ -62,7 +64,10 @@ whole_t whole_(const std::vector<uint32_t> &limbs) {
 TEST(NumberUiSqrt, GivesTheIntegerRootAndTheRemainder) {
     number_source source(64);
     for (long round = scaled(100'000); round > 0; --round) {
-        std::vector<uint32_t> x(static_cast<size_t>(source.pick(1, 40))), root((x.size() + 1) / 2);
+        constexpr uint32_t guard = 0x5A5A5A5A;  // in front of the operand
+        const auto size = static_cast<size_t>(source.pick(1, 40));
+        std::vector<uint32_t> memory(1 + size, guard), root((size + 1) / 2);
+        const std::span x(memory.data() + 1, size);
         const uint32_t limbs[] = {0, 99'999'999, static_cast<uint32_t>(source.pick(0, 99'999'999))};
         for (uint32_t &limb : x) limb = limbs[source.pick(0, 2)];
         if (source.pick(0, 1) != 0) {
@@ -73,6 +78,7 @@ TEST(NumberUiSqrt, GivesTheIntegerRootAndTheRemainder) {
         }
         const whole_t operand = whole_(x);
         number_ui_sqrt(root.data(), x.data(), static_cast<int>(x.size()));
+        ASSERT_EQ(memory[0], guard);
         ASSERT_TRUE(whole_(root) == sqrt(operand) && whole_(x) == operand - whole_(root) * whole_(root))
             << operand;
     }

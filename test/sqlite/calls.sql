@@ -28,7 +28,8 @@ SELECT dv_rowid_sgmt('a');  -- error: dv_rowid_sgmt: argument 1 is TEXT where RO
 SELECT dv_date('1',2,3);  -- error: dv_date: argument 1 is TEXT where INTEGER is expected
 SELECT add_months(dv_date(1,1,1), 9999999999);  -- error: add_months: argument 2 is out of range: 9999999999
 SELECT dv_neg(1e999);  -- error: dv_neg: argument 1 is an infinite REAL where NUMBER is finite
-SELECT dv_cast_number(1, 38, 200);  -- error: dv_cast_number: the scale lies in -127..127
+SELECT dv_cast_number(1, 38, 128);  -- error: dv_cast_number: the scale lies in -127..127
+SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
 SELECT dv_cast_number(1, 0);  -- error: dv_cast_number: the precision lies in 1..38
 SELECT from_tz(dv_date(1,1,1), 'UTC');  -- error: from_tz: argument 1 is DATE where TIMESTAMP is expected
 SELECT to_yminterval(1);  -- error: to_yminterval: argument 1 is INTEGER where TEXT or INTERVAL YEAR TO MONTH is expected

@@ -1,10 +1,12 @@
-// SQLite with an allocator that fails at a chosen call, as long as an object lives. No connection may be open
-// when it begins or ends.
+// SQLite with an allocator that fails at a chosen call, and whose blocks are not zero, as long as an object
+// lives. No connection may be open when it begins or ends.
 
 #ifndef DV_TEST_FAILING_MEMORY_H
 #define DV_TEST_FAILING_MEMORY_H
 
 #include <sqlite3.h>
+
+#include <cstring>
 
 namespace dv::test {
 
@@ -14,7 +16,10 @@ class failing_memory {
         sqlite3_shutdown();
         sqlite3_config(SQLITE_CONFIG_GETMALLOC, &_real);
         sqlite3_mem_methods methods = _real;
-        methods.xMalloc = [](int size) { return fails_() ? nullptr : _real.xMalloc(size); };
+        methods.xMalloc = [](int size) {
+            void *const block = fails_() ? nullptr : _real.xMalloc(size);
+            return block != nullptr ? std::memset(block, 0x5A, static_cast<size_t>(size)) : nullptr;
+        };
         methods.xRealloc = [](void *block, int size) {
             return fails_() ? nullptr : _real.xRealloc(block, size);
         };

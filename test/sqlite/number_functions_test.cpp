@@ -9,6 +9,8 @@ constexpr const char *_edges[][2] = {
     {"dv_round(1, NULL)", "NULL"},
     {"dv_cmp(NULL, x'')", "NULL"},
     {"dv_cast_number(1, 99, NULL)", "NULL"},
+    {"dv_text(dv_cast_number(0, 38, 127))", "0"},
+    {"dv_text(dv_cast_number(0, 38, -127))", "0"},
     {"dv_text(dv_round(to_number('-9.99E125'), -127))", "0"},
     {"dv_text(dv_round(9, -126))", "0"},
     {"dv_round(to_number('-6E125'), -126)", "(dv-5068)"},

@@ -57,7 +57,7 @@ void put_sort_(vector_call &call, const dv_nls_sort_ctx_t &sort) {
 }
 
 void parse_setting_(vector_call &call) {
-    const vector_text text = call.text();
+    const vector_text text = call.ended_text();
     dv_nls_param_t parameter = -1;
     union {
         int32_t number;
@@ -71,7 +71,7 @@ void parse_setting_(vector_call &call) {
 
 template <auto Parse>
 void parse_value_(vector_call &call) {
-    const vector_text text = call.text();
+    const vector_text text = call.ended_text();
     int32_t value = -1;
     bool is_good = false;
     call.run([&] { is_good = Parse(text.data, &value); });
@@ -80,7 +80,7 @@ void parse_value_(vector_call &call) {
 }
 
 void parse_sort_(vector_call &call) {
-    const vector_text text = call.text();
+    const vector_text text = call.ended_text();
     dv_nls_sort_ctx_t sort{};
     bool is_good = false;
     call.run([&] { is_good = dv_nls_sort_parse(text.data, &sort); });
@@ -104,7 +104,7 @@ void new_row_number_(vector_call &call) {
 }
 
 void read_rowid_(vector_call &call) {
-    const auto *const text = reinterpret_cast<const erowid_t *>(call.text().data);
+    const auto *const text = reinterpret_cast<const erowid_t *>(call.ended_text().data);
     rowid_t rowid{};
     if (!call.run([&] { erowid_get_rowid(text, &rowid); })) return;
     for (const int64_t value :
@@ -114,13 +114,13 @@ void read_rowid_(vector_call &call) {
 
 template <auto Get, typename Value>
 void read_part_(vector_call &call) {
-    const auto *const text = reinterpret_cast<const erowid_t *>(call.text().data);
+    const auto *const text = reinterpret_cast<const erowid_t *>(call.ended_text().data);
     Value value = 0;
     if (call.run([&] { Get(text, &value); }) && text != nullptr) call.put(value);
 }
 
 void read_row_number_(vector_call &call) {
-    const auto *const text = reinterpret_cast<const nerowid_t *>(call.text().data);
+    const auto *const text = reinterpret_cast<const nerowid_t *>(call.ended_text().data);
     auto value = static_cast<nrowid_t>(call.integer_or(0));
     call.run([&] { nerowid_get_rowid(text, &value); });
     call.put_word(std::to_string(value));

@@ -20,7 +20,7 @@ int day_second_cmp_(const dv_itv_dts_t *x, const dv_itv_dts_t *y) { return order
 // Seconds since 1970, TZ.
 void from_epoch_(vector_call &call) {
     const int64_t seconds = call.integer();
-    const vector_text zone = call.text();
+    const vector_text zone = call.ended_text();
     setenv("TZ", zone.data, 1);
     tzset();
     dv_date_t date{};

@@ -35,7 +35,7 @@ void write_(vector_call &call, int64_t size, Write write, bool stays_on_raise = 
 // Number, form (null, "N", "S"), size of the buffer. A raise of -5067 leaves the text.
 void to_text_(vector_call &call) {
     const number_t *const x = call.record<number_t>();
-    const vector_text form = call.text();
+    const vector_text form = call.ended_text();
     const int64_t size = call.integer_or(NUMBER_NORMAL_TEXT_SIZE);
     write_(
         call, size, [&](int room, char *text) { number_to_str(x, room, text, form.data); },
@@ -71,7 +71,7 @@ void from_model_text_(vector_call &call) {
 }
 
 void compile_(vector_call &call) {
-    const vector_text model = call.text();
+    const vector_text model = call.ended_text();
     number_parse_result_t result{}, other;
     if (!call.run([&] { number_fmt_parse(model.data, &result); }) || model.data == nullptr) return;
     std::memset(&other, 0xFF, sizeof other);

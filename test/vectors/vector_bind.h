@@ -76,7 +76,9 @@ auto read_argument(vector_call &call, int &length) {
     using type = std::tuple_element_t<I, Parameters>;
     using value_type = std::remove_cv_t<std::remove_pointer_t<type>>;
     if constexpr (std::is_same_v<type, const char *>) {
-        const vector_text text = call.text();
+        constexpr size_t next = std::min(I + 1, std::tuple_size_v<Parameters> - 1);
+        constexpr bool has_length = std::is_same_v<std::tuple_element_t<next, Parameters>, int>;
+        const vector_text text = has_length ? call.text() : call.ended_text();
         length = text.size;
         return text.data;
     } else if constexpr (std::is_pointer_v<type> && (I == Result || std::is_arithmetic_v<value_type>)) {

@@ -21,7 +21,7 @@
 namespace dv::test {
 
 struct vector_text {
-    const char *data;  // NUL ended; NULL for the input null
+    const char *data;  // NULL for the input null; behind its end is memory that must not be touched
     int size;          // the text's, or the one given behind it: "abc":0
 };
 
@@ -37,8 +37,9 @@ class vector_call {
     int64_t integer();
     int64_t integer_or(int64_t otherwise) { return has_more() ? integer() : otherwise; }
     std::string_view word();
-    bool takes(std::string_view word);  // the next input, if it is this word
-    vector_text text();
+    bool takes(std::string_view word);                             // the next input, if it is this word
+    vector_text text() { return text_(/*is_ended=*/false); }       // NUL only where its size is 0 or less
+    vector_text ended_text() { return text_(/*is_ended=*/true); }  // by NUL
     uint8_t *bytes(size_t size);  // x and hexadecimal digits; at least size bytes are there
     long double extended_float();
     template <typename Record>
@@ -76,6 +77,7 @@ class vector_call {
 
   private:
     std::string_view next_();
+    vector_text text_(bool is_ended);
     bool is_raw_();
     static bool read_(std::string_view, number_t *);
     static bool read_(std::string_view, dv_date_t *);
@@ -91,7 +93,7 @@ class vector_call {
     std::string_view rest_;
     std::string output_, failure_;
     dv_error_t error_{};
-    size_t used_ = 0;
+    size_t used_ = 0, fenced_ = 0;
     alignas(16) uint8_t memory_[1 << 15];
 };
 

@@ -25,7 +25,7 @@ void zone_abbreviation_(vector_call &call) {
 }
 
 void search_(vector_call &call) {
-    const vector_text name = call.text();
+    const vector_text name = call.ended_text();
     const tz_region_t *region = nullptr;
     if (!call.run([&] { region = zonetab_search_region(name.data); }) || region == nullptr) return;
     call.put(region->id);
@@ -64,7 +64,7 @@ void sample_(vector_call &call) {
 
 // The environment's TZ, null for none.
 void system_default_(vector_call &call) {
-    const vector_text zone = call.text();
+    const vector_text zone = call.ended_text();
     zone.data != nullptr ? setenv("TZ", zone.data, 1) : unsetenv("TZ");
     timezone_t tz{};
     call.run([&] { timezone_get_system_default(&tz); });

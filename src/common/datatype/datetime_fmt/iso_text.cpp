@@ -272,8 +272,7 @@ bool take_(iso_fields_t &f, const record_t *elements, const char *text, int leng
 template <typename Shape>
 bool read_(const record_t *elements, const readable_parts_t &value, const char *str, int str_len,
            Shape shape) {
-    if (!has_parts_(value, shape) || value.time == nullptr) return false;
-    if (shape.has_date != (value.date != nullptr)) return false;
+    if (!has_parts_(value, shape) || shape.has_date != (value.date != nullptr)) return false;
     iso_fields_t f{};
     if (!is_of_shape_<reading_t>(elements, shape) || !take_(f, elements, str, str_len, shape)) return false;
     if constexpr (shape.has_date) {

@@ -20,7 +20,8 @@ namespace dv::impl {
 // Writes a value and a NUL. str_len is above 0. False: nothing is written.
 bool write_iso_text(const dt_fmt_ctx_t &model, const writable_parts_t &value, char *str, int str_len);
 
-// Reads a text of str_len bytes into all fields of a value. str_len is above 0. False: nothing is stored.
+// Reads a text of str_len bytes into all fields of a value, which has a time of day. str_len is above 0.
+// False: nothing is stored.
 bool read_iso_text(const dt_fmt_ctx_t &model, const readable_parts_t &value, const char *str, int str_len);
 
 }  // namespace dv::impl

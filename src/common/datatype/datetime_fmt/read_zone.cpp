@@ -78,7 +78,7 @@ std::string_view find_abbreviation_(std::string_view text) {
     std::string_view found;
     for (const tz_abbreviation_t &known : ZONE_ABBREVIATIONS) {
         const std::string_view name = known.text;
-        if (name.size() < found.size() || name.empty() || !begins_with_name_(text, name)) continue;
+        if (name.size() < found.size() || !begins_with_name_(text, name)) continue;
         if (name.size() > found.size() || text.starts_with(name)) found = name;
     }
     return found;

@@ -125,7 +125,7 @@ inline bool take_character(dt_fmt_parse_ctx_t &ctx, int token_idx) {
     if (model.has_tz_token || token_idx + 1 >= model.token_cnt) return false;
     const dt_fmt_token_info_t &next = model.token_infos[token_idx + 1];
     if (next.type != DT_FMT_TYPE_DATE && next.type != DT_FMT_TYPE_TIME) return false;
-    if (next.id == DT_FMT_TOKEN_FF || !is_punc(rest[0])) return false;
+    if (next.id == DT_FMT_TOKEN_FF) return false;
     if (is_white_space(rest[0]) && (is_white_space(rest[1]) || is_punc(rest[1]))) return false;
     ++ctx.str_idx;
     return true;

@@ -23,6 +23,7 @@ constexpr int bit_length(uint128_t value) {
     const auto high = static_cast<uint64_t>(value >> 64);
     return high != 0 ? 128 - std::countl_zero(high) : 64 - std::countl_zero(static_cast<uint64_t>(value));
 }
+static_assert(bit_length(1) == 1 && bit_length(uint128_t{1} << 64) == 65 && bit_length(~uint128_t{0}) == 128);
 
 // Rounds to `digits` significant decimal digits (1..20), an exact half to the even digit; the significand of
 // the result has exactly that many. The value lies between 2^-440 and 2^424.

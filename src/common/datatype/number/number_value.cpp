@@ -72,8 +72,7 @@ void dv::impl::number_copy(number_t &x, const number_t &y) {
 const char *dv::impl::marker_text(const number_t &x) {
     constexpr size_t marker_size = 3;  // size, signexp, and a byte that is no digit
     for (size_t i = 0; i < std::size(_marker_texts); ++i) {
-        if (_marker_texts[i] != nullptr && memcmp(&x, _number_constants.row[i], marker_size) == 0)
-            return _marker_texts[i];
+        if (memcmp(&x, _number_constants.row[i], marker_size) == 0) return _marker_texts[i];
     }
     return nullptr;
 }

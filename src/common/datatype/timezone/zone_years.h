@@ -55,6 +55,7 @@ constexpr int zone_year_index(int year) {
     const auto bytes = [](int y) { return (y / 100 + 100) * 256 + (y % 100 + 100); };
     return bytes(year) - bytes(ZONE_YEAR_FIRST);
 }
+static_assert(zone_year_index(1999) == 99 && zone_year_index(2000) == 256);
 inline constexpr int ZONE_YEAR_COUNT = zone_year_index(ZONE_YEAR_LAST) + 1;
 
 // Values of the first byte of a zone's number that regions have. Numbers that are no region's have years
