@@ -8,6 +8,7 @@
 #include <set>
 
 #include "dvtypes/erowid.h"
+#include "dvtypes/iso.h"
 #include "dvtypes/nerowid.h"
 #include "dvtypes/number_fmt.h"
 #include "dvtypes/timestamp_tz.h"
@@ -66,6 +67,14 @@ const null_group_t _groups[] = {
     {"date != NULL; day_name != NULL", 0, null_cases<dv_date_get_next_day>()},
     {"date != NULL; ytm != NULL", 0, null_cases<dv_date_add_itv_ytm, dv_date_sub_itv_ytm>()},
     {"date != NULL; dts != NULL", 0, null_cases<dv_date_add_itv_dts, dv_date_sub_itv_dts>()},
+    {"date != NULL; str != NULL", 0, null_cases<dv_date_from_iso>()},
+    {"date != NULL; buf != NULL", 0, null_cases<dv_date_to_iso>()},
+    {"time != NULL; str != NULL", 0, null_cases<dv_time_from_iso>()},
+    {"time != NULL; buf != NULL", 0, null_cases<dv_time_to_iso>()},
+    {"ts != NULL; str != NULL", 0, null_cases<dv_timestamp_from_iso>()},
+    {"ts != NULL; buf != NULL", 0, null_cases<dv_timestamp_to_iso>()},
+    {"ts_tz != NULL; str != NULL", 0, null_cases<dv_ts_tz_from_iso>()},
+    {"ts_tz != NULL; buf != NULL", 0, null_cases<dv_ts_tz_to_iso>()},
     {"date != NULL; str != NULL; fmt_ctx != NULL", 0, null_cases<dv_date_from_str, dv_date_to_str>()},
     {"date != NULL; str != NULL; fmt_ctx != NULL; as_of != NULL", 0, null_cases<dv_date_from_str_as_of>()},
     {"date != NULL; str != NULL; fmt != NULL", 0,

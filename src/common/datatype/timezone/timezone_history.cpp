@@ -54,23 +54,34 @@ uint64_t key_far_behind_(const dv_date_t &date) {
     return date_order_key(date) + (date.year < last_year ? year : century);
 }
 
+// What a local time means: the period whose clocks showed it, and the one before when those of both did; none
+// in a gap. Before the history and without one, abbreviations do not matter.
+struct local_periods_t {
+    const tz_info_t *later, *earlier;
+    bool is_certain;
+};
+
+local_periods_t periods_at_(const tz_region_t &region, const dv_date_t &local) {
+    const uint64_t key = date_order_key(local);
+    const tz_info_t *const end = region.infos + region.info_cnt;
+    for (const tz_info_t *info = first_from_(region, 2, key_far_behind_(local)); info + 1 < end; info += 2) {
+        const bool is_in_earlier = key <= date_order_key(info[1].local);
+        if (key >= date_order_key(info[0].local)) return {&info[0], is_in_earlier ? &info[1] : NULL, false};
+        if (!is_in_earlier) return {NULL, NULL, false};
+    }
+    return {end - 1, NULL, true};
+}
+
 const tz_info_t &find_local_tzinfo_(const tz_region_t *tz_reg, const dv_date_t &local, const char *abbrev) {
     DV_ASSERT(tz_reg->info_cnt > 0);
-    if (tz_reg->info_cnt == 1) return tz_reg->infos[0];
-    if (tz_reg->info_cnt % 2 != 0) assert_failed("DV_IS_EVEN (tz_reg->info_cnt)");
-    const uint64_t key = date_order_key(local);
-    const tz_info_t *const end = tz_reg->infos + tz_reg->info_cnt;
-    for (const tz_info_t *info = first_from_(*tz_reg, 2, key_far_behind_(local)); info < end; info += 2) {
-        const tz_info_t &later = info[0], &earlier = info[1];
-        const bool is_in_earlier = key <= date_order_key(earlier.local);
-        if (key >= date_order_key(later.local)) {
-            if (is_in_earlier) return find_overlapped_zone_(later, earlier, abbrev);
-            if (is_named_(abbrev) && !is_abbreviation_(later, abbrev)) raise(ERR_ZONE_ABBREVIATION_TIME);
-            return later;
-        }
-        if (!is_in_earlier) raise(ERR_ZONE_GAP);
+    if (tz_reg->info_cnt > 1 && tz_reg->info_cnt % 2 != 0) assert_failed("DV_IS_EVEN (tz_reg->info_cnt)");
+    const local_periods_t periods = periods_at_(*tz_reg, local);
+    if (periods.later == NULL) raise(ERR_ZONE_GAP);
+    if (periods.earlier != NULL) return find_overlapped_zone_(*periods.later, *periods.earlier, abbrev);
+    if (!periods.is_certain && is_named_(abbrev) && !is_abbreviation_(*periods.later, abbrev)) {
+        raise(ERR_ZONE_ABBREVIATION_TIME);
     }
-    return end[-1];
+    return *periods.later;
 }
 
 void store_offset_(timezone_t &tz, const tz_info_t &info) {
@@ -148,6 +159,17 @@ const tz_info_t &dv::impl::info_at(const tz_region_t &region, const dv_date_t &u
     const tz_info_t *info = first_from_(region, 1, date_order_key(utc));
     const tz_info_t *const oldest = region.infos + region.info_cnt - 1;
     return info <= oldest ? *info : *oldest;
+}
+
+bool dv::impl::abbreviation_tells_offset(const timezone_t &tz, const dv_date_t &local, const char *abbrev) {
+    const tz_region_t *const region = region_of(tz);
+    if (region == NULL) return false;
+    const local_periods_t periods = periods_at_(*region, local);
+    if (periods.later == NULL) return false;
+    const bool is_later = periods.earlier == NULL || is_abbreviation_(*periods.later, abbrev);
+    timezone_t found = tz;
+    store_offset_(found, is_later ? *periods.later : *periods.earlier);
+    return found.utc_hour == tz.utc_hour && found.utc_min == tz.utc_min;
 }
 
 extern "C" {

@@ -29,6 +29,11 @@ const tz_region_t *find_region(std::string_view name);
 // The entry in force at a time in UTC.
 const tz_info_t &info_at(const tz_region_t &region, const dv_date_t &utc);
 
+// Does the abbreviation of the period in force tell that a local time in a region has the offset in `tz`? Not
+// where both meanings of a local time have it, nor where clocks of another offset than the stored one showed
+// the time.
+bool abbreviation_tells_offset(const timezone_t &tz, const dv_date_t &local, const char *abbrev);
+
 // The region of a zone; NULL, after the assertion, for a zone that is none.
 const tz_region_t *region_of(const timezone_t &tz);
 

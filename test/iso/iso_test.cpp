@@ -1,0 +1,276 @@
+// Datetimes as ISO 8601 texts, without a model.
+
+#include "dvtypes/iso.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "../timestamp/zoned_support.h"
+
+using namespace dv::test;
+
+namespace {
+
+template <auto ToIso, typename Record>
+std::string iso_(const Record &record) {
+    char text[DV_ISO_TS_TZ_SIZE];
+    const int length = ToIso(&record, text, sizeof text);
+    EXPECT_EQ(static_cast<size_t>(length), strlen(text));
+    return text;
+}
+
+template <typename Record>
+std::vector<uint8_t> bytes_(const Record &record) {
+    const auto *bytes = reinterpret_cast<const uint8_t *>(&record);
+    return {bytes, bytes + sizeof record};
+}
+
+template <auto FromIso, typename Record>
+int read_(std::string_view text, Record &record) {
+    const guarded block(text.size(), text.data());
+    return raise_of([&] { FromIso(&record, block.text(), static_cast<int>(text.size())); });
+}
+
+template <auto FromIso, auto ToIso, typename Record>
+void expect_round_trip_(const Record &record) {
+    const std::string text = iso_<ToIso>(record);
+    Record read;
+    memset(&read, 0xEE, sizeof read);
+    EXPECT_EQ((read_<FromIso>(text, read)), 0) << text;
+    EXPECT_EQ(bytes_(read), bytes_(record)) << text;
+}
+
+// What a text that a reader may be given is made of.
+std::string random_text_(number_source &source) {
+    constexpr const char *pieces[] = {"2024-02-29",
+                                      "1999-12-31",
+                                      "-0044-03-15",
+                                      "20240229",
+                                      "+2024-1-05",
+                                      "24-02-29",
+                                      "2024-13-01",
+                                      "0000-01-01",
+                                      "T",
+                                      " ",
+                                      "  ",
+                                      "13",
+                                      "13:05",
+                                      "13:5",
+                                      "13:05:07",
+                                      "130507",
+                                      "1305",
+                                      "24:00",
+                                      "13:60",
+                                      ":",
+                                      ".",
+                                      ".5",
+                                      ".123456789",
+                                      ".1234567890",
+                                      "Z",
+                                      "z",
+                                      "+09",
+                                      "+09:00",
+                                      "-0530",
+                                      "+9",
+                                      "-12:59",
+                                      "+14:01",
+                                      "+00:30",
+                                      "-00:30",
+                                      "UTC",
+                                      "Asia/Seoul",
+                                      "asia/seoul KST",
+                                      "x",
+                                      "\0"};
+    std::string text;
+    const char *const first = pieces[source.pick(0, 4)];
+    text = source.pick(0, 9) == 0 ? "" : first;
+    for (int i = source.pick(0, 4); i > 0; --i)
+        text += pieces[source.pick(0, static_cast<int>(std::size(pieces)) - 1)];
+    if (!text.empty() && source.pick(0, 7) == 0)
+        text.erase(static_cast<size_t>(source.pick(0, static_cast<int>(text.size()) - 1)), 1);
+    return text;
+}
+
+// The same grammar, and the values it stands for, by another hand.
+struct matched_t {
+    bool accepted;
+    int year, month, day, hour, minute, second, nanosecond;
+    std::string zone;
+};
+matched_t match_(const std::string &text) {
+    static const std::regex extended(
+        "([+-]?[0-9]{4})-([0-9]{2})-([0-9]{2})(?:[T "
+        "]([0-9]{2})(?::([0-9]{2})(?::([0-9]{2})(?:[.]([0-9]{1,9}))?)?)?)?(.*)");
+    static const std::regex compact(
+        "([+-]?[0-9]{4})([0-9]{2})([0-9]{2})(?:[T "
+        "]([0-9]{2})(?:([0-9]{2})(?:([0-9]{2})(?:[.]([0-9]{1,9}))?)?)?)?(.*)");
+    std::smatch parts;
+    matched_t found{};
+    if (!std::regex_match(text, parts, extended) && !std::regex_match(text, parts, compact)) return found;
+    const auto number = [&](size_t i) { return parts[i].matched ? std::stoi(parts[i]) : 0; };
+    found = {true, number(1), number(2), number(3), number(4), number(5), number(6), 0, parts[8]};
+    if (parts[7].matched) found.nanosecond = std::stoi((parts[7].str() + "00000000").substr(0, 9));
+    return found;
+}
+
+TEST(IsoText, ReadsBackWhatItWrites) {
+    number_source source(20240229);
+    for (long round = 0; round < scaled(20'000); ++round) {
+        const dv_timestamp_t ts = random_timestamp(source);
+        dv_date_t date = date_of(ts);
+        if (raise_of([&] { dv_date_is_valid(&date); }) != 0) continue;  // 29 February before year 1
+        expect_round_trip_<dv_timestamp_from_iso, dv_timestamp_to_iso>(ts);
+        expect_round_trip_<dv_date_from_iso, dv_date_to_iso>(date);
+        dv_time_t time;
+        dv_time_from_timestamp(&time, &ts);
+        expect_round_trip_<dv_time_from_iso, dv_time_to_iso>(time);
+    }
+}
+
+TEST(IsoText, IsTheTextUnderTheModel) {
+    number_source source(20240229);
+    const compiled_model model = writing("SYYYY-MM-DD HH24:MI:SS.FF9", DV_TYPE_TIMESTAMP);
+    for (long round = 0; round < scaled(20'000); ++round) {
+        const dv_timestamp_t ts = random_timestamp(source);
+        char text[64];
+        dv_timestamp_to_str(&ts, text, sizeof text, &model.ctx, 9);
+        EXPECT_EQ(iso_<dv_timestamp_to_iso>(ts), text + (text[0] == ' ' ? 1 : 0));
+    }
+}
+
+// Around every change of every region, where local times exist twice or not at all.
+TEST(IsoText, KeepsInstantAndZoneAroundAllTransitions) {
+    for (int id = 0; id < TZ_ID_MAX; ++id) {
+        const tz_region_t &region = region_tab_[id];
+        for (int i = 0; i < region.info_cnt; ++i) {
+            const tz_info_t &info = region.infos[i];
+            // Records have no place for seconds of an offset, nor for offsets from +00:01 to +00:59.
+            if (region.info_cnt == 1 || info.utc_sec != 0 || (info.utc_hour == 0 && info.utc_min > 0))
+                continue;
+            dv_ts_ltz_t instant{};
+            dv_timestamp_from_date(&instant.utc, &info.normal);
+            const timezone_t zone = zone_of(region.canon_name);
+            dv_ts_tz_t ts_tz;
+            dv_ts_tz_from_ts_ltz(&ts_tz, &instant, &zone);
+            const std::string text = iso_<dv_ts_tz_to_iso>(ts_tz);
+            dv_ts_tz_t read{};
+            ASSERT_EQ((read_<dv_ts_tz_from_iso>(text, read)), 0) << text;
+            EXPECT_EQ(bytes_(read), bytes_(ts_tz)) << text;
+        }
+    }
+}
+
+TEST(IsoText, ReadsZonesInAllTheirForms) {
+    constexpr std::pair<const char *, const char *> cases[] = {
+        {"2024-02-29", "2024-02-29 00:00:00.000000000 +00:00"},
+        {"2024-02-29 +09:00", "2024-02-29 00:00:00.000000000 +09:00"},
+        {"2024-02-29+09", "2024-02-29 00:00:00.000000000 +09:00"},
+        {"2024-02-29 13:05+01", "2024-02-29 13:05:00.000000000 +01:00"},
+        {"2024-02-29 13:05 +09:00", "2024-02-29 13:05:00.000000000 +09:00"},
+        {"2024-02-29T13:05:00Z", "2024-02-29 13:05:00.000000000 +00:00"},
+        {"20240229T130500Z", "2024-02-29 13:05:00.000000000 +00:00"},
+        {"20240229T130500.25-0530", "2024-02-29 13:05:00.250000000 -05:30"},
+        {"2024-02-29T13-00:30", "2024-02-29 13:00:00.000000000 -00:30"},
+        {"2024-02-29 ASIA/seoul", "2024-02-29 00:00:00.000000000 Asia/Seoul KST"},
+        {"2024-10-27 02:30:00 Europe/Paris CEST", "2024-10-27 02:30:00.000000000 Europe/Paris CEST"},
+        {"2024-10-27 02:30:00 Europe/Paris CET", "2024-10-27 02:30:00.000000000 Europe/Paris CET"},
+        {"2024-10-27 02:30:00 Europe/Paris +02:00", "2024-10-27 02:30:00.000000000 Europe/Paris CEST"},
+        {"2014-10-26 01:30:00 Europe/Moscow +04:00", "2014-10-26 01:30:00.000000000 Europe/Moscow +04:00"},
+        {"2014-10-26 01:30:00 Europe/Moscow MSK", "2014-10-26 01:30:00.000000000 Europe/Moscow MSK"},
+    };
+    for (const auto &[text, want] : cases) {
+        dv_ts_tz_t read{};
+        EXPECT_EQ((read_<dv_ts_tz_from_iso>(std::string_view(text), read)), 0) << text;
+        EXPECT_EQ(iso_<dv_ts_tz_to_iso>(read), want) << text;
+    }
+}
+
+TEST(IsoText, RefusesEverythingElseAndLeavesTheRecord) {
+    constexpr std::pair<const char *, int> cases[] = {
+        {"", -5113},
+        {"12/05/2019", -5113},
+        {"29.02.2020", -5113},
+        {"3/4/21", -5113},
+        {"2024-2-29", -5113},
+        {" 2024-02-29", -5113},
+        {"2024-02-29 ", -5113},
+        {"2024-02-29  13:05", -5113},
+        {"2024-02-29 1:05", -5113},
+        {"2024-02-29 13:05:", -5113},
+        {"2024-02-29 13:05:07.", -5113},
+        {"2024-02-29 13:05:07.1234567890", -5113},
+        {"2024-02-29T1305", -5113},
+        {"2024-02-29 13:05:07 Z", -5104},
+        {"2024-02-29 13:05:07Asia/Seoul", -5113},
+        {"2024-02-29 13:05:07 Asia/Soul", -5104},
+        {"2024-02-29 13:05:07 Asia/Seoul ", -5113},
+        {"2024-02-29 13:05:07 Asia/Seoul EST", -5109},
+        {"2024-03-31 02:30:00 Europe/Paris", -5110},
+        {"2024-03-31 12:30:00 Europe/Paris +01:00", -5110},
+        {"2024-02-29 +9:00", -5113},
+        {"2024-02-29 +15:00", -5098},
+        {"2024-02-29 +00:30", -5099},
+        {"2024-02-30", -5114},
+        {"0000-01-01", -5114},
+        {"2024-02-29 24:00", -5114},
+        {"2024-02-29 23:59:60", -5114},
+    };
+    for (const auto &[text, code] : cases) {
+        dv_ts_tz_t read, before;
+        memset(&read, 0xEE, sizeof read);
+        before = read;
+        EXPECT_EQ((read_<dv_ts_tz_from_iso>(std::string_view(text), read)), code) << text;
+        EXPECT_EQ(bytes_(read), bytes_(before)) << text;
+    }
+    dv_error_t error;
+    dv_date_t date{};
+    raise_of([&] { dv_date_from_iso(&date, "2024-02-29T13:05:00Z", 20); }, &error);
+    EXPECT_STREQ(error.message, "Invalid text: \"Z\" (2024-02-29T13:05:00Z).");
+    EXPECT_STREQ(error.function, "dv_date_from_iso");
+}
+
+TEST(IsoText, AgreesWithAGrammarOfAnotherHand) {
+    number_source source(20240229);
+    for (long round = 0; round < scaled(20'000); ++round) {
+        const std::string text = random_text_(source);
+        const matched_t want = match_(text);
+        dv_timestamp_t made{}, read{};
+        const bool is_whole = want.accepted && want.zone.empty();
+        const int made_code = is_whole ? raise_of([&] {
+            dv_timestamp_from_unit_values(&made, want.year, want.month, want.day, want.hour, want.minute,
+                                          want.second, want.nanosecond);
+        })
+                                       : -5113;
+        EXPECT_EQ((read_<dv_timestamp_from_iso>(text, read)) == 0, made_code == 0) << text;
+        if (made_code == 0) {
+            EXPECT_EQ(bytes_(read), bytes_(made)) << text;
+        }
+    }
+}
+
+TEST(IsoText, WritesNothingThatDoesNotFitAndNoInvalidRecord) {
+    const dv_timestamp_t ts = [] {
+        dv_timestamp_t made{};
+        dv_timestamp_from_unit_values(&made, -9999, 12, 31, 23, 59, 59, 999'999'999);
+        return made;
+    }();
+    for (int size = -1; size <= DV_ISO_TIMESTAMP_SIZE; ++size) {
+        const guarded block(static_cast<size_t>(std::max(size, 0)), nullptr);
+        const int code = raise_of([&] { dv_timestamp_to_iso(&ts, block.text(), size); });
+        EXPECT_EQ(code, size < DV_ISO_TIMESTAMP_SIZE ? -3005 : 0) << size;
+    }
+    EXPECT_EQ(iso_<dv_timestamp_to_iso>(null_dv_timestamp), "");
+    EXPECT_EQ(iso_<dv_time_to_iso>(null_dv_time), "00:00:00.000000000");
+    char text[DV_ISO_TS_TZ_SIZE];
+    dv_timestamp_t hostile = ts;
+    hostile.csec[0] = 0xFF;
+    EXPECT_EQ(raise_of([&] { dv_timestamp_to_iso(&hostile, text, sizeof text); }), -5114);
+    hostile = ts;
+    hostile.day = 32;
+    EXPECT_EQ(raise_of([&] { dv_timestamp_to_iso(&hostile, text, sizeof text); }), -5114);
+    const dv_ts_tz_t no_zone = {ts, {100, 0, 0, {0x02, 0x44}}};  // number 580
+    EXPECT_EQ(raise_of([&] { dv_ts_tz_to_iso(&no_zone, text, sizeof text); }), -5104);
+}
+
+}  // namespace
