@@ -156,7 +156,7 @@ extern "C" void number_div(number_t *x, const number_t *y) {
     } else {
         divide_limbs_(dividend.fraction, divisor.fraction, result);
     }
-    if (result.exponent > NUMBER_EXPONENT_MAX) raise(ERR_NUMBER_OVERFLOW);
-    if (result.exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
+    if (result.exponent < NUMBER_EXPONENT_MIN || result.exponent > NUMBER_EXPONENT_MAX)
+        raise(result.exponent > 0 ? ERR_NUMBER_OVERFLOW : ERR_NUMBER_UNDERFLOW);
     store_result(*x, result);
 }

@@ -167,6 +167,20 @@ long double to_long_double_(const number_t &x) {
     return number_is_negative(x) ? -magnitude : magnitude;
 }
 
+// What is no valid record, or has no place to go to. Apart, so that the way of others has no registers to
+// save.
+template <typename Float>
+[[gnu::cold, gnu::noinline]] void convert_unsound_(const number_t *x, Float *y) {
+    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
+    *y = static_cast<Float>(to_long_double_(*x));
+}
+
+template <typename Float>  // double or long double
+void to_floating_(const number_t *x, Float *y) {
+    if (!number_is_valid_ptr(x) || y == nullptr) return convert_unsound_(x, y);
+    *y = static_cast<Float>(to_long_double_(*x));
+}
+
 }  // namespace
 
 extern "C" {
@@ -187,14 +201,7 @@ void number_to_float(const number_t *x, float *y) {
     *y = static_cast<float>(to_long_double_(*x));
 }
 
-void number_to_double(const number_t *x, double *y) {
-    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
-    *y = static_cast<double>(to_long_double_(*x));
-}
-
-void number_to_long_double(const number_t *x, long double *y) {
-    if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
-    *y = to_long_double_(*x);
-}
+void number_to_double(const number_t *x, double *y) { to_floating_(x, y); }
+void number_to_long_double(const number_t *x, long double *y) { to_floating_(x, y); }
 
 }  // extern "C"
