@@ -11,6 +11,7 @@
 #include "dvtypes/iso.h"
 #include "dvtypes/nerowid.h"
 #include "dvtypes/number_fmt.h"
+#include "dvtypes/number_sum.h"
 #include "dvtypes/timestamp_tz.h"
 #include "project_file.h"
 
@@ -48,6 +49,10 @@ const null_group_t _groups[] = {
                 _number_to_str_fmt_rn>()},
     {"number_is_valid_ptr(x) && number_is_nonnull_ptr(str)", 1 << 3, null_cases<number_to_str>()},
     {"sp != NULL && xp != NULL", 0, null_cases<number_ui_sqrt>()},
+    {"number_is_nonnull_ptr(x)", 0, null_cases<number_get_fault>()},
+    {"sum != NULL; number_is_valid_ptr(x)", 0, null_cases<number_sum_add, number_sum_sub>()},
+    {"sum != NULL; other != NULL", 0, null_cases<number_sum_merge>()},
+    {"sum != NULL; number_is_nonnull_ptr(x)", 0, null_cases<number_sum_quotient>()},
     {"fmt != NULL && pr != NULL", 0, null_cases<number_fmt_parse>()},
     {"number_is_nonnull_ptr(dump)", 0, null_cases<number_println_from_str>()},
     // DATE, TIME, intervals, rowids, languages
@@ -55,7 +60,7 @@ const null_group_t _groups[] = {
      null_cases<dv_date_get_field, dv_date_set_field, dv_date_is_valid, dv_date_init, dv_date_current,
                 dv_date_from_unit_values, dv_date_from_epoch_time, dv_date_to_julian_day,
                 dv_date_from_julian_day, dv_date_to_double, dv_date_to_system_time, dv_date_add_day,
-                dv_date_add_field, dv_date_add_month>()},
+                dv_date_add_field, dv_date_add_month, dv_date_get_fault>()},
     {"date != NULL", 1 << 1, null_cases<dv_date_trunc, dv_date_round>()},
     {"dst != NULL; src != NULL", 0, null_cases<dv_date_assign>()},
     {"date != NULL; ts != NULL", 0, null_cases<dv_date_from_timestamp>()},
@@ -179,6 +184,7 @@ const null_group_t _groups[] = {
     {"sess_tz != NULL; date != NULL", 1 << 2, null_cases<timezone_localize>()},
     {"local_tz != NULL; buf != NULL", 0, null_cases<timezone_get_zone_name>()},
     {"local_tz != NULL; date != NULL; buf != NULL", 0, null_cases<timezone_get_zone_abbr>()},
+    {"region != NULL; utc != NULL", 0, null_cases<zonetab_get_info>()},
     // datetime models
     {"alloc != NULL; fmt_ctx != NULL; fmt != NULL", 0, null_cases<dt_fmt_ctx_set>()},
     {"fmt_ctx != NULL", 1 << 0 | 1 << 2, null_cases<dt_fmt_ctx_set_user_nls>()},

@@ -19,6 +19,28 @@ const int *_pinned = nullptr;  // the seven fields of the local time
 
 int64_t seconds_(const dv_date_t &date) { return static_cast<int64_t>(dv_date_to_double(&date)); }
 
+// Bytes are a DATE when they are those that the library makes of their own fields.
+TEST(DateFault, IsFoundInAllButTheRecordsOfDates) {
+    std::mt19937_64 random(3);
+    long sound = 0;
+    for (long i = scaled(500'000); i > 0; --i) {
+        const auto byte = [&](int low, int high) {
+            return static_cast<uint8_t>(low + static_cast<int>(random() % static_cast<unsigned>(high - low)));
+        };
+        dv_date_t date = {byte(0, 203), byte(0, 203), byte(0, 15), byte(0, 34),
+                          byte(0, 26),  byte(0, 62),  byte(0, 62), 0};
+        if (random() % 64 == 0) date = {115, 182, 10, byte(1, 32), 0, 0, 0, 0};  // October 1582
+        dv_date_t made{};
+        const int year = (date.century - 100) * 100 + date.year - 100;
+        const int code = raise_of([&] {
+            dv_date_from_unit_values(&made, year, date.month, date.day, date.hour, date.minute, date.second);
+        });
+        ASSERT_EQ(dv_date_get_fault(&date) == nullptr, code == 0 && made == date) << describe(date);
+        sound += code == 0 && made == date ? 1 : 0;
+    }
+    EXPECT_GT(sound, scaled(20'000));
+}
+
 // Counts of every unit and intervals are one arithmetic on seconds since day number 0, and go back again.
 TEST(DateAdd, IsArithmeticOnSeconds) {
     constexpr int units[] = {DT_FMT_UNIT_SECOND, DT_FMT_UNIT_MINUTE, DT_FMT_UNIT_HOUR, DT_FMT_UNIT_DAY};

@@ -115,7 +115,9 @@ void expect_utc_scan_(const timezone_t &tz, const dv_date_t &utc) {
     if (id_of_(tz) >= TZ_ID_MAX) return;
     char abbrev[16];
     timezone_get_zone_abbr(&tz, &utc, abbrev, sizeof abbrev);
-    ASSERT_STREQ(abbrev, scan_utc_(region_tab_[id_of_(tz)], utc).abbrev);
+    const tz_region_t &region = region_tab_[id_of_(tz)];
+    ASSERT_STREQ(abbrev, scan_utc_(region, utc).abbrev);
+    ASSERT_EQ(zonetab_get_info(&region, &utc), &scan_utc_(region, utc)) << region.canon_name;
 }
 
 void expect_local_scan_(const timezone_t &tz, const dv_date_t &local, const char *abbrev) {

@@ -79,6 +79,11 @@ DV_EXPORT void dv_date_set_field(dv_date_t *date, dt_fmt_unit_t unit_type, int v
 // Raises  -5114  the first field out of range; for the day ("day", value, 1, length of the month)
 DV_EXPORT void dv_date_is_valid(dv_date_t *date);
 
+// What is wrong with the bytes of a record that came from elsewhere, as an English clause ("its month does
+// not have its day"); NULL when nothing is: year, month, day of the calendar and time of day are those of a
+// DATE. The last byte is not looked at, so that the DATE in a timestamp may be given, too.
+DV_EXPORT const char *dv_date_get_fault(const dv_date_t *date);
+
 // The length of a month, 28 to 31; October 1582 counts 31. Leap years: from 1583 by the Gregorian rule, 1 to
 // 1582 every fourth, -45 to -9 every third (-45, -42, ... -9), none before. For a month out of range it gives
 // 0, after the assertion "month >= 1" or "month <= 12".

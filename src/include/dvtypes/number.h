@@ -143,6 +143,11 @@ static inline int number_cmp(const number_t *x, const number_t *y) {
 // Copies the size + 1 meaningful bytes of y to x; no byte of x beyond them is touched. y may be a NULL value.
 DV_EXPORT void number_assign(number_t *x, const number_t *y);
 
+// What is wrong with the bytes of a record that came from elsewhere, as an English clause ("a NUMBER digit is
+// out of range"); NULL when nothing is: it is the one record that the library writes for its value. A NULL
+// value and the constants that mark infinities and tiny values are faults. Any 23 bytes may be given.
+DV_EXPORT const char *number_get_fault(const number_t *x);
+
 // Writes the bytes of a record as text: size and signexp, then each byte behind them, as two lower-case
 // hexadecimal digits with colons between ("04:3d:7f:64:f0"; "00:xx" with the stray signexp for a NULL value;
 // "NULL" for a NULL pointer), NUL ended and cut at buf_size bytes, the NUL included. NUMBER_DUMP_SIZE bytes

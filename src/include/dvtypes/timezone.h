@@ -90,6 +90,10 @@ extern DV_EXPORT_DATA const tz_sample_t sample_tab_[TZ_ID_MAX];
 // there is none. Allocates nothing; any thread may call it.
 DV_EXPORT const tz_region_t *zonetab_search_region(const char *region);
 
+// The entry of a region's history that is in force at a time in UTC. Asserts "region != NULL", "utc != NULL"
+// and then gives NULL. Any thread may call it.
+DV_EXPORT const tz_info_t *zonetab_get_info(const tz_region_t *region, const dv_date_t *utc);
+
 // The release of the tz database from which the tables were made: "2025b".
 DV_EXPORT const char *zonetab_get_version(void);
 

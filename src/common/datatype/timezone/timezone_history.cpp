@@ -174,6 +174,11 @@ bool dv::impl::abbreviation_tells_offset(const timezone_t &tz, const dv_date_t &
 
 extern "C" {
 
+const tz_info_t *zonetab_get_info(const tz_region_t *region, const dv_date_t *utc) {
+    if (!DV_ASSERT(region != NULL) || !DV_ASSERT(utc != NULL)) return nullptr;
+    return &info_at(*region, *utc);
+}
+
 void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev) {
     if (!DV_ASSERT(local_tz != NULL) || !DV_ASSERT(date != NULL)) return;
     const uint64_t word = date_word(*date);

@@ -1,0 +1,38 @@
+// What is wrong with the bytes of a NUMBER that somebody else wrote: its record is the one that the library
+// would write for a value, or it is none.
+
+#include "number_internal.h"
+
+#include "../error.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// A digit byte as a digit; outside 0..99 when it is none. A digit byte of a negative value is mirrored.
+int digit_(uint8_t byte, bool negative) {
+    return negative ? NUMBER_DIGIT_EXCESS - byte : byte - NUMBER_DIGIT_EXCESS;
+}
+
+}  // namespace
+
+extern "C" const char *number_get_fault(const number_t *x) {
+    if (!DV_ASSERT(number_is_nonnull_ptr(x))) return nullptr;
+    if (x->size == 0) return "a NUMBER needs its exponent";
+    if (x->size == 1 && x->signexp == NUMBER_SIGNEXP_ZERO) return nullptr;
+    const bool negative = number_is_negative(*x);
+    const int count = x->size - 1 - (negative ? 1 : 0);
+    if (count < 1) return "a NUMBER needs a digit";
+    if (count > NUMBER_DIGITS_MAX) return "it is too long for a NUMBER";
+    if (negative && x->coef[count] != NUMBER_TOP) return "a negative NUMBER needs its terminator";
+    for (int i = 0; i < count; ++i) {
+        const int digit = digit_(x->coef[i], negative);
+        if (digit < 0 || digit > 99) return "a NUMBER digit is out of range";
+    }
+    const int first = digit_(x->coef[0], negative);
+    const int last = digit_(x->coef[count - 1], negative);
+    if (first == 0 || last == 0) return "a NUMBER neither begins nor ends with a zero digit";
+    if (count == NUMBER_DIGITS_MAX && (first >= 10 || last % 10 != 0))
+        return "a NUMBER has at most 38 digits";
+    return nullptr;
+}
