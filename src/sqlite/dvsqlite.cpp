@@ -1,7 +1,7 @@
 // The SQLite extension: dvtypes' values and functions in SQL. One self-contained file with one entry point.
 
 #include "dvtypes/base.h"
-#include "sql_load.h"
+#include "sqlite_load.h"
 
 SQLITE_EXTENSION_INIT1
 
@@ -10,15 +10,6 @@ using namespace dv::impl;
 namespace {
 
 constexpr int _oldest_sqlite = 3'040'000;
-
-constexpr const sql_function_table *_function_tables[] = {
-    &general_functions,       &number_functions,         &date_functions,         &time_functions,
-    &timestamp_functions,     &ts_tz_functions,          &interval_functions,     &extract_functions,
-    &datetime_read_functions, &datetime_model_functions, &number_model_functions, &rowid_functions,
-    &type_functions,
-};
-constexpr const sql_aggregate_table *_aggregate_tables[] = {&number_aggregates};
-constexpr const sql_table *_tables[] = {&types_table, &zones_table, &zone_transitions_table};
 
 // What SQLITE_EXTENSION_INIT2 does, but once for all connections: they may load the extension in several
 // threads while others use it.
@@ -38,5 +29,5 @@ extern "C" DV_EXPORT int sqlite3_dvsqlite_init(sqlite3 *db, char **message, cons
         *message = sqlite3_mprintf("dvsqlite needs SQLite 3.40 or later, this is %s", sqlite3_libversion());
         return SQLITE_ERROR;
     }
-    return sql_load(db, {"dv_version", _function_tables, _aggregate_tables, _tables}, message);
+    return sqlite_load(db, catalogue, message);
 }

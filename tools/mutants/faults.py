@@ -166,8 +166,7 @@ class _Source:
             self._replace(kind, token, "false" if token.text == "true" else "true")
         elif token.text in ("if", "while") and token.brace == BLOCK:
             self._condition(i)
-        elif token.text == "raise" and self._text(i + 1) == "(" and self._text(i + 3) in (",", ")") and not (
-                self.path.startswith("sqlite/")):  # SQL shows the name of its own function
+        elif token.text == "raise" and self._text(i + 1) == "(" and self._text(i + 3) in (",", ")"):
             code = self.tokens[i + 2]
             self._replace("text", code, f'error_at({code.text}, __FILE__, __LINE__, "function")')
         match = _CONSTANT_NAME.match(token.text)

@@ -1,0 +1,171 @@
+// What the SQL forms of DATE, TIME, the timestamps and the intervals share: bytes that are the record itself,
+// and pieces of their texts.
+
+#ifndef DV_SQL_DATETIME_H
+#define DV_SQL_DATETIME_H
+
+#include <cstring>
+
+#include "sql_catalogue.h"
+
+namespace dv::impl {
+
+inline constexpr int SQL_MONTHS_PER_YEAR = 12;
+inline constexpr int SQL_SEC_PER_MINUTE = 60;
+inline constexpr int SQL_SEC_PER_HOUR = 60 * SQL_SEC_PER_MINUTE;
+inline constexpr int SQL_SEC_PER_DAY = 24 * SQL_SEC_PER_HOUR;
+inline constexpr int SQL_NSEC_PER_SEC = 1'000'000'000;
+inline constexpr int SQL_FRACTION_DIGITS = 9;  // of a TIME or TIMESTAMP in SQL
+
+// ---------------------------------------------------------------------------------------------------------
+// Types whose bytes are their record. Record is its member of sql_value, such as &sql_value::date.
+// ---------------------------------------------------------------------------------------------------------
+
+// Fault(record) says what is wrong with any bytes, NULL when nothing is; it may not raise.
+template <auto Record, auto Fault>
+const char *sql_decode_record(sql_value &value, const uint8_t *bytes, int length) {
+    auto &record = value.*Record;
+    if (length != static_cast<int>(sizeof record)) return "it does not have the length of its type";
+    memcpy(&record, bytes, sizeof record);
+    return Fault(record);
+}
+
+template <auto Record>
+int sql_encode_record(const sql_value &value, uint8_t *bytes) {
+    constexpr int size = sizeof(value.*Record);
+    static_assert(size <= SQL_VALUE_SIZE_MAX);
+    memcpy(bytes, &(value.*Record), size);
+    return size;
+}
+
+// The body of a comparison; Compare gives -1, 0 or 1.
+template <auto Record, auto Compare>
+void sql_compare_records(sql_call &call) {
+    sql_return(call, sql_integer(Compare(&(call.args[0].*Record), &(call.args[1].*Record))));
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// The DATE and the TIME in a timestamp; every member is a byte, so they may be used there
+// ---------------------------------------------------------------------------------------------------------
+
+inline dv_date_t &sql_date_part(dv_timestamp_t &ts) { return reinterpret_cast<dv_date_t &>(ts); }
+inline const dv_date_t &sql_date_part(const dv_timestamp_t &ts) {
+    return reinterpret_cast<const dv_date_t &>(ts);
+}
+inline const dv_time_t &sql_time_part(const dv_timestamp_t &ts) {
+    return reinterpret_cast<const dv_time_t &>(ts.hour);
+}
+static_assert(sizeof(dv_timestamp_t) == offsetof(dv_timestamp_t, hour) + sizeof(dv_time_t));
+
+// ---------------------------------------------------------------------------------------------------------
+// Dates
+// ---------------------------------------------------------------------------------------------------------
+
+// Makes a DATE the result, as a day of the calendar. Raises -5114 for a day BC that day numbers know and the
+// calendar lacks.
+inline void sql_return_date(sql_call &call, const dv_date_t &date) {
+    sql_value value{};
+    value.kind = SQL_KIND_DATE;
+    value.date = date;
+    dv_date_is_valid(&value.date);
+    sql_return(call, value);
+}
+
+// YYYY-MM-DD HH:MI:SS, with "-" in front of a year BC; returns the end.
+inline constexpr int SQL_DATE_TEXT_MAX = sizeof "-9999-12-31 23:59:59" - 1;
+char *sql_put_date(char *out, const dv_date_t &date);
+
+// Adds (sign 1) or subtracts (-1) calendar months. Raises as dv_date_add_month with is_from_itv 1.
+void sql_add_months(dv_date_t &date, const dv_itv_ytm_t &interval, int sign);
+
+// ---------------------------------------------------------------------------------------------------------
+// Timestamps
+// ---------------------------------------------------------------------------------------------------------
+
+// Makes a TIMESTAMP the result, as sql_return_date does with a DATE.
+inline void sql_return_timestamp(sql_call &call, const dv_timestamp_t &ts) {
+    sql_value value{};
+    value.kind = SQL_KIND_TIMESTAMP;
+    value.timestamp = ts;
+    dv_date_is_valid(&sql_date_part(value.timestamp));
+    sql_return(call, value);
+}
+
+// YYYY-MM-DD HH:MI:SS.NNNNNNNNN, with "-" in front of a year BC; returns the end.
+inline constexpr int SQL_TIMESTAMP_TEXT_MAX = SQL_DATE_TEXT_MAX + 1 + SQL_FRACTION_DIGITS;
+char *sql_put_timestamp(char *out, const dv_timestamp_t &ts);
+
+// What is wrong with the bytes of a TIMESTAMP, but for its eighth; NULL when nothing is.
+const char *sql_timestamp_fault(const dv_timestamp_t &ts);
+
+// The offset +00:00, in which a text that names no zone is read.
+inline constexpr int SQL_UTC_HOUR = 100;  // of the record, which holds hours + 100
+inline constexpr timezone_t SQL_UTC = {SQL_UTC_HOUR, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}};
+
+// The number of a zone: a region's, or TZ_ID_OFFSET.
+inline int sql_zone_number(const timezone_t &tz) { return timezone_get_field(&tz, TZ_FLD_ZONE_ID); }
+
+// Raises -5114 when the local time of a TIMESTAMP WITH TIME ZONE is no time of the calendar, and so has no
+// text: 9999-12-31 20:00 UTC at +09:00.
+void sql_check_local_time(const dv_ts_tz_t &ts_tz);
+
+// Makes a TIMESTAMP WITH TIME ZONE the result, as sql_return_date does with a DATE; its local time is checked
+// too.
+inline void sql_return_ts_tz(sql_call &call, const dv_ts_tz_t &ts_tz) {
+    sql_value value{};
+    value.kind = SQL_KIND_TS_TZ;
+    value.ts_tz = ts_tz;
+    dv_date_is_valid(&sql_date_part(value.ts_tz.utc));
+    sql_check_local_time(value.ts_tz);
+    sql_return(call, value);
+}
+
+// Makes the UTC offset of an entry the result: "+09:00", with the sign of the offset; the seconds of local
+// mean times are left out.
+void sql_return_utc_offset(sql_call &call, const tz_info_t &info);
+
+// The present instant.
+dv_date_t sql_utc_now();
+
+// ---------------------------------------------------------------------------------------------------------
+// Time of day
+// ---------------------------------------------------------------------------------------------------------
+
+// Nanoseconds; of any bytes perhaps negative.
+inline int sql_fraction(const dv_time_t &time) { return dv_time_get_field(&time, DT_FMT_UNIT_FSEC); }
+
+inline bool sql_is_fraction(const dv_time_t &time) {
+    return sql_fraction(time) >= 0 && sql_fraction(time) < SQL_NSEC_PER_SEC;
+}
+
+// Writes a number that is not negative in decimal, with zeros in front; returns the end.
+inline char *sql_put_digits(char *out, int number, int digits) {
+    for (int i = digits - 1; i >= 0; --i, number /= 10) out[i] = static_cast<char>('0' + number % 10);
+    return out + digits;
+}
+
+template <typename Record>  // HH:MI:SS of a DATE or TIME
+char *sql_put_time_of_day(char *out, const Record &record) {
+    out = sql_put_digits(out, record.hour, 2);
+    *out++ = ':';
+    out = sql_put_digits(out, record.minute, 2);
+    *out++ = ':';
+    return sql_put_digits(out, record.second, 2);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Intervals
+// ---------------------------------------------------------------------------------------------------------
+
+// The library's own total wraps at 32 bits; this one holds for all years.
+inline int64_t sql_total_months(const dv_itv_ytm_t &itv) {
+    return int64_t{dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_YEAR)} * SQL_MONTHS_PER_YEAR +
+           dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_MONTH);
+}
+
+// Makes an INTERVAL DAY TO SECOND with fields of any sign and carry the result, in its one form.
+void sql_return_dts(sql_call &call, const dv_itv_dts_t &itv);
+
+}  // namespace dv::impl
+
+#endif  // DV_SQL_DATETIME_H

@@ -1,0 +1,229 @@
+// Dates and timestamps from text in SQL: to_date, to_timestamp, to_timestamp_tz.
+//
+// Reading never asks the clock, so that what it gives may stand in indexes: where a model leaves the year or
+// the month open, the caller gives a date to take them from. The models of calls without one are compiled
+// once per session.
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "sql_datetime.h"
+#include "sql_model.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// The types: what dv_text writes of them as a model, reading, giving the result
+// ---------------------------------------------------------------------------------------------------------
+
+struct date_reader {
+    static constexpr const sql_keeper *keeper = &date_model_keeper;
+    static constexpr sql_kind kind = SQL_KIND_DATE;
+    static constexpr const char *default_model = "SYYYY-MM-DD HH24:MI:SS";
+    static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
+        const sql_text &text = call.args[0].text;
+        dv_date_t date;
+        dv_date_from_str_as_of(&date, text.bytes, text.length, &model, &as_of);
+        sql_return_date(call, date);
+    }
+};
+
+struct timestamp_reader {
+    static constexpr const sql_keeper *keeper = &timestamp_model_keeper;
+    static constexpr sql_kind kind = SQL_KIND_TIMESTAMP;
+    static constexpr const char *default_model = "SYYYY-MM-DD HH24:MI:SS.FF9";
+    static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
+        const sql_text &text = call.args[0].text;
+        dv_timestamp_t ts;
+        dv_timestamp_from_str_as_of(&ts, text.bytes, text.length, &model, SQL_FRACTION_DIGITS, &as_of);
+        sql_return_timestamp(call, ts);
+    }
+};
+
+struct ts_tz_reader {
+    static constexpr const sql_keeper *keeper = &ts_tz_model_keeper;
+    static constexpr sql_kind kind = SQL_KIND_TS_TZ;
+    static constexpr const char *default_model = "SYYYY-MM-DD HH24:MI:SS.FF9 TZR TZD";
+    static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
+        const sql_text &text = call.args[0].text;
+        dv_ts_tz_t ts_tz;
+        dv_ts_tz_from_str_as_of(&ts_tz, text.bytes, text.length, &model, SQL_FRACTION_DIGITS, &SQL_UTC,
+                                &as_of);
+        sql_return_ts_tz(call, ts_tz);
+    }
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// What a model leaves open
+// ---------------------------------------------------------------------------------------------------------
+
+// What stands for the present where a call gives no date. Years of two digits lie in 2000 to 2099, or with RR
+// in 1950 to 2049, of three in 2000 to 2999. The month is not seen; from the middle of the year a time zone
+// does not move a day of the year into another one.
+constexpr dv_date_t _middle_of_2000 = {120, 100, 7, 1, 0, 0, 0, 0};  // 2000-07-01
+
+// The fields that the present would have to give: YEAR, MONTH or both.
+dt_fmt_unit_t open_fields_(const dt_fmt_ctx_t &model) {
+    dt_fmt_unit_t open = DT_FMT_UNIT_YEAR | DT_FMT_UNIT_MONTH;
+    for (int i = 0; i < model.token_cnt; ++i) {
+        const int32_t id = model.token_infos[i].id;
+        if (id >= DT_FMT_TOKEN_SYYYY && id <= DT_FMT_TOKEN_RRRR && id != DT_FMT_TOKEN_Y)
+            open &= ~DT_FMT_UNIT_YEAR;
+        if ((id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD)
+            open &= ~DT_FMT_UNIT_MONTH;
+    }
+    return open;
+}
+static_assert(DT_FMT_TOKEN_SYYYY + 6 == DT_FMT_TOKEN_RRRR);  // SYYYY, YYYY, YYY, YY, Y, RR, RRRR
+static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);       // MM, MON, MONTH, RM
+
+// The date that stands for the present: the last argument, unless that is a text.
+const dv_date_t &as_of_(const sql_call &call) {
+    const sql_value &last = call.args[call.argc - 1];
+    switch (last.kind) {
+        case SQL_KIND_DATE:
+            return last.date;
+        case SQL_KIND_TIMESTAMP:
+            return sql_date_part(last.timestamp);
+        default:
+            return _middle_of_2000;
+    }
+}
+
+// "the year and the month", "the year" or "the month" that the call would have to give, and does not; NULL
+// when nothing is missing.
+const char *missing_(const sql_call &call, const dt_fmt_ctx_t &model) {
+    if (&as_of_(call) != &_middle_of_2000) return nullptr;
+    switch (open_fields_(model)) {
+        case DT_FMT_UNIT_NONE:
+            return nullptr;
+        case DT_FMT_UNIT_YEAR:
+            return "the year";
+        case DT_FMT_UNIT_MONTH:
+            return "the month";
+        default:
+            return "the year and the month";
+    }
+}
+
+void fail_without_(sql_call &call, const char *missing) {
+    sql_fail(call,
+             "the model leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
+             "what is missing",
+             missing);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Reading under the model of the call, or the default one
+// ---------------------------------------------------------------------------------------------------------
+
+// What is missing is reported when the text has been read, so that an element that nobody can read, such as
+// IYYY, is named first.
+template <typename Reader>
+void read_(sql_call &call) {
+    const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
+    Reader::read(call, model, as_of_(call));
+    const char *missing = missing_(call, model);
+    if (missing != nullptr) fail_without_(call, missing);
+}
+
+template <typename Reader>
+void read_by_default_(sql_call &call) {
+    Reader::read(call, *static_cast<const dt_fmt_ctx_t *>(call.kept), _middle_of_2000);
+}
+
+// What it may raise is want of memory.
+template <typename Reader>
+void make_default_(sql_call &call, void *model) {
+    dt_fmt_ctx_set(call.memory, static_cast<dt_fmt_ctx_t *>(model), Reader::default_model, /*fmt_len=*/0,
+                   Reader::kind, /*is_from_str=*/1, DVSTR_CHARSET_UTF8);
+}
+
+bool serves_all_(const sql_call &, const void *) { return true; }
+
+void release_default_(allocator_t *memory, void *model) {
+    dt_fmt_ctx_reset(memory, static_cast<dt_fmt_ctx_t *>(model));
+}
+
+template <typename Reader>
+constexpr sql_keeper _default_of = {/*argument=*/-1, sizeof(dt_fmt_ctx_t), make_default_<Reader>, serves_all_,
+                                    release_default_};
+
+constexpr sql_kind _text = SQL_KIND_TEXT;
+constexpr sql_kind _date = SQL_KIND_DATE;
+constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
+constexpr sql_kind _ts_tz = SQL_KIND_TS_TZ;
+
+// The rows of one reader under a model of the call.
+template <typename Reader>
+constexpr sql_function under_model_(const char *name, std::initializer_list<sql_kind> params,
+                                    const char *param_names, const char *manual) {
+    sql_function row{
+        {name, {}, param_names, Reader::kind, manual}, read_<Reader>, SQL_IMMUTABLE, Reader::keeper};
+    std::ranges::copy(params, row.signature.params);
+    return row;
+}
+
+constexpr char _model[] = "v, model", _in_language[] = "v, model, language", _as_of[] = "v, model, as_of",
+               _in_language_as_of[] = "v, model, language, as_of";
+constexpr char _reads[] = "reads text under a format model", _language_line[] = "the same in a language",
+               _as_of_line[] = "the same; as_of gives the year and the month that the model leaves open",
+               _both_lines[] = "the same in a language; as_of gives what the model leaves open";
+
+constexpr sql_function _functions[] = {
+    {{"to_timestamp_tz",
+      {_text},
+      "v",
+      _ts_tz,
+      "reads what dv_text writes; the abbreviation, the zone (then +00:00), the time of day may be missing"},
+     read_by_default_<ts_tz_reader>,
+     SQL_IMMUTABLE,
+     &_default_of<ts_tz_reader>},
+    {{"to_timestamp_tz", {_ts_tz}, "v", _ts_tz, "the value itself"}, sql_return_argument},
+    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text}, _model, _reads),
+    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text}, _in_language, _language_line),
+    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _date}, _as_of, _as_of_line),
+    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _timestamp}, _as_of, _as_of_line),
+    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text, _date}, _in_language_as_of,
+                               _both_lines),
+    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text, _timestamp}, _in_language_as_of,
+                               _both_lines),
+    {{"to_timestamp",
+      {_text},
+      "v",
+      _timestamp,
+      "reads what dv_text writes; the time of day, or its end, may be missing"},
+     read_by_default_<timestamp_reader>,
+     SQL_IMMUTABLE,
+     &_default_of<timestamp_reader>},
+    {{"to_timestamp", {_timestamp}, "v", _timestamp, "the value itself"}, sql_return_argument},
+    under_model_<timestamp_reader>("to_timestamp", {_text, _text}, _model, _reads),
+    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text}, _in_language, _language_line),
+    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _date}, _as_of, _as_of_line),
+    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _timestamp}, _as_of, _as_of_line),
+    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text, _date}, _in_language_as_of,
+                                   _both_lines),
+    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text, _timestamp}, _in_language_as_of,
+                                   _both_lines),
+    {{"to_date",
+      {_text},
+      "v",
+      _date,
+      "reads what dv_text writes; the time of day, or its end, may be missing"},
+     read_by_default_<date_reader>,
+     SQL_IMMUTABLE,
+     &_default_of<date_reader>},
+    {{"to_date", {_date}, "v", _date, "the value itself"}, sql_return_argument},
+    under_model_<date_reader>("to_date", {_text, _text}, _model, _reads),
+    under_model_<date_reader>("to_date", {_text, _text, _text}, _in_language, _language_line),
+    under_model_<date_reader>("to_date", {_text, _text, _date}, _as_of, _as_of_line),
+    under_model_<date_reader>("to_date", {_text, _text, _timestamp}, _as_of, _as_of_line),
+    under_model_<date_reader>("to_date", {_text, _text, _text, _date}, _in_language_as_of, _both_lines),
+    under_model_<date_reader>("to_date", {_text, _text, _text, _timestamp}, _in_language_as_of, _both_lines),
+};
+
+}  // namespace
+
+constinit const sql_function_table dv::impl::datetime_read_functions = _functions;

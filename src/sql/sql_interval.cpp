@@ -1,0 +1,272 @@
+// INTERVAL YEAR TO MONTH and INTERVAL DAY TO SECOND in SQL: their bytes, which are the records, and their
+// functions.
+//
+// In SQL an interval has at most nine digits of years or days, so that its text can be read again, and fields
+// of one sign within their ranges, so that the order of the bytes is the order of the values. Every result is
+// brought into that form: the library leaves a carry of nanoseconds in the seconds, and its totals of months
+// wrap at 32 bits.
+
+#include <algorithm>
+
+#include "sql_datetime.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int _leading_digits = 9;
+constexpr int _leading_max = 999'999'999;  // years or days of either sign
+
+constexpr bool is_within_(int64_t value, int64_t limit) { return value >= -limit && value <= limit; }
+
+constexpr bool have_one_sign_(std::initializer_list<int> fields) {
+    return std::min(fields) >= 0 || std::max(fields) <= 0;
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Bytes
+// ---------------------------------------------------------------------------------------------------------
+
+const char *ytm_fault_(const dv_itv_ytm_t &itv) {
+    const int years = dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_YEAR);
+    const int months = dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_MONTH);
+    if (!is_within_(years, _leading_max)) return "it has more than nine digits of years";
+    if (!is_within_(months, SQL_MONTHS_PER_YEAR - 1)) return "its months are out of range";
+    return have_one_sign_({years, months}) ? nullptr : "its fields differ in sign";
+}
+
+const char *dts_fault_(const dv_itv_dts_t &itv) {
+    const int days = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_DAY);
+    const int seconds = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_SECOND);
+    const int nanoseconds = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
+    if (!is_within_(days, _leading_max)) return "it has more than nine digits of days";
+    if (!is_within_(seconds, SQL_SEC_PER_DAY - 1)) return "its seconds are out of range";
+    if (!is_within_(nanoseconds, SQL_NSEC_PER_SEC - 1)) return "its nanoseconds are out of range";
+    return have_one_sign_({days, seconds, nanoseconds}) ? nullptr : "its fields differ in sign";
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// INTERVAL YEAR TO MONTH, computed on its total of months: at most 12 * 10^9 of either sign, so that no sum
+// of two leaves 64 bits
+// ---------------------------------------------------------------------------------------------------------
+
+void return_months_(sql_call &call, int64_t months) {
+    if (!is_within_(months / SQL_MONTHS_PER_YEAR, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    sql_value value{};
+    value.kind = SQL_KIND_ITV_YTM;
+    dv_itv_ytm_set_total_month(&value.ytm, months);
+    sql_return(call, value);
+}
+
+// Cut toward zero.
+void return_months_(sql_call &call, const number_t &months) {
+    if (number_range_check(&months, NUMBER_TYPE_INT64) == 0) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    int64_t whole = 0;
+    number_to_int64(&months, &whole);
+    return_months_(call, whole);
+}
+
+void read_ytm_(sql_call &call) {
+    const sql_text &text = call.args[0].text;
+    dv_itv_ytm_t itv;
+    dv_itv_ytm_from_str(&itv, text.bytes, text.length, DV_ITV_YEAR_TO_MONTH, _leading_digits);
+    return_months_(call, sql_total_months(itv));
+}
+
+void ytm_to_text_(sql_call &call) {
+    static_assert(DV_ITV_YTM_TEXT_SIZE <= SQL_ROOM_SIZE);
+    dv_itv_ytm_to_str(&call.args[0].ytm, call.room, /*prec=*/2, DV_ITV_YTM_TEXT_SIZE);
+    sql_return_text(call, call.room);
+}
+
+template <int Sign>
+void add_ytm_(sql_call &call) {
+    return_months_(call, sql_total_months(call.args[0].ytm) + Sign * sql_total_months(call.args[1].ytm));
+}
+
+void negate_ytm_(sql_call &call) { return_months_(call, -sql_total_months(call.args[0].ytm)); }
+
+void mul_months_(sql_call &call, int64_t months, const number_t &factor) {
+    number_t product;
+    number_from_int64(&product, months);
+    number_mul(&product, &factor);
+    return_months_(call, product);
+}
+
+// The place of the interval in a product, where it may stand first or second.
+int interval_place_(const sql_call &call) { return call.args[0].kind == SQL_KIND_NUMBER ? 1 : 0; }
+
+void mul_ytm_(sql_call &call) {
+    const int place = interval_place_(call);
+    mul_months_(call, sql_total_months(call.args[place].ytm), call.args[1 - place].number);
+}
+
+void div_ytm_(sql_call &call) {
+    const number_t &divisor = call.args[1].number;
+    if (number_cmp(&divisor, _number_zero) == 0) sql_raise(SQL_ERR_ITV_DIVISION_BY_ZERO);
+    number_t quotient;
+    number_from_int64(&quotient, sql_total_months(call.args[0].ytm));
+    number_div(&quotient, &divisor);
+    return_months_(call, quotient);
+}
+
+void number_to_ytm_(sql_call &call) {
+    constexpr sql_word units[] = {{"YEAR", SQL_MONTHS_PER_YEAR}, {"MONTH", 1}};
+    const int months = sql_get_word(call, 1, units);
+    if (months != 0) mul_months_(call, months, call.args[0].number);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// INTERVAL DAY TO SECOND
+// ---------------------------------------------------------------------------------------------------------
+
+// An interval as seconds and nanoseconds of the same sign.
+struct seconds_and_rest {
+    int64_t seconds;
+    int nanoseconds;
+};
+
+seconds_and_rest total_of_(const dv_itv_dts_t &itv) {
+    const int fraction = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
+    seconds_and_rest total{dv_itv_dts_get_total_sec(&itv) + fraction / SQL_NSEC_PER_SEC,
+                           fraction % SQL_NSEC_PER_SEC};
+    const int borrow = total.seconds > 0 && total.nanoseconds < 0   ? 1
+                       : total.seconds < 0 && total.nanoseconds > 0 ? -1
+                                                                    : 0;
+    total.seconds -= borrow;
+    total.nanoseconds += borrow * SQL_NSEC_PER_SEC;
+    return total;
+}
+
+void read_dts_(sql_call &call) {
+    const sql_text &text = call.args[0].text;
+    dv_itv_dts_t itv;
+    dv_itv_dts_from_str(&itv, text.bytes, text.length, DV_ITV_DAY_TO_SECOND, _leading_digits,
+                        SQL_FRACTION_DIGITS);
+    sql_return_dts(call, itv);
+}
+
+void dts_to_text_(sql_call &call) {
+    static_assert(DV_ITV_DTS_TEXT_SIZE <= SQL_ROOM_SIZE);
+    dv_itv_dts_to_str(&call.args[0].dts, call.room, /*prec=*/2, SQL_FRACTION_DIGITS, DV_ITV_DTS_TEXT_SIZE);
+    sql_return_text(call, call.room);
+}
+
+template <auto Operation>
+void combine_dts_(sql_call &call) {
+    dv_itv_dts_t &itv = call.args[0].dts;
+    Operation(&itv, &call.args[1].dts);
+    sql_return_dts(call, itv);
+}
+
+void negate_dts_(sql_call &call) {
+    dv_itv_dts_t &itv = call.args[0].dts;
+    for (const dt_fmt_unit_t unit : {DT_FMT_UNIT_DAY, DT_FMT_UNIT_SECOND, DT_FMT_UNIT_FSEC})
+        dv_itv_dts_set_field(&itv, unit, -dv_itv_dts_get_field(&itv, unit));
+    sql_return_dts(call, itv);
+}
+
+void mul_dts_(sql_call &call) {
+    const int place = interval_place_(call);
+    dv_itv_dts_t &itv = call.args[place].dts;
+    dv_itv_dts_mul(&itv, &call.args[1 - place].number);
+    sql_return_dts(call, itv);
+}
+
+void div_dts_(sql_call &call) {
+    dv_itv_dts_t &itv = call.args[0].dts;
+    dv_itv_dts_div(&itv, &call.args[1].number);
+    sql_return_dts(call, itv);
+}
+
+dv_itv_dts_t interval_of_seconds_(int seconds) {
+    dv_itv_dts_t itv;
+    dv_itv_dts_set_field(&itv, DT_FMT_UNIT_FSEC, 0);
+    dv_itv_dts_set_total_sec(&itv, seconds);
+    return itv;
+}
+
+// So many units, by the exact product of an interval and a NUMBER.
+void number_to_dts_(sql_call &call) {
+    constexpr sql_word units[] = {
+        {"DAY", SQL_SEC_PER_DAY}, {"HOUR", SQL_SEC_PER_HOUR}, {"MINUTE", SQL_SEC_PER_MINUTE}, {"SECOND", 1}};
+    const int seconds = sql_get_word(call, 1, units);
+    if (seconds == 0) return;
+    dv_itv_dts_t itv = interval_of_seconds_(seconds);
+    dv_itv_dts_mul(&itv, &call.args[0].number);
+    sql_return_dts(call, itv);
+}
+
+constexpr sql_kind _ytm = SQL_KIND_ITV_YTM;
+constexpr sql_kind _dts = SQL_KIND_ITV_DTS;
+constexpr sql_kind _number = SQL_KIND_NUMBER;
+constexpr sql_kind _integer = SQL_KIND_INTEGER;
+constexpr sql_kind _text = SQL_KIND_TEXT;
+
+constexpr sql_function _functions[] = {
+    {{"to_yminterval", {_text}, "v", _ytm, "reads years-months"}, read_ytm_},
+    {{"to_yminterval", {_ytm}, "v", _ytm, "the interval itself"}, sql_return_argument},
+    {{"to_dsinterval", {_text}, "v", _dts, "reads days hours:minutes:seconds, with a fraction or without"},
+     read_dts_},
+    {{"to_dsinterval", {_dts}, "v", _dts, "the interval itself"}, sql_return_argument},
+    {{"numtoyminterval", {_number, _text}, "n, field", _ytm, "n YEAR or MONTH; a part of a month is cut off"},
+     number_to_ytm_},
+    {{"numtodsinterval",
+      {_number, _text},
+      "n, field",
+      _dts,
+      "n DAY, HOUR, MINUTE or SECOND, exact to the nanosecond; what is below is cut off"},
+     number_to_dts_},
+    {{"dv_text", {_ytm}, "v", _text, "as text that to_yminterval reads back"}, ytm_to_text_},
+    {{"dv_text", {_dts}, "v", _text, "as text that to_dsinterval reads back"}, dts_to_text_},
+    {{"to_char", {_ytm}, "v", _text, "as text that to_yminterval reads back"}, ytm_to_text_},
+    {{"to_char", {_dts}, "v", _text, "as text that to_dsinterval reads back"}, dts_to_text_},
+    {{"dv_cmp", {_ytm, _ytm}, "a, b", _integer, "-1, 0 or 1 as a is below, equal to or above b"},
+     sql_compare_records<&sql_value::ytm, dv_itv_ytm_compare>},
+    {{"dv_cmp", {_dts, _dts}, "a, b", _integer, "-1, 0 or 1 as a is below, equal to or above b"},
+     sql_compare_records<&sql_value::dts, dv_itv_dts_compare>},
+    {{"dv_add", {_ytm, _ytm}, "a, b", _ytm, "a + b"}, add_ytm_<1>},
+    {{"dv_add", {_dts, _dts}, "a, b", _dts, "a + b"}, combine_dts_<dv_itv_dts_add_itv_dts>},
+    {{"dv_sub", {_ytm, _ytm}, "a, b", _ytm, "a - b"}, add_ytm_<-1>},
+    {{"dv_sub", {_dts, _dts}, "a, b", _dts, "a - b"}, combine_dts_<dv_itv_dts_sub_itv_dts>},
+    {{"dv_mul", {_ytm, _number}, "a, b", _ytm, "a * b, cut to a month"}, mul_ytm_},
+    {{"dv_mul", {_number, _ytm}, "a, b", _ytm, "a * b, cut to a month"}, mul_ytm_},
+    {{"dv_mul", {_dts, _number}, "a, b", _dts, "a * b, cut to a nanosecond"}, mul_dts_},
+    {{"dv_mul", {_number, _dts}, "a, b", _dts, "a * b, cut to a nanosecond"}, mul_dts_},
+    {{"dv_div", {_ytm, _number}, "a, n", _ytm, "a / n, cut to a month"}, div_ytm_},
+    {{"dv_div", {_dts, _number}, "a, n", _dts, "a / n, cut to a nanosecond"}, div_dts_},
+    {{"dv_neg", {_ytm}, "v", _ytm, "-v"}, negate_ytm_},
+    {{"dv_neg", {_dts}, "v", _dts, "-v"}, negate_dts_},
+};
+
+}  // namespace
+
+void dv::impl::sql_return_dts(sql_call &call, const dv_itv_dts_t &itv) {
+    const seconds_and_rest total = total_of_(itv);
+    const int64_t days = total.seconds / SQL_SEC_PER_DAY;
+    if (!is_within_(days, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    sql_value value{};
+    value.kind = SQL_KIND_ITV_DTS;
+    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_DAY, static_cast<int>(days));
+    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_SECOND, static_cast<int>(total.seconds % SQL_SEC_PER_DAY));
+    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_FSEC, total.nanoseconds);
+    sql_return(call, value);
+}
+
+constinit const sql_type dv::impl::itv_ytm_type = {
+    SQL_KIND_ITV_YTM,
+    "INTERVAL YEAR TO MONTH",
+    "to_yminterval",
+    sql_decode_record<&sql_value::ytm, ytm_fault_>,
+    sql_encode_record<&sql_value::ytm>,
+};
+
+constinit const sql_type dv::impl::itv_dts_type = {
+    SQL_KIND_ITV_DTS,
+    "INTERVAL DAY TO SECOND",
+    "to_dsinterval",
+    sql_decode_record<&sql_value::dts, dts_fault_>,
+    sql_encode_record<&sql_value::dts>,
+};
+
+constinit const sql_function_table dv::impl::interval_functions = _functions;

@@ -1,0 +1,183 @@
+// NUMBER in SQL: its bytes and its scalar functions.
+//
+// The bytes are the record without its size, which their length gives. They are taken for a NUMBER only when
+// they are the one record that the library would write for a value.
+
+#include <algorithm>
+#include <cstring>
+
+#include "sql_catalogue.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// Bytes
+// ---------------------------------------------------------------------------------------------------------
+
+const char *decode_(sql_value &value, const uint8_t *bytes, int length) {
+    if (length > SQL_VALUE_SIZE_MAX) return "it is too long for a NUMBER";
+    number_t &x = value.number;
+    x.size = static_cast<uint8_t>(length);
+    memcpy(&x.signexp, bytes, static_cast<size_t>(length));
+    return number_get_fault(&x);
+}
+
+int encode_(const sql_value &value, uint8_t *bytes) {
+    const number_t &x = value.number;
+    memcpy(bytes, &x.signexp, x.size);
+    return x.size;
+}
+static_assert(SQL_VALUE_SIZE_MAX == sizeof(number_t) - 1);
+
+// ---------------------------------------------------------------------------------------------------------
+// Functions: in place on the first argument, as in the library
+// ---------------------------------------------------------------------------------------------------------
+
+template <void (*Operation)(number_t *)>
+void unary_(sql_call &call) {
+    Operation(&call.args[0].number);
+    sql_return(call, call.args[0]);
+}
+
+template <void (*Operation)(number_t *, const number_t *)>
+void binary_(sql_call &call) {
+    Operation(&call.args[0].number, &call.args[1].number);
+    sql_return(call, call.args[0]);
+}
+
+void from_text_(sql_call &call) {
+    const sql_text text = call.args[0].text;
+    call.args[0].kind = SQL_KIND_NUMBER;
+    number_from_str(&call.args[0].number, text.length, text.bytes, nullptr);  // length 0: up to the NUL
+    sql_return(call, call.args[0]);
+}
+
+// The scientific form of any value fits this buffer, so no text is ever shortened.
+void to_text_(sql_call &call) {
+    static_assert(NUMBER_SCIENTIFIC_TEXT_SIZE <= SQL_ROOM_SIZE);
+    number_to_str(&call.args[0].number, NUMBER_SCIENTIFIC_TEXT_SIZE, call.room, nullptr);
+    sql_return_text(call, call.room);
+}
+
+void compare_(sql_call &call) {
+    const int order = number_cmp(&call.args[0].number, &call.args[1].number);
+    sql_return(call, sql_integer(order < 0 ? -1 : order > 0 ? 1 : 0));
+}
+
+constexpr int64_t _leftmost_place = -2 * int64_t{NUMBER_EXPONENT_MAX};  // nothing is above 10^126
+constexpr int64_t _rightmost_place =
+    2 * int64_t{NUMBER_DIGITS_MAX - NUMBER_EXPONENT_MIN};  // nor below 10^-168
+
+// Is |x| less than half of the unit at the leftmost place, 10^126?
+bool rounds_to_zero_on_the_left_(number_t x) {
+    number_t half;
+    number_from_str(&half, 0, "5E125", nullptr);
+    number_abs(&x);
+    return number_cmp(&x, &half) < 0;
+}
+
+void round_at_(sql_value &value, int64_t places, number_rmode_e mode) {
+    // The library refuses units beyond its range even where they round to zero.
+    if (places < _leftmost_place ||
+        (places == _leftmost_place &&
+         (mode == NUMBER_RMODE_TRUNC || rounds_to_zero_on_the_left_(value.number)))) {
+        return number_assign(&value.number, _number_zero);
+    }
+    const auto pos = static_cast<int>(-std::min(places, _rightmost_place));
+    number_round_at_withmode(&value.number, pos, mode);
+}
+
+template <number_rmode_e Mode>
+void round_(sql_call &call) {
+    round_at_(call.args[0], 0, Mode);
+    sql_return(call, call.args[0]);
+}
+
+template <number_rmode_e Mode>
+void round_to_places_(sql_call &call) {
+    round_at_(call.args[0], call.args[1].integer, Mode);
+    sql_return(call, call.args[0]);
+}
+
+constexpr int _scale_limit = 127;  // of either sign; -128 means none
+
+bool is_precision_(sql_call &call) {
+    const int64_t precision = call.args[1].integer;
+    if (precision >= 1 && precision <= NUMBER_PRECISION_MAX) return true;
+    sql_fail(call, "the precision lies in 1..38");
+    return false;
+}
+
+bool is_scale_(sql_call &call) {
+    const int64_t scale = call.args[2].integer;
+    if (scale >= -_scale_limit && scale <= _scale_limit) return true;
+    sql_fail(call, "the scale lies in -127..127");
+    return false;
+}
+
+void cast_(sql_call &call, int scale) {
+    number_force_prec_scale(&call.args[0].number, static_cast<int>(call.args[1].integer), scale);
+    sql_return(call, call.args[0]);
+}
+
+void cast_to_precision_(sql_call &call) {
+    if (is_precision_(call)) cast_(call, NUMBER_NOT_GIVEN);
+}
+
+void cast_to_precision_and_scale_(sql_call &call) {
+    if (is_precision_(call) && is_scale_(call)) cast_(call, static_cast<int>(call.args[2].integer));
+}
+
+constexpr sql_kind _number = SQL_KIND_NUMBER;
+constexpr sql_kind _integer = SQL_KIND_INTEGER;
+constexpr sql_kind _text = SQL_KIND_TEXT;
+
+constexpr sql_function _functions[] = {
+    {{"to_number", {_text}, "v", _number, "reads a number; blanks around it, a point and an exponent"},
+     from_text_},
+    {{"to_number", {_number}, "v", _number, "the number itself"}, sql_return_argument},
+    {{"to_char", {_number}, "v", _text, "as text that to_number reads back, never rounded"}, to_text_},
+    {{"dv_text", {_number}, "v", _text, "as text that to_number reads back, never rounded"}, to_text_},
+    {{"dv_add", {_number, _number}, "a, b", _number, "a + b"}, binary_<number_add>},
+    {{"dv_sub", {_number, _number}, "a, b", _number, "a - b"}, binary_<number_sub>},
+    {{"dv_mul", {_number, _number}, "a, b", _number, "a * b"}, binary_<number_mul>},
+    {{"dv_div", {_number, _number}, "a, b", _number, "a / b"}, binary_<number_div>},
+    {{"dv_mod", {_number, _number}, "a, b", _number, "remainder of the division cut toward zero"},
+     binary_<number_mod>},
+    {{"dv_rem", {_number, _number}, "a, b", _number, "remainder of the division rounded to nearest"},
+     binary_<number_rem>},
+    {{"dv_sqrt", {_number}, "v", _number, "the square root"}, unary_<number_sqrt>},
+    {{"dv_exp", {_number}, "v", _number, "e to the power v"}, unary_<number_exp>},
+    {{"dv_power", {_number, _number}, "a, b", _number, "a to the power b"}, binary_<number_pow>},
+    {{"dv_neg", {_number}, "v", _number, "-v"}, unary_<number_negate>},
+    {{"dv_abs", {_number}, "v", _number, "the value without its sign"}, unary_<number_abs>},
+    {{"dv_round", {_number}, "v", _number, "rounded to an integer, half away from zero"},
+     round_<NUMBER_RMODE_HALF_UP>},
+    {{"dv_round",
+      {_number, _integer},
+      "v, places",
+      _number,
+      "rounded to decimal places, half away from zero"},
+     round_to_places_<NUMBER_RMODE_HALF_UP>},
+    {{"dv_trunc", {_number}, "v", _number, "cut to an integer, toward zero"}, round_<NUMBER_RMODE_TRUNC>},
+    {{"dv_trunc", {_number, _integer}, "v, places", _number, "cut to decimal places, toward zero"},
+     round_to_places_<NUMBER_RMODE_TRUNC>},
+    {{"dv_cmp", {_number, _number}, "a, b", _integer, "-1, 0 or 1 as a is below, equal to or above b"},
+     compare_},
+    {{"dv_cast_number", {_number, _integer}, "v, precision", _number, "rounded to so many digits"},
+     cast_to_precision_},
+    {{"dv_cast_number",
+      {_number, _integer, _integer},
+      "v, precision, scale",
+      _number,
+      "as NUMBER(precision,scale): rounded to the scale, an error when too large"},
+     cast_to_precision_and_scale_},
+};
+
+}  // namespace
+
+constinit const sql_type dv::impl::number_type = {SQL_KIND_NUMBER, "NUMBER", "to_number", decode_, encode_};
+
+constinit const sql_function_table dv::impl::number_functions = _functions;

@@ -1,0 +1,62 @@
+// TIME in SQL: its bytes, which are the record, and its functions.
+
+#include "sql_datetime.h"
+
+using namespace dv::impl;
+
+namespace {
+
+const char *fault_(const dv_time_t &time) {
+    if (time.dummy != 0) return "the fourth byte of a TIME is 0";
+    if (!sql_is_fraction(time)) return "its fraction of a second is out of range";
+    const bool is_time_of_day = time.hour < 24 && time.minute < 60 && time.second < 60;
+    return is_time_of_day ? nullptr : "its time of day is out of range";
+}
+
+void make_(sql_call &call) {
+    int field[4] = {};
+    if (!sql_get_ints(call, 0, {field, static_cast<size_t>(call.argc)})) return;
+    sql_value value{};
+    value.kind = SQL_KIND_TIME;
+    value.time = {};
+    dv_time_from_unit_values(&value.time, field[0], field[1], field[2], field[3]);
+    sql_return(call, value);
+}
+
+// HH:MI:SS.NNNNNNNNN
+void to_text_(sql_call &call) {
+    const dv_time_t &time = call.args[0].time;
+    char *end = sql_put_time_of_day(call.room, time);
+    *end++ = '.';
+    sql_return_room(call, sql_put_digits(end, sql_fraction(time), SQL_FRACTION_DIGITS));
+}
+
+constexpr sql_kind _time = SQL_KIND_TIME;
+constexpr sql_kind _integer = SQL_KIND_INTEGER;
+constexpr sql_kind _text = SQL_KIND_TEXT;
+
+constexpr sql_function _functions[] = {
+    {{"dv_time", {_integer, _integer, _integer}, "h, mi, s", _time, "a time of day"}, make_},
+    {{"dv_time",
+      {_integer, _integer, _integer, _integer},
+      "h, mi, s, ns",
+      _time,
+      "a time of day with nanoseconds"},
+     make_},
+    {{"dv_text", {_time}, "v", _text, "as HH:MI:SS with nine digits of the fraction"}, to_text_},
+    {{"to_char", {_time}, "v", _text, "as HH:MI:SS with nine digits of the fraction"}, to_text_},
+    {{"dv_cmp", {_time, _time}, "a, b", _integer, "-1, 0 or 1 as a is before, at or after b"},
+     sql_compare_records<&sql_value::time, dv_time_compare>},
+};
+
+}  // namespace
+
+constinit const sql_type dv::impl::time_type = {
+    SQL_KIND_TIME,
+    "TIME",
+    /*reader=*/nullptr,
+    sql_decode_record<&sql_value::time, fault_>,
+    sql_encode_record<&sql_value::time>,
+};
+
+constinit const sql_function_table dv::impl::time_functions = _functions;

@@ -1,0 +1,243 @@
+// TIMESTAMP WITH TIME ZONE in SQL: its bytes, which are the record, and its functions.
+//
+// The bytes sort by instant, then by zone: values of one instant in two zones differ, though dv_cmp calls
+// them equal. Of a region the offset in force is stored with the value, so that a later release of the tz
+// database does not make stored values unreadable.
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "sql_datetime.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// Bytes
+// ---------------------------------------------------------------------------------------------------------
+
+// A fixed offset lies in -12:59..+14:00; local mean times of regions go beyond that.
+bool is_offset_(int zone, int hour, int minute) {
+    constexpr int region_hours_max = 15, fixed_hour_min = -12, fixed_hour_max = 14;
+    if (minute >= 60) return false;
+    if (zone < TZ_ID_MAX) return hour >= -region_hours_max && hour <= region_hours_max;
+    return hour >= fixed_hour_min && hour <= fixed_hour_max - (minute > 0 ? 1 : 0);
+}
+
+const char *zone_fault_(const timezone_t &tz) {
+    const int zone = sql_zone_number(tz);
+    if (zone >= TZ_ID_MAX && zone != TZ_ID_OFFSET) return "it has no such time zone";
+    const bool is_offset = is_offset_(zone, timezone_get_field(&tz, TZ_FLD_UTC_HOUR), tz.utc_min);
+    return is_offset && tz.utc_sec == 0 ? nullptr : "its UTC offset is out of range";
+}
+
+// Local times leave the calendar at its ends, and where day numbers count a 29 February that a year BC lacks.
+bool has_local_time_(const dv_ts_tz_t &ts_tz) {
+    const int year = dv_date_get_field(&sql_date_part(ts_tz.utc), DT_FMT_UNIT_YEAR);
+    if (year > 1 && year < 9999) return true;
+    dv_error_t error;
+    const auto check = [](void *arg) { sql_check_local_time(*static_cast<const dv_ts_tz_t *>(arg)); };
+    return dv_protect(check, const_cast<dv_ts_tz_t *>(&ts_tz), &error) == 0;
+}
+
+const char *fault_(const dv_ts_tz_t &ts_tz) {
+    if (ts_tz.utc.dummy != 0) return "the eighth byte of a TIMESTAMP WITH TIME ZONE is 0";
+    const char *fault = sql_timestamp_fault(ts_tz.utc);
+    if (fault == nullptr) fault = zone_fault_(ts_tz.tz);
+    if (fault == nullptr && !has_local_time_(ts_tz)) fault = "its local time lies outside the calendar";
+    return fault;
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Text
+// ---------------------------------------------------------------------------------------------------------
+
+char *end_of_(char *text) { return text + strlen(text); }
+
+// Local time, then the zone: 2024-02-29 13:05:00.000000000 +09:00, or ... Asia/Seoul KST. The abbreviation
+// tells the two meanings of an hour apart that clocks showed twice.
+void to_text_(sql_call &call) {
+    static_assert(SQL_TIMESTAMP_TEXT_MAX + 1 + TZ_NAME_TEXT_SIZE + TZ_ABBREV_TEXT_SIZE <= SQL_ROOM_SIZE);
+    const dv_ts_tz_t &from = call.args[0].ts_tz;
+    dv_timestamp_t local;
+    dv_timestamp_from_ts_tz(&local, &from);
+    char *end = sql_put_timestamp(call.room, local);
+    *end++ = ' ';
+    timezone_get_zone_name(&from.tz, end, TZ_NAME_TEXT_SIZE);
+    end = end_of_(end);
+    if (sql_zone_number(from.tz) != TZ_ID_OFFSET) {
+        *end++ = ' ';
+        timezone_get_zone_abbr(&from.tz, &sql_date_part(from.utc), end, TZ_ABBREV_TEXT_SIZE);
+        end = end_of_(end);
+    }
+    sql_return_room(call, end);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Zones
+// ---------------------------------------------------------------------------------------------------------
+
+timezone_t zone_of_(const sql_text &text) {
+    timezone_t zone;
+    timezone_parse(&zone, text.bytes, text.length);
+    return zone;
+}
+
+void from_tz_(sql_call &call) {
+    const timezone_t zone = zone_of_(call.args[1].text);
+    dv_ts_tz_t ts_tz;
+    dv_ts_tz_from_timestamp(&ts_tz, &call.args[0].timestamp, &zone);
+    sql_return_ts_tz(call, ts_tz);
+}
+
+void at_time_zone_(sql_call &call) {
+    dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
+    ts_tz.tz = zone_of_(call.args[1].text);
+    timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz.utc));
+    sql_return_ts_tz(call, ts_tz);
+}
+
+void to_utc_(sql_call &call) { sql_return_timestamp(call, call.args[0].ts_tz.utc); }
+
+void to_local_timestamp_(sql_call &call) {
+    dv_timestamp_t local;
+    dv_timestamp_from_ts_tz(&local, &call.args[0].ts_tz);
+    sql_return_timestamp(call, local);
+}
+
+void to_local_date_(sql_call &call) {
+    dv_date_t local;
+    dv_date_from_ts_tz(&local, &call.args[0].ts_tz);
+    sql_return_date(call, local);
+}
+
+void return_offset_(sql_call &call, const dv_date_t &utc) {
+    const timezone_t zone = zone_of_(call.args[0].text);
+    const int number = sql_zone_number(zone);
+    if (number < TZ_ID_MAX) return sql_return_utc_offset(call, *zonetab_get_info(&region_tab_[number], &utc));
+    timezone_get_zone_name(&zone, call.room, TZ_NAME_TEXT_SIZE);
+    sql_return_text(call, call.room);
+}
+
+void offset_now_(sql_call &call) { return_offset_(call, sql_utc_now()); }
+void offset_at_(sql_call &call) { return_offset_(call, sql_date_part(call.args[1].ts_tz.utc)); }
+
+// The host's present UTC offset, in whole minutes.
+timezone_t host_offset_() {
+    const time_t now = time(nullptr);
+    tm local{};
+    localtime_r(&now, &local);
+    const auto minutes = static_cast<int>(local.tm_gmtoff / SQL_SEC_PER_MINUTE);
+    timezone_t zone = SQL_UTC;
+    zone.utc_hour = static_cast<uint8_t>(SQL_UTC_HOUR + minutes / 60);
+    zone.utc_min = static_cast<uint8_t>(std::abs(minutes % 60));
+    return zone;
+}
+
+void current_(sql_call &call) {
+    const timezone_t zone = host_offset_();
+    dv_ts_tz_t now;
+    dv_ts_tz_current(&now, &zone);
+    sql_return_ts_tz(call, now);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Arithmetic
+// ---------------------------------------------------------------------------------------------------------
+
+void add_interval_(dv_ts_tz_t &ts_tz, const sql_value &interval, int sign) {
+    if (interval.kind == SQL_KIND_ITV_YTM) {
+        sql_add_months(sql_date_part(ts_tz.utc), interval.ytm, sign);
+        return timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz.utc));
+    }
+    if (sign > 0) return dv_ts_tz_add_itv_dts(&ts_tz, &interval.dts);
+    dv_ts_tz_sub_itv_dts(&ts_tz, &interval.dts);
+}
+
+void add_(sql_call &call) {
+    const int place = call.args[0].kind == SQL_KIND_TS_TZ ? 0 : 1;
+    dv_ts_tz_t &ts_tz = call.args[place].ts_tz;
+    add_interval_(ts_tz, call.args[1 - place], 1);
+    sql_return_ts_tz(call, ts_tz);
+}
+
+void sub_(sql_call &call) {
+    dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
+    add_interval_(ts_tz, call.args[1], -1);
+    sql_return_ts_tz(call, ts_tz);
+}
+
+void difference_(sql_call &call) {
+    dv_itv_dts_t difference;
+    dv_ts_tz_sub_ts_tz_into_itv_dts(&difference, &call.args[0].ts_tz, &call.args[1].ts_tz);
+    sql_return_dts(call, difference);
+}
+
+constexpr sql_kind _ts_tz = SQL_KIND_TS_TZ;
+constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
+constexpr sql_kind _text = SQL_KIND_TEXT;
+constexpr sql_kind _ytm = SQL_KIND_ITV_YTM;
+constexpr sql_kind _dts = SQL_KIND_ITV_DTS;
+
+constexpr sql_function _functions[] = {
+    {{"from_tz", {_timestamp, _text}, "t, zone", _ts_tz, "the local time of a zone as an instant"}, from_tz_},
+    {{"at_time_zone", {_ts_tz, _text}, "v, zone", _ts_tz, "the same instant in another zone"}, at_time_zone_},
+    {{"sys_extract_utc", {_ts_tz}, "v", _timestamp, "the instant in UTC"}, to_utc_},
+    {{"tz_offset", {_text}, "zone", _text, "the UTC offset of a zone now"}, offset_now_, SQL_STABLE},
+    {{"tz_offset", {_text, _ts_tz}, "zone, at", _text, "the UTC offset of a zone at an instant"}, offset_at_},
+    {{"systimestamp", {}, "", _ts_tz, "local date and time with the host's UTC offset"},
+     current_,
+     SQL_STABLE},
+    {{"to_timestamp", {_ts_tz}, "v", _timestamp, "the local date and time"}, to_local_timestamp_},
+    {{"to_date", {_ts_tz}, "v", SQL_KIND_DATE, "the local date and time, without the fraction"},
+     to_local_date_},
+    {{"dv_text", {_ts_tz}, "v", _text, "as text that to_timestamp_tz reads back"}, to_text_},
+    {{"to_char", {_ts_tz}, "v", _text, "as text that to_timestamp_tz reads back"}, to_text_},
+    {{"dv_cmp",
+      {_ts_tz, _ts_tz},
+      "a, b",
+      SQL_KIND_INTEGER,
+      "-1, 0 or 1 as a is before, at or after b, whatever their zones"},
+     sql_compare_records<&sql_value::ts_tz, dv_ts_tz_compare>},
+    {{"dv_add", {_ts_tz, _ytm}, "a, b", _ts_tz, "a + b in UTC; an error where the month lacks the day"},
+     add_},
+    {{"dv_add", {_ts_tz, _dts}, "a, b", _ts_tz, "a + b"}, add_},
+    {{"dv_add", {_ytm, _ts_tz}, "a, b", _ts_tz, "a + b in UTC; an error where the month lacks the day"},
+     add_},
+    {{"dv_add", {_dts, _ts_tz}, "a, b", _ts_tz, "a + b"}, add_},
+    {{"dv_sub", {_ts_tz, _ytm}, "a, b", _ts_tz, "a - b in UTC; an error where the month lacks the day"},
+     sub_},
+    {{"dv_sub", {_ts_tz, _dts}, "a, b", _ts_tz, "a - b"}, sub_},
+    {{"dv_sub", {_ts_tz, _ts_tz}, "a, b", _dts, "a - b"}, difference_},
+};
+
+}  // namespace
+
+void dv::impl::sql_check_local_time(const dv_ts_tz_t &ts_tz) {
+    dv_date_t local;
+    dv_date_from_ts_tz(&local, &ts_tz);
+    dv_date_is_valid(&local);
+}
+
+dv_date_t dv::impl::sql_utc_now() {
+    const time_t now = time(nullptr);
+    tm utc{};
+    gmtime_r(&now, &utc);
+    dv_date_t date{};
+    dv_date_from_unit_values(&date, utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min,
+                             std::min(utc.tm_sec, SQL_SEC_PER_MINUTE - 1));
+    return date;
+}
+
+constinit const sql_type dv::impl::ts_tz_type = {
+    SQL_KIND_TS_TZ,
+    "TIMESTAMP WITH TIME ZONE",
+    "to_timestamp_tz",
+    sql_decode_record<&sql_value::ts_tz, fault_>,
+    sql_encode_record<&sql_value::ts_tz>,
+};
+
+constinit const sql_function_table dv::impl::ts_tz_functions = _functions;

@@ -1,0 +1,31 @@
+// Values on their way between SQLite and the catalogue.
+//
+// Stored form of a value of the library: a BLOB of one tag byte, the type's code in the type catalogue, and
+// the value's bytes, whose unsigned order is the order of the values. So SQLite's own comparison, ORDER BY,
+// indexes, MIN and MAX order the values of one type.
+
+#ifndef DV_SQLITE_VALUE_H
+#define DV_SQLITE_VALUE_H
+
+#include "sql_call.h"
+#include "sqlite_api.h"
+
+namespace dv::impl {
+
+// SQLite's memory, under its limits and in its accounts; throw_ raises DV_ERR_NO_MEMORY.
+extern allocator_t sqlite_memory;
+
+// Begins a call with what SQLite passed. False: there is no memory for it; sqlite_begin has then ended the
+// call in SQLite.
+bool sqlite_take_arguments(sql_call &call, int argc, sqlite3_value **argv);
+bool sqlite_begin(sqlite3_context *context, sql_call &call, int argc, sqlite3_value **argv);
+
+// Gives SQLite what is in a call of a function, its result or why it failed, and frees its block.
+void sqlite_finish(sqlite3_context *context, const char *function, sql_call &call);
+
+// Ends a call with an error that was raised, and frees its block.
+void sqlite_fail(sqlite3_context *context, const char *function, sql_call &call, const dv_error_t &error);
+
+}  // namespace dv::impl
+
+#endif  // DV_SQLITE_VALUE_H
