@@ -43,7 +43,8 @@ bool is_in_range_(const dv_itv_dts_t &itv) {
                                           dv_itv_dts_get_field(&itv, DT_FMT_UNIT_SECOND),
                                           dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC)});
     const int seconds = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_SECOND);
-    return (low >= 0 || high <= 0) && seconds > -86400 && seconds < 86400;
+    const int nanoseconds = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
+    return (low >= 0 || high <= 0) && seconds > -86400 && seconds < 86400 && nanoseconds > -1'000'000'000;
 }
 
 void read_dts_(const char *text, int length, int type, int prec, int fprec) {

@@ -245,7 +245,8 @@ DV_EXPORT conv_status_t dv_itv_dts_to_str(const dv_itv_dts_t *itv, char *str, in
 //   type          DV_ITV_DAY .. DV_ITV_SECOND
 //   prec          leading precision of the days, as in dv_itv_dts_check_leading_prec
 //   fprec         0..9: the fraction is rounded to so many digits, half away from zero; outside counts as the
-//                 nearest bound
+//                 nearest bound. A negative one that rounds to a second at 0 seconds is kept as -1000000000
+//                 nanoseconds: "-0 00:00:00.5" for 0
 //
 // Raises  -5056  empty or blank text, a missing digit, another separator     -5009  the text ends too early
 //         -5059  a qualifier that is none of these                           -5010  characters left over

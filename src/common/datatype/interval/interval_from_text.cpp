@@ -196,13 +196,16 @@ int32_t rounded_(int32_t nsec, int fprec) {
     return (nsec + unit / 2) / unit * unit;
 }
 
-// A fraction that rounds up to a second is left in the seconds, also past a whole day. It borrows from them
-// where the text's sign is not theirs: hours and minutes that wrapped around change it. Signs are hard to
-// predict, so none of this branches.
+// Adds a fraction of at most a second to a total, as dv_itv_dts_add_fsec does. One that rounds up to a second
+// is left in the seconds, also past a whole day; below zero, from 0 seconds on, it stays in the nanoseconds.
+// It borrows from the seconds where the text's sign is not theirs: hours and minutes that wrapped around
+// change it. Signs are hard to predict, so none of this branches.
 void store_(dv_itv_dts_t &itv, int64_t total, int32_t signed_nsec) {
     itv_set_total_seconds(itv, total);
-    const int32_t seconds = itv_seconds(itv) + signed_nsec / NSEC_PER_SEC;
-    const int32_t rest = signed_nsec % NSEC_PER_SEC;
+    const bool carries = signed_nsec > 0 || itv_seconds(itv) != 0;
+    const int32_t carry = signed_nsec / NSEC_PER_SEC * int{carries};
+    const int32_t seconds = itv_seconds(itv) + carry;
+    const int32_t rest = signed_nsec - carry * NSEC_PER_SEC;
     const int32_t borrow = int{seconds > 0} * int{rest < 0} - int{seconds < 0} * int{rest > 0};
     itv_set_seconds(itv, seconds - borrow);
     itv_set_nanoseconds(itv, rest + borrow * NSEC_PER_SEC);
