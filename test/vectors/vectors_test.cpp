@@ -11,6 +11,7 @@
 #include <fstream>
 #include <vector>
 
+#include "failing_allocator.h"
 #include "project_file.h"
 #include "vector_bind.h"
 
@@ -69,6 +70,7 @@ class vector_file_test : public testing::Test {
   public:
     explicit vector_file_test(std::filesystem::path file) : file_(std::move(file)) {}
     void TestBody() override {
+        failing_allocator memory;  // which counts
         std::ifstream lines(file_);
         int number = 0, failures = 0;
         for (std::string line; std::getline(lines, line);) {
@@ -82,6 +84,7 @@ class vector_file_test : public testing::Test {
             if (++failures == 20) break;
         }
         EXPECT_GT(number, 0);
+        EXPECT_EQ(memory.lost(), 0) << "of " << memory.given;
         EXPECT_EQ(failures, 0) << "scripts/vectors --update writes what the library gives now";
     }
 
