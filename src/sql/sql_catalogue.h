@@ -40,11 +40,9 @@ const char *sql_volatility_name(sql_volatility volatility);
 
 // What a function makes once of arguments that are the same in many calls. One thread at a time uses it.
 struct sql_keeper {
-    int argument;  // its position: the object is kept as long as that one is constant. -1: none, one object
-                   // serves all calls of a session
+    int argument;  // its position: the object is kept as long as that one is constant
     size_t size;   // of the object in bytes; it begins all 0, at a multiple of 8
-    // Makes the object of a call's arguments, of none when argument is -1. May fail and raise: release comes
-    // then, too.
+    // Makes the object of a call's arguments. May fail and raise: release comes then, too.
     void (*make)(sql_call &call, void *object);
     bool (*serves)(const sql_call &call, const void *object);  // could it have been made of this call?
     void (*release)(allocator_t *memory, void *object);        // frees what the object owns, not the object
@@ -54,7 +52,7 @@ struct sql_function {
     sql_signature signature;
     void (*body)(sql_call &call);
     sql_volatility volatility = SQL_IMMUTABLE;
-    const sql_keeper *keeper = nullptr;     // one with argument -1: in one overload at most
+    const sql_keeper *keeper = nullptr;
     sql_kind other_result = SQL_KIND_NONE;  // by the value of an argument, the body gives this in place of
                                             // result, in engines whose functions need not have one type
 };

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
 
+#include "dvtypes/iso.h"
 #include "sql_datetime.h"
 #include "sql_language.h"
 
@@ -42,8 +42,7 @@ void current_(sql_call &call) {
 }
 
 void to_text_(sql_call &call) {
-    static_assert(SQL_DATE_TEXT_MAX <= SQL_ROOM_SIZE);
-    sql_return_room(call, sql_put_date(call.room, call.args[0].date));
+    sql_return_room(call, call.room + dv_date_to_iso(&call.args[0].date, call.room, SQL_ROOM_SIZE));
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -169,18 +168,6 @@ constexpr sql_function _functions[] = {
 };
 
 }  // namespace
-
-char *dv::impl::sql_put_date(char *out, const dv_date_t &date) {
-    const int year = dv_date_get_field(&date, DT_FMT_UNIT_YEAR);
-    if (year < 0) *out++ = '-';
-    out = sql_put_digits(out, std::abs(year), 4);
-    *out++ = '-';
-    out = sql_put_digits(out, date.month, 2);
-    *out++ = '-';
-    out = sql_put_digits(out, date.day, 2);
-    *out++ = ' ';
-    return sql_put_time_of_day(out, date);
-}
 
 // Months are held to 32 bits, where any date has long left the calendar and the library says so.
 void dv::impl::sql_add_months(dv_date_t &date, const dv_itv_ytm_t &interval, int sign) {

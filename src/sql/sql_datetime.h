@@ -71,10 +71,6 @@ inline void sql_return_date(sql_call &call, const dv_date_t &date) {
     sql_return(call, value);
 }
 
-// YYYY-MM-DD HH:MI:SS, with "-" in front of a year BC; returns the end.
-inline constexpr int SQL_DATE_TEXT_MAX = sizeof "-9999-12-31 23:59:59" - 1;
-char *sql_put_date(char *out, const dv_date_t &date);
-
 // Adds (sign 1) or subtracts (-1) calendar months. Raises as dv_date_add_month with is_from_itv 1.
 void sql_add_months(dv_date_t &date, const dv_itv_ytm_t &interval, int sign);
 
@@ -90,10 +86,6 @@ inline void sql_return_timestamp(sql_call &call, const dv_timestamp_t &ts) {
     dv_date_is_valid(&sql_date_part(value.timestamp));
     sql_return(call, value);
 }
-
-// YYYY-MM-DD HH:MI:SS.NNNNNNNNN, with "-" in front of a year BC; returns the end.
-inline constexpr int SQL_TIMESTAMP_TEXT_MAX = SQL_DATE_TEXT_MAX + 1 + SQL_FRACTION_DIGITS;
-char *sql_put_timestamp(char *out, const dv_timestamp_t &ts);
 
 // What is wrong with the bytes of a TIMESTAMP, but for its eighth; NULL when nothing is.
 const char *sql_timestamp_fault(const dv_timestamp_t &ts);
@@ -142,15 +134,6 @@ inline bool sql_is_fraction(const dv_time_t &time) {
 inline char *sql_put_digits(char *out, int number, int digits) {
     for (int i = digits - 1; i >= 0; --i, number /= 10) out[i] = static_cast<char>('0' + number % 10);
     return out + digits;
-}
-
-template <typename Record>  // HH:MI:SS of a DATE or TIME
-char *sql_put_time_of_day(char *out, const Record &record) {
-    out = sql_put_digits(out, record.hour, 2);
-    *out++ = ':';
-    out = sql_put_digits(out, record.minute, 2);
-    *out++ = ':';
-    return sql_put_digits(out, record.second, 2);
 }
 
 // ---------------------------------------------------------------------------------------------------------

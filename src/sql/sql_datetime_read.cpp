@@ -1,12 +1,12 @@
 // Dates and timestamps from text in SQL: to_date, to_timestamp, to_timestamp_tz.
 //
 // Reading never asks the clock, so that what it gives may stand in indexes: where a model leaves the year or
-// the month open, the caller gives a date to take them from. The models of calls without one are compiled
-// once per session.
+// the month open, the caller gives a date to take them from. Without a model the text is one of ISO 8601.
 
 #include <algorithm>
 #include <initializer_list>
 
+#include "dvtypes/iso.h"
 #include "sql_datetime.h"
 #include "sql_model.h"
 
@@ -15,13 +15,18 @@ using namespace dv::impl;
 namespace {
 
 // ---------------------------------------------------------------------------------------------------------
-// The types: what dv_text writes of them as a model, reading, giving the result
+// The types: reading with and without a model, giving the result
 // ---------------------------------------------------------------------------------------------------------
 
 struct date_reader {
     static constexpr const sql_keeper *keeper = &date_model_keeper;
     static constexpr sql_kind kind = SQL_KIND_DATE;
-    static constexpr const char *default_model = "SYYYY-MM-DD HH24:MI:SS";
+    static void read_iso(sql_call &call) {
+        const sql_text &text = call.args[0].text;
+        dv_date_t value;
+        dv_date_from_iso(&value, text.bytes, text.length);
+        sql_return_date(call, value);
+    }
     static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         const sql_text &text = call.args[0].text;
         dv_date_t date;
@@ -33,7 +38,12 @@ struct date_reader {
 struct timestamp_reader {
     static constexpr const sql_keeper *keeper = &timestamp_model_keeper;
     static constexpr sql_kind kind = SQL_KIND_TIMESTAMP;
-    static constexpr const char *default_model = "SYYYY-MM-DD HH24:MI:SS.FF9";
+    static void read_iso(sql_call &call) {
+        const sql_text &text = call.args[0].text;
+        dv_timestamp_t value;
+        dv_timestamp_from_iso(&value, text.bytes, text.length);
+        sql_return_timestamp(call, value);
+    }
     static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         const sql_text &text = call.args[0].text;
         dv_timestamp_t ts;
@@ -45,7 +55,12 @@ struct timestamp_reader {
 struct ts_tz_reader {
     static constexpr const sql_keeper *keeper = &ts_tz_model_keeper;
     static constexpr sql_kind kind = SQL_KIND_TS_TZ;
-    static constexpr const char *default_model = "SYYYY-MM-DD HH24:MI:SS.FF9 TZR TZD";
+    static void read_iso(sql_call &call) {
+        const sql_text &text = call.args[0].text;
+        dv_ts_tz_t value;
+        dv_ts_tz_from_iso(&value, text.bytes, text.length);
+        sql_return_ts_tz(call, value);
+    }
     static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         const sql_text &text = call.args[0].text;
         dv_ts_tz_t ts_tz;
@@ -116,7 +131,7 @@ void fail_without_(sql_call &call, const char *missing) {
 }
 
 // ---------------------------------------------------------------------------------------------------------
-// Reading under the model of the call, or the default one
+// Reading under the model of the call
 // ---------------------------------------------------------------------------------------------------------
 
 // What is missing is reported when the text has been read, so that an element that nobody can read, such as
@@ -128,28 +143,6 @@ void read_(sql_call &call) {
     const char *missing = missing_(call, model);
     if (missing != nullptr) fail_without_(call, missing);
 }
-
-template <typename Reader>
-void read_by_default_(sql_call &call) {
-    Reader::read(call, *static_cast<const dt_fmt_ctx_t *>(call.kept), _middle_of_2000);
-}
-
-// What it may raise is want of memory.
-template <typename Reader>
-void make_default_(sql_call &call, void *model) {
-    dt_fmt_ctx_set(call.memory, static_cast<dt_fmt_ctx_t *>(model), Reader::default_model, /*fmt_len=*/0,
-                   Reader::kind, /*is_from_str=*/1, DVSTR_CHARSET_UTF8);
-}
-
-bool serves_all_(const sql_call &, const void *) { return true; }
-
-void release_default_(allocator_t *memory, void *model) {
-    dt_fmt_ctx_reset(memory, static_cast<dt_fmt_ctx_t *>(model));
-}
-
-template <typename Reader>
-constexpr sql_keeper _default_of = {/*argument=*/-1, sizeof(dt_fmt_ctx_t), make_default_<Reader>, serves_all_,
-                                    release_default_};
 
 constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr sql_kind _date = SQL_KIND_DATE;
@@ -177,10 +170,8 @@ constexpr sql_function _functions[] = {
       {_text},
       "v",
       _ts_tz,
-      "reads what dv_text writes; the abbreviation, the zone (then +00:00), the time of day may be missing"},
-     read_by_default_<ts_tz_reader>,
-     SQL_IMMUTABLE,
-     &_default_of<ts_tz_reader>},
+      "reads a text of ISO 8601, of +00:00 without a zone, or what dv_text writes"},
+     ts_tz_reader::read_iso},
     {{"to_timestamp_tz", {_ts_tz}, "v", _ts_tz, "the value itself"}, sql_return_argument},
     under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text}, _model, _reads),
     under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text}, _in_language, _language_line),
@@ -190,14 +181,8 @@ constexpr sql_function _functions[] = {
                                _both_lines),
     under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text, _timestamp}, _in_language_as_of,
                                _both_lines),
-    {{"to_timestamp",
-      {_text},
-      "v",
-      _timestamp,
-      "reads what dv_text writes; the time of day, or its end, may be missing"},
-     read_by_default_<timestamp_reader>,
-     SQL_IMMUTABLE,
-     &_default_of<timestamp_reader>},
+    {{"to_timestamp", {_text}, "v", _timestamp, "reads a text of ISO 8601, such as dv_text writes"},
+     timestamp_reader::read_iso},
     {{"to_timestamp", {_timestamp}, "v", _timestamp, "the value itself"}, sql_return_argument},
     under_model_<timestamp_reader>("to_timestamp", {_text, _text}, _model, _reads),
     under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text}, _in_language, _language_line),
@@ -207,14 +192,8 @@ constexpr sql_function _functions[] = {
                                    _both_lines),
     under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text, _timestamp}, _in_language_as_of,
                                    _both_lines),
-    {{"to_date",
-      {_text},
-      "v",
-      _date,
-      "reads what dv_text writes; the time of day, or its end, may be missing"},
-     read_by_default_<date_reader>,
-     SQL_IMMUTABLE,
-     &_default_of<date_reader>},
+    {{"to_date", {_text}, "v", _date, "reads a text of ISO 8601, such as dv_text writes"},
+     date_reader::read_iso},
     {{"to_date", {_date}, "v", _date, "the value itself"}, sql_return_argument},
     under_model_<date_reader>("to_date", {_text, _text}, _model, _reads),
     under_model_<date_reader>("to_date", {_text, _text, _text}, _in_language, _language_line),

@@ -1,5 +1,6 @@
 // TIME in SQL: its bytes, which are the record, and its functions.
 
+#include "dvtypes/iso.h"
 #include "sql_datetime.h"
 
 using namespace dv::impl;
@@ -23,12 +24,17 @@ void make_(sql_call &call) {
     sql_return(call, value);
 }
 
+void from_text_(sql_call &call) {
+    const sql_text &text = call.args[0].text;
+    sql_value value{};
+    value.kind = SQL_KIND_TIME;
+    dv_time_from_iso(&value.time, text.bytes, text.length);
+    sql_return(call, value);
+}
+
 // HH:MI:SS.NNNNNNNNN
 void to_text_(sql_call &call) {
-    const dv_time_t &time = call.args[0].time;
-    char *end = sql_put_time_of_day(call.room, time);
-    *end++ = '.';
-    sql_return_room(call, sql_put_digits(end, sql_fraction(time), SQL_FRACTION_DIGITS));
+    sql_return_room(call, call.room + dv_time_to_iso(&call.args[0].time, call.room, SQL_ROOM_SIZE));
 }
 
 constexpr sql_kind _time = SQL_KIND_TIME;
@@ -43,8 +49,10 @@ constexpr sql_function _functions[] = {
       _time,
       "a time of day with nanoseconds"},
      make_},
-    {{"dv_text", {_time}, "v", _text, "as HH:MI:SS with nine digits of the fraction"}, to_text_},
-    {{"to_char", {_time}, "v", _text, "as HH:MI:SS with nine digits of the fraction"}, to_text_},
+    {{"to_time", {_text}, "v", _time, "reads a text of ISO 8601, such as dv_text writes"}, from_text_},
+    {{"to_time", {_time}, "v", _time, "the value itself"}, sql_return_argument},
+    {{"dv_text", {_time}, "v", _text, "as text that to_time reads back"}, to_text_},
+    {{"to_char", {_time}, "v", _text, "as text that to_time reads back"}, to_text_},
     {{"dv_cmp", {_time, _time}, "a, b", _integer, "-1, 0 or 1 as a is before, at or after b"},
      sql_compare_records<&sql_value::time, dv_time_compare>},
 };
@@ -54,7 +62,7 @@ constexpr sql_function _functions[] = {
 constinit const sql_type dv::impl::time_type = {
     SQL_KIND_TIME,
     "TIME",
-    /*reader=*/nullptr,
+    "to_time",
     sql_decode_record<&sql_value::time, fault_>,
     sql_encode_record<&sql_value::time>,
 };

@@ -2,6 +2,7 @@
 //
 // As with DATE, every TIMESTAMP that a function returns is a day of the calendar.
 
+#include "dvtypes/iso.h"
 #include "sql_datetime.h"
 
 using namespace dv::impl;
@@ -33,8 +34,7 @@ void to_date_(sql_call &call) {
 }
 
 void to_text_(sql_call &call) {
-    static_assert(SQL_TIMESTAMP_TEXT_MAX <= SQL_ROOM_SIZE);
-    sql_return_room(call, sql_put_timestamp(call.room, call.args[0].timestamp));
+    sql_return_room(call, call.room + dv_timestamp_to_iso(&call.args[0].timestamp, call.room, SQL_ROOM_SIZE));
 }
 
 void add_interval_(dv_timestamp_t &ts, const sql_value &interval, int sign) {
@@ -63,6 +63,15 @@ void difference_(sql_call &call) {
     sql_return_dts(call, difference);
 }
 
+// A DATE stands for its second without a fraction.
+template <int Sign>
+void compare_date_(sql_call &call) {
+    const int date_at = Sign > 0 ? 0 : 1;
+    dv_timestamp_t date;
+    dv_timestamp_from_date(&date, &call.args[date_at].date);
+    sql_return(call, sql_integer(Sign * dv_timestamp_compare(&date, &call.args[1 - date_at].timestamp)));
+}
+
 constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
 constexpr sql_kind _date = SQL_KIND_DATE;
 constexpr sql_kind _integer = SQL_KIND_INTEGER;
@@ -89,6 +98,10 @@ constexpr sql_function _functions[] = {
     {{"to_char", {_timestamp}, "v", _text, "as text that to_timestamp reads back"}, to_text_},
     {{"dv_cmp", {_timestamp, _timestamp}, "a, b", _integer, "-1, 0 or 1 as a is before, at or after b"},
      sql_compare_records<&sql_value::timestamp, dv_timestamp_compare>},
+    {{"dv_cmp", {_date, _timestamp}, "a, b", _integer, "-1, 0 or 1 as a is before, at or after b"},
+     compare_date_<1>},
+    {{"dv_cmp", {_timestamp, _date}, "a, b", _integer, "-1, 0 or 1 as a is before, at or after b"},
+     compare_date_<-1>},
     {{"dv_add", {_timestamp, _ytm}, "a, b", _timestamp, "a + b; an error where the month lacks the day"},
      add_},
     {{"dv_add", {_timestamp, _dts}, "a, b", _timestamp, "a + b"}, add_},
@@ -102,12 +115,6 @@ constexpr sql_function _functions[] = {
 };
 
 }  // namespace
-
-char *dv::impl::sql_put_timestamp(char *out, const dv_timestamp_t &ts) {
-    out = sql_put_date(out, sql_date_part(ts));
-    *out++ = '.';
-    return sql_put_digits(out, sql_fraction(sql_time_part(ts)), SQL_FRACTION_DIGITS);
-}
 
 const char *dv::impl::sql_timestamp_fault(const dv_timestamp_t &ts) {
     if (!sql_is_fraction(sql_time_part(ts))) return "its fraction of a second is out of range";

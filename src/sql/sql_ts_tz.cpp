@@ -6,9 +6,9 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 
+#include "dvtypes/iso.h"
 #include "sql_datetime.h"
 
 using namespace dv::impl;
@@ -55,25 +55,9 @@ const char *fault_(const dv_ts_tz_t &ts_tz) {
 // Text
 // ---------------------------------------------------------------------------------------------------------
 
-char *end_of_(char *text) { return text + strlen(text); }
-
-// Local time, then the zone: 2024-02-29 13:05:00.000000000 +09:00, or ... Asia/Seoul KST. The abbreviation
-// tells the two meanings of an hour apart that clocks showed twice.
 void to_text_(sql_call &call) {
-    static_assert(SQL_TIMESTAMP_TEXT_MAX + 1 + TZ_NAME_TEXT_SIZE + TZ_ABBREV_TEXT_SIZE <= SQL_ROOM_SIZE);
-    const dv_ts_tz_t &from = call.args[0].ts_tz;
-    dv_timestamp_t local;
-    dv_timestamp_from_ts_tz(&local, &from);
-    char *end = sql_put_timestamp(call.room, local);
-    *end++ = ' ';
-    timezone_get_zone_name(&from.tz, end, TZ_NAME_TEXT_SIZE);
-    end = end_of_(end);
-    if (sql_zone_number(from.tz) != TZ_ID_OFFSET) {
-        *end++ = ' ';
-        timezone_get_zone_abbr(&from.tz, &sql_date_part(from.utc), end, TZ_ABBREV_TEXT_SIZE);
-        end = end_of_(end);
-    }
-    sql_return_room(call, end);
+    static_assert(DV_ISO_TS_TZ_SIZE <= SQL_ROOM_SIZE);
+    sql_return_room(call, call.room + dv_ts_tz_to_iso(&call.args[0].ts_tz, call.room, SQL_ROOM_SIZE));
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -176,6 +160,16 @@ void difference_(sql_call &call) {
     sql_return_dts(call, difference);
 }
 
+// A DATE is of the same zone: it is compared with the local time.
+template <int Sign>
+void compare_date_(sql_call &call) {
+    const int date_at = Sign > 0 ? 0 : 1;
+    dv_timestamp_t date, local;
+    dv_timestamp_from_date(&date, &call.args[date_at].date);
+    dv_timestamp_from_ts_tz(&local, &call.args[1 - date_at].ts_tz);
+    sql_return(call, sql_integer(Sign * dv_timestamp_compare(&date, &local)));
+}
+
 constexpr sql_kind _ts_tz = SQL_KIND_TS_TZ;
 constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
 constexpr sql_kind _text = SQL_KIND_TEXT;
@@ -202,6 +196,18 @@ constexpr sql_function _functions[] = {
       SQL_KIND_INTEGER,
       "-1, 0 or 1 as a is before, at or after b, whatever their zones"},
      sql_compare_records<&sql_value::ts_tz, dv_ts_tz_compare>},
+    {{"dv_cmp",
+      {SQL_KIND_DATE, _ts_tz},
+      "a, b",
+      SQL_KIND_INTEGER,
+      "-1, 0 or 1 as a is before, at or after the local time of b"},
+     compare_date_<1>},
+    {{"dv_cmp",
+      {_ts_tz, SQL_KIND_DATE},
+      "a, b",
+      SQL_KIND_INTEGER,
+      "-1, 0 or 1 as the local time of a is before, at or after b"},
+     compare_date_<-1>},
     {{"dv_add", {_ts_tz, _ytm}, "a, b", _ts_tz, "a + b in UTC; an error where the month lacks the day"},
      add_},
     {{"dv_add", {_ts_tz, _dts}, "a, b", _ts_tz, "a + b"}, add_},

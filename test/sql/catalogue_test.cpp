@@ -137,7 +137,8 @@ constexpr const char *_texts[] = {"",
                                   "99.9",
                                   "monday",
                                   "DDD",
-                                  "AAAAABAACAAAAADAAE"};
+                                  "AAAAABAACAAAAADAAE",
+                                  "13:05:07"};
 // What a reader that runs on finds behind them, so that it would give something else.
 constexpr char _junk[] = "9A/";
 

@@ -21,9 +21,12 @@ SELECT code || enumerator || name || size || info || categories FROM dv_types WH
 SELECT group_concat(code) FROM dv_types WHERE categories LIKE '%datetime%';  -- 5,6,7,21,22
 
 -- What is expected where an argument is another.
-SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
+SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
 SELECT dv_add('1', 2);  -- error: dv_add: argument 1 is TEXT where NUMBER is expected; to_number() reads text
-SELECT dv_text('a');  -- error: dv_text: argument 1 is TEXT where NUMBER, DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND or ROWID is expected; to_number(), to_date(), to_timestamp(), to_timestamp_tz(), to_yminterval(), to_dsinterval() or dv_rowid() reads text
+SELECT to_time(1);  -- error: to_time: argument 1 is INTEGER where TEXT or TIME is expected
+SELECT to_date('');  -- error: to_date: Invalid date: "". (dv-5113)
+SELECT to_time('25:00');  -- error: to_time: The value 25 of the field "hour" is out of range: 0 to 23 is accepted. (dv-5114)
+SELECT dv_text('a');  -- error: dv_text: argument 1 is TEXT where NUMBER, DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND or ROWID is expected; to_number(), to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval(), to_dsinterval() or dv_rowid() reads text
 SELECT dv_rowid_sgmt('a');  -- error: dv_rowid_sgmt: argument 1 is TEXT where ROWID is expected; dv_rowid() reads text
 SELECT dv_date('1',2,3);  -- error: dv_date: argument 1 is TEXT where INTEGER is expected
 SELECT add_months(dv_date(1,1,1), 9999999999);  -- error: add_months: argument 2 is out of range: 9999999999
