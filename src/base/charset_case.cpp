@@ -20,7 +20,8 @@ struct unit_range_t {
 };
 
 // Units first, first + step, ..., last have the other case delta away.
-struct case_range_t : unit_range_t {
+struct case_range_t {
+    uint16_t first, last;
     int step, delta;
 };
 
