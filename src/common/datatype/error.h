@@ -111,17 +111,12 @@ template <typename... Args>
     dv_err_and_jmp(base_name(at.file), at.line, at.function, 0, 0, at.code, args...);
 }
 
-[[gnu::cold, gnu::noinline]] inline void report_assertion(const char *condition, const char *path, int line) {
+// Reports a broken invariant, and returns unless the host's action ends the process.
+[[gnu::cold, gnu::noinline]] inline void assert_failed(const char *condition,
+                                                       const char *path = __builtin_FILE(),
+                                                       int line = __builtin_LINE()) {
     dv_assert_msg(condition, base_name(path), line);
     dv_thr_assert_cmd();
-}
-
-// Reports a broken invariant, unless the host's action ends the process; false, what the condition was.
-// Always inline, so that callers see that it is: else the way of sound calls keeps registers for the other.
-[[gnu::always_inline]] inline bool assert_failed(const char *condition, const char *path = __builtin_FILE(),
-                                                 int line = __builtin_LINE()) {
-    report_assertion(condition, path, line);
-    return false;
 }
 
 // Whether there is something to work on: no pointer is NULL.
@@ -137,6 +132,6 @@ constexpr bool given(const auto *...pointer) { return ((pointer != nullptr) && .
 //     if (!DV_ASSERT(date != NULL)) return 0;
 //     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
 // The second form is for conditions that ask for more than a pointer. Both stay off the path of sound calls.
-#define DV_ASSERT(cond) ((cond) || ::dv::impl::assert_failed(#cond))
+#define DV_ASSERT(cond) ((cond) || (::dv::impl::assert_failed(#cond), false))
 
 #endif  // DV_DATATYPE_ERROR_H
