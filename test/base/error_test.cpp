@@ -32,6 +32,7 @@ TEST(Error, RecordHoldsPlaceAndMessage) {
          "The value 15 of the field \"hour\" is out of range: -12 to 14 is accepted."},
         {error_of_(-5113, "day", "{3} %s", "no"), "Invalid day: \"{3} %s\" (no)."},
         {error_of_(-5113, "day", "Foo", ""), "Invalid day: \"Foo\"."},
+        {error_of_(-5113, "day", static_cast<const char *>(nullptr), ""), "Invalid day: \"(null)\"."},
         {error_of_(-1234), "Unknown error -1234."},
     };
     for (const auto &[error, message] : cases) {
@@ -44,6 +45,8 @@ TEST(Error, OverlongTextsAreCutBetweenCharacters) {
     std::string text = "x";
     while (text.size() < 150) text += "\xEA\xB0\x80";
     EXPECT_EQ(error_of_(-5112, text.c_str()).args[0], text.substr(0, 1 + 20 * 3));  // 63 bytes hold no more
+    const std::string no_text(150, '\x80');  // bytes that continue nothing
+    EXPECT_EQ(error_of_(-5112, no_text.c_str()).args[0], no_text.substr(0, 63));
 }
 
 std::string _report;

@@ -19,6 +19,11 @@ SELECT to_char(dv_date(1777, 1, 1), replace(hex(zeroblob(20)), '00', 'YYYYSP;'))
 SELECT group_concat(dv_typeof(column1)) FROM (VALUES (NULL), (1), (1.5), ('x'), (x'00'), (to_number(1)), (dv_date(1, 1, 1)), (dv_time(1, 1, 1)), (to_dsinterval('1 0:0:0')), (dv_rowid(1, 2, 3, 4)));  -- NULL,INTEGER,REAL,TEXT,BLOB,NUMBER,DATE,TIME,INTERVAL DAY TO SECOND,ROWID
 SELECT code || enumerator || name || size || info || categories FROM dv_types WHERE code = 3;  -- 3DV_TYPE_VARCHARVARCHAR20386character varying limited
 SELECT group_concat(code) FROM dv_types WHERE categories LIKE '%datetime%';  -- 5,6,7,21,22
+SELECT count(DISTINCT rowid) || ' ' || count(*) FROM dv_zones;  -- 580 580
+SELECT count(*) FROM dv_zone_transitions(NULL);  -- 0
+SELECT count(*) FROM dv_zone_transitions('Asia/Seoul') WHERE zone > 'Asia';  -- 0
+SELECT dv_text(dv_trunc(to_number('123.456'), -9999999999));  -- 0
+SELECT dv_text(dv_trunc(to_number('123.456'), 9999999999));  -- 123.456
 
 -- What is expected where an argument is another.
 SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
@@ -46,6 +51,11 @@ SELECT dv_rowid(0,0,0,65536);  -- error: dv_rowid: argument 4 is out of range: 6
 SELECT dv_mul(to_yminterval('1-0'), to_yminterval('1-0'));  -- error: dv_mul: argument 2 is INTERVAL YEAR TO MONTH where NUMBER is expected
 SELECT dv_sub(dv_date(1,1,1), dv_date(1,1,1));  -- error: dv_sub: argument 2 is DATE where INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected
 SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER is expected
+SELECT add_months(dv_date(1,1,1), -9999999999);  -- error: add_months: argument 2 is out of range: -9999999999
+SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
+SELECT dv_extract('TIMEZONE_HOUR', dv_timestamp(1,1,1,0,0,0));  -- error: dv_extract: The value's type does not have this field. (dv-5006)
+SELECT count(*) FROM dv_zone_transitions('');  -- error: dv_zone_transitions: there is no region ""
+SELECT count(*) FROM dv_zone_transitions('Etc/UTC' || char(0));  -- error: dv_zone_transitions: there is no region "Etc/UTC"
 
 -- A stored form, and why it holds no value.
 SELECT dv_text(x'');  -- error: dv_text: argument 1 is a BLOB that holds no value: it is empty
@@ -86,6 +96,7 @@ SELECT dv_text(x'0940000000400000007B9ACA00');  -- error: dv_text: argument 1 is
 SELECT dv_text(x'0F02');  -- error: dv_text: argument 1 is a BLOB that holds no value: a ROWID has 12 bytes
 
 -- What cannot be.
+SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. (dv-5064)
 SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
 SELECT dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'));  -- error: dv_sub: The leading field of the interval has more digits than its precision allows. (dv-5064)
 SELECT dv_add(to_dsinterval('999999999 23:59:59'), to_dsinterval('0 0:0:1'));  -- error: dv_add: The leading field of the interval has more digits than its precision allows. (dv-5064)
