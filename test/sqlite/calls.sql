@@ -55,7 +55,7 @@ SELECT add_months(dv_date(1,1,1), -9999999999);  -- error: add_months: argument 
 SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
 SELECT dv_extract('TIMEZONE_HOUR', dv_timestamp(1,1,1,0,0,0));  -- error: dv_extract: The value's type does not have this field. (dv-5006)
 SELECT count(*) FROM dv_zone_transitions('');  -- error: dv_zone_transitions: there is no region ""
-SELECT count(*) FROM dv_zone_transitions('Etc/UTC' || char(0));  -- error: dv_zone_transitions: there is no region "Etc/UTC"
+SELECT count(*) FROM dv_zone_transitions('Etc/UTC' || char(0));  -- error: dv_zone_transitions: argument 1 has a NUL inside its text
 
 -- A stored form, and why it holds no value.
 SELECT dv_text(x'');  -- error: dv_text: argument 1 is a BLOB that holds no value: it is empty
