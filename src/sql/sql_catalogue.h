@@ -55,6 +55,7 @@ struct sql_function {
     const sql_keeper *keeper = nullptr;
     sql_kind other_result = SQL_KIND_NONE;  // by the value of an argument, the body gives this in place of
                                             // result, in engines whose functions need not have one type
+    bool is_try = false;                    // gives SQL NULL where it fails or raises, but for memory
 };
 
 inline constexpr size_t SQL_STATE_ALIGN_MAX = 8;

@@ -9,6 +9,7 @@
 #include "dvtypes/iso.h"
 #include "sql_datetime.h"
 #include "sql_model.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -165,7 +166,7 @@ constexpr char _reads[] = "reads text under a format model", _language_line[] = 
                _as_of_line[] = "the same; as_of gives the year and the month that the model leaves open",
                _both_lines[] = "the same in a language; as_of gives what the model leaves open";
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"to_timestamp_tz",
       {_text},
       "v",
@@ -202,6 +203,7 @@ constexpr sql_function _functions[] = {
     under_model_<date_reader>("to_date", {_text, _text, _text, _date}, _in_language_as_of, _both_lines),
     under_model_<date_reader>("to_date", {_text, _text, _text, _timestamp}, _in_language_as_of, _both_lines),
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "sql_datetime.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -203,7 +204,7 @@ constexpr sql_kind _number = SQL_KIND_NUMBER;
 constexpr sql_kind _integer = SQL_KIND_INTEGER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"to_yminterval", {_text}, "v", _ytm, "reads years-months"}, read_ytm_},
     {{"to_yminterval", {_ytm}, "v", _ytm, "the interval itself"}, sql_return_argument},
     {{"to_dsinterval", {_text}, "v", _dts, "reads days hours:minutes:seconds, with a fraction or without"},
@@ -238,6 +239,7 @@ constexpr sql_function _functions[] = {
     {{"dv_neg", {_ytm}, "v", _ytm, "-v"}, negate_ytm_},
     {{"dv_neg", {_dts}, "v", _dts, "-v"}, negate_dts_},
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "sql_catalogue.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -134,7 +135,7 @@ constexpr sql_kind _number = SQL_KIND_NUMBER;
 constexpr sql_kind _integer = SQL_KIND_INTEGER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"to_number", {_text}, "v", _number, "reads a number; blanks around it, a point and an exponent"},
      from_text_},
     {{"to_number", {_number}, "v", _number, "the number itself"}, sql_return_argument},
@@ -175,6 +176,7 @@ constexpr sql_function _functions[] = {
       "as NUMBER(precision,scale): rounded to the scale, an error when too large"},
      cast_to_precision_and_scale_},
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include "dvtypes/number_fmt.h"
 #include "sql_catalogue.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -25,10 +26,11 @@ void to_number_(sql_call &call) {
 constexpr sql_kind _number = SQL_KIND_NUMBER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"to_char", {_number, _text}, "v, model", _text, "as text under a number model"}, to_char_},
     {{"to_number", {_text, _text}, "v, model", _number, "reads a number under a number model"}, to_number_},
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include "dvtypes/iso.h"
 #include "sql_datetime.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -41,7 +42,7 @@ constexpr sql_kind _time = SQL_KIND_TIME;
 constexpr sql_kind _integer = SQL_KIND_INTEGER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"dv_time", {_integer, _integer, _integer}, "h, mi, s", _time, "a time of day"}, make_},
     {{"dv_time",
       {_integer, _integer, _integer, _integer},
@@ -56,6 +57,7 @@ constexpr sql_function _functions[] = {
     {{"dv_cmp", {_time, _time}, "a, b", _integer, "-1, 0 or 1 as a is before, at or after b"},
      sql_compare_records<&sql_value::time, dv_time_compare>},
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

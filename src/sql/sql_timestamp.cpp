@@ -4,6 +4,7 @@
 
 #include "dvtypes/iso.h"
 #include "sql_datetime.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -79,7 +80,7 @@ constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr sql_kind _ytm = SQL_KIND_ITV_YTM;
 constexpr sql_kind _dts = SQL_KIND_ITV_DTS;
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"dv_timestamp",
       {_integer, _integer, _integer, _integer, _integer, _integer},
       "y, m, d, h, mi, s",
@@ -113,6 +114,7 @@ constexpr sql_function _functions[] = {
     {{"dv_sub", {_timestamp, _dts}, "a, b", _timestamp, "a - b"}, sub_},
     {{"dv_sub", {_timestamp, _timestamp}, "a, b", _dts, "a - b"}, difference_},
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

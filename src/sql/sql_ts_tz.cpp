@@ -10,6 +10,7 @@
 
 #include "dvtypes/iso.h"
 #include "sql_datetime.h"
+#include "sql_try.h"
 
 using namespace dv::impl;
 
@@ -176,7 +177,7 @@ constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr sql_kind _ytm = SQL_KIND_ITV_YTM;
 constexpr sql_kind _dts = SQL_KIND_ITV_DTS;
 
-constexpr sql_function _functions[] = {
+constexpr sql_function _rows[] = {
     {{"from_tz", {_timestamp, _text}, "t, zone", _ts_tz, "the local time of a zone as an instant"}, from_tz_},
     {{"at_time_zone", {_ts_tz, _text}, "v, zone", _ts_tz, "the same instant in another zone"}, at_time_zone_},
     {{"sys_extract_utc", {_ts_tz}, "v", _timestamp, "the instant in UTC"}, to_utc_},
@@ -219,6 +220,7 @@ constexpr sql_function _functions[] = {
     {{"dv_sub", {_ts_tz, _dts}, "a, b", _ts_tz, "a - b"}, sub_},
     {{"dv_sub", {_ts_tz, _ts_tz}, "a, b", _dts, "a - b"}, difference_},
 };
+constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 

@@ -23,6 +23,23 @@ const char *name_of_(const function_set &set) { return set.rows[0]->signature.na
 // Calls
 // ---------------------------------------------------------------------------------------------------------
 
+// What is in a call; of a try_ function SQL NULL in place of a failure.
+void finish_(sqlite3_context *context, const function_set &set, sql_call &call) {
+    if (set.rows[0]->is_try && call.outcome == SQL_FAILED) {
+        call.outcome = SQL_GIVEN;
+        call.result = sql_null();
+    }
+    sqlite_finish(context, name_of_(set), call);
+}
+
+// An error that was raised; of a try_ function SQL NULL, but for want of memory.
+void fail_(sqlite3_context *context, const function_set &set, sql_call &call, const dv_error_t &error) {
+    if (!set.rows[0]->is_try || error.code == DV_ERR_NO_MEMORY)
+        return sqlite_fail(context, name_of_(set), call, error);
+    call.outcome = SQL_FAILED;
+    finish_(context, set, call);
+}
+
 struct run {
     const sql_function &function;
     sql_call &call;
@@ -43,7 +60,7 @@ sqlite_kept *keep_(sqlite3_context *context, const function_set &set, const sql_
 
     dv_error_t error;
     if (sqlite_keep(keeper, call, &kept, &error) != 0) {
-        sqlite_fail(context, name_of_(set), call, error);
+        fail_(context, set, call, error);
         return nullptr;
     }
     if (kept != nullptr) {
@@ -54,7 +71,7 @@ sqlite_kept *keep_(sqlite3_context *context, const function_set &set, const sql_
     if (call.outcome == SQL_GIVEN) {
         sqlite3_result_error_nomem(context);
     } else {
-        sqlite_finish(context, name_of_(set), call);
+        finish_(context, set, call);
     }
     return nullptr;
 }
@@ -64,7 +81,7 @@ void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
     sql_call call;
     if (!sqlite_begin(context, call, argc, argv)) return;
     const sql_function *function = sql_resolve(set.all(), call);
-    if (function == nullptr) return sqlite_finish(context, name_of_(set), call);
+    if (function == nullptr) return finish_(context, set, call);
     if (function->keeper != nullptr) {
         sqlite_kept *kept = keep_(context, set, *function->keeper, call);
         if (kept == nullptr) return;
@@ -72,8 +89,8 @@ void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
     }
     run request = {*function, call};
     dv_error_t error;
-    if (dv_protect(run_, &request, &error) != 0) return sqlite_fail(context, name_of_(set), call, error);
-    sqlite_finish(context, name_of_(set), call);
+    if (dv_protect(run_, &request, &error) != 0) return fail_(context, set, call, error);
+    finish_(context, set, call);
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -249,6 +249,34 @@ TEST(SqlCatalogue, EveryRowGivesItsResultAndReadsTextsToTheirEndAlone) {
     EXPECT_EQ(engine.blocks(), blocks);
 }
 
+// ---- try_ forms ----
+
+// What the plain function gives, and SQL NULL where it fails; each plain function has all its overloads
+// there.
+TEST(SqlCatalogue, TryGivesNullWhereThePlainFunctionFails) {
+    plain_engine engine;
+    std::set<std::string> names;
+    long failures = 0, results = 0;
+    for (const sql_function *row : functions_()) {
+        const std::string try_name = std::string("try_") + row->signature.name;
+        sql_function tried = *row;
+        tried.signature.name = try_name.c_str();
+        const auto plain = sql_overloads_of(*row, catalogue.functions);
+        const auto forms = sql_overloads_of(tried, catalogue.functions);
+        if (forms.count == 0) continue;
+        ASSERT_EQ(forms.count, plain.count) << describe_(row->signature);
+        names.insert(try_name);
+        for_each_call_(row->signature, [&](const auto &args, const auto &) {
+            const answer_t want = engine.call(plain.all(), args), got = engine.call(forms.all(), args);
+            const bool has_failed = want.kind == SQL_KIND_NONE;
+            ASSERT_EQ(got, has_failed ? (answer_t{SQL_KIND_NULL, ""}) : want) << describe_(row->signature);
+            ++(has_failed ? failures : results);
+        });
+    }
+    EXPECT_EQ(names.size(), 7u);
+    EXPECT_TRUE(failures > 1000 && results > 50) << failures << " " << results;
+}
+
 // ---- aggregates ----
 
 // A state that takes rows in and out.

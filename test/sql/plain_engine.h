@@ -31,7 +31,9 @@ class plain_engine {
         dv::impl::sql_begin(call_, &_memory);
         for (const dv::impl::sql_value &arg : args) call_.args[call_.argc++] = arg;
         const dv::impl::sql_function *row = dv::impl::sql_resolve(overloads, call_);
-        return row == nullptr ? answer_() : run_(*row);
+        const answer_t answer = row == nullptr ? answer_() : run_(*row);
+        const bool is_failure = answer.kind == dv::impl::SQL_KIND_NONE;
+        return is_failure && overloads[0]->is_try ? answer_t{dv::impl::SQL_KIND_NULL, ""} : answer;
     }
 
     // The result of an aggregate's state.
