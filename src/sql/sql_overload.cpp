@@ -86,14 +86,11 @@ void dv::impl::sql_fail_unresolved(sql_call &call, std::span<const sql_signature
     fail_with_kind_(call, best.leading, {expected, end});
 }
 
-bool dv::impl::sql_check(sql_call &call, const sql_signature &signature) {
-    for (int i = 0; i < call.argc; ++i) {
-        const char *fault = fault_of_(call.args[i], signature.params[i]);
-        if (fault == nullptr) continue;
-        sql_fail(call, "argument %d %s", i + 1, fault);
-        return false;
-    }
-    return true;
+bool dv::impl::sql_check_value(sql_call &call, int position, sql_kind param) {
+    const char *fault = fault_of_(call.args[position], param);
+    if (fault == nullptr) return true;
+    sql_fail(call, "argument %d %s", position + 1, fault);
+    return false;
 }
 
 void dv::impl::sql_to_number(sql_value &value) {

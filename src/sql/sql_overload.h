@@ -53,8 +53,19 @@ inline bool sql_has_null(const sql_signature &signature, const sql_call &call) {
 // Fails a call whose arguments fit none of the rows: names the first bad argument of those that fit best.
 [[gnu::cold]] void sql_fail_unresolved(sql_call &call, std::span<const sql_signature *const> rows);
 
+// Will the argument at a position, a TEXT or REAL, do for a parameter that takes its kind? The call has
+// failed when it will not.
+bool sql_check_value(sql_call &call, int position, sql_kind param);
+
 // Looks at the values of arguments that fit; false when one will not do: the call has failed then.
-bool sql_check(sql_call &call, const sql_signature &signature);
+inline bool sql_check(sql_call &call, const sql_signature &signature) {
+    for (int i = 0; i < call.argc; ++i) {
+        const sql_kind kind = call.args[i].kind;
+        if (kind != SQL_KIND_TEXT && kind != SQL_KIND_REAL) continue;
+        if (!sql_check_value(call, i, signature.params[i])) return false;
+    }
+    return true;
+}
 
 // Which of at most SQL_OVERLOADS_MAX overloads takes the arguments of a call, which it then may be run with.
 // NULL: the call has its result, SQL NULL or a failure.

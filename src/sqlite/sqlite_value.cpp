@@ -136,12 +136,6 @@ bool dv::impl::sqlite_take_arguments(sql_call &call, int argc, sqlite3_value **a
     return true;
 }
 
-bool dv::impl::sqlite_begin(sqlite3_context *context, sql_call &call, int argc, sqlite3_value **argv) {
-    const bool is_taken = sqlite_take_arguments(call, argc, argv);
-    if (!is_taken) sqlite3_result_error_nomem(context);
-    return is_taken;
-}
-
 void dv::impl::sqlite_finish(sqlite3_context *context, const char *function, sql_call &call) {
     switch (call.outcome) {
         case SQL_GIVEN:

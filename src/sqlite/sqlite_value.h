@@ -18,7 +18,11 @@ extern allocator_t sqlite_memory;
 // Begins a call with what SQLite passed. False: there is no memory for it; sqlite_begin has then ended the
 // call in SQLite.
 bool sqlite_take_arguments(sql_call &call, int argc, sqlite3_value **argv);
-bool sqlite_begin(sqlite3_context *context, sql_call &call, int argc, sqlite3_value **argv);
+inline bool sqlite_begin(sqlite3_context *context, sql_call &call, int argc, sqlite3_value **argv) {
+    const bool is_taken = sqlite_take_arguments(call, argc, argv);
+    if (!is_taken) sqlite3_result_error_nomem(context);
+    return is_taken;
+}
 
 // Gives SQLite what is in a call of a function, its result or why it failed, and frees its block.
 void sqlite_finish(sqlite3_context *context, const char *function, sql_call &call);
