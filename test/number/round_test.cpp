@@ -36,6 +36,7 @@ TEST(NumberRoundReference, AgreesNearTheDigits) {
 // differ.
 TEST(NumberRoundReference, AnUnknownModeIsReportedWhereItIsAsked) {
     number_source source(23);
+    EXPECT_EQ(number_get_roundmode(), NUMBER_RMODE_HALF_UP);
     for (long round = scaled(100'000); round > 0; --round) {
         const number_t x = source.any(), y = source.pair_for(x);
         const int pos = top_position(decode(x)) - source.pick(-3, 40);
@@ -49,6 +50,7 @@ TEST(NumberRoundReference, AnUnknownModeIsReportedWhereItIsAsked) {
         };
         const outcome_t want = in_mode(NUMBER_RMODE_TRUNC);
         const rounding_mode unknown(7);
+        ASSERT_EQ(number_get_roundmode(), 7);
         const assertion_watch watch;
         const outcome_t got = ours(
             x, [&](number_t *r) { rounds ? number_round_at_withmode(r, pos, 7) : operation.library(r, &y); });
