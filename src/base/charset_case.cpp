@@ -94,6 +94,15 @@ constexpr bool is_sorted_(const Range (&ranges)[N]) {
 }
 static_assert(is_sorted_(_to_upper) && is_sorted_(_to_lower) && is_sorted_(_word_units));
 
+// Does every range end with a unit that changes, and a range of one unit have the step 1?
+template <size_t N>
+constexpr bool are_exact_(const case_range_t (&ranges)[N]) {
+    return std::all_of(ranges, ranges + N, [](auto &range) {
+        return range.first == range.last ? range.step == 1 : (range.last - range.first) % range.step == 0;
+    });
+}
+static_assert(are_exact_(_to_upper) && are_exact_(_to_lower));
+
 // The range that holds the unit, or NULL.
 template <typename Range, size_t N>
 const Range *find_(const Range (&ranges)[N], int unit) {

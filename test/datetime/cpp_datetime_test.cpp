@@ -160,6 +160,8 @@ TEST(CppDatetime, DatesMoveByDaysMonthsAndUnits) {
     EXPECT_EQ(months_between(date(2001, 3, 31), date(2001, 2, 28)), 1);
     EXPECT_EQ(date(2000, 1, 1).julian_day(), 2451545);
     EXPECT_TRUE(std::ranges::lexicographical_compare(date(-45, 1, 1).key(), date(1, 1, 1).key()));
+    EXPECT_LT(date(2000, 1, 1), date(2000, 1, 2));
+    EXPECT_GT(date(2000, 1, 2), date(2000, 1, 1));
 }
 
 TEST(CppDatetime, ZonedTimestampsAreInstantsShownInTheirZone) {

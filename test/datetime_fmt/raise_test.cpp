@@ -129,6 +129,10 @@ TEST(ModelPointers, AreReportedByTheirNames) {
     call_all();
     EXPECT_EQ(reported, "parse_ctx->cur_token_info != NULL");
     EXPECT_EQ(watch.count(), 22U);
+    ctx.fmt_ctx = nullptr;
+    EXPECT_EQ(nls_date_lang_get_std_month(&ctx, 0, 0), nullptr);
+    EXPECT_EQ(reported, "parse_ctx->fmt_ctx != NULL");
+    EXPECT_EQ(watch.count(), 23U);
 }
 
 // A letter case that is none: no name, but blanks where one is padded.

@@ -19,7 +19,9 @@ TEST(NumberConstants, AreOneTable) {
                                     _number_one,     _number_e};
     for (size_t i = 0; i < std::size(rows); ++i)
         EXPECT_EQ(&rows[i]->size - &rows[0]->size, static_cast<ptrdiff_t>(i * NUMBER_ROW_SIZE));
-    EXPECT_TRUE(!_float_covers_number && _double_covers_number && _long_double_covers_number);
+    EXPECT_EQ(_float_covers_number, 0);
+    EXPECT_EQ(_double_covers_number, 1);
+    EXPECT_EQ(_long_double_covers_number, 1);
 }
 
 TEST(NumberAssign, TouchesTheMeaningfulBytesAlone) {

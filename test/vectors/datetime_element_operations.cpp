@@ -41,7 +41,10 @@ void write_(vector_call &call, conv_status_t (*write)(dt_fmt_parse_ctx_t *, cons
             status = std::apply([&](auto... rest) { return write(&at.context, record, rest...); }, more);
         }))
         return;
-    call.put_text({text, static_cast<size_t>(at.context.str_idx)});
+    const std::string_view whole(text, sizeof text);
+    const auto written = static_cast<size_t>(at.context.str_idx);
+    if (whole.find_first_not_of('\0', written) != whole.npos) call.fail("written behind the text");
+    call.put_text(whole.substr(0, written));
     call.put(status);
 }
 

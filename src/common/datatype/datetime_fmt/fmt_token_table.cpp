@@ -93,11 +93,17 @@ static_assert(all_elements(any_, [](size_t id) {
                          [=](const auto &row) { return size_t{row.id} == id; }) == 1;
 }));
 
+// A template, where there is one, is of a text or of a number.
+static_assert(all_elements(any_, [](size_t id) {
+    const std::string_view format = fmt_tokens_[id].write_fmt;
+    return format.empty() || format.back() == (fmt_tokens_[id].is_str_fmt ? 's' : 'd');
+}));
+
 // An element that is read instead of another one gives the same field, and can be read.
 constexpr bool replaces_(int alternate, const dt_fmt_token_t &token) {
     if (alternate == FMT_TOKEN_NONE) return true;
     const dt_fmt_token_t &other = fmt_tokens_.at(static_cast<size_t>(alternate));
-    return other.unit_type == token.unit_type && other.is_input != 0 && token.is_input != 0;
+    return other.unit_type == token.unit_type && other.is_input && token.is_input;
 }
 static_assert(all_elements(any_, [](size_t id) {
     const dt_fmt_token_t &token = fmt_tokens_[id];

@@ -25,10 +25,10 @@ struct dt_fmt_token_t {
     char token[FMT_KEYWORD_SIZE];  // the keyword, upper case
     int token_len;                 // its characters
     dt_fmt_type_e type;
-    uint8_t is_input;                   // may appear in a model for reading
+    bool is_input;                      // may appear in a model for reading
     int input_len;                      // nominal width of the field in characters
     char write_fmt[FMT_TEMPLATE_SIZE];  // as for printf
-    uint8_t is_str_fmt;                 // written as a word; no suffix goes with it
+    bool is_str_fmt;                    // written as a word; no suffix goes with it
     dt_fmt_unit_e unit_type;            // the field that it gives
     int16_t alt_token1, alt_token2;     // elements that a reader may take in its place, or FMT_TOKEN_NONE
 };
@@ -37,10 +37,10 @@ struct fmt_token_row_t {
     dt_fmt_token_id_e id;
     std::string_view text;
     dt_fmt_type_e type;
-    uint8_t is_input;
+    bool is_input;
     int input_len;
     std::string_view write_fmt;
-    uint8_t is_str_fmt;
+    bool is_str_fmt;
     dt_fmt_unit_e unit_type;
     int16_t alt_token1 = FMT_TOKEN_NONE, alt_token2 = FMT_TOKEN_NONE;
 };

@@ -125,7 +125,7 @@ dt_fmt_sfx_type_e get_suffix_type_(dt_fmt_parse_ctx_t &parse_ctx) {
 }
 
 // Only numbers take suffixes.
-bool is_number_(int id) { return has_row_(id) && fmt_tokens_[static_cast<size_t>(id)].is_str_fmt == 0; }
+bool is_number_(int id) { return has_row_(id) && !fmt_tokens_[static_cast<size_t>(id)].is_str_fmt; }
 
 // A literal or run takes its text. Should throw_ return against its contract, the text is left out.
 void take_text_(allocator_t *alloc, dt_fmt_token_info_t &info, std::string_view text) {

@@ -196,7 +196,7 @@ constexpr auto _readers = [] {
 }();
 
 static_assert(all_elements(
-    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_DATE && element.is_input != 0; },
+    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_DATE && element.is_input; },
     [](size_t id) { return _readers[id] != nullptr; }));
 
 }  // namespace

@@ -124,7 +124,7 @@ constexpr auto _readers = [] {
 }();
 
 static_assert(all_elements(
-    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TIME && element.is_input != 0; },
+    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TIME && element.is_input; },
     [](size_t id) { return _readers[id] != nullptr || id == DT_FMT_TOKEN_FF || id == DT_FMT_TOKEN_X; }));
 
 }  // namespace

@@ -141,7 +141,7 @@ constexpr auto _readers = [] {
 }();
 
 static_assert(all_elements(
-    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TZ && element.is_input != 0; },
+    [](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TZ && element.is_input; },
     [](size_t id) { return _readers[id] != nullptr; }));
 
 }  // namespace

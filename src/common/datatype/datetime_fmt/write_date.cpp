@@ -190,7 +190,7 @@ int dv_date_write_num_val_(size_t id, const calendar_day_t &d) {
 // Every element of a date has its word or number.
 static_assert(all_elements([](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_DATE; },
                            [](size_t id) {
-                               if (fmt_tokens_[id].is_str_fmt == 0)
+                               if (!fmt_tokens_[id].is_str_fmt)
                                    return _numbers[id].is_given || id == DT_FMT_TOKEN_J;
                                return _name_elements[id].count != 0 || id == DT_FMT_TOKEN_YEAR ||
                                       id == DT_FMT_TOKEN_SYEAR;

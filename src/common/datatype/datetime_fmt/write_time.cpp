@@ -83,7 +83,7 @@ conv_status_t dv_time_write_num_val_(dt_fmt_parse_ctx_t &ctx, const dv_time_t &t
 // Every element of a time of day has a writer.
 static_assert(all_elements([](const dt_fmt_token_t &element) { return element.type == DT_FMT_TYPE_TIME; },
                            [](size_t id) {
-                               if (fmt_tokens_[id].is_str_fmt != 0) return _word_writers[id] != nullptr;
+                               if (fmt_tokens_[id].is_str_fmt) return _word_writers[id] != nullptr;
                                return _numbers[id] != nullptr || id == DT_FMT_TOKEN_FF;
                            }));
 
