@@ -13,7 +13,7 @@
 namespace dv::impl {
 
 inline constexpr int SQL_PARAMS_MAX = 7;
-inline constexpr int SQL_ROOM_SIZE = 512;
+inline constexpr int SQL_ROOM_SIZE = 768;
 inline constexpr int SQL_FAILURE_SIZE = 768;
 
 enum sql_outcome : uint8_t {

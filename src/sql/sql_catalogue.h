@@ -108,6 +108,7 @@ extern const sql_function_table extract_functions;
 extern const sql_function_table number_model_functions;
 extern const sql_function_table rowid_functions;
 extern const sql_function_table type_functions;
+extern const sql_function_table error_functions;
 extern const sql_aggregate_table number_aggregates;
 extern const sql_table types_table;
 extern const sql_table zones_table;

@@ -138,7 +138,8 @@ constexpr const char *_texts[] = {"",
                                   "monday",
                                   "DDD",
                                   "AAAAABAACAAAAADAAE",
-                                  "13:05:07"};
+                                  "13:05:07",
+                                  "to_timestamp"};
 // What a reader that runs on finds behind them, so that it would give something else.
 constexpr char _junk[] = "9A/";
 
