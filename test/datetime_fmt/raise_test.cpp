@@ -54,8 +54,10 @@ TEST(ModelRaise, ShowsTheTextOfTheContext) {
     const compiled_model model("YYYY", /*is_reading=*/true);
     std::string text(200, 'x');
     dt_fmt_parse_ctx_t ctx;
+    std::memset(&ctx, 0xFF, sizeof ctx);
     dt_parse_ctx_init(&ctx, &model.ctx, text.data(), 200, nullptr, 0, /*is_from_str=*/1);
     EXPECT_EQ(std::string(ctx.org_str, sizeof ctx.org_str), std::string(129, 'x'));
+    EXPECT_EQ(ctx.str_idx | ctx.fmt_idx | ctx.fmt_len | ctx.ddd | ctx.update_flag, 0);
     ctx.cur_token_info = model.ctx.token_infos;
     dv_date_t date = make_date(2024, 1, 1);
     dv_error_t error{};

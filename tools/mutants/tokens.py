@@ -133,13 +133,3 @@ def tokens_of(source):
                 token = token._replace(opens=_brace_kind(result[-60:], token.brace))
         result.append(token)
     return result
-
-
-def is_in_body(source, place):
-    """Does a place of the source lie in statements?"""
-    brace = SCOPE
-    for token in tokens_of(source):
-        if token.begin > place:
-            break
-        brace = token.brace
-    return brace == BLOCK

@@ -107,8 +107,6 @@ void take_element_(gathering_t &in, char element) {
         case 'L':
         case 'U':
             return expect_(in, "$");
-        case 'X':  // read elsewhere
-            raise(error_at(ERR_NUMBER_MODEL, __FILE__, __LINE__, "number_from_str_fmt"));
         default:
             DV_ASSERT(false);
     }
