@@ -17,14 +17,7 @@
 #include <utility>
 
 #include "../test/datetime_fmt/model_text.h"
-#include "dvtypes/dv_type.h"
-#include "dvtypes/erowid.h"
-#include "dvtypes/interval.h"
-#include "dvtypes/nerowid.h"
-#include "dvtypes/nls.h"
-#include "dvtypes/number_fmt.h"
-#include "dvtypes/rowid.h"
-#include "dvtypes/timestamp_tz.h"
+#include "exported_headers.inc"
 #include "fuzz_input.h"
 #include "null_argument.h"
 #include "public_headers.h"
