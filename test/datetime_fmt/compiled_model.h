@@ -55,6 +55,8 @@ inline bool is_same_model(const dt_fmt_ctx_t &x, const dt_fmt_ctx_t &y) {
                 ? one.token == other.token
                 : std::memcmp(one.token, other.token, static_cast<size_t>(one.token_len) + 1) == 0;
         other.token = one.token;
+        // The bytes between the members are 0, and count.
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
         return is_same_text && std::memcmp(&one, &other, sizeof one) == 0;
     };
     return std::equal(x.token_infos, x.token_infos + x.token_cnt, y.token_infos, y.token_infos + y.token_cnt,

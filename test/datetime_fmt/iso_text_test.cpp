@@ -160,7 +160,7 @@ TEST(IsoText, IsWrittenAsTheWalkWritesIt) {
 TEST(IsoText, EndsWhereTheModelEnds) {
     const dv_timestamp_t ts = {120, 124, 2, 29, 13, 5, 9, 0, {0x07, 0x5B, 0xCD, 0x15}};
     for (const char *model : {"YYYY-MM-DD HH24:MI:SS.FF", "HH24:MI:SS.FF"}) {
-        const road_pair_t roads(model, /*is_reading=*/false, false, false);
+        const road_pair_t roads(model, /*is_reading=*/false, /*is_fill_mode=*/false, /*is_exact_mode=*/false);
         dt_fmt_ctx_t straight = roads.straight.ctx, walked = roads.walked.ctx;
         while (--straight.token_cnt > 0) {
             --walked.token_cnt;
