@@ -1,6 +1,7 @@
 """Intervals: records, text, arithmetic; and dates and intervals."""
 
 import functools
+import math
 import re
 import struct
 
@@ -80,8 +81,8 @@ def set_seconds(itv, total):
 
 
 def add_nanoseconds(itv, value):
-    """Carried into the seconds, so that the sum has their sign; the days stay."""
-    seconds, total = itv[1], itv[2] + int(value)
+    """Carried into the seconds, so that the sum has their sign; the days stay. NaN adds nothing."""
+    seconds, total = itv[1], itv[2] + (0 if math.isnan(value) else int(value))
     billion = 10 ** 9
     if seconds > 0 and total < 0:
         borrowed = -(total // billion)
