@@ -7,7 +7,7 @@
 // The length or size of a text is one where its name says so: none is larger than the text, which ends with a
 // NUL where it is below 1. A larger one would be the caller's lie, which no function can find out; but where
 // the headers promise to look at so many bytes at most, a text of as many may come with any length. Format
-// models are compiled ones.
+// models are compiled ones, regions those of the library.
 //
 // Properties: the call comes back, by itself or with a code that its header names; constant operands stay.
 
@@ -148,6 +148,8 @@ T any_argument_(call_t &call) {
             return &model_(call.input.byte());
         } else if constexpr (std::is_same_v<T, dt_fmt_parse_ctx_t *>) {
             return call.any_context();
+        } else if constexpr (std::is_same_v<T, const tz_region_t *>) {
+            return &region_tab_[call.input.take<uint16_t>() % TZ_ID_MAX];
         } else if constexpr (std::is_same_v<T, allocator_t *>) {
             return _system_allocator;
         } else if constexpr (std::is_same_v<T, int *>) {

@@ -202,6 +202,7 @@ DV_EXPORT void dv_itv_dts_sub_itv_dts(dv_itv_dts_t *dts1, const dv_itv_dts_t *dt
 // "number_is_valid_ptr(dd)".
 // Raises  -5065  division by zero     -5087  the days of the result do not fit 32 bits
 //         -5068, -5069  the product or quotient is out of the range of NUMBER
+//         -5070  dd is no valid record, and counts as 0 in the division alone
 DV_EXPORT void dv_itv_dts_mul(dv_itv_dts_t *dts, const number_t *dd);
 DV_EXPORT void dv_itv_dts_div(dv_itv_dts_t *dts, const number_t *dd);
 

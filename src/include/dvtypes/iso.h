@@ -58,11 +58,10 @@ DV_EXPORT void dv_date_from_iso(dv_date_t *date, const char *str, int str_len);
 DV_EXPORT void dv_time_from_iso(dv_time_t *time, const char *str, int str_len);
 DV_EXPORT void dv_timestamp_from_iso(dv_timestamp_t *ts, const char *str, int str_len);
 
-// The same for a local time and its zone. Also raises
-//         -5104  no region has the name     -5098  offset hours outside -12..14
+// As dv_timestamp_from_iso, of a local time and its zone. Also
+// Raises  -5104  no region has the name     -5098  offset hours outside -12..14
 //         -5099  offset minutes above 59, an offset outside -12:59..+14:00, or one from +00:01 to +00:59,
-//         which no
-//                record can hold
+//                which no record can hold
 //         -5110  the region's clocks never showed the time, or not at that offset
 //         -5109  the abbreviation was not in force
 DV_EXPORT void dv_ts_tz_from_iso(dv_ts_tz_t *ts_tz, const char *str, int str_len);
@@ -72,14 +71,15 @@ DV_EXPORT void dv_ts_tz_from_iso(dv_ts_tz_t *ts_tz, const char *str, int str_len
 //
 //   buf, buf_size  the sizes above are enough for any value
 //
-// Raises  -3005  the text and its NUL do not fit; nothing is written     -5114  the record holds no valid
-// value
+// Raises  -3005  the text and its NUL do not fit; nothing is written     -5114  it is no valid value
 DV_EXPORT int dv_date_to_iso(const dv_date_t *date, char *buf, int buf_size);
 DV_EXPORT int dv_time_to_iso(const dv_time_t *time, char *buf, int buf_size);
 DV_EXPORT int dv_timestamp_to_iso(const dv_timestamp_t *ts, char *buf, int buf_size);
 
-// A fixed offset, or the region's name and the abbreviation in force, or the offset where the abbreviation
-// does not tell it. A zone that is neither raises -5104.
+// As dv_timestamp_to_iso, and the zone: a fixed offset, or the region's name and the abbreviation in force,
+// or the offset where the abbreviation does not tell it.
+//
+// Raises  -5104  a zone that is neither     -5114  a local time out of the range of DATE arithmetic, too
 DV_EXPORT int dv_ts_tz_to_iso(const dv_ts_tz_t *ts_tz, char *buf, int buf_size);
 
 #ifdef __cplusplus
