@@ -102,17 +102,21 @@ class Campaign:
     def run_again(self):
         """Plants the survivors again, wherever their lines have moved, and puts what becomes of them in their place."""
         places = {campaign.identity(r): i for i, r in enumerate(self._results.records) if r["verdict"] == campaign.SURVIVED}
-        self._sources = {path: source for path, source in self._sources.items() if any(path == p[0] for p in places)}
-        found = {}
+        # Of files that are gone the lines are looked for in all others.
+        moved = {identity[1:]: i for identity, i in places.items() if identity[0] not in self._sources}
+        if not moved:
+            self._sources = {path: s for path, s in self._sources.items() if any(path == p[0] for p in places)}
+        found, place_of = {}, {}  # by place: the fault; by the fault's identity: the place
         for fault in campaign.planned(self._sources, "1"):
             identity = campaign.identity(campaign.record_of(fault, self._sources[fault.path], "", "", 0))
-            if identity in places:
-                found[identity] = fault
-        for identity in places.keys() - found.keys():
-            _say(f"no longer there: {identity}")
+            place = places.get(identity, moved.get(identity[1:]))
+            if place is not None:
+                found[place], place_of[identity] = fault, place
+        for place in set(places.values()) - found.keys():
+            _say(f"no longer there: {campaign.identity(self._results.records[place])}")
 
         def put(record):
-            self._results.records[places[campaign.identity(record)]] = record
+            self._results.records[place_of[campaign.identity(record)]] = record
             self._results.write()
 
         self._run(iter(found.values()), {}, len(found), put)
