@@ -93,6 +93,9 @@ SELECT dv_text(x'084000000017');  -- error: dv_text: argument 1 is a BLOB that h
 SELECT dv_text(x'097B9ACA004000000040000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: it has more than nine digits of days
 SELECT dv_text(x'09400000004001518040000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its seconds are out of range
 SELECT dv_text(x'0940000000400000007B9ACA00');  -- error: dv_text: argument 1 is a BLOB that holds no value: its nanoseconds are out of range
+SELECT dv_text(x'08400000010A');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fields differ in sign
+SELECT dv_text(x'09400000013FFFFFFF40000000');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fields differ in sign
+SELECT dv_text(x'0940000001400000003FFFFFFF');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fields differ in sign
 SELECT dv_text(x'0F02');  -- error: dv_text: argument 1 is a BLOB that holds no value: a ROWID has 12 bytes
 
 -- What cannot be.
