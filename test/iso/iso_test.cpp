@@ -164,6 +164,8 @@ TEST(IsoText, KeepsInstantAndZoneAroundAllTransitions) {
 TEST(IsoText, ReadsZonesInAllTheirForms) {
     constexpr std::pair<const char *, const char *> cases[] = {
         {"2024-02-29", "2024-02-29 00:00:00.000000000 +00:00"},
+        {"20240229T13", "2024-02-29 13:00:00.000000000 +00:00"},
+        {"20240229 1305+09", "2024-02-29 13:05:00.000000000 +09:00"},
         {"2024-02-29 +09:00", "2024-02-29 00:00:00.000000000 +09:00"},
         {"2024-02-29+09", "2024-02-29 00:00:00.000000000 +09:00"},
         {"2024-02-29 13:05+01", "2024-02-29 13:05:00.000000000 +01:00"},
@@ -209,6 +211,9 @@ TEST(IsoText, RefusesEverythingElseAndLeavesTheRecord) {
         {"2024-03-31 02:30:00 Europe/Paris", -5110},
         {"2024-03-31 12:30:00 Europe/Paris +01:00", -5110},
         {"2024-02-29 +9:00", -5113},
+        {"2024-02-29 Asia/Seoul +9:00", -5109},
+        {"2024-02-29 Asia/Seoul +15:00", -5098},
+        {"2024-02-29 Asia/Seoul ABBREVIATION", -5113},
         {"2024-02-29 +15:00", -5098},
         {"2024-02-29 +00:30", -5099},
         {"2024-02-30", -5114},
@@ -261,6 +266,8 @@ TEST(IsoText, WritesNothingThatDoesNotFitAndNoInvalidRecord) {
         EXPECT_EQ(code, size < DV_ISO_TIMESTAMP_SIZE ? -3005 : 0) << size;
     }
     EXPECT_EQ(iso_<dv_timestamp_to_iso>(null_dv_timestamp), "");
+    EXPECT_EQ(iso_<dv_date_to_iso>(null_dv_date), "");
+    EXPECT_EQ(iso_<dv_ts_tz_to_iso>(null_dv_ts_tz), "");
     EXPECT_EQ(iso_<dv_time_to_iso>(null_dv_time), "00:00:00.000000000");
     char text[DV_ISO_TS_TZ_SIZE];
     dv_timestamp_t hostile = ts;
