@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "dvtypes/number_sum.h"
 #include "number_support.h"
 
@@ -84,7 +86,7 @@ TEST(NumberFault, IsFoundInAllButTheOneRecordOfAValue) {
     for (long i = scaled(200'000); i > 0; --i) {
         number_t x = values_(random, 1)[0];
         for (auto changes = random() % 3; changes > 0; --changes)
-            reinterpret_cast<uint8_t *>(&x)[random() % (x.size + 2u)] ^=
+            reinterpret_cast<uint8_t *>(&x)[random() % std::min<size_t>(sizeof x, x.size + 2u)] ^=
                 static_cast<uint8_t>(1 << random() % 8);
         char text[NUMBER_SCIENTIFIC_TEXT_SIZE];
         number_t again{};
