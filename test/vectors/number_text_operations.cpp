@@ -76,6 +76,7 @@ void compile_(vector_call &call) {
     if (!call.run([&] { number_fmt_parse(model.data, &result); }) || model.data == nullptr) return;
     std::memset(&other, 0xFF, sizeof other);
     number_fmt_parse(model.data, &other);
+    // The bytes between the members count. NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
     if (std::memcmp(&result, &other, sizeof result) != 0) call.fail("a byte of the record is not written");
     call.put_text(result.fmt_dig);
     const int fields[] = {result.fm_present, result.sign_type,      result.currency_type,  result.pos_msd,

@@ -89,9 +89,9 @@ fence_t *fences_() {
 std::string unquoted_(std::string_view quoted) {
     std::string text;
     for (size_t i = 1; i + 1 < quoted.size(); ++i) {
-        if (quoted[i] != '\\') {
-            text += quoted[i];
-        } else if (quoted[++i] != 'x') {
+        const bool is_escape = quoted[i] == '\\';
+        if (is_escape) ++i;
+        if (!is_escape || quoted[i] != 'x') {
             text += quoted[i];
         } else {
             text += static_cast<char>(hex_digit_(quoted[i + 1]) * 16 + hex_digit_(quoted[i + 2]));
