@@ -10,6 +10,7 @@
 #include <map>
 
 #include "raise.h"
+#include "sql_readers.h"
 #include "sql_session.h"
 
 using namespace dv::fuzz;
@@ -40,15 +41,6 @@ constexpr char _values[] = R"(VALUES
     (to_timestamp_tz('9999-12-31 20:00:00 -03:00')), (to_yminterval('999999999-11')), (to_yminterval('-0-1')),
     (to_dsinterval('-999999999 23:59:59.999999999')), (to_dsinterval('0 0:0:0.5')),
     (dv_rowid(4294967295, 65535, 2, 1)))";
-
-// What reads the text of a value; a TIME has no reader.
-const std::map<std::string, std::string> _readers = {{"NUMBER", "to_number"},
-                                                     {"DATE", "to_date"},
-                                                     {"TIMESTAMP", "to_timestamp"},
-                                                     {"TIMESTAMP WITH TIME ZONE", "to_timestamp_tz"},
-                                                     {"INTERVAL YEAR TO MONTH", "to_yminterval"},
-                                                     {"INTERVAL DAY TO SECOND", "to_dsinterval"},
-                                                     {"ROWID", "dv_rowid"}};
 
 sql_session &session_() {
     static sql_session session;
@@ -168,8 +160,8 @@ void check_value_(const sql_value_t &value, const std::string &sql) {
     const sql_result_t text = run_kept_("SELECT dv_text(?1), dv_typeof(?1)", {value});
     if (text.is_error() || text.rows[0][0].type != SQLITE_TEXT)
         fail("a value", sql, shown(value) + shown(text));
-    const auto reader = _readers.find(text.rows[0][1].bytes);
-    if (reader == _readers.end()) return;
+    const auto reader = dv::test::sql_readers.find(text.rows[0][1].bytes);
+    if (reader == dv::test::sql_readers.end()) return;
     const sql_result_t again = run_kept_("SELECT " + reader->second + "(?1)", {text.rows[0][0]});
     if (again.is_error() || again.rows[0][0] != value)
         fail("a text that reads back", sql, shown(value) + " " + shown(text) + shown(again));

@@ -9,10 +9,22 @@ using namespace dv::impl;
 namespace {
 
 constexpr const sql_function_table *_functions[] = {
-    &general_functions,       &number_functions,         &date_functions,         &time_functions,
-    &timestamp_functions,     &ts_tz_functions,          &interval_functions,     &extract_functions,
-    &datetime_read_functions, &datetime_model_functions, &number_model_functions, &rowid_functions,
-    &type_functions,          &error_functions,
+    &general_functions,
+    &number_functions,
+    &date_functions,
+    &time_functions,
+    &timestamp_functions,
+    &ts_tz_functions,
+    &datetime_arithmetic_functions,
+    &calendar_functions,
+    &interval_functions,
+    &extract_functions,
+    &datetime_read_functions,
+    &datetime_model_functions,
+    &number_model_functions,
+    &rowid_functions,
+    &type_functions,
+    &error_functions,
 };
 constexpr const sql_aggregate_table *_aggregates[] = {&number_aggregates};
 constexpr const sql_table *_tables[] = {&types_table, &zones_table, &zone_transitions_table,

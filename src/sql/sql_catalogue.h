@@ -9,6 +9,7 @@
 #ifndef DV_SQL_CATALOGUE_H
 #define DV_SQL_CATALOGUE_H
 
+#include <array>
 #include <string_view>
 
 #include "sql_call.h"
@@ -101,6 +102,8 @@ extern const sql_function_table date_functions;
 extern const sql_function_table time_functions;
 extern const sql_function_table timestamp_functions;
 extern const sql_function_table ts_tz_functions;
+extern const sql_function_table datetime_arithmetic_functions;
+extern const sql_function_table calendar_functions;
 extern const sql_function_table datetime_model_functions;
 extern const sql_function_table datetime_read_functions;
 extern const sql_function_table interval_functions;
@@ -130,6 +133,19 @@ void sql_for_each(std::span<const std::span<const Row> *const> tables, auto visi
     for (const std::span<const Row> *table : tables) {
         for (const Row &row : *table) visit(row);
     }
+}
+
+// The rows of several tables as one.
+template <const auto &...Tables>
+constexpr auto sql_join() {
+    std::array<sql_function, (std::size(Tables) + ...)> all{};
+    size_t end = 0;
+    (
+        [&] {
+            for (const sql_function &row : Tables) all[end++] = row;
+        }(),
+        ...);
+    return all;
 }
 
 }  // namespace dv::impl

@@ -58,37 +58,53 @@ inline const dv_time_t &sql_time_part(const dv_timestamp_t &ts) {
 static_assert(sizeof(dv_timestamp_t) == offsetof(dv_timestamp_t, hour) + sizeof(dv_time_t));
 
 // ---------------------------------------------------------------------------------------------------------
-// Dates
+// DATE and both TIMESTAMPs: what is written once for the three is a template over the record
 // ---------------------------------------------------------------------------------------------------------
 
-// Makes a DATE the result, as a day of the calendar. Raises -5114 for a day BC that day numbers know and the
-// calendar lacks.
-inline void sql_return_date(sql_call &call, const dv_date_t &date) {
-    sql_value value{};
-    value.kind = SQL_KIND_DATE;
-    value.date = date;
-    dv_date_is_valid(&value.date);
-    sql_return(call, value);
+template <typename Record>
+inline constexpr sql_kind sql_kind_of = SQL_KIND_NONE;
+template <>
+inline constexpr sql_kind sql_kind_of<dv_date_t> = SQL_KIND_DATE;
+template <>
+inline constexpr sql_kind sql_kind_of<dv_timestamp_t> = SQL_KIND_TIMESTAMP;
+template <>
+inline constexpr sql_kind sql_kind_of<dv_ts_tz_t> = SQL_KIND_TS_TZ;
+
+// The record in a value of its kind.
+template <typename Record>
+Record &sql_record_of(sql_value &value) {
+    if constexpr (sql_kind_of<Record> == SQL_KIND_DATE) return value.date;
+    if constexpr (sql_kind_of<Record> == SQL_KIND_TIMESTAMP) return value.timestamp;
+    if constexpr (sql_kind_of<Record> == SQL_KIND_TS_TZ) return value.ts_tz;
 }
 
-// Adds (sign 1) or subtracts (-1) calendar months. Raises as dv_date_add_month with is_from_itv 1.
-void sql_add_months(dv_date_t &date, const dv_itv_ytm_t &interval, int sign);
+// The DATE at the beginning of each, of a TIMESTAMP WITH TIME ZONE in UTC.
+inline dv_date_t &sql_date_part(dv_date_t &date) { return date; }
+inline dv_date_t &sql_date_part(dv_ts_tz_t &ts_tz) { return sql_date_part(ts_tz.utc); }
+inline const dv_date_t &sql_date_part(const dv_ts_tz_t &ts_tz) { return sql_date_part(ts_tz.utc); }
 
-// ---------------------------------------------------------------------------------------------------------
-// Timestamps
-// ---------------------------------------------------------------------------------------------------------
+// Raises -5114 when the local time of a TIMESTAMP WITH TIME ZONE is no time of the calendar, and so has no
+// text: 9999-12-31 20:00 UTC at +09:00.
+void sql_check_local_time(const dv_ts_tz_t &ts_tz);
 
-// Makes a TIMESTAMP the result, as sql_return_date does with a DATE.
-inline void sql_return_timestamp(sql_call &call, const dv_timestamp_t &ts) {
+// Makes a value the result, as a day of the calendar. Raises -5114 for a day BC that day numbers know and the
+// calendar lacks, and as sql_check_local_time.
+template <typename Record>
+void sql_return_datetime(sql_call &call, const Record &record) {
     sql_value value{};
-    value.kind = SQL_KIND_TIMESTAMP;
-    value.timestamp = ts;
-    dv_date_is_valid(&sql_date_part(value.timestamp));
+    value.kind = sql_kind_of<Record>;
+    sql_record_of<Record>(value) = record;
+    dv_date_is_valid(&sql_date_part(sql_record_of<Record>(value)));
+    if constexpr (sql_kind_of<Record> == SQL_KIND_TS_TZ) sql_check_local_time(value.ts_tz);
     sql_return(call, value);
 }
 
 // What is wrong with the bytes of a TIMESTAMP, but for its eighth; NULL when nothing is.
 const char *sql_timestamp_fault(const dv_timestamp_t &ts);
+
+// ---------------------------------------------------------------------------------------------------------
+// Zones
+// ---------------------------------------------------------------------------------------------------------
 
 // The offset +00:00, in which a text that names no zone is read.
 inline constexpr int SQL_UTC_HOUR = 100;  // of the record, which holds hours + 100
@@ -96,21 +112,6 @@ inline constexpr timezone_t SQL_UTC = {SQL_UTC_HOUR, 0, 0, {TZ_ID_OFFSET >> 8, T
 
 // The number of a zone: a region's, or TZ_ID_OFFSET.
 inline int sql_zone_number(const timezone_t &tz) { return timezone_get_field(&tz, TZ_FLD_ZONE_ID); }
-
-// Raises -5114 when the local time of a TIMESTAMP WITH TIME ZONE is no time of the calendar, and so has no
-// text: 9999-12-31 20:00 UTC at +09:00.
-void sql_check_local_time(const dv_ts_tz_t &ts_tz);
-
-// Makes a TIMESTAMP WITH TIME ZONE the result, as sql_return_date does with a DATE; its local time is checked
-// too.
-inline void sql_return_ts_tz(sql_call &call, const dv_ts_tz_t &ts_tz) {
-    sql_value value{};
-    value.kind = SQL_KIND_TS_TZ;
-    value.ts_tz = ts_tz;
-    dv_date_is_valid(&sql_date_part(value.ts_tz.utc));
-    sql_check_local_time(value.ts_tz);
-    sql_return(call, value);
-}
 
 // Makes the UTC offset of an entry the result: "+09:00", with the sign of the offset; the seconds of local
 // mean times are left out.

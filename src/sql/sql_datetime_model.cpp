@@ -1,4 +1,4 @@
-// Dates, times and timestamps under format models in SQL: to_char, and truncation and rounding to a unit.
+// Dates, times and timestamps under format models in SQL: to_char.
 
 #include "sql_datetime.h"
 #include "sql_model.h"
@@ -6,10 +6,6 @@
 using namespace dv::impl;
 
 namespace {
-
-// ---------------------------------------------------------------------------------------------------------
-// Writing
-// ---------------------------------------------------------------------------------------------------------
 
 // Room for a text, twice what there was. False when the text is too long for any engine: the call has failed.
 bool grow_text_(sql_call &call, compiled_model &model, int predicted) {
@@ -53,65 +49,24 @@ void to_char_(sql_call &call) {
     sql_return_text(call, model.text);
 }
 
-// ---------------------------------------------------------------------------------------------------------
-// Truncation and rounding
-// ---------------------------------------------------------------------------------------------------------
-
-template <void (*Operation)(dv_date_t *, const char *, int)>
-void to_day_(sql_call &call) {
-    Operation(&call.args[0].date, nullptr, 0);
-    sql_return_date(call, call.args[0].date);
-}
-
-template <void (*Operation)(dv_date_t *, const char *, int)>
-void to_unit_(sql_call &call) {
-    const sql_text &unit = call.args[1].text;
-    Operation(&call.args[0].date, unit.bytes, unit.length);
-    sql_return_date(call, call.args[0].date);
-}
-
-constexpr sql_kind _date = SQL_KIND_DATE;
-constexpr sql_kind _text = SQL_KIND_TEXT;
-
-constexpr sql_function _functions[] = {
-    {{"to_char", {SQL_KIND_DATE, _text}, "v, model", _text, "as text under a format model"},
+// The rows of a type.
+template <sql_kind Kind>
+constexpr sql_function _rows_of[] = {
+    {{"to_char", {Kind, SQL_KIND_TEXT}, "v, model", SQL_KIND_TEXT, "as text under a format model"},
      to_char_,
      SQL_IMMUTABLE,
      &writing_model_keeper},
-    {{"to_char", {SQL_KIND_DATE, _text, _text}, "v, model, language", _text, "the same in a language"},
+    {{"to_char",
+      {Kind, SQL_KIND_TEXT, SQL_KIND_TEXT},
+      "v, model, language",
+      SQL_KIND_TEXT,
+      "the same in a language"},
      to_char_,
      SQL_IMMUTABLE,
      &writing_model_keeper},
-    {{"to_char", {SQL_KIND_TIME, _text}, "v, model", _text, "as text under a format model"},
-     to_char_,
-     SQL_IMMUTABLE,
-     &writing_model_keeper},
-    {{"to_char", {SQL_KIND_TIME, _text, _text}, "v, model, language", _text, "the same in a language"},
-     to_char_,
-     SQL_IMMUTABLE,
-     &writing_model_keeper},
-    {{"to_char", {SQL_KIND_TIMESTAMP, _text}, "v, model", _text, "as text under a format model"},
-     to_char_,
-     SQL_IMMUTABLE,
-     &writing_model_keeper},
-    {{"to_char", {SQL_KIND_TIMESTAMP, _text, _text}, "v, model, language", _text, "the same in a language"},
-     to_char_,
-     SQL_IMMUTABLE,
-     &writing_model_keeper},
-    {{"to_char", {SQL_KIND_TS_TZ, _text}, "v, model", _text, "as text under a format model"},
-     to_char_,
-     SQL_IMMUTABLE,
-     &writing_model_keeper},
-    {{"to_char", {SQL_KIND_TS_TZ, _text, _text}, "v, model, language", _text, "the same in a language"},
-     to_char_,
-     SQL_IMMUTABLE,
-     &writing_model_keeper},
-    {{"dv_trunc", {_date}, "d", _date, "the beginning of the day"}, to_day_<dv_date_trunc>},
-    {{"dv_trunc", {_date, _text}, "d, unit", _date, "the beginning of the unit"}, to_unit_<dv_date_trunc>},
-    {{"dv_round", {_date}, "d", _date, "the nearer beginning of a day"}, to_day_<dv_date_round>},
-    {{"dv_round", {_date, _text}, "d, unit", _date, "the nearer beginning of a unit"},
-     to_unit_<dv_date_round>},
 };
+constexpr auto _functions = sql_join<_rows_of<SQL_KIND_DATE>, _rows_of<SQL_KIND_TIME>,
+                                     _rows_of<SQL_KIND_TIMESTAMP>, _rows_of<SQL_KIND_TS_TZ>>();
 
 }  // namespace
 

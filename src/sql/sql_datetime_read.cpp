@@ -16,60 +16,55 @@ using namespace dv::impl;
 namespace {
 
 // ---------------------------------------------------------------------------------------------------------
-// The types: reading with and without a model, giving the result
+// The types: reading with and without a model
 // ---------------------------------------------------------------------------------------------------------
 
 struct date_reader {
+    using record = dv_date_t;
+    static constexpr const char *name = "to_date",
+                                *iso_line = "reads a text of ISO 8601, such as dv_text writes";
     static constexpr const sql_keeper *keeper = &date_model_keeper;
-    static constexpr sql_kind kind = SQL_KIND_DATE;
-    static void read_iso(sql_call &call) {
-        const sql_text &text = call.args[0].text;
-        dv_date_t value;
-        dv_date_from_iso(&value, text.bytes, text.length);
-        sql_return_date(call, value);
+    static void read_iso(record &date, const sql_text &text) {
+        dv_date_from_iso(&date, text.bytes, text.length);
     }
-    static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
-        const sql_text &text = call.args[0].text;
-        dv_date_t date;
+    static void read(record &date, const sql_text &text, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         dv_date_from_str_as_of(&date, text.bytes, text.length, &model, &as_of);
-        sql_return_date(call, date);
     }
 };
 
 struct timestamp_reader {
+    using record = dv_timestamp_t;
+    static constexpr const char *name = "to_timestamp", *iso_line = date_reader::iso_line;
     static constexpr const sql_keeper *keeper = &timestamp_model_keeper;
-    static constexpr sql_kind kind = SQL_KIND_TIMESTAMP;
-    static void read_iso(sql_call &call) {
-        const sql_text &text = call.args[0].text;
-        dv_timestamp_t value;
-        dv_timestamp_from_iso(&value, text.bytes, text.length);
-        sql_return_timestamp(call, value);
+    static void read_iso(record &ts, const sql_text &text) {
+        dv_timestamp_from_iso(&ts, text.bytes, text.length);
     }
-    static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
-        const sql_text &text = call.args[0].text;
-        dv_timestamp_t ts;
+    static void read(record &ts, const sql_text &text, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         dv_timestamp_from_str_as_of(&ts, text.bytes, text.length, &model, SQL_FRACTION_DIGITS, &as_of);
-        sql_return_timestamp(call, ts);
     }
 };
 
 struct ts_tz_reader {
+    using record = dv_ts_tz_t;
+    static constexpr const char
+        *name = "to_timestamp_tz",
+        *iso_line = "reads a text of ISO 8601, of +00:00 without a zone, or what dv_text writes";
     static constexpr const sql_keeper *keeper = &ts_tz_model_keeper;
-    static constexpr sql_kind kind = SQL_KIND_TS_TZ;
-    static void read_iso(sql_call &call) {
-        const sql_text &text = call.args[0].text;
-        dv_ts_tz_t value;
-        dv_ts_tz_from_iso(&value, text.bytes, text.length);
-        sql_return_ts_tz(call, value);
+    static void read_iso(record &ts_tz, const sql_text &text) {
+        dv_ts_tz_from_iso(&ts_tz, text.bytes, text.length);
     }
-    static void read(sql_call &call, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
-        const sql_text &text = call.args[0].text;
-        dv_ts_tz_t ts_tz;
+    static void read(record &ts_tz, const sql_text &text, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         dv_ts_tz_from_str_as_of(&ts_tz, text.bytes, text.length, &model, SQL_FRACTION_DIGITS, &SQL_UTC,
                                 &as_of);
-        sql_return_ts_tz(call, ts_tz);
     }
 };
+
+template <typename Reader>
+void read_iso_(sql_call &call) {
+    typename Reader::record value;
+    Reader::read_iso(value, call.args[0].text);
+    sql_return_datetime(call, value);
+}
 
 // ---------------------------------------------------------------------------------------------------------
 // What a model leaves open
@@ -140,7 +135,9 @@ void fail_without_(sql_call &call, const char *missing) {
 template <typename Reader>
 void read_(sql_call &call) {
     const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
-    Reader::read(call, model, as_of_(call));
+    typename Reader::record value;
+    Reader::read(value, call.args[0].text, model, as_of_(call));
+    sql_return_datetime(call, value);
     const char *missing = missing_(call, model);
     if (missing != nullptr) fail_without_(call, missing);
 }
@@ -148,61 +145,37 @@ void read_(sql_call &call) {
 constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr sql_kind _date = SQL_KIND_DATE;
 constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
-constexpr sql_kind _ts_tz = SQL_KIND_TS_TZ;
 
-// The rows of one reader under a model of the call.
 template <typename Reader>
-constexpr sql_function under_model_(const char *name, std::initializer_list<sql_kind> params,
-                                    const char *param_names, const char *manual) {
+constexpr sql_kind _kind = sql_kind_of<typename Reader::record>;
+
+// A row of one reader under a model of the call.
+template <typename Reader>
+constexpr sql_function under_model_(std::initializer_list<sql_kind> params, const char *param_names,
+                                    const char *manual) {
     sql_function row{
-        {name, {}, param_names, Reader::kind, manual}, read_<Reader>, SQL_IMMUTABLE, Reader::keeper};
+        {Reader::name, {}, param_names, _kind<Reader>, manual}, read_<Reader>, SQL_IMMUTABLE, Reader::keeper};
     std::ranges::copy(params, row.signature.params);
     return row;
 }
 
-constexpr char _model[] = "v, model", _in_language[] = "v, model, language", _as_of[] = "v, model, as_of",
-               _in_language_as_of[] = "v, model, language, as_of";
-constexpr char _reads[] = "reads text under a format model", _language_line[] = "the same in a language",
-               _as_of_line[] = "the same; as_of gives the year and the month that the model leaves open",
-               _both_lines[] = "the same in a language; as_of gives what the model leaves open";
+constexpr char _as_of[] = "v, model, as_of", _language_as_of[] = "v, model, language, as_of";
+constexpr char _as_of_line[] = "the same; as_of gives the year and the month that the model leaves open",
+               _language_as_of_line[] = "the same in a language; as_of gives what the model leaves open";
 
-constexpr sql_function _rows[] = {
-    {{"to_timestamp_tz",
-      {_text},
-      "v",
-      _ts_tz,
-      "reads a text of ISO 8601, of +00:00 without a zone, or what dv_text writes"},
-     ts_tz_reader::read_iso},
-    {{"to_timestamp_tz", {_ts_tz}, "v", _ts_tz, "the value itself"}, sql_return_argument},
-    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text}, _model, _reads),
-    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text}, _in_language, _language_line),
-    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _date}, _as_of, _as_of_line),
-    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _timestamp}, _as_of, _as_of_line),
-    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text, _date}, _in_language_as_of,
-                               _both_lines),
-    under_model_<ts_tz_reader>("to_timestamp_tz", {_text, _text, _text, _timestamp}, _in_language_as_of,
-                               _both_lines),
-    {{"to_timestamp", {_text}, "v", _timestamp, "reads a text of ISO 8601, such as dv_text writes"},
-     timestamp_reader::read_iso},
-    {{"to_timestamp", {_timestamp}, "v", _timestamp, "the value itself"}, sql_return_argument},
-    under_model_<timestamp_reader>("to_timestamp", {_text, _text}, _model, _reads),
-    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text}, _in_language, _language_line),
-    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _date}, _as_of, _as_of_line),
-    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _timestamp}, _as_of, _as_of_line),
-    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text, _date}, _in_language_as_of,
-                                   _both_lines),
-    under_model_<timestamp_reader>("to_timestamp", {_text, _text, _text, _timestamp}, _in_language_as_of,
-                                   _both_lines),
-    {{"to_date", {_text}, "v", _date, "reads a text of ISO 8601, such as dv_text writes"},
-     date_reader::read_iso},
-    {{"to_date", {_date}, "v", _date, "the value itself"}, sql_return_argument},
-    under_model_<date_reader>("to_date", {_text, _text}, _model, _reads),
-    under_model_<date_reader>("to_date", {_text, _text, _text}, _in_language, _language_line),
-    under_model_<date_reader>("to_date", {_text, _text, _date}, _as_of, _as_of_line),
-    under_model_<date_reader>("to_date", {_text, _text, _timestamp}, _as_of, _as_of_line),
-    under_model_<date_reader>("to_date", {_text, _text, _text, _date}, _in_language_as_of, _both_lines),
-    under_model_<date_reader>("to_date", {_text, _text, _text, _timestamp}, _in_language_as_of, _both_lines),
+template <typename Reader>
+constexpr sql_function _rows_of[] = {
+    {{Reader::name, {_text}, "v", _kind<Reader>, Reader::iso_line}, read_iso_<Reader>},
+    {{Reader::name, {_kind<Reader>}, "v", _kind<Reader>, "the value itself"}, sql_return_argument},
+    under_model_<Reader>({_text, _text}, "v, model", "reads text under a format model"),
+    under_model_<Reader>({_text, _text, _text}, "v, model, language", "the same in a language"),
+    under_model_<Reader>({_text, _text, _date}, _as_of, _as_of_line),
+    under_model_<Reader>({_text, _text, _timestamp}, _as_of, _as_of_line),
+    under_model_<Reader>({_text, _text, _text, _date}, _language_as_of, _language_as_of_line),
+    under_model_<Reader>({_text, _text, _text, _timestamp}, _language_as_of, _language_as_of_line),
 };
+
+constexpr auto _rows = sql_join<_rows_of<ts_tz_reader>, _rows_of<timestamp_reader>, _rows_of<date_reader>>();
 constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace

@@ -37,20 +37,14 @@ sql_setting dv::impl::sql_language_setting(const sql_text &text) {
     return setting;
 }
 
-// A name stands as it is: blanks around it are none of it.
 dv_nls_date_lang_t dv::impl::sql_language_of(const sql_text &text) {
-    const sql_setting setting = sql_language_setting(text);
-    dv_nls_date_lang_t language = DV_NLS_DATE_LANG_INVALID;
-    if (!is_setting_(text)) {
-        dv_nls_date_lang_parse(setting.text + _setting_name_length, &language);
-        return language;
-    }
     union {
         dv_nls_date_lang_t language;
         dv_nls_date_cal_t calendar;
         dv_nls_sort_ctx_t sort;
     } value;
     dv_nls_param_t param = DV_NLS_PARAM_MAX;
-    dv_nls_parse(setting.text, &param, &value);
-    return param == DV_NLS_PARAM_DATE_LANG ? value.language : language;
+    dv_nls_parse(sql_language_setting(text).text, &param, &value);
+    if (param != DV_NLS_PARAM_DATE_LANG) sql_raise(SQL_ERR_NLS_SETTING);
+    return value.language;
 }

@@ -19,8 +19,8 @@ bool sql_check_language(sql_call &call, int position);
 // The setting that an argument of that length is, whether it was written as one or as a language's name.
 sql_setting sql_language_setting(const sql_text &text);
 
-// The language of such an argument; DV_NLS_DATE_LANG_INVALID when it is none. Raises -11035 for a setting
-// that is none.
+// The language of an argument of that length. Raises -11035 when it names none, as a setting of
+// something else does.
 dv_nls_date_lang_t sql_language_of(const sql_text &text);
 
 }  // namespace dv::impl

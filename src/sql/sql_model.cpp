@@ -30,6 +30,7 @@ void compile_(sql_call &call, void *object, dv_type_t type, bool is_for_reading)
     // A length of 0 would be taken for a text that ends at its NUL, as an empty one does.
     dt_fmt_ctx_set(call.memory, &model.fmt_ctx, fmt.bytes, fmt.length, type, is_for_reading ? 1 : 0,
                    DVSTR_CHARSET_UTF8);
+    sql_language_of(language);  // is it one?
     const sql_setting setting = sql_language_setting(language);
     dt_fmt_ctx_set_user_nls(call.memory, &model.fmt_ctx, setting.text,
                             static_cast<int>(strlen(setting.text)));

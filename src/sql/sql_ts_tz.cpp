@@ -75,28 +75,28 @@ void from_tz_(sql_call &call) {
     const timezone_t zone = zone_of_(call.args[1].text);
     dv_ts_tz_t ts_tz;
     dv_ts_tz_from_timestamp(&ts_tz, &call.args[0].timestamp, &zone);
-    sql_return_ts_tz(call, ts_tz);
+    sql_return_datetime(call, ts_tz);
 }
 
 void at_time_zone_(sql_call &call) {
     dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
     ts_tz.tz = zone_of_(call.args[1].text);
     timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz.utc));
-    sql_return_ts_tz(call, ts_tz);
+    sql_return_datetime(call, ts_tz);
 }
 
-void to_utc_(sql_call &call) { sql_return_timestamp(call, call.args[0].ts_tz.utc); }
+void to_utc_(sql_call &call) { sql_return_datetime(call, call.args[0].ts_tz.utc); }
 
 void to_local_timestamp_(sql_call &call) {
     dv_timestamp_t local;
     dv_timestamp_from_ts_tz(&local, &call.args[0].ts_tz);
-    sql_return_timestamp(call, local);
+    sql_return_datetime(call, local);
 }
 
 void to_local_date_(sql_call &call) {
     dv_date_t local;
     dv_date_from_ts_tz(&local, &call.args[0].ts_tz);
-    sql_return_date(call, local);
+    sql_return_datetime(call, local);
 }
 
 void return_offset_(sql_call &call, const dv_date_t &utc) {
@@ -126,56 +126,12 @@ void current_(sql_call &call) {
     const timezone_t zone = host_offset_();
     dv_ts_tz_t now;
     dv_ts_tz_current(&now, &zone);
-    sql_return_ts_tz(call, now);
-}
-
-// ---------------------------------------------------------------------------------------------------------
-// Arithmetic
-// ---------------------------------------------------------------------------------------------------------
-
-void add_interval_(dv_ts_tz_t &ts_tz, const sql_value &interval, int sign) {
-    if (interval.kind == SQL_KIND_ITV_YTM) {
-        sql_add_months(sql_date_part(ts_tz.utc), interval.ytm, sign);
-        return timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz.utc));
-    }
-    if (sign > 0) return dv_ts_tz_add_itv_dts(&ts_tz, &interval.dts);
-    dv_ts_tz_sub_itv_dts(&ts_tz, &interval.dts);
-}
-
-void add_(sql_call &call) {
-    const int place = call.args[0].kind == SQL_KIND_TS_TZ ? 0 : 1;
-    dv_ts_tz_t &ts_tz = call.args[place].ts_tz;
-    add_interval_(ts_tz, call.args[1 - place], 1);
-    sql_return_ts_tz(call, ts_tz);
-}
-
-void sub_(sql_call &call) {
-    dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
-    add_interval_(ts_tz, call.args[1], -1);
-    sql_return_ts_tz(call, ts_tz);
-}
-
-void difference_(sql_call &call) {
-    dv_itv_dts_t difference;
-    dv_ts_tz_sub_ts_tz_into_itv_dts(&difference, &call.args[0].ts_tz, &call.args[1].ts_tz);
-    sql_return_dts(call, difference);
-}
-
-// A DATE is of the same zone: it is compared with the local time.
-template <int Sign>
-void compare_date_(sql_call &call) {
-    const int date_at = Sign > 0 ? 0 : 1;
-    dv_timestamp_t date, local;
-    dv_timestamp_from_date(&date, &call.args[date_at].date);
-    dv_timestamp_from_ts_tz(&local, &call.args[1 - date_at].ts_tz);
-    sql_return(call, sql_integer(Sign * dv_timestamp_compare(&date, &local)));
+    sql_return_datetime(call, now);
 }
 
 constexpr sql_kind _ts_tz = SQL_KIND_TS_TZ;
 constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
 constexpr sql_kind _text = SQL_KIND_TEXT;
-constexpr sql_kind _ytm = SQL_KIND_ITV_YTM;
-constexpr sql_kind _dts = SQL_KIND_ITV_DTS;
 
 constexpr sql_function _rows[] = {
     {{"from_tz", {_timestamp, _text}, "t, zone", _ts_tz, "the local time of a zone as an instant"}, from_tz_},
@@ -191,34 +147,6 @@ constexpr sql_function _rows[] = {
      to_local_date_},
     {{"dv_text", {_ts_tz}, "v", _text, "as text that to_timestamp_tz reads back"}, to_text_},
     {{"to_char", {_ts_tz}, "v", _text, "as text that to_timestamp_tz reads back"}, to_text_},
-    {{"dv_cmp",
-      {_ts_tz, _ts_tz},
-      "a, b",
-      SQL_KIND_INTEGER,
-      "-1, 0 or 1 as a is before, at or after b, whatever their zones"},
-     sql_compare_records<&sql_value::ts_tz, dv_ts_tz_compare>},
-    {{"dv_cmp",
-      {SQL_KIND_DATE, _ts_tz},
-      "a, b",
-      SQL_KIND_INTEGER,
-      "-1, 0 or 1 as a is before, at or after the local time of b"},
-     compare_date_<1>},
-    {{"dv_cmp",
-      {_ts_tz, SQL_KIND_DATE},
-      "a, b",
-      SQL_KIND_INTEGER,
-      "-1, 0 or 1 as the local time of a is before, at or after b"},
-     compare_date_<-1>},
-    {{"dv_add", {_ts_tz, _ytm}, "a, b", _ts_tz, "a + b in UTC; an error where the month lacks the day"},
-     add_},
-    {{"dv_add", {_ts_tz, _dts}, "a, b", _ts_tz, "a + b"}, add_},
-    {{"dv_add", {_ytm, _ts_tz}, "a, b", _ts_tz, "a + b in UTC; an error where the month lacks the day"},
-     add_},
-    {{"dv_add", {_dts, _ts_tz}, "a, b", _ts_tz, "a + b"}, add_},
-    {{"dv_sub", {_ts_tz, _ytm}, "a, b", _ts_tz, "a - b in UTC; an error where the month lacks the day"},
-     sub_},
-    {{"dv_sub", {_ts_tz, _dts}, "a, b", _ts_tz, "a - b"}, sub_},
-    {{"dv_sub", {_ts_tz, _ts_tz}, "a, b", _dts, "a - b"}, difference_},
 };
 constexpr auto _functions = sql_with_tries<_rows>();
 

@@ -43,13 +43,13 @@ SELECT from_tz(dv_date(1,1,1), 'UTC');  -- error: from_tz: argument 1 is DATE wh
 SELECT to_yminterval(1);  -- error: to_yminterval: argument 1 is INTEGER where TEXT or INTERVAL YEAR TO MONTH is expected
 SELECT to_date(1);  -- error: to_date: argument 1 is INTEGER where TIMESTAMP, TIMESTAMP WITH TIME ZONE, TEXT or DATE is expected
 SELECT to_timestamp_tz(dv_date(1,1,1));  -- error: to_timestamp_tz: argument 1 is DATE where TEXT or TIMESTAMP WITH TIME ZONE is expected
-SELECT next_day(1, 'MON');  -- error: next_day: argument 1 is INTEGER where DATE is expected
+SELECT next_day(1, 'MON');  -- error: next_day: argument 1 is INTEGER where DATE, TIMESTAMP or TIMESTAMP WITH TIME ZONE is expected
 SELECT dv_timestamp(2024,1,1,0,0,0,-1);  -- error: dv_timestamp: The value -1 of the field "fractional second" is out of range: 0 to 999999999 is accepted. (dv-5114)
 SELECT dv_rowid(-1,0,0,0);  -- error: dv_rowid: argument 1 is out of range: -1
 SELECT dv_rowid(0,0,4294967296,0);  -- error: dv_rowid: argument 3 is out of range: 4294967296
 SELECT dv_rowid(0,0,0,65536);  -- error: dv_rowid: argument 4 is out of range: 65536
 SELECT dv_mul(to_yminterval('1-0'), to_yminterval('1-0'));  -- error: dv_mul: argument 2 is INTERVAL YEAR TO MONTH where NUMBER is expected
-SELECT dv_sub(dv_date(1,1,1), dv_date(1,1,1));  -- error: dv_sub: argument 2 is DATE where INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected
+SELECT dv_sub(dv_date(1,1,1), dv_time(1,1,1));  -- error: dv_sub: argument 2 is TIME where INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND, DATE, TIMESTAMP or TIMESTAMP WITH TIME ZONE is expected
 SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER is expected
 SELECT add_months(dv_date(1,1,1), -9999999999);  -- error: add_months: argument 2 is out of range: -9999999999
 SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
@@ -109,6 +109,8 @@ SELECT to_date('2024-02-29' || char(0));  -- error: to_date: argument 1 has a NU
 SELECT to_char(dv_date(2024, 1, 1), 'DD' || char(0));  -- error: to_char: argument 2 has a NUL inside its text
 SELECT to_char(dv_date(2024, 1, 1), 'DD', printf('%-239s', 'KOREAN'));  -- error: to_char: argument 3 is longer than a setting, which has at most 256 bytes
 SELECT next_day(dv_date(2024, 1, 1), 'MON', printf('NLS_DATE_LANGUAGE=%239s', 'KOREAN'));  -- error: next_day: argument 3 is longer than a setting, which has at most 256 bytes
+SELECT to_char(dv_date(2024, 1, 1), 'MON', 'NLS_CALENDAR=GREGORIAN');  -- error: to_char: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. (dv-11035)
+SELECT next_day(dv_date(2024, 1, 1), 'MON', 'NLS_SORT=GERMAN');  -- error: next_day: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. (dv-11035)
 SELECT dv_extract('YEARS', dv_date(1, 1, 1));  -- error: dv_extract: argument 1 is not YEAR, MONTH, DAY, HOUR, MINUTE, SECOND, TIMEZONE_HOUR, TIMEZONE_MINUTE, TIMEZONE_REGION or TIMEZONE_ABBR
 SELECT to_date('10:00', 'HH24:MI');  -- error: to_date: the model leaves the year and the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
 SELECT to_date('2024', 'YYYY');  -- error: to_date: the model leaves the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing

@@ -1,9 +1,8 @@
 // Whole databases: those of earlier versions, and large ones.
 
-#include <map>
-
 #include "number_support.h"
 #include "project_file.h"
+#include "sql_readers.h"
 #include "sqlite_session.h"
 
 using namespace dv::test;
@@ -16,18 +15,11 @@ TEST(SqlDatabase, OfAnEarlierVersionIsRead) {
     const auto rows =
         session.rows("SELECT t, shown, d, dump(v), dv_typeof(v), quote(v) FROM value ORDER BY v");
     EXPECT_EQ(rows.size(), 24u);
-    std::map<std::string, std::string> readers = {{"NUMBER", "to_number"},
-                                                  {"DATE", "to_date"},
-                                                  {"TIMESTAMP", "to_timestamp"},
-                                                  {"TIMESTAMP WITH TIME ZONE", "to_timestamp_tz"},
-                                                  {"INTERVAL YEAR TO MONTH", "to_yminterval"},
-                                                  {"INTERVAL DAY TO SECOND", "to_dsinterval"},
-                                                  {"ROWID", "dv_rowid"}};
     for (const row_t &row : rows) {
         EXPECT_EQ(row[0], row[1]);
         EXPECT_EQ(row[2], row[3]);
-        if (row[4] == "TIME") continue;  // has no reader
-        EXPECT_EQ(session.value("SELECT quote(" + readers[row[4]] + "('" + row[0] + "'))"), row[5]) << row[0];
+        EXPECT_EQ(session.value("SELECT quote(" + sql_readers.at(row[4]) + "('" + row[0] + "'))"), row[5])
+            << row[0];
     }
 }
 
