@@ -112,7 +112,8 @@ void expect_case_(int set, wint_t unit) {
 // unit is taken for a letter.
 void expect_word_(wint_t unit) {
     constexpr unit_range _symbols[] = {{0x2C6, 0x2EE}, {0x2102, 0x214E}, {0x2E2F, 0x2E2F}, {0x3021, 0x303C}};
-    const bool is_of_script = (unit >= 0x300 && unit < 0x2000) || unit >= 0x2C00;
+    const bool is_greek_symbol = unit >= 0x370 && unit < 0x483 && iswpunct_l(unit, _locale) != 0;
+    const bool is_of_script = (unit >= 0x300 && unit < 0x2000 && !is_greek_symbol) || unit >= 0x2C00;
     const bytes_t text = run_(DVSTR_CHARSET_UTF8, FROM_UCS2, pair_(unit)) + "A";
     const bool is_word = run_(DVSTR_CHARSET_UTF8, INITCAP, text).back() == 'a';
     if (iswalnum_l(unit, _locale) != 0) {

@@ -1,5 +1,5 @@
 // Many threads at once on what they share: compiled models, character sets and regions that nobody has used
-// yet, the default zone. Each gets what one thread alone gets.
+// yet, the default zone, number models. Each gets what one thread alone gets.
 
 #include <gtest/gtest.h>
 
@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "../datetime_fmt/model_text.h"
+#include "dvtypes/number_fmt.h"
 #include "dvtypes/timestamp_tz.h"
 
 using namespace dv::test;
@@ -70,6 +71,28 @@ std::string read_and_written_(const models_t &models) {
     return all;
 }
 
+// Quotients under models, written and read.
+std::string numbers_() {
+    constexpr const char *number_models[] = {"FM999,990.00", "9.99EEEE",  "FMXXXX",
+                                             "FMRN",         "L9G990D00", "TM9"};
+    std::string all;
+    for (int n = 0; n < 400; ++n) {
+        const number_t divisor = num(std::to_string(n % 7 + 1));
+        number_t x = num(std::to_string(n * n) + ".125"), back{};
+        number_div(&x, &divisor);
+        for (const char *model : number_models) {
+            char text[NUMBER_FMT_TEXT_SIZE] = {};
+            const auto length = static_cast<int>(strlen(model));
+            const int code = raise_of([&] {
+                number_to_str_fmt(&x, sizeof text, text, length, model);
+                number_from_str_fmt(&back, static_cast<int>(strlen(text)), text, length, model);
+            });
+            all.append(text).append(std::to_string(code)).append(describe(back)).append(" ");
+        }
+    }
+    return all;
+}
+
 }  // namespace
 
 TEST(Threads, ShareModelsAndWhatIsUsedForTheFirstTime) {
@@ -85,12 +108,12 @@ TEST(Threads, ShareModelsAndWhatIsUsedForTheFirstTime) {
         for (size_t i = 0; i < _threads; ++i) {
             threads[i] = std::jthread([&, i] {
                 start.arrive_and_wait();
-                got[i] = i % 2 == 0 ? converted_() + read_and_written_(models)
-                                    : read_and_written_(models).insert(0, converted_());
+                got[i] = i % 2 == 0 ? converted_() + numbers_() + read_and_written_(models)
+                                    : read_and_written_(models).insert(0, numbers_()).insert(0, converted_());
             });
         }
     }
-    const std::string want = converted_() + read_and_written_(models);
+    const std::string want = converted_() + numbers_() + read_and_written_(models);
     EXPECT_NE(want.find("0Monday, 15th January 2024"), want.npos) << read_and_written_(models);
     for (const std::string &one : got) EXPECT_TRUE(one == want);
 }

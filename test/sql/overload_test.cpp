@@ -96,6 +96,13 @@ TEST(SqlOverload, TakesNoNulInsideATextAndNoNumberThatIsNone) {
     EXPECT_EQ(choose_(f2, {sql_real(NAN), value_(_text)}), "argument 1 is a REAL that is no number");
 }
 
+TEST(SqlOverload, HasItsParametersByName) {
+    const sql_signature signature = {"f", {_number, _text, _date}, "first, b, c_d", _text, ""};
+    EXPECT_EQ(sql_param_name(signature, 0), "first");
+    EXPECT_EQ(sql_param_name(signature, 1), "b");
+    EXPECT_EQ(sql_param_name(signature, 2), "c_d");
+}
+
 TEST(SqlOverload, ConvertsWhatIsTakenForANumber) {
     sql_call call;
     sql_begin(call, nullptr);

@@ -98,6 +98,11 @@ SELECT dv_text(x'09400000013FFFFFFF40000000');  -- error: dv_text: argument 1 is
 SELECT dv_text(x'0940000001400000003FFFFFFF');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fields differ in sign
 SELECT dv_text(x'0F02');  -- error: dv_text: argument 1 is a BLOB that holds no value: a ROWID has 12 bytes
 
+-- The offsets farthest from UTC.
+SELECT dv_text(to_timestamp_tz('2024-02-29 13:05 +14:00'));  -- 2024-02-29 13:05:00.000000000 +14:00
+SELECT dv_text(to_timestamp_tz('2024-02-29 13:05 -12:59'));  -- 2024-02-29 13:05:00.000000000 -12:59
+SELECT dv_text(x'157864021D17050000000000007201000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+
 -- What cannot be.
 SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. (dv-5064)
 SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)

@@ -15,9 +15,10 @@
 
 namespace dv::impl {
 
-constexpr uint64_t date_word(int century, int year, int month, int day, int hour, int minute) {
+// Of the day before a month: its other bytes are 0.
+constexpr uint64_t date_word(int century, int year, int month) {
     const auto at = [](int byte, int index) { return static_cast<uint64_t>(byte) << (56 - 8 * index); };
-    return at(century, 0) | at(year, 1) | at(month, 2) | at(day, 3) | at(hour, 4) | at(minute, 5);
+    return at(century, 0) | at(year, 1) | at(month, 2);
 }
 constexpr uint64_t date_word(const dv_date_t &date) { return eight_bytes_of(date); }
 

@@ -21,7 +21,7 @@ int applied_minutes_(const timezone_t &tz) {
 
 // Of 1600 to 9998, so that a day more or less is Gregorian too; all fields in range.
 bool is_plain_(const dv_date_t &date, uint64_t word) {
-    constexpr uint64_t from = date_word(116, 100, 1, 0, 0, 0), to = date_word(199, 199, 0, 0, 0, 0);
+    constexpr uint64_t from = date_word(116, 100, 1), to = date_word(199, 199, 0);
     const int year_of_century = date.year - DATE_YEAR_EXCESS;
     return word - from < to - from && year_of_century >= 0 && year_of_century < YEARS_PER_CENTURY &&
            is_month(date.month) && date.day >= 1 && date.day <= date_month_length(date) && has_clock(word);

@@ -94,7 +94,7 @@ void store_offset_(timezone_t &tz, const tz_info_t &info) {
 // by one: a load of both waits for the copy of a zone that was made of four bytes and one.
 template <uint16_t zone_year_rows_t::*Kind>
 size_t row_number_(const timezone_t &zone, uint64_t word) {
-    constexpr uint64_t first_year = date_word(119, 100, 0, 0, 0, 0) >> 48;
+    constexpr uint64_t first_year = date_word(119, 100, 0) >> 48;
     static_assert(ZONE_YEAR_FIRST == 1900);
     const uint64_t year = (word >> 48) - first_year;
     const uint8_t page = zone.zone_id[0];
