@@ -1,5 +1,5 @@
-// docs/sql.md against the catalogue: its tables of functions have every call and no other, each with its
-// results.
+// docs/sql.md and docs/sql-functions.md against the catalogue: their tables of functions have every call and
+// no other, each with its results.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <set>
 
 #include "project_file.h"
-#include "sql_catalogue.h"
+#include "sql_reference.h"
 
 using namespace dv::impl;
 using namespace dv::test;
@@ -79,13 +79,17 @@ TEST(SqlManual, HasTheCallsOfTheCatalogueWithTheirResults) {
         EXPECT_TRUE(rows.contains(call)) << call << " of docs/sql.md is not in the catalogue";
 }
 
-std::string text_of_manual_() {
-    std::ifstream file(project_file("docs/sql.md"));
+std::string text_of_(const char *path) {
+    std::ifstream file(project_file(path));
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+TEST(SqlManual, HasTheListThatSqlreferencePrints) {
+    EXPECT_EQ(text_of_("docs/sql-functions.md"), sql_reference());
+}
+
 TEST(SqlManual, NamesTheTablesAndWhatDependsOnMoreThanArguments) {
-    const std::string text = text_of_manual_();
+    const std::string text = text_of_("docs/sql.md");
     for (const sql_table *table : catalogue.tables) {
         EXPECT_NE(text.find("`" + std::string(table->signature.name)), text.npos) << table->signature.name;
         for (const sql_column &column : table->columns)
