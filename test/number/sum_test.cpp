@@ -32,6 +32,17 @@ number_t result_(const number_sum_t &sum) {
     return x;
 }
 
+TEST(NumberSum, OfOneValueIsTheValueAtEveryPlace) {
+    for (int exponent = -130; exponent <= 125; ++exponent) {
+        for (const char *digit : {"1", "-9"}) {
+            const number_t x = num(digit + ("E" + std::to_string(exponent)));
+            number_sum_t sum{};
+            number_sum_add(&sum, &x);
+            ASSERT_EQ(result_(sum), x);
+        }
+    }
+}
+
 TEST(NumberSum, OfPartsMergedIsTheSumOfTheWhole) {
     std::mt19937_64 random(5);
     for (int round = 0; round < 200; ++round) {

@@ -98,10 +98,19 @@ SELECT dv_text(x'09400000013FFFFFFF40000000');  -- error: dv_text: argument 1 is
 SELECT dv_text(x'0940000001400000003FFFFFFF');  -- error: dv_text: argument 1 is a BLOB that holds no value: its fields differ in sign
 SELECT dv_text(x'0F02');  -- error: dv_text: argument 1 is a BLOB that holds no value: a ROWID has 12 bytes
 
+SELECT dv_text(numtodsinterval(-90.5, 'MINUTE'));  -- -00 01:30:30.000000000
+SELECT dv_text(numtodsinterval(25, 'hour'));  -- +01 01:00:00.000000000
+SELECT dv_text(to_date('99-03-04', 'RRRR-MM-DD'));  -- 1999-03-04 00:00:00
+
 -- The offsets farthest from UTC.
 SELECT dv_text(to_timestamp_tz('2024-02-29 13:05 +14:00'));  -- 2024-02-29 13:05:00.000000000 +14:00
 SELECT dv_text(to_timestamp_tz('2024-02-29 13:05 -12:59'));  -- 2024-02-29 13:05:00.000000000 -12:59
 SELECT dv_text(x'157864021D17050000000000007201000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+
+SELECT dv_text(x'15787C021D0D05070000000000730000012D');  -- 2024-03-01 04:05:07.000000000 Asia/Seoul +15:00
+SELECT dv_text(x'15787C021D0D05070000000000550000012D');  -- 2024-02-28 22:05:07.000000000 Asia/Seoul -15:00
+SELECT dv_text(x'15787C021D0D05070000000000740000012D');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+SELECT dv_text(x'15787C021D0D05070000000000540000012D');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
 
 -- What cannot be.
 SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. (dv-5064)

@@ -1,7 +1,8 @@
 """Which functions find which error, and the conditions of assertions: names that are part of the contract."""
 
 _ERRORS = '''
--3005 _number_to_str_fmt_rn number_to_str number_to_str_fmt
+-3005 _number_to_str_fmt_rn dv_date_to_iso dv_time_to_iso dv_timestamp_to_iso dv_ts_tz_to_iso number_to_str
+    number_to_str_fmt
 -3006 number_fmt_parse number_from_str_fmt
 -5005 dv_date_add_month
 -5006 dv_date_add_field dv_date_get_field dv_date_set_field dv_time_get_field dv_time_set_field
@@ -62,16 +63,17 @@ _ERRORS = '''
 -5091 dt_fmt_parse_tz dv_tz_write_num_val_ dv_tz_write_str_val_
 -5096 check_duplicated_token_ parse_tz_abbr_
 -5097 check_duplicated_token_
--5098 timezone_parse timezone_set_field
--5099 timezone_parse timezone_set_field
+-5098 dv_ts_tz_from_iso timezone_parse timezone_set_field
+-5099 dv_ts_tz_from_iso timezone_parse timezone_set_field
 -5100 timezone_set_field
 -5103 timezone_parse
--5104 timezone_parse
+-5104 dv_ts_tz_from_iso dv_ts_tz_to_iso timezone_parse
 -5109 find_local_tzinfo_ find_overlapped_zone_
--5110 find_local_tzinfo_
+-5110 dv_ts_tz_from_iso find_local_tzinfo_
 -5111 number_force_prec_scale
 -5112 check_duplicated_token_
--5113 dt_fmt_check_ddd dt_fmt_get_day_idx_of_week parse_ad_bc_ parse_am_pm_ parse_dd_ parse_ddd_ parse_fsec_
+-5113 dt_fmt_check_ddd dt_fmt_get_day_idx_of_week dv_date_from_iso dv_time_from_iso dv_timestamp_from_iso
+    dv_ts_tz_from_iso parse_ad_bc_ parse_am_pm_ parse_dd_ parse_ddd_ parse_fsec_
     parse_hour_ parse_minute_ parse_month_ parse_second_ parse_second_of_day_ parse_tz_abbr_ parse_tz_hour_
     parse_tz_minute_ parse_tz_region_ parse_yyyy_ skip_and_check_punc_token_
 -5114 dv_date_add_day dv_date_is_valid dv_dt_check_validity_of_unit dv_time_trim_fsec dv_timestamp_trim_fsec

@@ -158,7 +158,7 @@ def _zone_name(item, size='65'):
     return [zone_name(zone)[:int(size) - 1]]
 
 
-def _abbreviation(zone, date):
+def abbreviation(zone, date):
     local = _moment(date).replace(tzinfo=datetime.timezone.utc).astimezone(info(zone[3]))
     return local.tzname()
 
@@ -172,7 +172,7 @@ def abbreviations(zone):
 
 def _zone_abbreviation(item, date, size='9'):
     zone = decode(item)
-    return ['' if zone[3] == FIXED else _abbreviation(zone, dates.operand(date))[:int(size) - 1]]
+    return ['' if zone[3] == FIXED else abbreviation(zone, dates.operand(date))[:int(size) - 1]]
 
 
 # ---- operations
@@ -184,10 +184,10 @@ def _search(name):
 
 def _region_at(item, date):
     zone, date = decode(item), dates.operand(date)
-    abbreviation = _abbreviation(zone, date)
+    told = abbreviation(zone, date)
     found = localized(zone, date)
-    outputs = [dates.encode(date), encode(found), abbreviation]
-    normalized(zone, date, abbreviation.encode())
+    outputs = [dates.encode(date), encode(found), told]
+    normalized(zone, date, told.encode())
     return outputs + [dates.encode(date)]
 
 

@@ -55,6 +55,7 @@ conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &va
 
 }  // namespace
 
+// fmt, fmt_len and fmt_idx are of compiling alone.
 void dv::impl::begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model, char *str, int str_len) {
     ctx.fmt_ctx = &model;
     ctx.cur_token_info = nullptr;
@@ -62,9 +63,6 @@ void dv::impl::begin_writing(dt_fmt_parse_ctx_t &ctx, const dt_fmt_ctx_t &model,
     ctx.str_len = str_len;
     ctx.str_idx = 0;
     ctx.org_str[0] = '\0';
-    ctx.fmt = nullptr;
-    ctx.fmt_len = 0;
-    ctx.fmt_idx = 0;
     ctx.ddd = 0;
     ctx.update_flag = DT_FMT_UNIT_NONE;
     ctx.is_from_str = 0;

@@ -176,7 +176,6 @@ told_zone_t take_region_(reader_t &text, const error_at &refused) {
     const tz_region_t *const region = find_region(name);
     if (region == nullptr) raise(with_code_(refused, ERR_ZONE_TEXT));
     told_zone_t told{};
-    tz_set_offset(told.zone, 0, 0);
     if (text.take(' ')) {
         reader_t at_word = text;
         const std::string_view word = text.word();
