@@ -42,12 +42,13 @@ void dv::impl::sql_fail(sql_call &call, const char *format, ...) {
     call.outcome = SQL_FAILED;
 }
 
-int dv::impl::sql_shown_length(const sql_text &text) {
-    constexpr int longest = 64;
-    if (text.length <= longest) return text.length;
-    int length = longest;
-    while (length > 0 && (text.bytes[length] & 0xC0) == 0x80) --length;  // inside a character
-    return length;
+sql_quoted dv::impl::sql_quote(const sql_text &text) {
+    const auto length = static_cast<size_t>(text.length);
+    const size_t shown = sql_cut({text.bytes, length}, sql_quoted::longest);
+    sql_quoted quoted;
+    snprintf(quoted.text, sizeof quoted.text, "\"%.*s\"%s", static_cast<int>(shown), text.bytes,
+             shown < length ? "..." : "");
+    return quoted;
 }
 
 void dv::impl::sql_raise(sql_error code, const char *file, int line, const char *function) {
@@ -74,6 +75,7 @@ int dv::impl::sql_get_word(sql_call &call, int position, std::span<const sql_wor
     }
     sql_text_list text;
     for (size_t i = 0; i < words.size(); ++i) text.append_item(i, words.size(), words[i].text, "");
-    sql_fail(call, "argument %d is not %s", position + 1, text.text());
+    sql_fail(call, "argument %d, %s, is not %s", position + 1, sql_quote(call.args[position].text).text,
+             text.text());
     return 0;
 }

@@ -13,8 +13,8 @@
 namespace dv::impl {
 
 inline constexpr int SQL_PARAMS_MAX = 7;
-inline constexpr int SQL_ROOM_SIZE = 768;
-inline constexpr int SQL_FAILURE_SIZE = 768;
+inline constexpr int SQL_ROOM_SIZE = 1280;
+inline constexpr int SQL_FAILURE_SIZE = 1152;
 
 enum sql_outcome : uint8_t {
     SQL_GIVEN,    // the result is in the call
@@ -75,8 +75,13 @@ void *sql_resize(allocator_t *memory, void *block, size_t size);
 // Fails the call, with a text as printf makes it; what does not fit SQL_FAILURE_SIZE is cut.
 [[gnu::format(printf, 2, 3), gnu::cold]] void sql_fail(sql_call &call, const char *format, ...);
 
-// How many bytes of a text a message shows, so that it stays short and ends behind a character.
-int sql_shown_length(const sql_text &text);
+// A text as a message shows it: in quotes, and cut behind a character, with "..." then, so that it stays
+// short.
+struct sql_quoted {
+    static constexpr int longest = 64;
+    char text[longest + sizeof "\"\"..."];
+};
+sql_quoted sql_quote(const sql_text &text);
 
 // The library's codes that bodies raise themselves.
 enum sql_error : int {

@@ -120,10 +120,11 @@ const char *missing_(const sql_call &call, const dt_fmt_ctx_t &model) {
 }
 
 void fail_without_(sql_call &call, const char *missing) {
-    sql_fail(call,
-             "the model leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
-             "what is missing",
-             missing);
+    sql_fail(
+        call,
+        "the model %s leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
+        "what is missing",
+        sql_quote(call.args[1].text).text, missing);
 }
 
 // ---------------------------------------------------------------------------------------------------------

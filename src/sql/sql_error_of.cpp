@@ -7,45 +7,13 @@
 #include <cstring>
 #include <iterator>
 
-#include "sql_overload.h"
+#include "sql_explain.h"
+#include "sql_run.h"
 #include "sql_try.h"
 
 using namespace dv::impl;
 
 namespace {
-
-// A conversion on trial, and what its row keeps.
-struct trial {
-    const sql_function &row;
-    sql_call call;
-    void *object;
-};
-
-void run_(void *arg) {
-    auto &[row, call, object] = *static_cast<trial *>(arg);
-    if (row.keeper != nullptr) row.keeper->make(call, object);
-    if (call.outcome != SQL_GIVEN) return;
-    call.kept = object;
-    sql_convert(call, row.signature);
-    row.body(call);
-}
-
-// Runs the conversion; 0, or the code that it raised.
-int try_(trial &of, dv_error_t &error) {
-    allocator_t *const memory = of.call.memory;
-    const sql_keeper *keeper = of.row.keeper;
-    if (keeper != nullptr) {
-        of.object = sql_resize(memory, nullptr, keeper->size);
-        memset(of.object, 0, keeper->size);
-    }
-    const int code = dv_protect(run_, &of, &error);
-    if (keeper != nullptr) {
-        keeper->release(memory, of.object);
-        memory->free(memory, of.object, "sql_error_of.cpp", __LINE__);
-    }
-    if (code == DV_ERR_NO_MEMORY) dv_rethrow(&error);
-    return code;
-}
 
 // The row of a conversion of texts alone. NULL: it takes another number of them.
 const sql_function *row_of_(const char *name, int texts) {
@@ -75,19 +43,19 @@ void error_of_(sql_call &call) {
     const sql_function *row = row_of_(name, texts);
     if (row == nullptr) return sql_fail(call, "%s takes no %d texts", name, texts);
 
-    trial of = {*row, {}, nullptr};
-    sql_begin(of.call, call.memory);
-    for (int i = 0; i < texts; ++i) of.call.args[of.call.argc++] = call.args[i + 1];
+    sql_call tried;
+    sql_begin(tried, call.memory);
+    for (int i = 0; i < texts; ++i) tried.args[tried.argc++] = call.args[i + 1];
     dv_error_t error;
-    const int code = try_(of, error);
-    if (code != 0) {
-        snprintf(call.room, sizeof call.room, "%s (dv%d in %s)", error.message, code, error.function);
-        sql_return_text(call, call.room);
-    } else if (of.call.outcome == SQL_FAILED) {
-        static_assert(SQL_FAILURE_SIZE <= SQL_ROOM_SIZE);
-        memcpy(call.room, of.call.failure, strlen(of.call.failure) + 1);
-        sql_return_text(call, call.room);
-    }
+    const int code = sql_run(*row, tried, error);
+    if (code == 0 && tried.outcome == SQL_GIVEN) return;
+    if (code != 0 && !sql_explain(tried, *row, error))
+        call.memory->throw_(call.memory, "sql_error_of.cpp", __LINE__);
+    const int length = snprintf(call.room, sizeof call.room, "%s", tried.failure);
+    if (code != 0)
+        snprintf(call.room + length, sizeof call.room - static_cast<size_t>(length), " (dv%d in %s)", code,
+                 error.function);
+    sql_return_text(call, call.room);
 }
 
 constexpr sql_kind _text = SQL_KIND_TEXT;

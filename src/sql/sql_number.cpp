@@ -49,10 +49,11 @@ void binary_(sql_call &call) {
 }
 
 void from_text_(sql_call &call) {
-    const sql_text text = call.args[0].text;
-    call.args[0].kind = SQL_KIND_NUMBER;
-    number_from_str(&call.args[0].number, text.length, text.bytes, nullptr);  // length 0: up to the NUL
-    sql_return(call, call.args[0]);
+    const sql_text &text = call.args[0].text;
+    sql_value value;
+    value.kind = SQL_KIND_NUMBER;
+    number_from_str(&value.number, text.length, text.bytes, nullptr);  // length 0: up to the NUL
+    sql_return(call, value);
 }
 
 // The scientific form of any value fits this buffer, so no text is ever shortened.

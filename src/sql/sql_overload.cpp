@@ -55,7 +55,9 @@ void fail_with_kind_(sql_call &call, int position, std::span<const sql_kind> exp
         text.append_item(i, expected.size(), sql_kind_name(expected[i]), "");
     text.append(" is expected");
     if (value.kind == SQL_KIND_TEXT) append_readers_(text, expected);
-    sql_fail(call, "argument %d is %s where %s", position + 1, sql_kind_name(value.kind), text.text());
+    const sql_quoted shown = value.kind == SQL_KIND_TEXT ? sql_quote(value.text) : sql_quoted{};
+    sql_fail(call, "argument %d is %s%s%s where %s", position + 1, sql_kind_name(value.kind),
+             *shown.text == '\0' ? "" : " ", shown.text, text.text());
 }
 
 // Why a value will not do for a parameter that takes its kind; NULL when it will.

@@ -59,7 +59,8 @@ void make_(sql_call &call) {
 void from_text_(sql_call &call) {
     const sql_text &text = call.args[0].text;
     erowid_t erowid;
-    if (text.length != sizeof erowid) return sql_fail(call, "a rowid has 18 characters");
+    if (text.length != sizeof erowid)
+        return sql_fail(call, "%s is no rowid, which has 18 characters", sql_quote(text).text);
     memcpy(&erowid, text.bytes, sizeof erowid);
     sql_value value{};
     value.kind = SQL_KIND_ROWID;

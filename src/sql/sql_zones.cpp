@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "sql_datetime.h"
+#include "sql_region.h"
 
 using namespace dv::impl;
 
@@ -76,13 +77,20 @@ const tz_region_t *region_of_(const sql_text &text) {
     return zonetab_search_region(name);
 }
 
+void fail_without_region_(sql_call &call, const sql_text &name) {
+    sql_text_list near;
+    sql_append_near_regions(near, {name.bytes, static_cast<size_t>(name.length)});
+    sql_fail(call, "there is no region %s%s%s", sql_quote(name).text, near.length() > 0 ? "." : "",
+             near.text());
+}
+
 void begin_transitions_(sql_call &call, sql_rows &walk) {
     const sql_text &name = call.args[0].text;
     const tz_region_t *region = region_of_(name);
     if (region != nullptr) {
         walk = {region, region->info_cnt / 2};
     } else {
-        sql_fail(call, "there is no region \"%.*s\"", sql_shown_length(name), name.bytes);
+        fail_without_region_(call, name);
     }
 }
 

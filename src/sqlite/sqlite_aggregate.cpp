@@ -68,7 +68,8 @@ void change_(sqlite3_context *context, int argc, sqlite3_value **argv, change_t 
     of->aggregate = aggregate;
     row_change request = {*aggregate, change, call, of->state()};
     dv_error_t error;
-    if (dv_protect(run_change_, &request, &error) != 0) sqlite_fail(context, set.name(), call, error);
+    if (dv_protect(run_change_, &request, &error) != 0)
+        sqlite_fail(context, set.name(), call, error.code, error.message);
 }
 
 void step_(sqlite3_context *context, int argc, sqlite3_value **argv) {
@@ -101,7 +102,8 @@ void value_(sqlite3_context *context) {
     sql_begin(call, &sqlite_memory);
     result request = {*of, call};
     dv_error_t error;
-    if (dv_protect(run_value_, &request, &error) != 0) return sqlite_fail(context, name, call, error);
+    if (dv_protect(run_value_, &request, &error) != 0)
+        return sqlite_fail(context, name, call, error.code, error.message);
     sqlite_finish(context, name, call);
 }
 

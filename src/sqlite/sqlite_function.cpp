@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "sql_explain.h"
 #include "sql_overload.h"
 #include "sqlite_kept.h"
 #include "sqlite_register.h"
@@ -32,12 +33,16 @@ void finish_(sqlite3_context *context, const function_set &set, sql_call &call) 
     sqlite_finish(context, name_of_(set), call);
 }
 
-// An error that was raised; of a try_ function SQL NULL, but for want of memory.
-void fail_(sqlite3_context *context, const function_set &set, sql_call &call, const dv_error_t &error) {
-    if (!set.rows[0]->is_try || error.code == DV_ERR_NO_MEMORY)
-        return sqlite_fail(context, name_of_(set), call, error);
-    call.outcome = SQL_FAILED;
-    finish_(context, set, call);
+// An error that a row raised; of a try_ function SQL NULL, but for want of memory.
+void fail_(sqlite3_context *context, const function_set &set, const sql_function &row, sql_call &call,
+           const dv_error_t &error) {
+    int code = error.code;
+    if (code != DV_ERR_NO_MEMORY && row.is_try) {
+        call.outcome = SQL_FAILED;
+        return finish_(context, set, call);
+    }
+    if (code != DV_ERR_NO_MEMORY && !sql_explain(call, row, error)) code = DV_ERR_NO_MEMORY;
+    sqlite_fail(context, name_of_(set), call, code, call.failure);
 }
 
 struct run {
@@ -53,14 +58,15 @@ void run_(void *arg) {
 
 // What the row keeps for the call, in SQLite's care as long as the argument is constant. NULL: the call is
 // done, without memory, or with what making raised or failed with.
-sqlite_kept *keep_(sqlite3_context *context, const function_set &set, const sql_keeper &keeper,
+sqlite_kept *keep_(sqlite3_context *context, const function_set &set, const sql_function &row,
                    sql_call &call) {
+    const sql_keeper &keeper = *row.keeper;
     auto *kept = static_cast<sqlite_kept *>(sqlite3_get_auxdata(context, keeper.argument));
     if (kept != nullptr && kept->keeper == &keeper && keeper.serves(call, kept->object())) return kept;
 
     dv_error_t error;
     if (sqlite_keep(keeper, call, &kept, &error) != 0) {
-        fail_(context, set, call, error);
+        fail_(context, set, row, call, error);
         return nullptr;
     }
     if (kept != nullptr) {
@@ -83,13 +89,13 @@ void call_(sqlite3_context *context, int argc, sqlite3_value **argv) {
     const sql_function *function = sql_resolve(set.all(), call);
     if (function == nullptr) return finish_(context, set, call);
     if (function->keeper != nullptr) {
-        sqlite_kept *kept = keep_(context, set, *function->keeper, call);
+        sqlite_kept *kept = keep_(context, set, *function, call);
         if (kept == nullptr) return;
         call.kept = kept->object();
     }
     run request = {*function, call};
     dv_error_t error;
-    if (dv_protect(run_, &request, &error) != 0) return fail_(context, set, call, error);
+    if (dv_protect(run_, &request, &error) != 0) return fail_(context, set, *function, call, error);
     finish_(context, set, call);
 }
 

@@ -197,7 +197,7 @@ int column_(sqlite3_vtab_cursor *base, sqlite3_context *context, int column) {
     field request = {cursor_of_(base), call, column};
     dv_error_t error;
     if (dv_protect(run_field_, &request, &error) != 0) {
-        sqlite_fail(context, table.signature.name, call, error);
+        sqlite_fail(context, table.signature.name, call, error.code, error.message);
     } else {
         sqlite_finish(context, table.signature.name, call);
     }

@@ -151,9 +151,9 @@ void dv::impl::sqlite_finish(sqlite3_context *context, const char *function, sql
     release_block_(call);
 }
 
-void dv::impl::sqlite_fail(sqlite3_context *context, const char *function, sql_call &call,
-                           const dv_error_t &error) {
+void dv::impl::sqlite_fail(sqlite3_context *context, const char *function, sql_call &call, int code,
+                           const char *message) {
     release_block_(call);
-    if (error.code == DV_ERR_NO_MEMORY) return sqlite3_result_error_nomem(context);
-    give_error_(context, sqlite3_mprintf("%s: %s (dv%d)", function, error.message, error.code));
+    if (code == DV_ERR_NO_MEMORY) return sqlite3_result_error_nomem(context);
+    give_error_(context, sqlite3_mprintf("%s: %s (dv%d)", function, message, code));
 }

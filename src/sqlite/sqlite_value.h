@@ -27,8 +27,9 @@ inline bool sqlite_begin(sqlite3_context *context, sql_call &call, int argc, sql
 // Gives SQLite what is in a call of a function, its result or why it failed, and frees its block.
 void sqlite_finish(sqlite3_context *context, const char *function, sql_call &call);
 
-// Ends a call with an error that was raised, and frees its block.
-void sqlite_fail(sqlite3_context *context, const char *function, sql_call &call, const dv_error_t &error);
+// Ends a call with an error that was raised, as its message says, and frees its block.
+void sqlite_fail(sqlite3_context *context, const char *function, sql_call &call, int code,
+                 const char *message);
 
 }  // namespace dv::impl
 

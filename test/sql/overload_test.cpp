@@ -78,10 +78,11 @@ TEST(SqlOverload, MissingOneIsToldByTheFirstBadArgumentOfTheBestFit) {
     const auto f2 = sql_overloads_of(_first[0], _tables);
     EXPECT_EQ(choose_(f2, {value_(SQL_KIND_ROWID), value_(SQL_KIND_ROWID)}),
               "argument 1 is ROWID where NUMBER, DATE or TEXT is expected");
-    EXPECT_EQ(choose_(f2, {value_(_date), value_(_text)}), "argument 2 is TEXT where INTEGER is expected");
+    EXPECT_EQ(choose_(f2, {value_(_date), value_(_text)}),
+              "argument 2 is TEXT \"x\" where INTEGER is expected");
     EXPECT_EQ(choose_(f2, {sql_integer(1), sql_real(1)}), "argument 2 is REAL where TEXT is expected");
     EXPECT_EQ(choose_(sql_overloads_of(_first[1], _tables), {value_(_text)}),
-              "argument 1 is TEXT where DATE is expected; to_date() reads text");
+              "argument 1 is TEXT \"x\" where DATE is expected; to_date() reads text");
     sql_value blob = value_(SQL_KIND_BLOB);
     blob.blob = {nullptr, 0, "it is empty"};
     EXPECT_EQ(choose_(f2, {blob, value_(_text)}), "argument 1 is a BLOB that holds no value: it is empty");

@@ -26,14 +26,14 @@ SELECT dv_text(dv_trunc(to_number('123.456'), -9999999999));  -- 0
 SELECT dv_text(dv_trunc(to_number('123.456'), 9999999999));  -- 123.456
 
 -- What is expected where an argument is another.
-SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
-SELECT dv_add('1', 2);  -- error: dv_add: argument 1 is TEXT where NUMBER is expected; to_number() reads text
+SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT "x" where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
+SELECT dv_add('1', 2);  -- error: dv_add: argument 1 is TEXT "1" where NUMBER is expected; to_number() reads text
 SELECT to_time(1);  -- error: to_time: argument 1 is INTEGER where TEXT or TIME is expected
 SELECT to_date('');  -- error: to_date: Invalid date: "". (dv-5113)
-SELECT to_time('25:00');  -- error: to_time: The value 25 of the field "hour" is out of range: 0 to 23 is accepted. (dv-5114)
-SELECT dv_text('a');  -- error: dv_text: argument 1 is TEXT where NUMBER, DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND or ROWID is expected; to_number(), to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval(), to_dsinterval() or dv_rowid() reads text
-SELECT dv_rowid_sgmt('a');  -- error: dv_rowid_sgmt: argument 1 is TEXT where ROWID is expected; dv_rowid() reads text
-SELECT dv_date('1',2,3);  -- error: dv_date: argument 1 is TEXT where INTEGER is expected
+SELECT to_time('25:00');  -- error: to_time: The value 25 of the field "hour" is out of range: 0 to 23 is accepted. The text is "25:00". (dv-5114)
+SELECT dv_text('a');  -- error: dv_text: argument 1 is TEXT "a" where NUMBER, DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND or ROWID is expected; to_number(), to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval(), to_dsinterval() or dv_rowid() reads text
+SELECT dv_rowid_sgmt('a');  -- error: dv_rowid_sgmt: argument 1 is TEXT "a" where ROWID is expected; dv_rowid() reads text
+SELECT dv_date('1',2,3);  -- error: dv_date: argument 1 is TEXT "1" where INTEGER is expected
 SELECT add_months(dv_date(1,1,1), 9999999999);  -- error: add_months: argument 2 is out of range: 9999999999
 SELECT dv_neg(1e999);  -- error: dv_neg: argument 1 is an infinite REAL where NUMBER is finite
 SELECT dv_cast_number(1, 38, 128);  -- error: dv_cast_number: the scale lies in -127..127
@@ -53,9 +53,41 @@ SELECT dv_sub(dv_date(1,1,1), dv_time(1,1,1));  -- error: dv_sub: argument 2 is 
 SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER is expected
 SELECT add_months(dv_date(1,1,1), -9999999999);  -- error: add_months: argument 2 is out of range: -9999999999
 SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
-SELECT dv_extract('TIMEZONE_HOUR', dv_timestamp(1,1,1,0,0,0));  -- error: dv_extract: The value's type does not have this field. (dv-5006)
+SELECT dv_extract('TIMEZONE_HOUR', dv_timestamp(1,1,1,0,0,0));  -- error: dv_extract: The value's type does not have this field. The field is "TIMEZONE_HOUR". (dv-5006)
 SELECT count(*) FROM dv_zone_transitions('');  -- error: dv_zone_transitions: there is no region ""
 SELECT count(*) FROM dv_zone_transitions('Etc/UTC' || char(0));  -- error: dv_zone_transitions: argument 1 has a NUL inside its text
+
+-- What an error shows: the texts given, cut behind a character; what was possible; the gap of a local time, however the
+-- call came to it.
+SELECT from_tz(dv_timestamp(2024, 1, 1, 0, 0, 0), 'Asia/Soul');  -- error: from_tz: Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected. The zone is "Asia/Soul". Near to it is Asia/Seoul. (dv-5104)
+SELECT to_timestamp_tz('2024-02-29 13:05 Europe/Sydney');  -- error: to_timestamp_tz: Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected. The text is "2024-02-29 13:05 Europe/Sydney". Near to it is Australia/Sydney. (dv-5104)
+SELECT to_timestamp_tz('29.02.2024 Kiew', 'DD.MM.YYYY TZR');  -- error: to_timestamp_tz: Invalid timezone region: "Kiew" (29.02.2024 Kiew). The model is "DD.MM.YYYY TZR". Near to it is Europe/Kiev. (dv-5113)
+SELECT at_time_zone(to_timestamp_tz('2024-01-01'), '');  -- error: at_time_zone: Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected. The zone is empty. The table dv_zones has the regions. (dv-5104)
+SELECT at_time_zone(to_timestamp_tz('2024-01-01'), '+25:00');  -- error: at_time_zone: The hours of a time zone offset must be from -12 to 14. The zone is "+25:00". (dv-5098)
+SELECT tz_offset('Atlantis');  -- error: tz_offset: Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected. The zone is "Atlantis". Near to it is Canada/Atlantic. (dv-5104)
+SELECT count(*) FROM dv_zone_transitions('asia/seul');  -- error: dv_zone_transitions: there is no region "asia/seul". Near to it is Asia/Seoul.
+SELECT from_tz(dv_timestamp(2011, 12, 30, 12, 0, 0), 'Pacific/Apia');  -- error: from_tz: The local time does not exist in its time zone: the clocks are set forward over it. The zone is "Pacific/Apia". In Pacific/Apia clocks were set forward from 2011-12-30 00:00:00 to 2011-12-31 00:00:00. (dv-5110)
+SELECT to_timestamp_tz('31.03.2024 02:30 europe/berlin', 'DD.MM.YYYY HH24:MI TZR');  -- error: to_timestamp_tz: The local time does not exist in its time zone: the clocks are set forward over it. The text is "31.03.2024 02:30 europe/berlin", the model is "DD.MM.YYYY HH24:MI TZR". In Europe/Berlin clocks were set forward from 2024-03-31 02:00:00 to 2024-03-31 03:00:00. (dv-5110)
+SELECT dv_trunc(to_timestamp_tz('2018-11-04 12:00 America/Sao_Paulo'));  -- error: dv_trunc: The local time does not exist in its time zone: the clocks are set forward over it. In America/Sao_Paulo clocks were set forward from 2018-11-04 00:00:00 to 2018-11-04 01:00:00. (dv-5110)
+SELECT to_char(dv_date(2024, 1, 1), 'YYYY-MM-DD HH24:MN:SS');  -- error: to_char: Unknown format element, or no unit of truncation and rounding. The model is "YYYY-MM-DD HH24:MN:SS", wrong at "MN:SS". Expected is SYYYY, YYYY, YYY, YY, Y, RRRR, RR, YEAR, SYEAR, IYYY, IYY, IY, I, CC, SCC, AD, BC, A.D., B.C., MM, MON, MONTH, RM, Q, WW, W, IW, DD, DDD, DAY, DY, D, J, HH24, HH, HH12, MI, SS, SSSSS, AM, PM, A.M., P.M., FF, X, TZH, TZM, TZR, TZD, FM or FX. (dv-5014)
+SELECT to_date('2024-01-01', 'JJJJ-MM-TT');  -- error: to_date: Unknown format element, or no unit of truncation and rounding. The text is "2024-01-01", the model is "JJJJ-MM-TT", wrong at "TT". Expected is SYYYY, YYYY, YYY, YY, Y, RRRR, RR, YEAR, SYEAR, IYYY, IYY, IY, I, CC, SCC, AD, BC, A.D., B.C., MM, MON, MONTH, RM, Q, WW, W, IW, DD, DDD, DAY, DY, D, J, HH24, HH, HH12, MI, SS, SSSSS, AM, PM, A.M., P.M., FF, X, TZH, TZM, TZR, TZD, FM or FX. (dv-5014)
+SELECT to_timestamp('2024', 'YYYY.FF0');  -- error: to_timestamp: Invalid precision of fractional seconds: FF1 to FF9 are accepted in a format model, 0 to 9 for a type. The text is "2024", the model is "YYYY.FF0", wrong at "0". (dv-5041)
+SELECT dv_trunc(dv_date(2024, 1, 1), 'WEEK');  -- error: dv_trunc: Unknown format element, or no unit of truncation and rounding. The unit is "WEEK". Expected is CC, SCC, SYYYY, YYYY, YYY, YY, Y, YEAR, SYEAR, IYYY, IYY, IY, I, Q, MM, MON, MONTH, RM, WW, W, IW, DD, DDD, J, DAY, DY, D, HH24, HH, HH12 or MI. (dv-5014)
+SELECT to_char(1.5, '9,99.9.9');  -- error: to_char: Invalid number format model. The model is "9,99.9.9". Expected is 9, 0, X, ., D, ,, G, $, C, L, U, S, MI, PR, EEEE, FM, alone TM, TM9, TME or RN. (dv-5075)
+SELECT to_number('1.5', 'B99');  -- error: to_number: The number format model has the element B, or asks for roman numerals to be read. The text is "1.5", the model is "B99". (dv-3006)
+SELECT to_char(dv_date(2024, 1, 1), 'DAY', 'Deutsch');  -- error: to_char: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. The model is "DAY", the language is "Deutsch". Expected is AMERICAN, KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE or RUSSIAN. (dv-11035)
+SELECT to_date('1 Januar 2024', 'DD MONTH YYYY', 'AMERICAN');  -- error: to_date: Invalid year: "uar 2024" (1 Januar 2024). The model is "DD MONTH YYYY", the language is "AMERICAN". (dv-5113)
+SELECT to_dsinterval('1 25:00:00');  -- error: to_dsinterval: The hours of the interval must be from 0 to 23. The text is "1 25:00:00". It has the form days hours:minutes:seconds, such as 1 02:03:04.5. (dv-5061)
+SELECT to_dsinterval('1 day');  -- error: to_dsinterval: Invalid interval: the text is empty, or lacks a digit or a separator. The text is "1 day". It has the form days hours:minutes:seconds, such as 1 02:03:04.5. (dv-5056)
+SELECT to_dsinterval('');  -- error: to_dsinterval: Invalid interval: the text is empty, or lacks a digit or a separator. The text is empty. It has the form days hours:minutes:seconds, such as 1 02:03:04.5. (dv-5056)
+SELECT to_yminterval(' ');  -- error: to_yminterval: Invalid interval: the text is empty, or lacks a digit or a separator. The text is " ". It has the form years-months, such as 1-06. (dv-5056)
+SELECT to_number('');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is empty. (dv-5074)
+SELECT to_number('', '999');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is empty, the model is "999". (dv-5074)
+SELECT to_date('', 'YYYY-MM-DD');  -- error: to_date: The length of the text or of the output buffer must be at least 1. The text is empty, the model is "YYYY-MM-DD". (dv-5007)
+SELECT to_timestamp_tz('');  -- error: to_timestamp_tz: Invalid date: "". (dv-5113)
+SELECT to_number(printf('%063d', 0) || 'éé');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "000000000000000000000000000000000000000000000000000000000000000".... (dv-5074)
+SELECT to_date(printf('%0100d', 0) || 'x');  -- error: to_date: The value 0 of the field "year" is out of range: -4713 to 9999 is accepted. The text is "0000000000000000000000000000000000000000000000000000000000000000".... (dv-5114)
+SELECT dv_error_of('to_timestamp_tz', '2024-03-31 02:30 Europe/Paris');  -- The local time does not exist in its time zone: the clocks are set forward over it. The text is "2024-03-31 02:30 Europe/Paris". In Europe/Paris clocks were set forward from 2024-03-31 02:00:00 to 2024-03-31 03:00:00. (dv-5110 in find_local_tzinfo_)
 
 -- A stored form, and why it holds no value.
 SELECT dv_text(x'');  -- error: dv_text: argument 1 is a BLOB that holds no value: it is empty
@@ -113,7 +145,7 @@ SELECT dv_text(x'15787C021D0D05070000000000740000012D');  -- error: dv_text: arg
 SELECT dv_text(x'15787C021D0D05070000000000540000012D');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
 
 -- What cannot be.
-SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. (dv-5064)
+SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. The field is "YEAR". (dv-5064)
 SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
 SELECT dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'));  -- error: dv_sub: The leading field of the interval has more digits than its precision allows. (dv-5064)
 SELECT dv_add(to_dsinterval('999999999 23:59:59'), to_dsinterval('0 0:0:1'));  -- error: dv_add: The leading field of the interval has more digits than its precision allows. (dv-5064)
@@ -123,19 +155,19 @@ SELECT to_date('2024-02-29' || char(0));  -- error: to_date: argument 1 has a NU
 SELECT to_char(dv_date(2024, 1, 1), 'DD' || char(0));  -- error: to_char: argument 2 has a NUL inside its text
 SELECT to_char(dv_date(2024, 1, 1), 'DD', printf('%-239s', 'KOREAN'));  -- error: to_char: argument 3 is longer than a setting, which has at most 256 bytes
 SELECT next_day(dv_date(2024, 1, 1), 'MON', printf('NLS_DATE_LANGUAGE=%239s', 'KOREAN'));  -- error: next_day: argument 3 is longer than a setting, which has at most 256 bytes
-SELECT to_char(dv_date(2024, 1, 1), 'MON', 'NLS_CALENDAR=GREGORIAN');  -- error: to_char: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. (dv-11035)
-SELECT next_day(dv_date(2024, 1, 1), 'MON', 'NLS_SORT=GERMAN');  -- error: next_day: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. (dv-11035)
-SELECT dv_extract('YEARS', dv_date(1, 1, 1));  -- error: dv_extract: argument 1 is not YEAR, MONTH, DAY, HOUR, MINUTE, SECOND, TIMEZONE_HOUR, TIMEZONE_MINUTE, TIMEZONE_REGION or TIMEZONE_ABBR
-SELECT to_date('10:00', 'HH24:MI');  -- error: to_date: the model leaves the year and the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
-SELECT to_date('2024', 'YYYY');  -- error: to_date: the model leaves the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
-SELECT to_timestamp_tz('4-11', 'Y-MM');  -- error: to_timestamp_tz: the model leaves the year open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
-SELECT to_date('2024-09', 'IYYY-IW');  -- error: to_date: The format model has an element that can be written but not read. (dv-5013)
-SELECT at_time_zone(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+00:00'), '+09:00');  -- error: at_time_zone: The value 9999 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
-SELECT at_time_zone(from_tz(dv_timestamp(-1, 2, 28, 20, 0, 0), '+00:00'), '+09:00');  -- error: at_time_zone: The value 29 of the field "day" is out of range: 1 to 28 is accepted. (dv-5114)
+SELECT to_char(dv_date(2024, 1, 1), 'MON', 'NLS_CALENDAR=GREGORIAN');  -- error: to_char: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. The model is "MON", the language is "NLS_CALENDAR=GREGORIAN". Expected is AMERICAN, KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE or RUSSIAN. (dv-11035)
+SELECT next_day(dv_date(2024, 1, 1), 'MON', 'NLS_SORT=GERMAN');  -- error: next_day: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. The name is "MON", the language is "NLS_SORT=GERMAN". Expected is AMERICAN, KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE or RUSSIAN. (dv-11035)
+SELECT dv_extract('YEARS', dv_date(1, 1, 1));  -- error: dv_extract: argument 1, "YEARS", is not YEAR, MONTH, DAY, HOUR, MINUTE, SECOND, TIMEZONE_HOUR, TIMEZONE_MINUTE, TIMEZONE_REGION or TIMEZONE_ABBR
+SELECT to_date('10:00', 'HH24:MI');  -- error: to_date: the model "HH24:MI" leaves the year and the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
+SELECT to_date('2024', 'YYYY');  -- error: to_date: the model "YYYY" leaves the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
+SELECT to_timestamp_tz('4-11', 'Y-MM');  -- error: to_timestamp_tz: the model "Y-MM" leaves the year open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
+SELECT to_date('2024-09', 'IYYY-IW');  -- error: to_date: The format model has an element that can be written but not read. The text is "2024-09", the model is "IYYY-IW". (dv-5013)
+SELECT at_time_zone(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+00:00'), '+09:00');  -- error: at_time_zone: The value 9999 of the field "year" is out of range: -4713 to 9999 is accepted. The zone is "+09:00". (dv-5114)
+SELECT at_time_zone(from_tz(dv_timestamp(-1, 2, 28, 20, 0, 0), '+00:00'), '+09:00');  -- error: at_time_zone: The value 29 of the field "day" is out of range: 1 to 28 is accepted. The zone is "+09:00". (dv-5114)
 SELECT dv_add(from_tz(dv_timestamp(9999, 12, 31, 20, 0, 0), '+03:00'), to_dsinterval('0 5:0:0'));  -- error: dv_add: The value 9999 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
 SELECT dv_sub(from_tz(dv_timestamp(1, 11, 30, 22, 0, 0), '-03:00'), to_yminterval('9999-11'));  -- error: dv_sub: The value -9998 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
 SELECT dv_text(x'15C7C70C1F173B3B00000000006D00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its local time lies outside the calendar
 SELECT dv_text(x'156463021C14000000000000006D00000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its local time lies outside the calendar
-SELECT to_char(column1, 'TZR') FROM (VALUES (to_timestamp_tz('2024-02-29')), (dv_timestamp(2024, 2, 29, 0, 0, 0)));  -- error: to_char: The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone. (dv-5012)
-SELECT next_day(dv_date(2024, 1, 1), '');  -- error: next_day: Invalid day_name: "" (Inconsistent with NLS_DATE_LANGUAGE). (dv-5113)
+SELECT to_char(column1, 'TZR') FROM (VALUES (to_timestamp_tz('2024-02-29')), (dv_timestamp(2024, 2, 29, 0, 0, 0)));  -- error: to_char: The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone. The model is "TZR". (dv-5012)
+SELECT next_day(dv_date(2024, 1, 1), '');  -- error: next_day: Invalid day_name: "" (Inconsistent with NLS_DATE_LANGUAGE). The name is empty. (dv-5113)
 SELECT next_day(dv_date(2024, 1, 1), 'MON', 'AMERICAN' || char(0));  -- error: next_day: argument 3 has a NUL inside its text

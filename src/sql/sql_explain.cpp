@@ -1,0 +1,188 @@
+// Composing the texts of errors: message, texts given, what was possible.
+//
+// What was possible follows from the code (_hints). A model that does not compile is shown with the place of
+// the fault: what follows its longest beginning that compiles.
+
+#include "sql_explain.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <string_view>
+
+#include "dvtypes/nls.h"
+#include "sql_datetime.h"
+#include "sql_gap.h"
+#include "sql_region.h"
+#include "sql_run.h"
+#include "sql_text_list.h"
+#include "sql_words.h"
+
+using namespace dv::impl;
+
+namespace {
+
+struct explanation {
+    sql_call &call;
+    const sql_function &row;
+    const dv_error_t &error;
+    sql_text_list text;
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// What was given
+// ---------------------------------------------------------------------------------------------------------
+
+bool is_shown_(const dv_error_t &error, const sql_text &text) {
+    const sql_quoted quoted = sql_quote(text);
+    return text.length > 0 && strstr(error.message, quoted.text) != nullptr;
+}
+
+// The last argument of an error about a field is the whole text.
+bool is_whole_text_(const dv_error_t &error, const sql_text &text) {
+    constexpr int field_text = -5113;
+    if (error.code != field_text || error.arg_count != 3) return false;
+    const std::string_view whole(text.bytes, static_cast<size_t>(text.length)), shown = error.args[2];
+    constexpr size_t longest_character = 4;
+    const bool is_cut = shown.size() >= DV_ERROR_TEXT_MAX - longest_character;
+    return whole == shown || (is_cut && whole.starts_with(shown));
+}
+
+// Where a model does not compile: behind its longest beginning that does. Its length where it compiles, 0 for
+// the whole.
+int fault_(const sql_function &row, const sql_call &call) {
+    constexpr int longest = 256;
+    sql_call trial = call;
+    dv_error_t error;
+    int &length = trial.args[row.keeper->argument].text.length;
+    for (length = std::min(length, longest); length > 0; --length) {
+        trial.outcome = SQL_GIVEN;
+        trial.block = nullptr;
+        if (sql_make(row, trial, error) == 0 && trial.outcome == SQL_GIVEN) break;
+    }
+    return length;
+}
+
+void append_fault_(explanation &e, const sql_text &model) {
+    const int place = fault_(e.row, e.call);
+    if (place == 0 || place >= model.length) return;
+    e.text.append(", wrong at ");
+    e.text.append(sql_quote({model.bytes + place, model.length - place}).text);
+}
+
+// "the model "YYYY-QQ", wrong at "QQ""
+void append_given_(explanation &e, int position) {
+    const sql_text &text = e.call.args[position].text;
+    const std::string_view name = sql_param_name(e.row.signature, position);
+    e.text.append("the ");
+    e.text.append(name == "v" ? "text" : name);
+    e.text.append(text.length == 0 ? " is empty" : " is ");
+    if (text.length > 0) e.text.append(sql_quote(text).text);
+    const bool is_model = e.row.keeper != nullptr && e.row.keeper->argument == position;
+    if (is_model && e.error.code != SQL_ERR_NLS_SETTING) append_fault_(e, text);
+}
+
+// " The text is "1", the model is "DD"."
+void append_all_given_(explanation &e) {
+    const char *separator = " ";
+    for (int i = 0; i < e.call.argc; ++i) {
+        if (e.row.signature.params[i] != SQL_KIND_TEXT || e.call.args[i].kind != SQL_KIND_TEXT) continue;
+        const sql_text &text = e.call.args[i].text;
+        if (is_shown_(e.error, text) || is_whole_text_(e.error, text)) continue;
+        e.text.append(separator);
+        const size_t begin = e.text.length();
+        append_given_(e, i);
+        if (*separator == ' ') e.text.capitalise(begin);
+        separator = ", ";
+    }
+    if (*separator == ',') e.text.append(".");
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// What was possible
+// ---------------------------------------------------------------------------------------------------------
+
+void append_words_(explanation &e, std::span<const char *const> words) {
+    e.text.append(" Expected is ");
+    for (size_t i = 0; i < words.size(); ++i) e.text.append_item(i, words.size(), words[i], "");
+    e.text.append(".");
+}
+
+void append_languages_(explanation &e) { append_words_(e, nls_date_lang_name_tab_); }
+
+// Of a model, or units of truncation.
+void append_elements_(explanation &e) {
+    if (e.row.keeper != nullptr) return append_words_(e, SQL_MODEL_ELEMENTS);
+    append_words_(e, SQL_UNITS);
+}
+
+void append_number_elements_(explanation &e) { append_words_(e, SQL_NUMBER_MODEL_ELEMENTS); }
+
+void append_interval_form_(explanation &e) {
+    const bool is_ytm = e.row.signature.result == SQL_KIND_ITV_YTM;
+    e.text.append(is_ytm ? " It has the form years-months, such as 1-06."
+                         : " It has the form days hours:minutes:seconds, such as 1 02:03:04.5.");
+}
+
+// The first argument that holds a region's name, or something near to one.
+void append_regions_(explanation &e) {
+    for (int i = 0; i < e.call.argc; ++i) {
+        if (e.call.args[i].kind != SQL_KIND_TEXT) continue;
+        const sql_text &text = e.call.args[i].text;
+        if (sql_append_near_regions(e.text, {text.bytes, static_cast<size_t>(text.length)})) return;
+    }
+    e.text.append(" The table dv_zones has the regions.");
+}
+
+void append_regions_of_text_(explanation &e) {
+    if (strcmp(e.error.args[0], "timezone region") == 0) append_regions_(e);
+}
+
+void append_gap_(explanation &e) { sql_append_gap(e.text, e.call, e.row); }
+
+struct hint {
+    int code;
+    void (*append)(explanation &);
+};
+constexpr hint _hints[] = {
+    {-5014, append_elements_},         // an element or unit that there is not
+    {-5075, append_number_elements_},  // the same in a number model
+    {-5009, append_interval_form_},    // an interval's text that ends too soon,
+    {-5010, append_interval_form_},    // goes on,
+    {-5056, append_interval_form_},    // lacks something,
+    {-5060, append_interval_form_},    // has too many months,
+    {-5061, append_interval_form_},    // hours,
+    {-5062, append_interval_form_},    // minutes
+    {-5063, append_interval_form_},    // or seconds
+    {-5104, append_regions_},          // no zone
+    {-5113, append_regions_of_text_},  // no such field, which may be a region
+    {-5110, append_gap_},              // a local time that clocks never showed
+    {SQL_ERR_NLS_SETTING, append_languages_},
+};
+
+bool is_interval_(sql_kind kind) { return kind == SQL_KIND_ITV_YTM || kind == SQL_KIND_ITV_DTS; }
+
+void append_hint_(explanation &e) {
+    for (const hint &each : _hints) {
+        if (each.code != e.error.code) continue;
+        if (each.append == append_interval_form_ && !is_interval_(e.row.signature.result)) continue;
+        each.append(e);
+    }
+}
+
+void explain_(void *arg) {
+    auto &e = *static_cast<explanation *>(arg);
+    append_all_given_(e);
+    append_hint_(e);
+}
+
+}  // namespace
+
+bool dv::impl::sql_explain(sql_call &call, const sql_function &row, const dv_error_t &error) {
+    explanation e{call, row, error, {}};
+    e.text.append(error.message);
+    dv_error_t second;
+    if (dv_protect(explain_, &e, &second) == DV_ERR_NO_MEMORY) return false;
+    sql_fail(call, "%s", e.text.text());
+    return true;
+}

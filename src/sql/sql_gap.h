@@ -1,0 +1,17 @@
+// Gaps in messages: which local times the clocks of a region skipped.
+
+#ifndef DV_SQL_GAP_H
+#define DV_SQL_GAP_H
+
+#include "sql_catalogue.h"
+#include "sql_text_list.h"
+
+namespace dv::impl {
+
+// Appends the gap into which the local time of a call fell, " In Asia/Seoul clocks were set forward from ...
+// to ...", or nothing where it cannot be found. The call raised -5110. Raises DV_ERR_NO_MEMORY.
+void sql_append_gap(sql_text_list &text, const sql_call &call, const sql_function &row);
+
+}  // namespace dv::impl
+
+#endif  // DV_SQL_GAP_H
