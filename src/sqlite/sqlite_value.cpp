@@ -16,9 +16,10 @@ namespace {
 void *malloc_(allocator_t *, size_t size, const char *, int) { return sqlite3_malloc64(size); }
 
 void *calloc_(allocator_t *, size_t count, size_t size, const char *, int) {
-    void *block = sqlite3_malloc64(count * size);  // an element of a model takes 40 bytes
-    if (block != nullptr) memset(block, 0, count * size);
-    return block;
+    size_t bytes;
+    if (__builtin_mul_overflow(count, size, &bytes)) return nullptr;
+    void *block = sqlite3_malloc64(bytes);
+    return block != nullptr ? memset(block, 0, bytes) : nullptr;
 }
 
 void *realloc_(allocator_t *, void *block, size_t size, const char *, int) {

@@ -73,7 +73,11 @@ def _zone(form, rest, text):
     told = words[2] if len(words) > 2 else ''
     if len(told) > 8 and told[0] not in '+-':
         raise _refused(text)
-    return zone, _offset(told) if re.match('[+-]..:', told) else told
+    if not re.match('[+-]..:', told):
+        return zone, told
+    if not re.fullmatch(r'[+-]\d\d:\d\d', told):
+        raise _refused(text)
+    return zone, _offset(told)
 
 
 def _at_offset(zone, offset, date):

@@ -12,8 +12,7 @@ bool is_field_(dt_fmt_unit_e unit, int value) { return is_in_range(range_of(unit
 bool has_year_(const dv_date_t &date) {
     dv_date_t canonical{};
     date_set_year(canonical, date_year(date));
-    return is_field_(DT_FMT_UNIT_YEAR, date_year(date)) && canonical.century == date.century &&
-           canonical.year == date.year;
+    return is_field_(DT_FMT_UNIT_YEAR, date_year(date)) && canonical.century == date.century;
 }
 
 bool has_time_of_day_(const dv_date_t &date) {

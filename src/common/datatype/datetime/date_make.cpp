@@ -50,12 +50,8 @@ void dv_date_assign(dv_date_t *dst, const dv_date_t *src) {
 void dv_date_from_unit_values(dv_date_t *date, int year, int month, int day, int hour, int minute,
                               int second) {
     if (!is_given(date)) return;
-    check_unit(DT_FMT_UNIT_YEAR, year);
-    check_unit(DT_FMT_UNIT_MONTH, month);
-    check_unit(DT_FMT_UNIT_DAY, day);
-    check_unit(DT_FMT_UNIT_HOUR, hour);
-    check_unit(DT_FMT_UNIT_MINUTE, minute);
-    check_unit(DT_FMT_UNIT_SECOND, second);
+    check_calendar(year, month, day);
+    check_clock(hour, minute, second);
     date_set_calendar(*date, year, month, day);
     date_set_clock(*date, hour, minute, second);
     dv_date_is_valid(date);

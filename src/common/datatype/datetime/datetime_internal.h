@@ -1,8 +1,8 @@
 // What the DATE and TIME area offers to itself across files and to other areas, beyond the public header.
 //
 // Those who read or write many fields of a record do it directly (date.month, date_year, date_set_calendar,
-// ... of datetime_layout.h, unchecked) and check with check_unit; calendar.h has the calendar in plain
-// integers.
+// ... of datetime_layout.h, unchecked) and check with check_unit and the like; calendar.h has the calendar in
+// plain integers.
 
 #ifndef DV_DATETIME_INTERNAL_H
 #define DV_DATETIME_INTERNAL_H
@@ -60,6 +60,17 @@ inline void check_unit(dt_fmt_unit_e unit, int value) {
     if (is_in_range(range_of(unit), value)) return;
     dv_dt_check_validity_of_unit(unit, value);
     __builtin_unreachable();  // it has raised; so no caller saves registers for it
+}
+
+inline void check_calendar(int year, int month, int day) {
+    check_unit(DT_FMT_UNIT_YEAR, year);
+    check_unit(DT_FMT_UNIT_MONTH, month);
+    check_unit(DT_FMT_UNIT_DAY, day);
+}
+inline void check_clock(int hour, int minute, int second) {
+    check_unit(DT_FMT_UNIT_HOUR, hour);
+    check_unit(DT_FMT_UNIT_MINUTE, minute);
+    check_unit(DT_FMT_UNIT_SECOND, second);
 }
 
 // ---- the present, by the host's dv_getlocaltime ----

@@ -69,16 +69,12 @@ void dv_time_set_field(dv_time_t *time, dt_fmt_unit_t unit_type, int value, ucha
 
 void dv_time_is_valid(dv_time_t *time) {
     if (!is_given(time)) return;
-    check_unit(DT_FMT_UNIT_HOUR, time->hour);
-    check_unit(DT_FMT_UNIT_MINUTE, time->minute);
-    check_unit(DT_FMT_UNIT_SECOND, time->second);
+    check_clock(time->hour, time->minute, time->second);
 }
 
 void dv_time_from_unit_values(dv_time_t *time, int hour, int minute, int second, int fsec) {
     if (!is_given(time)) return;
-    check_unit(DT_FMT_UNIT_HOUR, hour);
-    check_unit(DT_FMT_UNIT_MINUTE, minute);
-    check_unit(DT_FMT_UNIT_SECOND, second);
+    check_clock(hour, minute, second);
     check_unit(DT_FMT_UNIT_FSEC, fsec);
     time->hour = static_cast<uint8_t>(hour);
     time->minute = static_cast<uint8_t>(minute);

@@ -4,20 +4,12 @@
 
 #include <algorithm>
 
+#include "../message_text.h"
 #include "../nls/nls_internal.h"
 
 using namespace dv::impl;
 
 namespace {
-
-// A copy of a text for a message, as long as org_str at most, without a NUL inside.
-struct message_text_t {
-    char text[DT_FMT_ORG_STR_SIZE + 1];
-    explicit message_text_t(std::string_view from) {
-        const size_t length = std::min({from.size(), from.find('\0'), sizeof text - 1});
-        *std::copy_n(from.data(), length, text) = '\0';
-    }
-};
 
 // How many characters at the beginning of a name are ASCII, and whether the text begins with them in any
 // letter case. All character sets have ASCII, so that most names need no conversion.
@@ -93,12 +85,12 @@ std::string_view whole_of_(const dt_fmt_parse_ctx_t &ctx) {
 
 void dv::impl::raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field, const char *text,
                                 error_at where) {
-    const message_text_t whole(whole_of_(ctx));
+    const message_text whole(whole_of_(ctx));
     raise(where, field, text, whole.text);
 }
 
 void dv::impl::raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field, error_at where) {
-    const message_text_t here(rest_of(ctx));
+    const message_text here(rest_of(ctx));
     raise_field_text(ctx, field, here.text, where);
 }
 

@@ -6,21 +6,13 @@
 #include <algorithm>
 
 #include "../ascii.h"
+#include "../message_text.h"
 #include "../timezone/timezone_internal.h"
 #include "dvtypes/iso.h"
 
 using namespace dv::impl;
 
 namespace {
-
-// A copy of a text for a message: as much as an argument of an error shows, without a NUL inside.
-struct shown_t {
-    char text[DV_ERROR_TEXT_MAX];
-    explicit shown_t(std::string_view from) {
-        const size_t length = std::min({from.size(), from.find('\0'), sizeof text - 1});
-        *std::copy_n(from.data(), length, text) = '\0';
-    }
-};
 
 class reader_t {
   public:
@@ -65,7 +57,7 @@ class reader_t {
     }
 
     [[noreturn]] void refuse(const char *field) const {
-        const shown_t here(rest_), all(whole_);
+        const message_text here(rest_), all(whole_);
         raise(*refused_, field, here.text, all.text);
     }
 

@@ -45,16 +45,9 @@ class writer_t {
 };
 
 // Every field has the digits that its place in a text has; how long a month is does not matter.
-void check_clock_(int hour, int minute, int second) {
-    check_unit(DT_FMT_UNIT_HOUR, hour);
-    check_unit(DT_FMT_UNIT_MINUTE, minute);
-    check_unit(DT_FMT_UNIT_SECOND, second);
-}
 void check_(const dv_date_t &date) {
-    check_unit(DT_FMT_UNIT_YEAR, date_year(date));
-    check_unit(DT_FMT_UNIT_MONTH, date.month);
-    check_unit(DT_FMT_UNIT_DAY, date.day);
-    check_clock_(date.hour, date.minute, date.second);
+    check_calendar(date_year(date), date.month, date.day);
+    check_clock(date.hour, date.minute, date.second);
 }
 void check_fraction_(const dv_time_t &time) {
     const uint32_t nanoseconds = time_nanoseconds(time);
@@ -132,7 +125,7 @@ extern "C" int dv_date_to_iso(const dv_date_t *date, char *buf, int buf_size) {
 
 extern "C" int dv_time_to_iso(const dv_time_t *time, char *buf, int buf_size) {
     if (!DV_ASSERT(time != NULL) || !DV_ASSERT(buf != NULL)) return 0;
-    check_clock_(time->hour, time->minute, time->second);
+    check_clock(time->hour, time->minute, time->second);
     writer_t text;
     text.put_three(time->hour, time->minute, time->second, ':');
     put_fraction_(text, *time);

@@ -48,12 +48,8 @@ void set_seconds_(dv_timestamp_t &ts, int64_t seconds, int nanoseconds) {
     const int minute = second_of_day % SEC_PER_HOUR / SEC_PER_MINUTE;
     const int second = second_of_day % SEC_PER_MINUTE;
     const int year = narrowed_(d.year), month = narrowed_(d.month), day = narrowed_(d.day);
-    check_unit(DT_FMT_UNIT_YEAR, year);
-    check_unit(DT_FMT_UNIT_MONTH, month);
-    check_unit(DT_FMT_UNIT_DAY, day);
-    check_unit(DT_FMT_UNIT_HOUR, hour);
-    check_unit(DT_FMT_UNIT_MINUTE, minute);
-    check_unit(DT_FMT_UNIT_SECOND, second);
+    check_calendar(year, month, day);
+    check_clock(hour, minute, second);
     check_unit(DT_FMT_UNIT_FSEC, nanoseconds);
     date_set_calendar(date_part(ts), year, month, day);
     date_set_clock(date_part(ts), hour, minute, second);
