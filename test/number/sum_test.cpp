@@ -112,4 +112,17 @@ TEST(NumberFault, IsFoundInAllButTheOneRecordOfAValue) {
     EXPECT_GT(sound, 1000 * scaled(1));
 }
 
+// Twenty digits hold 38 decimal ones when the first and the last of them are half empty.
+TEST(NumberFault, IsATwentiethDigitTooMany) {
+    for (const auto &[first, last, is_sound] :
+         {std::tuple(9, 90, true), std::tuple(10, 90, false), std::tuple(9, 91, false)}) {
+        number_t x = num("1");
+        x.size = 1 + NUMBER_DIGITS_MAX;
+        std::fill(std::begin(x.coef), std::end(x.coef), uint8_t{128 + 50});
+        x.coef[0] = static_cast<uint8_t>(128 + first);
+        x.coef[NUMBER_DIGITS_MAX - 1] = static_cast<uint8_t>(128 + last);
+        EXPECT_EQ(number_get_fault(&x) == nullptr, is_sound) << first << " " << last;
+    }
+}
+
 }  // namespace

@@ -6,10 +6,14 @@
 using namespace dv::test;
 
 TEST(SqlCall, GivesWhatItIsNamedForOrAnErrorThatSaysWhatIsExpected) {
-    sqlite_session session;
-    const auto calls = examples_of("test/sqlite/calls.sql");
-    EXPECT_GE(calls.size(), 90u);
-    for (const auto &[sql, result] : calls) EXPECT_EQ(session.value(sql), result) << sql;
+    const auto used = sqlite3_memory_used();
+    {
+        sqlite_session session;
+        const auto calls = examples_of("test/sqlite/calls.sql");
+        EXPECT_GE(calls.size(), 90u);
+        for (const auto &[sql, result] : calls) EXPECT_EQ(session.value(sql), result) << sql;
+    }
+    EXPECT_EQ(sqlite3_memory_used(), used);
 }
 
 TEST(SqlCall, FunctionsAreInnocuousAndButForTheClocksDeterministic) {

@@ -197,7 +197,7 @@ void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, 
 
 void number_to_float(const number_t *x, float *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
-    if (!number_is_zero(*x) && exceeds_float_(*x)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (exceeds_float_(*x)) raise(ERR_NUMBER_TARGET_RANGE);
     *y = static_cast<float>(to_long_double_(*x));
 }
 
