@@ -18,6 +18,8 @@ constexpr const sql_function_table *_functions[] = {
     &datetime_arithmetic_functions,
     &calendar_functions,
     &interval_functions,
+    &epoch_functions,
+    &greatest_functions,
     &extract_functions,
     &datetime_read_functions,
     &datetime_model_functions,
@@ -26,9 +28,20 @@ constexpr const sql_function_table *_functions[] = {
     &type_functions,
     &error_functions,
 };
-constexpr const sql_aggregate_table *_aggregates[] = {&number_aggregates};
-constexpr const sql_table *_tables[] = {&types_table, &zones_table, &zone_transitions_table,
-                                        &functions_table};
+constexpr const sql_aggregate_table *_aggregates[] = {&number_aggregates, &interval_aggregates};
+constexpr const sql_table *_tables[] = {
+    &types_table,
+    &zones_table,
+    &zone_transitions_table,
+    &functions_table,
+    &number_series_table,
+    &date_day_series_table,
+    &date_series_table,
+    &date_month_series_table,
+    &timestamp_series_table,
+    &timestamp_month_series_table,
+    &ts_tz_series_table,
+};
 
 constexpr const char *_volatilities[] = {"immutable", "stable", "volatile"};
 static_assert(std::size(_volatilities) == SQL_VOLATILE + 1);

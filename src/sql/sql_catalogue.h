@@ -77,20 +77,21 @@ struct sql_column {
     sql_kind kind;
 };
 
-// What a walk through a table goes through: `rows` rows of some subject.
+// What a walk through a table goes through: `rows` rows of some subject, or of a series.
 struct sql_rows {
     const void *subject;
-    int rows;
+    int64_t rows;
+    sql_value from, step;  // of a series
 };
 
 // A read-only table, of the arguments of a call where it has parameters. With an argument of SQL NULL it has
-// no rows.
+// no rows. Overloads have columns of the same names.
 struct sql_table {
     sql_signature signature;  // without a result
     std::span<const sql_column> columns;
-    void (*begin)(sql_call &call, sql_rows &walk);                            // what to walk
-    void (*field)(sql_call &call, const void *subject, int row, int column);  // of row 0 to rows - 1
-    bool (*is_shown)(const void *subject, int row) = nullptr;                 // NULL: every row is
+    void (*begin)(sql_call &call, sql_rows &walk);  // what to walk; it comes all 0
+    void (*field)(sql_call &call, const sql_rows &walk, int64_t row, int column);  // of row 0 to rows - 1
+    bool (*is_shown)(const sql_rows &walk, int64_t row) = nullptr;                 // NULL: every row is
 };
 
 using sql_function_table = std::span<const sql_function>;
@@ -107,16 +108,26 @@ extern const sql_function_table calendar_functions;
 extern const sql_function_table datetime_model_functions;
 extern const sql_function_table datetime_read_functions;
 extern const sql_function_table interval_functions;
+extern const sql_function_table epoch_functions;
+extern const sql_function_table greatest_functions;
 extern const sql_function_table extract_functions;
 extern const sql_function_table number_model_functions;
 extern const sql_function_table rowid_functions;
 extern const sql_function_table type_functions;
 extern const sql_function_table error_functions;
 extern const sql_aggregate_table number_aggregates;
+extern const sql_aggregate_table interval_aggregates;
 extern const sql_table types_table;
 extern const sql_table zones_table;
 extern const sql_table zone_transitions_table;
 extern const sql_table functions_table;
+extern const sql_table number_series_table;
+extern const sql_table date_day_series_table;
+extern const sql_table date_series_table;
+extern const sql_table date_month_series_table;
+extern const sql_table timestamp_series_table;
+extern const sql_table timestamp_month_series_table;
+extern const sql_table ts_tz_series_table;
 
 struct sql_catalogue {
     std::span<const sql_function_table *const> functions;

@@ -147,8 +147,27 @@ inline int64_t sql_total_months(const dv_itv_ytm_t &itv) {
            dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_MONTH);
 }
 
-// Makes an INTERVAL DAY TO SECOND with fields of any sign and carry the result, in its one form.
-void sql_return_dts(sql_call &call, const dv_itv_dts_t &itv);
+// Seconds, and nanoseconds of the same sign.
+struct sql_seconds {
+    int64_t whole;
+    int nanoseconds;
+};
+
+// What an INTERVAL DAY TO SECOND comes to, and the record of it, whose days fit 32 bits.
+sql_seconds sql_total(const dv_itv_dts_t &itv);
+dv_itv_dts_t sql_dts_of(const sql_seconds &seconds);
+
+// Makes so many months, so many seconds, or an interval with fields of any sign and carry the result, in its
+// one form. Raises -5064 where it has more than nine digits of years or days.
+void sql_return_ytm(sql_call &call, int64_t months);
+void sql_return_dts(sql_call &call, const sql_seconds &total);
+inline void sql_return_dts(sql_call &call, const dv_itv_dts_t &itv) { sql_return_dts(call, sql_total(itv)); }
+
+// As a NUMBER.
+sql_value sql_number_of(const sql_seconds &seconds);
+
+// The seconds since 1970-01-01 00:00:00 of a time in UTC, a NUMBER.
+sql_value sql_epoch(const dv_timestamp_t &utc);
 
 }  // namespace dv::impl
 

@@ -39,7 +39,7 @@ void for_each_entry_(auto visit) {
         visit(entry{&table->signature, "table", SQL_STABLE, SQL_KIND_NONE});
 }
 
-entry entry_(int number) {
+entry entry_(int64_t number) {
     entry found{};
     for_each_entry_([&](const entry &each) {
         if (number-- == 0) found = each;
@@ -48,7 +48,6 @@ entry entry_(int number) {
 }
 
 void begin_(sql_call &, sql_rows &walk) {
-    walk = {};
     for_each_entry_([&](const entry &) { ++walk.rows; });
 }
 
@@ -77,7 +76,7 @@ void return_result_(sql_call &call, const entry &of) {
     sql_return_room(call, end);
 }
 
-void field_(sql_call &call, const void *, int row, int column) {
+void field_(sql_call &call, const sql_rows &, int64_t row, int column) {
     const entry of = entry_(row);
     switch (column) {
         case COLUMN_NAME:

@@ -51,27 +51,19 @@ const char *dts_fault_(const dv_itv_dts_t &itv) {
 // of two leaves 64 bits
 // ---------------------------------------------------------------------------------------------------------
 
-void return_months_(sql_call &call, int64_t months) {
-    if (!is_within_(months / SQL_MONTHS_PER_YEAR, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
-    sql_value value{};
-    value.kind = SQL_KIND_ITV_YTM;
-    dv_itv_ytm_set_total_month(&value.ytm, months);
-    sql_return(call, value);
-}
-
 // Cut toward zero.
 void return_months_(sql_call &call, const number_t &months) {
     if (number_range_check(&months, NUMBER_TYPE_INT64) == 0) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
     int64_t whole = 0;
     number_to_int64(&months, &whole);
-    return_months_(call, whole);
+    sql_return_ytm(call, whole);
 }
 
 void read_ytm_(sql_call &call) {
     const sql_text &text = call.args[0].text;
     dv_itv_ytm_t itv;
     dv_itv_ytm_from_str(&itv, text.bytes, text.length, DV_ITV_YEAR_TO_MONTH, _leading_digits);
-    return_months_(call, sql_total_months(itv));
+    sql_return_ytm(call, sql_total_months(itv));
 }
 
 void ytm_to_text_(sql_call &call) {
@@ -82,10 +74,10 @@ void ytm_to_text_(sql_call &call) {
 
 template <int Sign>
 void add_ytm_(sql_call &call) {
-    return_months_(call, sql_total_months(call.args[0].ytm) + Sign * sql_total_months(call.args[1].ytm));
+    sql_return_ytm(call, sql_total_months(call.args[0].ytm) + Sign * sql_total_months(call.args[1].ytm));
 }
 
-void negate_ytm_(sql_call &call) { return_months_(call, -sql_total_months(call.args[0].ytm)); }
+void negate_ytm_(sql_call &call) { sql_return_ytm(call, -sql_total_months(call.args[0].ytm)); }
 
 void mul_months_(sql_call &call, int64_t months, const number_t &factor) {
     number_t product;
@@ -120,24 +112,6 @@ void number_to_ytm_(sql_call &call) {
 // ---------------------------------------------------------------------------------------------------------
 // INTERVAL DAY TO SECOND
 // ---------------------------------------------------------------------------------------------------------
-
-// An interval as seconds and nanoseconds of the same sign.
-struct seconds_and_rest {
-    int64_t seconds;
-    int nanoseconds;
-};
-
-seconds_and_rest total_of_(const dv_itv_dts_t &itv) {
-    const int fraction = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
-    seconds_and_rest total{dv_itv_dts_get_total_sec(&itv) + fraction / SQL_NSEC_PER_SEC,
-                           fraction % SQL_NSEC_PER_SEC};
-    const int borrow = total.seconds > 0 && total.nanoseconds < 0   ? 1
-                       : total.seconds < 0 && total.nanoseconds > 0 ? -1
-                                                                    : 0;
-    total.seconds -= borrow;
-    total.nanoseconds += borrow * SQL_NSEC_PER_SEC;
-    return total;
-}
 
 void read_dts_(sql_call &call) {
     const sql_text &text = call.args[0].text;
@@ -180,20 +154,13 @@ void div_dts_(sql_call &call) {
     sql_return_dts(call, itv);
 }
 
-dv_itv_dts_t interval_of_seconds_(int seconds) {
-    dv_itv_dts_t itv;
-    dv_itv_dts_set_field(&itv, DT_FMT_UNIT_FSEC, 0);
-    dv_itv_dts_set_total_sec(&itv, seconds);
-    return itv;
-}
-
 // So many units, by the exact product of an interval and a NUMBER.
 void number_to_dts_(sql_call &call) {
     constexpr sql_word units[] = {
         {"DAY", SQL_SEC_PER_DAY}, {"HOUR", SQL_SEC_PER_HOUR}, {"MINUTE", SQL_SEC_PER_MINUTE}, {"SECOND", 1}};
     const int seconds = sql_get_word(call, 1, units);
     if (seconds == 0) return;
-    dv_itv_dts_t itv = interval_of_seconds_(seconds);
+    dv_itv_dts_t itv = sql_dts_of({seconds, 0});
     dv_itv_dts_mul(&itv, &call.args[0].number);
     sql_return_dts(call, itv);
 }
@@ -243,15 +210,39 @@ constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 
-void dv::impl::sql_return_dts(sql_call &call, const dv_itv_dts_t &itv) {
-    const seconds_and_rest total = total_of_(itv);
-    const int64_t days = total.seconds / SQL_SEC_PER_DAY;
-    if (!is_within_(days, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+void dv::impl::sql_return_ytm(sql_call &call, int64_t months) {
+    if (!is_within_(months / SQL_MONTHS_PER_YEAR, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    sql_value value{};
+    value.kind = SQL_KIND_ITV_YTM;
+    dv_itv_ytm_set_total_month(&value.ytm, months);
+    sql_return(call, value);
+}
+
+sql_seconds dv::impl::sql_total(const dv_itv_dts_t &itv) {
+    const int fraction = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
+    sql_seconds total{dv_itv_dts_get_total_sec(&itv) + fraction / SQL_NSEC_PER_SEC,
+                      fraction % SQL_NSEC_PER_SEC};
+    const int borrow = total.whole > 0 && total.nanoseconds < 0   ? 1
+                       : total.whole < 0 && total.nanoseconds > 0 ? -1
+                                                                  : 0;
+    total.whole -= borrow;
+    total.nanoseconds += borrow * SQL_NSEC_PER_SEC;
+    return total;
+}
+
+dv_itv_dts_t dv::impl::sql_dts_of(const sql_seconds &seconds) {
+    dv_itv_dts_t itv;
+    dv_itv_dts_set_field(&itv, DT_FMT_UNIT_DAY, static_cast<int>(seconds.whole / SQL_SEC_PER_DAY));
+    dv_itv_dts_set_field(&itv, DT_FMT_UNIT_SECOND, static_cast<int>(seconds.whole % SQL_SEC_PER_DAY));
+    dv_itv_dts_set_field(&itv, DT_FMT_UNIT_FSEC, seconds.nanoseconds);
+    return itv;
+}
+
+void dv::impl::sql_return_dts(sql_call &call, const sql_seconds &total) {
+    if (!is_within_(total.whole / SQL_SEC_PER_DAY, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
     sql_value value{};
     value.kind = SQL_KIND_ITV_DTS;
-    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_DAY, static_cast<int>(days));
-    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_SECOND, static_cast<int>(total.seconds % SQL_SEC_PER_DAY));
-    dv_itv_dts_set_field(&value.dts, DT_FMT_UNIT_FSEC, total.nanoseconds);
+    value.dts = sql_dts_of(total);
     sql_return(call, value);
 }
 

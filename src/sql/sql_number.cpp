@@ -63,6 +63,11 @@ void to_text_(sql_call &call) {
     sql_return_text(call, call.room);
 }
 
+void sign_(sql_call &call) {
+    const int sign = number_cmp(&call.args[0].number, _number_zero);
+    sql_return(call, sql_integer(sign < 0 ? -1 : sign > 0 ? 1 : 0));
+}
+
 void compare_(sql_call &call) {
     const int order = number_cmp(&call.args[0].number, &call.args[1].number);
     sql_return(call, sql_integer(order < 0 ? -1 : order > 0 ? 1 : 0));
@@ -166,6 +171,11 @@ constexpr sql_function _rows[] = {
     {{"dv_trunc", {_number}, "v", _number, "cut to an integer, toward zero"}, round_<NUMBER_RMODE_TRUNC>},
     {{"dv_trunc", {_number, _integer}, "v, places", _number, "cut to decimal places, toward zero"},
      round_to_places_<NUMBER_RMODE_TRUNC>},
+    {{"dv_floor", {_number}, "v", _number, "the greatest integer that is not above v"},
+     round_<NUMBER_RMODE_FLOOR>},
+    {{"dv_ceil", {_number}, "v", _number, "the least integer that is not below v"},
+     round_<NUMBER_RMODE_CEIL>},
+    {{"dv_sign", {_number}, "v", _integer, "-1, 0 or 1 as v is below, equal to or above 0"}, sign_},
     {{"dv_cmp", {_number, _number}, "a, b", _integer, "-1, 0 or 1 as a is below, equal to or above b"},
      compare_},
     {{"dv_cast_number", {_number, _integer}, "v, precision", _number, "rounded to so many digits"},

@@ -55,7 +55,7 @@ constexpr size_t _categories_size = [] {
     return size;
 }();
 
-void begin_(sql_call &, sql_rows &walk) { walk = {nullptr, DV_TYPE_MAX_PSM}; }
+void begin_(sql_call &, sql_rows &walk) { walk.rows = DV_TYPE_MAX_PSM; }
 
 // "character limited national"
 void return_categories_(sql_call &call, int info) {
@@ -71,7 +71,7 @@ void return_categories_(sql_call &call, int info) {
     sql_return_room(call, end);
 }
 
-void field_(sql_call &call, const void *, int code, int column) {
+void field_(sql_call &call, const sql_rows &, int64_t code, int column) {
     switch (column) {
         case COLUMN_CODE:
             return sql_return(call, sql_integer(code));

@@ -25,14 +25,14 @@ constexpr sql_column _zone_columns[] = {
 };
 static_assert(std::size(_zone_columns) == ZONE_ENTRIES + 1);
 
-void begin_zones_(sql_call &, sql_rows &walk) { walk = {region_tab_, TZ_ID_MAX}; }
+void begin_zones_(sql_call &, sql_rows &walk) { walk.rows = TZ_ID_MAX; }
 
 const tz_info_t &info_now_(const tz_region_t &region) {
     const dv_date_t now = sql_utc_now();
     return *zonetab_get_info(&region, &now);
 }
 
-void zone_field_(sql_call &call, const void *, int row, int column) {
+void zone_field_(sql_call &call, const sql_rows &, int64_t row, int column) {
     const tz_region_t &region = region_tab_[row];
     switch (column) {
         case ZONE_NAME:
@@ -88,7 +88,8 @@ void begin_transitions_(sql_call &call, sql_rows &walk) {
     const sql_text &name = call.args[0].text;
     const tz_region_t *region = region_of_(name);
     if (region != nullptr) {
-        walk = {region, region->info_cnt / 2};
+        walk.subject = region;
+        walk.rows = region->info_cnt / 2;
     } else {
         fail_without_region_(call, name);
     }
@@ -96,14 +97,14 @@ void begin_transitions_(sql_call &call, sql_rows &walk) {
 
 // The entries of a transition. Oldest first; the table has the newest first, the period that begins before
 // the one that ends.
-const tz_info_t *transition_(const void *subject, int row) {
-    const auto &region = *static_cast<const tz_region_t *>(subject);
+const tz_info_t *transition_(const sql_rows &walk, int64_t row) {
+    const auto &region = *static_cast<const tz_region_t *>(walk.subject);
     return region.infos + region.info_cnt - 2 * (row + 1);
 }
 
 // The history also has an entry where the daylight flag alone changes, or the seconds of the offset.
-bool changes_clocks_(const void *subject, int row) {
-    const tz_info_t *const pair = transition_(subject, row);
+bool changes_clocks_(const sql_rows &walk, int64_t row) {
+    const tz_info_t *const pair = transition_(walk, row);
     return pair[0].utc_hour != pair[1].utc_hour || pair[0].utc_min != pair[1].utc_min ||
            strcmp(pair[0].abbrev, pair[1].abbrev) != 0;
 }
@@ -115,8 +116,8 @@ void return_instant_(sql_call &call, const dv_date_t &utc) {
     sql_return(call, value);
 }
 
-void transition_field_(sql_call &call, const void *subject, int row, int column) {
-    const tz_info_t *const pair = transition_(subject, row);
+void transition_field_(sql_call &call, const sql_rows &walk, int64_t row, int column) {
+    const tz_info_t *const pair = transition_(walk, row);
     switch (column) {
         case TRANSITION_UTC:
             return return_instant_(call, pair[0].normal);

@@ -48,7 +48,7 @@ bool append_(load &l, const item &i) {
     return true;
 }
 
-// Lists a row of functions or aggregates, but once for all its overloads.
+// Lists a row, but once for all its overloads.
 bool list_(load &l, const item &i) {
     const item *listed = find_(l, i.name, i.arity);
     const bool is_overload = listed != nullptr && (listed->function != nullptr) == (i.function != nullptr) &&
@@ -67,8 +67,7 @@ bool list_items_(load &l) {
         is_listed = is_listed && list_(l, {s.name, sql_param_count(s), nullptr, &row, nullptr, false});
     });
     for (const sql_table *table : l.of.tables)
-        is_listed =
-            is_listed && append_(l, {table->signature.name, _no_arity, nullptr, nullptr, table, false});
+        is_listed = is_listed && list_(l, {table->signature.name, _no_arity, nullptr, nullptr, table, false});
     return is_listed;
 }
 
@@ -97,7 +96,7 @@ int mark_all_(load &l) {
 int add_(load &l, const item &i) {
     if (i.function != nullptr) return sqlite_register_function(l.db, *i.function, l.of);
     if (i.aggregate != nullptr) return sqlite_register_aggregate(l.db, *i.aggregate, l.of);
-    return sqlite_register_table(l.db, *i.table);
+    return sqlite_register_table(l.db, *i.table, l.of);
 }
 
 void take_back_(sqlite3 *db, const item &i) {

@@ -13,8 +13,8 @@ namespace dv::impl {
 int sqlite_register_function(sqlite3 *db, const sql_function &function, const sql_catalogue &from);
 int sqlite_register_aggregate(sqlite3 *db, const sql_aggregate &aggregate, const sql_catalogue &from);
 
-// A virtual table that is there without being created. The row outlives the connection.
-int sqlite_register_table(sqlite3 *db, const sql_table &table);
+// A virtual table that is there without being created, with all its overloads in the catalogue.
+int sqlite_register_table(sqlite3 *db, const sql_table &table, const sql_catalogue &from);
 
 }  // namespace dv::impl
 

@@ -9,23 +9,25 @@ using namespace dv::impl;
 
 namespace {
 
+using table_set = sql_overloads<sql_table>;  // SQLite keeps it with the module
+
 struct table_t {
     sqlite3_vtab base;  // SQLite's part comes first
-    const sql_table *table;
+    const table_set *set;
 };
 
 struct cursor_t {
     sqlite3_vtab_cursor base;
+    const sql_table *table;  // the overload that is walked
     sql_rows walk;
-    int row;
+    int64_t row;
 };
 
 constexpr int _usual_rows = 1000;
 
 cursor_t &cursor_of_(sqlite3_vtab_cursor *base) { return *reinterpret_cast<cursor_t *>(base); }
-const sql_table &table_of_(const sqlite3_vtab *base) {
-    return *reinterpret_cast<const table_t *>(base)->table;
-}
+const table_set &set_of_(const sqlite3_vtab *base) { return *reinterpret_cast<const table_t *>(base)->set; }
+const sql_table &first_of_(const table_set &set) { return *set.rows[0]; }
 
 // A new, zeroed object; NULL: there is no memory.
 template <typename Object>
@@ -35,34 +37,44 @@ Object *allocate_() {
     return object;
 }
 
-// CREATE TABLE x(name TEXT, ..., zone TEXT HIDDEN); NULL: there is no memory for it.
-char *declaration_(const sql_table &table) {
-    sqlite3_str *text = sqlite3_str_new(nullptr);
-    const char *separator = "CREATE TABLE x(";
-    for (const sql_column &column : table.columns) {
-        sqlite3_str_appendf(text, "%s%s %s", separator, column.name, sql_kind_name(column.kind));
-        separator = ", ";
+// " TEXT"; nothing where a column or parameter has a kind in each overload.
+void append_kind_(sqlite3_str *text, const table_set &set, auto kind_of) {
+    const sql_kind kind = kind_of(first_of_(set));
+    for (const sql_table *table : set.all()) {
+        if (kind_of(*table) != kind) return;
     }
-    for (int i = 0; i < sql_param_count(table.signature); ++i) {
-        const std::string_view name = sql_param_name(table.signature, i);
-        sqlite3_str_appendf(text, "%s%.*s %s HIDDEN", separator, static_cast<int>(name.size()), name.data(),
-                            sql_kind_name(table.signature.params[i]));
+    sqlite3_str_appendf(text, " %s", sql_kind_name(kind));
+}
+
+// CREATE TABLE x(name TEXT, ..., zone TEXT HIDDEN); NULL: there is no memory for it.
+char *declaration_(const table_set &set) {
+    const sql_table &first = first_of_(set);
+    sqlite3_str *text = sqlite3_str_new(nullptr);
+    for (size_t i = 0; i < first.columns.size(); ++i) {
+        sqlite3_str_appendf(text, "%s%s", i == 0 ? "CREATE TABLE x(" : ", ", first.columns[i].name);
+        append_kind_(text, set, [i](const sql_table &table) { return table.columns[i].kind; });
+    }
+    for (int i = 0; i < sql_param_count(first.signature); ++i) {
+        const std::string_view name = sql_param_name(first.signature, i);
+        sqlite3_str_appendf(text, ", %.*s", static_cast<int>(name.size()), name.data());
+        append_kind_(text, set, [i](const sql_table &table) { return table.signature.params[i]; });
+        sqlite3_str_appendall(text, " HIDDEN");
     }
     sqlite3_str_appendall(text, ")");
     return sqlite3_str_finish(text);
 }
 
 int connect_(sqlite3 *db, void *kept, int, const char *const *, sqlite3_vtab **vtab, char **) {
-    const auto *table = static_cast<const sql_table *>(kept);
+    const auto *set = static_cast<const table_set *>(kept);
     sqlite3_vtab_config(db, SQLITE_VTAB_INNOCUOUS);
-    char *declaration = declaration_(*table);
+    char *declaration = declaration_(*set);
     if (declaration == nullptr) return SQLITE_NOMEM;
     const int code = sqlite3_declare_vtab(db, declaration);
     sqlite3_free(declaration);
     if (code != SQLITE_OK) return code;
     auto *made = allocate_<table_t>();
     if (made == nullptr) return SQLITE_NOMEM;
-    made->table = table;
+    made->set = set;
     *vtab = &made->base;
     return SQLITE_OK;
 }
@@ -86,7 +98,7 @@ int argument_(const sqlite3_index_info &info, int column) {
 int best_index_(sqlite3_vtab *vtab, sqlite3_index_info *info) {
     info->estimatedCost = _usual_rows;
     info->estimatedRows = _usual_rows;
-    const sql_table &table = table_of_(vtab);
+    const sql_table &table = first_of_(set_of_(vtab));
     for (int i = 0; i < sql_param_count(table.signature); ++i) {
         const int constraint = argument_(*info, static_cast<int>(table.columns.size()) + i);
         if (constraint < 0) return SQLITE_CONSTRAINT;  // no walk without it
@@ -110,9 +122,9 @@ int close_(sqlite3_vtab_cursor *cursor) {
 
 // Moves on to a row that is shown, or to the end.
 void skip_hidden_(cursor_t &cursor) {
-    const auto is_shown = table_of_(cursor.base.pVtab).is_shown;
+    const auto is_shown = cursor.table == nullptr ? nullptr : cursor.table->is_shown;
     if (is_shown == nullptr) return;
-    while (cursor.row < cursor.walk.rows && !is_shown(cursor.walk.subject, cursor.row)) ++cursor.row;
+    while (cursor.row < cursor.walk.rows && !is_shown(cursor.walk, cursor.row)) ++cursor.row;
 }
 
 struct beginning {
@@ -127,13 +139,14 @@ void run_begin_(void *arg) {
     table.begin(call, walk);
 }
 
-// Begins the walk. Returns an SQLite code; with SQLITE_ERROR the text of what is wrong, in SQLite's memory.
-int begin_(const sql_table &table, sql_call &call, sql_rows &walk, char *&fault) {
-    const sql_table *const row = &table;
-    const char *name = table.signature.name;
+// Begins the walk, of the overload that takes the arguments; without one it has no rows. Returns an SQLite
+// code; with SQLITE_ERROR the text of what is wrong, in SQLite's memory.
+int begin_(const table_set &set, sql_call &call, cursor_t &cursor, char *&fault) {
+    const char *name = first_of_(set).signature.name;
     dv_error_t error;
-    if (sql_resolve(std::span(&row, 1), call) != nullptr) {
-        beginning request = {table, call, walk};
+    cursor.table = sql_resolve(set.all(), call);
+    if (cursor.table != nullptr) {
+        beginning request = {*cursor.table, call, cursor.walk};
         const int code = dv_protect(run_begin_, &request, &error);
         if (code == DV_ERR_NO_MEMORY) return SQLITE_NOMEM;
         if (code != 0) fault = sqlite3_mprintf("%s: %s (dv%d)", name, error.message, code);
@@ -151,7 +164,7 @@ int filter_(sqlite3_vtab_cursor *base, int, const char *, int argc, sqlite3_valu
     sql_call call;
     if (!sqlite_take_arguments(call, argc, argv)) return SQLITE_NOMEM;
     char *fault = nullptr;
-    const int code = begin_(table_of_(base->pVtab), call, cursor.walk, fault);
+    const int code = begin_(set_of_(base->pVtab), call, cursor, fault);
     if (call.block != nullptr) sqlite3_free(call.block);
     if (code == SQLITE_OK) {
         skip_hidden_(cursor);
@@ -185,12 +198,12 @@ struct field {
 
 void run_field_(void *arg) {
     const auto &[cursor, call, column] = *static_cast<field *>(arg);
-    table_of_(cursor.base.pVtab).field(call, cursor.walk.subject, cursor.row, column);
+    cursor.table->field(call, cursor.walk, cursor.row, column);
 }
 
 // A hidden column, a parameter, is SQL NULL.
 int column_(sqlite3_vtab_cursor *base, sqlite3_context *context, int column) {
-    const sql_table &table = table_of_(base->pVtab);
+    const sql_table &table = *cursor_of_(base).table;
     if (column >= static_cast<int>(table.columns.size())) return SQLITE_OK;
     sql_call call;
     sql_begin(call, &sqlite_memory);
@@ -222,6 +235,16 @@ constexpr sqlite3_module _module = [] {
 
 }  // namespace
 
-int dv::impl::sqlite_register_table(sqlite3 *db, const sql_table &table) {
-    return sqlite3_create_module(db, table.signature.name, &_module, const_cast<sql_table *>(&table));
+int dv::impl::sqlite_register_table(sqlite3 *db, const sql_table &table, const sql_catalogue &from) {
+    table_set set{};
+    for (const sql_table *row : from.tables) {
+        if (!sql_is_overload(row->signature, table.signature)) continue;
+        if (set.count == SQL_OVERLOADS_MAX) return SQLITE_INTERNAL;
+        set.rows[set.count++] = row;
+    }
+    auto *made = static_cast<table_set *>(sqlite3_malloc(sizeof(table_set)));
+    if (made == nullptr) return SQLITE_NOMEM;
+    *made = set;
+    // SQLite releases the set with the module, and when it refuses the module.
+    return sqlite3_create_module_v2(db, table.signature.name, &_module, made, sqlite3_free);
 }

@@ -72,9 +72,17 @@ TEST(SqlCatalogue, NoCallFitsTwoRows) {
     for (const sql_aggregate *row : aggregates_())
         EXPECT_FALSE(names.contains({row->signature.name, sql_param_count(row->signature)}))
             << describe_(row->signature);
-    std::set<std::string> tables;
-    for (const sql_table *table : catalogue.tables)
-        EXPECT_TRUE(tables.insert(table->signature.name).second) << table->signature.name;
+    const std::vector<const sql_table *> tables(catalogue.tables.begin(), catalogue.tables.end());
+    expect_no_overlap_(tables);
+    for (const sql_table *one : tables) {
+        for (const sql_table *other : tables) {
+            if (strcmp(one->signature.name, other->signature.name) != 0) continue;
+            EXPECT_TRUE(sql_is_overload(one->signature, other->signature)) << one->signature.name;
+            EXPECT_TRUE(
+                std::ranges::equal(one->columns, other->columns, {}, &sql_column::name, &sql_column::name))
+                << one->signature.name;
+        }
+    }
 }
 
 void expect_whole_(const sql_signature &signature) {

@@ -50,7 +50,7 @@ SELECT dv_rowid(0,0,4294967296,0);  -- error: dv_rowid: argument 3 is out of ran
 SELECT dv_rowid(0,0,0,65536);  -- error: dv_rowid: argument 4 is out of range: 65536
 SELECT dv_mul(to_yminterval('1-0'), to_yminterval('1-0'));  -- error: dv_mul: argument 2 is INTERVAL YEAR TO MONTH where NUMBER is expected
 SELECT dv_sub(dv_date(1,1,1), dv_time(1,1,1));  -- error: dv_sub: argument 2 is TIME where INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND, DATE, TIMESTAMP or TIMESTAMP WITH TIME ZONE is expected
-SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER is expected
+SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected
 SELECT add_months(dv_date(1,1,1), -9999999999);  -- error: add_months: argument 2 is out of range: -9999999999
 SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
 SELECT dv_extract('TIMEZONE_HOUR', dv_timestamp(1,1,1,0,0,0));  -- error: dv_extract: The value's type does not have this field. The field is "TIMEZONE_HOUR". (dv-5006)
@@ -157,7 +157,7 @@ SELECT to_char(dv_date(2024, 1, 1), 'DD', printf('%-239s', 'KOREAN'));  -- error
 SELECT next_day(dv_date(2024, 1, 1), 'MON', printf('NLS_DATE_LANGUAGE=%239s', 'KOREAN'));  -- error: next_day: argument 3 is longer than a setting, which has at most 256 bytes
 SELECT to_char(dv_date(2024, 1, 1), 'MON', 'NLS_CALENDAR=GREGORIAN');  -- error: to_char: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. The model is "MON", the language is "NLS_CALENDAR=GREGORIAN". Expected is AMERICAN, KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE or RUSSIAN. (dv-11035)
 SELECT next_day(dv_date(2024, 1, 1), 'MON', 'NLS_SORT=GERMAN');  -- error: next_day: Invalid language setting: one assignment NAME=VALUE with a known name and value is expected. The name is "MON", the language is "NLS_SORT=GERMAN". Expected is AMERICAN, KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE or RUSSIAN. (dv-11035)
-SELECT dv_extract('YEARS', dv_date(1, 1, 1));  -- error: dv_extract: argument 1, "YEARS", is not YEAR, MONTH, DAY, HOUR, MINUTE, SECOND, TIMEZONE_HOUR, TIMEZONE_MINUTE, TIMEZONE_REGION or TIMEZONE_ABBR
+SELECT dv_extract('YEARS', dv_date(1, 1, 1));  -- error: dv_extract: argument 1, "YEARS", is not YEAR, MONTH, DAY, HOUR, MINUTE, SECOND, QUARTER, WEEK, ISOYEAR, DOW, DOY, EPOCH, TIMEZONE_HOUR, TIMEZONE_MINUTE, TIMEZONE_REGION or TIMEZONE_ABBR
 SELECT to_date('10:00', 'HH24:MI');  -- error: to_date: the model "HH24:MI" leaves the year and the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
 SELECT to_date('2024', 'YYYY');  -- error: to_date: the model "YYYY" leaves the month open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing
 SELECT to_timestamp_tz('4-11', 'Y-MM');  -- error: to_timestamp_tz: the model "Y-MM" leaves the year open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives what is missing

@@ -1,0 +1,91 @@
+// Seconds since 1970-01-01 00:00:00 UTC, as a NUMBER with nanoseconds: dv_epoch, dv_from_epoch.
+//
+// Leap seconds are not counted, as POSIX has it. A DATE and a TIMESTAMP are taken as times in UTC.
+
+#include "sql_datetime.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr dv_timestamp_t _epoch = {119, 170, 1, 1, 0, 0, 0, 0, {0, 0, 0, 0}};
+
+dv_timestamp_t utc_of_(const dv_date_t &date) {
+    dv_timestamp_t ts;
+    dv_timestamp_from_date(&ts, &date);
+    return ts;
+}
+dv_timestamp_t utc_of_(const dv_timestamp_t &ts) { return ts; }
+dv_timestamp_t utc_of_(const dv_ts_tz_t &ts_tz) { return ts_tz.utc; }
+
+template <typename Record>
+void to_epoch_(sql_call &call) {
+    sql_return(call, sql_epoch(utc_of_(sql_record_of<Record>(call.args[0]))));
+}
+
+void total_(sql_call &call) { sql_return(call, sql_number_of(sql_total(call.args[0].dts))); }
+
+// Rounded to the nanosecond.
+void from_epoch_(sql_call &call) {
+    timezone_t zone = SQL_UTC;
+    if (call.argc > 1) timezone_parse(&zone, call.args[1].text.bytes, call.args[1].text.length);
+    number_t &seconds = call.args[0].number;
+    number_round_at_withmode(&seconds, -SQL_FRACTION_DIGITS, NUMBER_RMODE_HALF_UP);
+    dv_itv_dts_t since_epoch = sql_dts_of({1, 0});
+    dv_itv_dts_mul(&since_epoch, &seconds);
+    dv_ts_tz_t result = {_epoch, zone};
+    dv_timestamp_add_itv_dts(&result.utc, &since_epoch);
+    timezone_adjust(&result.tz, &sql_date_part(result));
+    sql_return_datetime(call, result);
+}
+
+constexpr sql_kind _number = SQL_KIND_NUMBER;
+
+constexpr sql_function _functions[] = {
+    {{"dv_epoch", {SQL_KIND_DATE}, "v", _number, "seconds from 1970-01-01 00:00:00 to v, both taken as UTC"},
+     to_epoch_<dv_date_t>},
+    {{"dv_epoch",
+      {SQL_KIND_TIMESTAMP},
+      "v",
+      _number,
+      "seconds from 1970-01-01 00:00:00 to v, both taken as UTC, with the fraction"},
+     to_epoch_<dv_timestamp_t>},
+    {{"dv_epoch", {SQL_KIND_TS_TZ}, "v", _number, "seconds since 1970-01-01 00:00:00 UTC, with the fraction"},
+     to_epoch_<dv_ts_tz_t>},
+    {{"dv_epoch", {SQL_KIND_ITV_DTS}, "v", _number, "the seconds of the interval, with the fraction"},
+     total_},
+    {{"dv_from_epoch",
+      {_number},
+      "n",
+      SQL_KIND_TS_TZ,
+      "n seconds after 1970-01-01 00:00:00 UTC, rounded to the nanosecond, at +00:00"},
+     from_epoch_},
+    {{"dv_from_epoch", {_number, SQL_KIND_TEXT}, "n, zone", SQL_KIND_TS_TZ, "the same in a zone"},
+     from_epoch_},
+};
+
+}  // namespace
+
+sql_value dv::impl::sql_number_of(const sql_seconds &seconds) {
+    sql_value value{};
+    value.kind = SQL_KIND_NUMBER;
+    if (seconds.whole < SQL_NSEC_PER_SEC && seconds.whole > -SQL_NSEC_PER_SEC) {
+        number_from_int64(&value.number, seconds.whole * SQL_NSEC_PER_SEC + seconds.nanoseconds);
+        number_div(&value.number, n1000000000);
+        return value;
+    }
+    number_from_int64(&value.number, seconds.nanoseconds);
+    number_div(&value.number, n1000000000);
+    number_t whole;
+    number_from_int64(&whole, seconds.whole);
+    number_add(&value.number, &whole);
+    return value;
+}
+
+sql_value dv::impl::sql_epoch(const dv_timestamp_t &utc) {
+    dv_itv_dts_t since_epoch;
+    dv_timestamp_sub_timestamp_into_itv_dts(&since_epoch, &utc, &_epoch);
+    return sql_number_of(sql_total(since_epoch));
+}
+
+constinit const sql_function_table dv::impl::epoch_functions = _functions;
