@@ -96,7 +96,7 @@ constexpr unit_range _without_case[] = {
 // A character whose other case is longer or not in the set stays as it is, too; so do everywhere a few
 // letters.
 void expect_case_(int set, wint_t unit) {
-    if (set == DVSTR_CHARSET_UTF8 && is_in_(_without_case, unit)) return;
+    const bool may_be_kept = set == DVSTR_CHARSET_UTF8 && is_in_(_without_case, unit);
     if (unit == 0x192 || unit == 0x251 || unit == 0x261 || (unit == 0x3F3 && set != DVSTR_CHARSET_UTF8))
         return;
     const bytes_t text = run_(set, FROM_UCS2, pair_(unit));
@@ -104,7 +104,8 @@ void expect_case_(int set, wint_t unit) {
         const wint_t mapped = to == LOWER ? towlower_l(unit, _locale) : towupper_l(unit, _locale);
         const bytes_t other = run_(set, FROM_UCS2, pair_(mapped));
         const bool is_kept = text == "?" || other == "?" || other.size() > text.size();
-        ASSERT_EQ(run_(set, to, text), is_kept ? text : other) << show_(set, text);
+        const bytes_t got = run_(set, to, text);
+        ASSERT_TRUE(got == (is_kept ? text : other) || (may_be_kept && got == text)) << show_(set, text);
     }
 }
 

@@ -144,6 +144,10 @@ SELECT dv_text(x'15787C021D0D05070000000000550000012D');  -- 2024-02-28 22:05:07
 SELECT dv_text(x'15787C021D0D05070000000000740000012D');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
 SELECT dv_text(x'15787C021D0D05070000000000540000012D');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
 
+SELECT dv_text(x'15787C021D0D050700000000007300000245');  -- error: dv_text: argument 1 is a BLOB that holds no value: its UTC offset is out of range
+
+SELECT count(*) FROM dv_zone_transitions(printf('%0300d', 0));  -- error: dv_zone_transitions: there is no region "0000000000000000000000000000000000000000000000000000000000000000"...
+
 -- What cannot be.
 SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. The field is "YEAR". (dv-5064)
 SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
