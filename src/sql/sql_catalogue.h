@@ -57,6 +57,7 @@ struct sql_function {
     sql_kind other_result = SQL_KIND_NONE;  // by the value of an argument, the body gives this in place of
                                             // result, in engines whose functions need not have one type
     bool is_try = false;                    // gives SQL NULL where it fails or raises, but for memory
+    bool is_json = false;                   // its texts are JSON, which engines may have a mark for
 };
 
 inline constexpr size_t SQL_STATE_ALIGN_MAX = 8;
@@ -113,6 +114,7 @@ extern const sql_function_table greatest_functions;
 extern const sql_function_table extract_functions;
 extern const sql_function_table number_model_functions;
 extern const sql_function_table rowid_functions;
+extern const sql_function_table json_functions;
 extern const sql_function_table type_functions;
 extern const sql_function_table error_functions;
 extern const sql_aggregate_table number_aggregates;

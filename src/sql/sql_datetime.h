@@ -117,6 +117,9 @@ inline int sql_zone_number(const timezone_t &tz) { return timezone_get_field(&tz
 // mean times are left out.
 void sql_return_utc_offset(sql_call &call, const tz_info_t &info);
 
+// Writes it; returns the end.
+char *sql_put_utc_offset(char *out, const tz_info_t &info);
+
 // The present instant.
 dv_date_t sql_utc_now();
 

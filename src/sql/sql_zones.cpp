@@ -134,12 +134,15 @@ void transition_field_(sql_call &call, const sql_rows &walk, int64_t row, int co
 
 }  // namespace
 
+char *dv::impl::sql_put_utc_offset(char *out, const tz_info_t &info) {
+    *out++ = info.utc_hour < 0 || info.utc_min < 0 ? '-' : '+';
+    out = sql_put_digits(out, std::abs(info.utc_hour), 2);
+    *out++ = ':';
+    return sql_put_digits(out, std::abs(info.utc_min), 2);
+}
+
 void dv::impl::sql_return_utc_offset(sql_call &call, const tz_info_t &info) {
-    char *end = call.room;
-    *end++ = info.utc_hour < 0 || info.utc_min < 0 ? '-' : '+';
-    end = sql_put_digits(end, std::abs(info.utc_hour), 2);
-    *end++ = ':';
-    sql_return_room(call, sql_put_digits(end, std::abs(info.utc_min), 2));
+    sql_return_room(call, sql_put_utc_offset(call.room, info));
 }
 
 constinit const sql_table dv::impl::zones_table = {

@@ -18,6 +18,11 @@ namespace {
 
 using function_set = sql_overloads<sql_function>;  // SQLite keeps it with the function
 
+// SQLite's JSON functions take a text with this subtype for JSON, any other for a string. A function that
+// gives a subtype says so from SQLite 3.45 on; before, the flag is none and left out.
+constexpr unsigned _json_subtype = 'J';
+constexpr int _result_subtype = 0x0100'0000;
+
 const char *name_of_(const function_set &set) { return set.rows[0]->signature.name; }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -30,7 +35,9 @@ void finish_(sqlite3_context *context, const function_set &set, sql_call &call) 
         call.outcome = SQL_GIVEN;
         call.result = sql_null();
     }
+    const bool is_json = set.rows[0]->is_json && call.outcome == SQL_GIVEN;
     sqlite_finish(context, name_of_(set), call);
+    if (is_json) sqlite3_result_subtype(context, _json_subtype);
 }
 
 // An error that a row raised; of a try_ function SQL NULL, but for want of memory.
@@ -117,8 +124,9 @@ int dv::impl::sqlite_register_function(sqlite3 *db, const sql_function &function
     if (made == nullptr) return SQLITE_NOMEM;
     *made = overloads;
     const int determinism = is_immutable_(overloads) ? SQLITE_DETERMINISTIC : 0;
+    const int subtype = overloads.rows[0]->is_json ? _result_subtype : 0;
     // SQLite releases the set with the function, and when it refuses the function.
     return sqlite3_create_function_v2(db, function.signature.name, sql_param_count(function.signature),
-                                      SQLITE_UTF8 | SQLITE_INNOCUOUS | determinism, made, call_, nullptr,
-                                      nullptr, sqlite3_free);
+                                      SQLITE_UTF8 | SQLITE_INNOCUOUS | determinism | subtype, made, call_,
+                                      nullptr, nullptr, sqlite3_free);
 }

@@ -1,0 +1,80 @@
+// dv_json against SQLite's own reader of JSON.
+
+#include "number_support.h"
+#include "sqlite_session.h"
+
+using namespace dv::test;
+
+namespace {
+
+// A value of each kind and form, what SQLite finds in its JSON, and what reads it back ("" where nothing
+// does).
+struct json_case {
+    const char *value, *type, *reader;
+};
+constexpr json_case _cases[] = {
+    {"NULL", "null", ""},
+    {"0", "integer", ""},
+    {"-9223372036854775807 - 1", "integer", ""},
+    {"0.1", "real", ""},
+    {"-2.0", "real", ""},
+    {"1e300", "real", ""},
+    {"5e-324", "real", ""},
+    {"1.0 / 3", "real", ""},
+    {"''", "text", ""},
+    {"'a\"b\\c' || char(10, 9, 1, 31, 127, 233, 128512)", "text", ""},
+    {"printf('%5000s', '\"')", "text", ""},
+    {"to_number('.5')", "real", ""},
+    {"to_number('-.05')", "real", ""},
+    {"to_number('1E+100')", "real", ""},
+    {"to_number('-1.5E-100')", "real", ""},
+    {"to_number('12345678901234567890')", "integer", ""},
+    {"to_number(7)", "integer", ""},
+    {"dv_date(-44, 3, 15, 11, 30, 0)", "text", "to_date"},
+    {"dv_time(13, 5, 0)", "text", "to_time"},
+    {"dv_time(13, 5, 0, 120000000)", "text", "to_time"},
+    {"dv_timestamp(2024, 2, 29, 10, 20, 30)", "text", "to_timestamp"},
+    {"dv_timestamp(2024, 2, 29, 10, 20, 30, 1)", "text", "to_timestamp"},
+    {"to_timestamp_tz('2024-02-29 13:05:00.5 -05:30')", "text", "to_timestamp_tz"},
+    {"to_timestamp_tz('2024-02-29 13:05 +00:00')", "text", "to_timestamp_tz"},
+    {"to_yminterval('-1-6')", "text", "to_yminterval"},
+    {"to_dsinterval('-1 2:03:04.5')", "text", "to_dsinterval"},
+    {"dv_rowid(4294967295, 1, 2, 3)", "text", "dv_rowid"},
+};
+
+TEST(SqlJson, IsAScalarThatReadsBack) {
+    sqlite_session session;
+    for (const auto &[value, type, reader] : _cases) {
+        const std::string json = std::string("dv_json(") + value + ")";
+        EXPECT_EQ(session.value("SELECT json_valid(" + json + ")"), "1") << value;
+        EXPECT_EQ(session.value("SELECT json_type(" + json + ")"), type) << value;
+        // Within JSON it is no string again.
+        EXPECT_EQ(session.value("SELECT json_object('v', " + json + ") = '{\"v\":' || " + json + " || '}'"),
+                  "1")
+            << value;
+        const std::string read = "json_extract(" + json + ", '$')";
+        if (*reader != '\0') {
+            EXPECT_EQ(session.value("SELECT " + std::string(reader) + "(" + read + ") = " + value), "1")
+                << value;
+        } else if (std::string(value).starts_with("to_number")) {
+            EXPECT_EQ(session.value("SELECT " + read + " = CAST(dv_text(" + value + ") AS REAL)"), "1")
+                << value;
+        } else {
+            EXPECT_EQ(session.value("SELECT " + read + " IS " + value), "1") << value;
+        }
+    }
+}
+
+// All of its digits stand in the JSON: what to_number reads is the number.
+TEST(SqlJson, KeepsEveryDigitOfANumber) {
+    sqlite_session session;
+    session.rows("CREATE TABLE n AS WITH RECURSIVE r(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM r LIMIT " +
+                 std::to_string(scaled(2'000)) +
+                 ") SELECT dv_mul(dv_div(i - 50, 7919), dv_power(10, i % 230 - 115)) AS v FROM r");
+    EXPECT_EQ(
+        session.value("SELECT count(*) FROM n WHERE to_number(dv_json(v)) = v AND json_valid(dv_json(v)) AND "
+                      "dv_json(v) NOT GLOB '.*' AND dv_json(v) NOT GLOB '-.*'"),
+        session.value("SELECT count(*) FROM n"));
+}
+
+}  // namespace
