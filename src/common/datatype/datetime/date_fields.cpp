@@ -78,9 +78,7 @@ void dv_date_is_valid(dv_date_t *date) {
     check_unit(DT_FMT_UNIT_MONTH, d.month);
     const int last_day = month_length(d.year, d.month);
     if (d.day < 1 || d.day > last_day) raise(ERR_FIELD_RANGE, "day", d.day, 1, last_day);
-    check_unit(DT_FMT_UNIT_HOUR, date->hour);
-    check_unit(DT_FMT_UNIT_MINUTE, date->minute);
-    check_unit(DT_FMT_UNIT_SECOND, date->second);
+    check_clock(date->hour, date->minute, date->second);
     if (is_in_calendar_gap(d)) date->day = GREGORIAN_DAY;
 }
 
