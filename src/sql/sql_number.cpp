@@ -3,7 +3,6 @@
 // The bytes are the record without its size, which their length gives. They are taken for a NUMBER only when
 // they are the one record that the library would write for a value.
 
-#include <algorithm>
 #include <cstring>
 
 #include "sql_catalogue.h"
@@ -73,38 +72,15 @@ void compare_(sql_call &call) {
     sql_return(call, sql_integer(order < 0 ? -1 : order > 0 ? 1 : 0));
 }
 
-constexpr int64_t _leftmost_place = -2 * int64_t{NUMBER_EXPONENT_MAX};  // nothing is above 10^126
-constexpr int64_t _rightmost_place =
-    2 * int64_t{NUMBER_DIGITS_MAX - NUMBER_EXPONENT_MIN};  // nor below 10^-168
-
-// Is |x| less than half of the unit at the leftmost place, 10^126?
-bool rounds_to_zero_on_the_left_(number_t x) {
-    number_t half;
-    number_from_str(&half, 0, "5E125", nullptr);
-    number_abs(&x);
-    return number_cmp(&x, &half) < 0;
-}
-
-void round_at_(sql_value &value, int64_t places, number_rmode_e mode) {
-    // The library refuses units beyond its range even where they round to zero.
-    if (places < _leftmost_place ||
-        (places == _leftmost_place &&
-         (mode == NUMBER_RMODE_TRUNC || rounds_to_zero_on_the_left_(value.number)))) {
-        return number_assign(&value.number, _number_zero);
-    }
-    const auto pos = static_cast<int>(-std::min(places, _rightmost_place));
-    number_round_at_withmode(&value.number, pos, mode);
-}
-
 template <number_rmode_e Mode>
 void round_(sql_call &call) {
-    round_at_(call.args[0], 0, Mode);
+    number_round_to_places(&call.args[0].number, 0, Mode);
     sql_return(call, call.args[0]);
 }
 
 template <number_rmode_e Mode>
 void round_to_places_(sql_call &call) {
-    round_at_(call.args[0], call.args[1].integer, Mode);
+    number_round_to_places(&call.args[0].number, call.args[1].integer, Mode);
     sql_return(call, call.args[0]);
 }
 

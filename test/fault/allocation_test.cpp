@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <set>
 
-#include "dvtypes/datetime.hpp"
+#include "dvtypes/model.hpp"
 #include "failing_allocator.h"
 #include "public_headers.h"
 #include "raise.h"

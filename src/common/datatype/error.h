@@ -3,6 +3,10 @@
 #ifndef DV_DATATYPE_ERROR_H
 #define DV_DATATYPE_ERROR_H
 
+#include <string.h>
+
+#include <type_traits>
+
 #include "dvtypes/base.h"
 
 namespace dv::impl {
@@ -98,6 +102,10 @@ struct error_at {
 };
 
 constexpr const char *base_name(const char *path) {
+    if (!std::is_constant_evaluated()) {  // much of what a raise would cost
+        const char *slash = strrchr(path, '/');
+        return slash != NULL ? slash + 1 : path;
+    }
     const char *name = path;
     for (const char *p = path; *p != '\0'; ++p) {
         if (*p == '/') name = p + 1;

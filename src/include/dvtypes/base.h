@@ -193,7 +193,9 @@ typedef struct dv_error_s {
 } dv_error_t;
 
 // Calls body(arg) and catches what it raises: returns 0 when body returned, else the code, with *error
-// filled in when error is not NULL. Works over any way of unwinding, and so is the form that code uses which
+// filled in. With error NULL only the code is kept and no message is made: under the default base library a
+// raise then costs a few nanoseconds, so that a row that is refused costs little more than one that is read
+// (bench/error). Works over any way of unwinding, and so is the form that code uses which
 // must run over every base library; a thread may nest such calls to any depth. body must not leave any other
 // way, and under the default base library no object with a destructor may be alive in a frame that is left.
 DV_EXPORT int dv_protect(void (*body)(void *arg), void *arg, dv_error_t *error);

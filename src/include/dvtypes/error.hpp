@@ -1,5 +1,14 @@
 // dvtypes/error.hpp: a raise of the library as a C++ exception. Header only; C++20.
 //
+// ```cpp
+// number_t x;
+// try {
+//     dv::guarded([&] { number_from_str(&x, 0, "12.5.0", nullptr); });
+// } catch (const dv::error &error) {
+//     std::cout << error.code() << " in " << error.function() << '\n';     // -5074 in number_from_str
+// }
+// ```
+//
 // What dv::guarded runs must not own anything: no object with a destructor may be alive in it when a raise
 // leaves it. Objects outside of it are safe. It goes through dv_protect, so it works over any base library
 // that has it.
@@ -7,6 +16,7 @@
 #ifndef DVTYPES_ERROR_HPP
 #define DVTYPES_ERROR_HPP
 
+#include <cstring>
 #include <exception>
 #include <string_view>
 #include <type_traits>
@@ -19,6 +29,12 @@ namespace dv {
 class error : public std::exception {
   public:
     explicit error(const dv_error_t &record) : record_(record) {}
+    // Of a code alone: without place and arguments, with the message as dv_error_text has it.
+    explicit error(int code) noexcept : record_{} {
+        record_.code = code;
+        const char *text = dv_error_text(code);
+        if (text != nullptr) std::strncpy(record_.message, text, sizeof record_.message - 1);
+    }
 
     int code() const noexcept { return record_.code; }
     const char *what() const noexcept override { return record_.message; }
@@ -38,27 +54,48 @@ class error : public std::exception {
     dv_error_t record_;
 };
 
+namespace detail {
+
+// Calls body(); 0, or the code that it raised.
+template <typename Body>
+int protect(Body &body, dv_error_t *error) {
+    const auto call = [](void *arg) { (*static_cast<Body *>(arg))(); };
+    return dv_protect(call, const_cast<std::remove_const_t<Body> *>(&body), error);
+}
+
+// An error code that knows where it was written down.
+struct error_at {
+    int code;
+    const char *file;
+    int line;
+    const char *function;
+    constexpr error_at(int error, const char *path = __builtin_FILE(), int at_line = __builtin_LINE(),
+                       const char *in_function = __builtin_FUNCTION()) noexcept
+        : code(error), file(path), line(at_line), function(in_function) {}
+};
+
+// Raises an error as the library does: only where a recovery point is set. The values fill its message.
+template <typename... Values>
+[[noreturn]] void raise(error_at at, Values... values) {
+    const char *slash = std::strrchr(at.file, '/');
+    dv_err_and_jmp(slash != nullptr ? slash + 1 : at.file, at.line, at.function, 0, 0, at.code, values...);
+}
+
+}  // namespace detail
+
 // Calls body(); throws dv::error when it raises. Returns what body returns, which must be trivially copyable.
 template <typename Body>
 auto guarded(Body &&body) {
-    using body_t = std::remove_reference_t<Body>;
-    using result_t = std::invoke_result_t<body_t &>;
+    using value_t = std::invoke_result_t<Body &>;
     dv_error_t record;
-    if constexpr (std::is_void_v<result_t>) {
-        const auto call = [](void *arg) { (*static_cast<body_t *>(arg))(); };
-        if (dv_protect(call, &body, &record) != 0) throw error(record);
+    if constexpr (std::is_void_v<value_t>) {
+        if (detail::protect(body, &record) != 0) throw error(record);
     } else {
-        static_assert(std::is_trivially_copyable_v<result_t>);
-        struct call_t {
-            body_t &body;
-            result_t result;
-        } call_with{body, {}};
-        const auto call = [](void *arg) {
-            auto *with = static_cast<call_t *>(arg);
-            with->result = with->body();
-        };
-        if (dv_protect(call, &call_with, &record) != 0) throw error(record);
-        return call_with.result;
+        static_assert(std::is_trivially_copyable_v<value_t>);
+        value_t value{};
+        const auto call = [&] { value = body(); };
+        if (detail::protect(call, &record) != 0) throw error(record);
+        return value;
     }
 }
 

@@ -203,6 +203,39 @@ DV_EXPORT int number_get_roundmode(void);
 //                pos / 2 exceeds 62, whatever the mode
 DV_EXPORT void number_round_at_withmode(number_t *x, int pos, int rmode);
 
+// Places that rounding to decimal places looks at: none is above 10^126, and no digit below 10^-168.
+enum {
+    NUMBER_PLACES_MIN = -2 * NUMBER_EXPONENT_MAX,
+    NUMBER_PLACES_MAX = 2 * (NUMBER_DIGITS_MAX - NUMBER_EXPONENT_MIN)
+};
+
+// Is the nearest unit of a place left of all digits not 0 for the mode, the unit being too large for a
+// NUMBER? x is neither NULL nor zero; is_next: the place is 10^126, of which values from 5E125 on are half.
+static inline int number_rounds_beyond(const number_t *x, int is_next, int rmode) {
+    const int is_negative = x->signexp < 0x80;
+    if (rmode == NUMBER_RMODE_UP) return 1;
+    if (rmode == NUMBER_RMODE_CEIL || rmode == NUMBER_RMODE_FLOOR)
+        return is_negative == (rmode == NUMBER_RMODE_FLOOR);
+    if (rmode == NUMBER_RMODE_TRUNC || !is_next) return 0;
+    return is_negative ? x->signexp == 0x00 && x->coef[0] <= 128 - 50
+                       : x->signexp == 0xFF && x->coef[0] >= 128 + 50;
+}
+
+// Rounds x to decimal places, as SQL's ROUND and TRUNC do: its lowest kept digit has the weight 10^-places,
+// whatever their number.
+//   1234.567 to 2: 1234.57.   To -2: 1200.   To -200: 0, in a mode that rounds to nearest.
+// Raises  -5068  the result leaves the range
+static inline void number_round_to_places(number_t *x, int64_t places, int rmode) {
+    if (places <= NUMBER_PLACES_MIN && number_is_valid_ptr(x) && x->size > 1 &&
+        !number_rounds_beyond(x, places == NUMBER_PLACES_MIN, rmode)) {
+        number_assign(x, _number_zero);
+        return;
+    }
+    if (places < NUMBER_PLACES_MIN) places = NUMBER_PLACES_MIN;
+    if (places > NUMBER_PLACES_MAX) places = NUMBER_PLACES_MAX;
+    number_round_at_withmode(x, -(int)places, rmode);
+}
+
 // 1 when x fits NUMBER(prec, scale), else 0: no more than prec - scale integer digits, and none below
 // 10^-scale. Either may be NUMBER_NOT_GIVEN; scale may be negative. NULL and zero always fit. Without a scale
 // (it is then counted as -128) every value fits any precision from -2 on: number_force_prec_scale would

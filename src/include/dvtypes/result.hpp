@@ -1,0 +1,106 @@
+// dvtypes/result.hpp: what an operation gave, or the code of its error, without an exception. Header only;
+// C++20.
+//
+// ```cpp
+// const dv::result<dv::date> day = dv::try_parse<dv::date>("2023-02-29");
+// if (!day) std::cout << day.error() << '\n';                      // dvtypes:-5114
+// std::cout << day.value_or(dv::date(1900, 1, 1)) << '\n';         // 1900-01-01 00:00:00
+// ```
+//
+// Nothing is thrown and no message is made, so that a text that is refused costs about what one costs that is
+// read (bench/errors). Under a base library that raises by C++ exception, a failure costs an exception. What
+// the error was about (its place and its arguments) only dv::error tells: repeat the operation with guarded.
+
+#ifndef DVTYPES_RESULT_HPP
+#define DVTYPES_RESULT_HPP
+
+#include <cstddef>
+#include <string>
+#include <system_error>
+#include <type_traits>
+
+#include "dvtypes/error.hpp"
+
+namespace dv {
+
+// The library's codes as a category of the standard's: "dvtypes", with the messages of dv_error_text.
+class __attribute__((visibility("default"))) error_category_type final : public std::error_category {
+  public:
+    const char *name() const noexcept override { return "dvtypes"; }
+    std::string message(int code) const override {
+        const char *text = dv_error_text(code);
+        return text != nullptr ? text : "Unknown error";
+    }
+    std::error_condition default_error_condition(int code) const noexcept override {
+        if (code == DV_ERR_NO_MEMORY) return std::make_error_condition(std::errc::not_enough_memory);
+        return {code, *this};
+    }
+};
+
+// One object in a program and its shared libraries.
+__attribute__((visibility("default"))) inline const std::error_category &error_category() noexcept {
+    static const error_category_type category;
+    return category;
+}
+
+// A code of the library; of 0, success, std::error_code().
+inline std::error_code make_error_code(int code) noexcept {
+    return code == 0 ? std::error_code() : std::error_code(code, error_category());
+}
+inline std::error_code make_error_code(const error &caught) noexcept {
+    return make_error_code(caught.code());
+}
+
+// A value, or the code for which there is none. Small and plain: copying it copies its bytes.
+template <typename Value>
+class [[nodiscard]] result {
+    static_assert(std::is_trivially_copyable_v<Value> && std::is_default_constructible_v<Value>);
+
+  public:
+    constexpr result(const Value &value) noexcept : value_(value) {}
+    static constexpr result failure(int code) noexcept {
+        result failed{Value()};
+        failed.code_ = code;
+        return failed;
+    }
+
+    constexpr bool has_value() const noexcept { return code_ == 0; }
+    constexpr explicit operator bool() const noexcept { return has_value(); }
+
+    // Only where there is a value; without one it is the type's default.
+    constexpr const Value &operator*() const noexcept { return value_; }
+    constexpr const Value *operator->() const noexcept { return &value_; }
+    constexpr Value value_or(const Value &other) const noexcept { return has_value() ? value_ : other; }
+
+    // Throws dv::error, of the code alone, where there is none.
+    const Value &value() const {
+        if (!has_value()) throw dv::error(code_);
+        return value_;
+    }
+
+    constexpr int code() const noexcept { return code_; }  // 0 where there is a value
+    std::error_code error() const noexcept { return make_error_code(code_); }
+
+  private:
+    Value value_;
+    int code_ = 0;
+};
+
+// Calls body(), which calls functions of the library, as guarded does; an error is not thrown but returned:
+// of a body without a result as std::error_code, else as result.
+template <typename Body>
+[[nodiscard]] auto attempt(Body &&body) {
+    using value_t = std::invoke_result_t<Body &>;
+    if constexpr (std::is_void_v<value_t>) {
+        return make_error_code(detail::protect(body, nullptr));
+    } else {
+        value_t value{};
+        const auto call = [&] { value = body(); };
+        const int code = detail::protect(call, nullptr);
+        return code == 0 ? result<value_t>(value) : result<value_t>::failure(code);
+    }
+}
+
+}  // namespace dv
+
+#endif  // DVTYPES_RESULT_HPP

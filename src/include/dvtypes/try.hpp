@@ -1,0 +1,79 @@
+// dvtypes/try.hpp: reading and arithmetic without exceptions. Header only; C++20.
+//
+// ```cpp
+// const dv::reader<dv::date> read("DD.MM.YYYY");
+// for (const char *text : {"29.02.2024", "29.02.2023"}) {
+//     if (const auto day = dv::try_parse<dv::date>(text, read))
+//         std::cout << *day << '\n';                               // 2024-02-29 00:00:00
+//     else
+//         std::cout << day.error().message() << '\n';              // {1}: {2} lies outside {3}..{4}.
+// }
+// std::cout << dv::try_div(dv::number(1), 0).code() << '\n';       // -5070
+// ```
+//
+// The results are those of the operators and readers of the same names, the codes those that they throw.
+
+#ifndef DVTYPES_TRY_HPP
+#define DVTYPES_TRY_HPP
+
+#include "dvtypes/result.hpp"
+#include "dvtypes/value.hpp"
+
+namespace dv {
+
+namespace detail {
+
+template <typename Value, typename Operation>
+result<Value> attempt_on(typename Value::record_type record, const Operation &operation) noexcept {
+    const auto call = [&] { operation(record); };
+    const int code = protect(call, nullptr);
+    return code == 0 ? result<Value>(Value::of_valid(record)) : result<Value>::failure(code);
+}
+
+}  // namespace detail
+
+// A text as Value(text) reads it, or as a reader does: reader<Value> or number_reader.
+template <value Value>
+result<Value> try_parse(std::string_view text) noexcept {
+    const detail::text_argument argument(text);
+    return detail::attempt_on<Value>({}, [&](auto &record) { Value::raising::read(record, argument); });
+}
+template <value Value, typename Reader>
+requires std::same_as<Value, typename Reader::value_type> result<Value> try_parse(std::string_view text,
+                                                                                  const Reader &reader)
+noexcept {
+    const detail::text_argument argument(text);
+    return detail::attempt_on<Value>({}, [&](auto &record) { reader.read(record, argument); });
+}
+
+// x + y, x - y, x * y, x / y, x % y where the result is of x's type: of numbers, of intervals and numbers, of
+// datetimes and intervals. The difference of two datetimes never fails.
+template <value X, typename Y>
+requires requires(typename X::record_type &record, const Y &y) { X::raising::add(record, y); }
+result<X> try_add(const X &x, const Y &y) noexcept {
+    return detail::attempt_on<X>(x.record(), [&](auto &record) { X::raising::add(record, y); });
+}
+template <value X, typename Y>
+requires requires(typename X::record_type &record, const Y &y) { X::raising::sub(record, y); }
+result<X> try_sub(const X &x, const Y &y) noexcept {
+    return detail::attempt_on<X>(x.record(), [&](auto &record) { X::raising::sub(record, y); });
+}
+template <value X, typename Y>
+requires requires(typename X::record_type &record, const Y &y) { X::raising::mul(record, y); }
+result<X> try_mul(const X &x, const Y &y) noexcept {
+    return detail::attempt_on<X>(x.record(), [&](auto &record) { X::raising::mul(record, y); });
+}
+template <value X, typename Y>
+requires requires(typename X::record_type &record, const Y &y) { X::raising::div(record, y); }
+result<X> try_div(const X &x, const Y &y) noexcept {
+    return detail::attempt_on<X>(x.record(), [&](auto &record) { X::raising::div(record, y); });
+}
+template <value X, typename Y>
+requires requires(typename X::record_type &record, const Y &y) { X::raising::mod(record, y); }
+result<X> try_mod(const X &x, const Y &y) noexcept {
+    return detail::attempt_on<X>(x.record(), [&](auto &record) { X::raising::mod(record, y); });
+}
+
+}  // namespace dv
+
+#endif  // DVTYPES_TRY_HPP

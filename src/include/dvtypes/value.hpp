@@ -1,0 +1,118 @@
+// dvtypes/value.hpp: what all values of the C++ layer have in common. Header only; C++20.
+//
+// A value holds a record that is valid and not NULL: copying it copies the record's bytes. Every type has
+//
+//   T()                      zero; of datetimes 1970-01-01 00:00:00
+//   T(text)                  explicit; reads what to_string writes, and more: see there
+//   to_string()              a text that loses nothing: T(x.to_string()) is x, zone included
+//   == <=>                   order of the values, which is the order of key()
+//   key()                    bytes whose unsigned order is that of the values
+//   record()                 the C record
+//   T::of_valid(record)      a value of a record that is known to be valid; nothing is checked
+//   operator<<, std::hash, std::formatter (format.hpp)      by to_string and key: equal values hash equally
+//
+// What an operation throws is what the C function behind it raises, as dv::error; then the value is as it
+// was.
+
+#ifndef DVTYPES_VALUE_HPP
+#define DVTYPES_VALUE_HPP
+
+#include <algorithm>
+#include <climits>
+#include <compare>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iosfwd>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "dvtypes/error.hpp"
+
+namespace dv {
+
+namespace detail {
+
+// A text as the C functions take it: no NULL, and no length of 0, which would stand for "up to the NUL".
+struct text_argument {
+    explicit text_argument(std::string_view text) noexcept
+        : data(text.empty() ? "" : text.data()),
+          length(text.empty() ? -1 : static_cast<int>(std::min<size_t>(text.size(), INT_MAX))) {}
+    const char *data;
+    int length;
+};
+
+template <typename Derived, typename Record>
+class basic_value {
+  public:
+    using record_type = Record;
+
+    constexpr const Record &record() const noexcept { return record_; }
+
+    static Derived of_valid(const Record &record) noexcept {
+        Derived x;
+        static_cast<basic_value &>(x).record_ = record;
+        return x;
+    }
+
+  protected:
+    constexpr explicit basic_value(const Record &record) noexcept : record_(record) {}
+
+    // operation(record) raises or changes the record; all of it happens, or nothing.
+    template <typename Operation>
+    Derived &change(const Operation &operation) {
+        Record changed = record_;
+        guarded([&] { operation(changed); });
+        record_ = changed;
+        return static_cast<Derived &>(*this);
+    }
+
+    Record record_;
+};
+
+// A record whose first KeySize bytes have, in unsigned bytewise order, the order of the values.
+template <typename Derived, typename Record, size_t KeySize = sizeof(Record)>
+class ordered_value : public basic_value<Derived, Record> {
+  public:
+    std::span<const uint8_t, KeySize> key() const noexcept {
+        return std::span<const uint8_t, KeySize>(reinterpret_cast<const uint8_t *>(&this->record_), KeySize);
+    }
+
+    friend bool operator==(const Derived &x, const Derived &y) noexcept {
+        return std::memcmp(&x.record(), &y.record(), KeySize) == 0;
+    }
+    friend std::strong_ordering operator<=>(const Derived &x, const Derived &y) noexcept {
+        return std::memcmp(&x.record(), &y.record(), KeySize) <=> 0;
+    }
+
+  protected:
+    using basic_value<Derived, Record>::basic_value;
+};
+
+}  // namespace detail
+
+// A value of this layer.
+template <typename T>
+concept value = requires {
+    typename T::record_type;
+}
+&&std::derived_from<T, detail::basic_value<T, typename T::record_type>>;
+
+template <value T>
+std::ostream &operator<<(std::ostream &out, const T &x) {
+    return out << x.to_string();
+}
+
+}  // namespace dv
+
+template <dv::value T>
+struct std::hash<T> {
+    size_t operator()(const T &x) const noexcept {
+        const auto key = x.key();
+        return hash<string_view>()({reinterpret_cast<const char *>(key.data()), key.size()});
+    }
+};
+
+#endif  // DVTYPES_VALUE_HPP

@@ -1,0 +1,195 @@
+// dvtypes/zoned.hpp: time zones, TIMESTAMP WITH TIME ZONE and WITH LOCAL TIME ZONE as C++ values. Header
+// only; C++20.
+//
+// ```cpp
+// const dv::timestamp_tz call(dv::timestamp(2026, 11, 21, 9, 30), dv::zone("Asia/Seoul"));
+// std::cout << call.at(dv::zone("America/New_York")) << '\n';
+// // 2026-11-20 19:30:00.000000000 America/New_York EST
+// std::cout << (call == dv::timestamp_tz("2026-11-21 00:30 +00:00")) << '\n';  // 1
+// ```
+//
+// Both are instants, compared as such: == and hash know nothing of zones. Texts are those of dvtypes/iso.h,
+// with the zone and the abbreviation in force, so that of a local time that clocks showed twice each meaning
+// comes back. A text without a zone is of +00:00.
+
+#ifndef DVTYPES_ZONED_HPP
+#define DVTYPES_ZONED_HPP
+
+#include <array>
+
+#include "dvtypes/datetime.hpp"
+#include "dvtypes/timestamp_tz.h"
+#include "dvtypes/timezone.h"
+
+namespace dv {
+
+// A time zone: a region, or a fixed UTC offset. Ordered by region name, then fixed offsets from west to east.
+class zone : public detail::basic_value<zone, timezone_t> {
+  public:
+    struct raising {
+        static void read(timezone_t &x, const detail::text_argument &text) {
+            timezone_parse(&x, text.data, text.length);
+        }
+    };
+
+    // +00:00.
+    constexpr zone() noexcept : basic_value({100, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}}) {}
+    // "Asia/Seoul", "+09:00": what timezone_parse reads.
+    explicit zone(std::string_view text) : zone() {
+        const detail::text_argument argument(text);
+        guarded([&] { raising::read(record_, argument); });
+    }
+    constexpr explicit zone(const timezone_t &record) noexcept : basic_value(record) {}
+    // Of the host; not while another thread changes the environment.
+    static zone of_host() {
+        zone x;
+        guarded([&] { timezone_get_system_default(&x.record_); });
+        return x;
+    }
+
+    std::string name() const {
+        char text[TZ_NAME_TEXT_SIZE];
+        timezone_get_zone_name(&record_, text, sizeof text);
+        return text;
+    }
+    std::string to_string() const { return name(); }
+
+    // Its number, and of a fixed offset the minutes. That of a region is in force at some instant alone.
+    constexpr std::array<uint8_t, 4> key() const noexcept {
+        const int id = record_.zone_id[0] << 8 | record_.zone_id[1];
+        const int hour = record_.utc_hour - 100;
+        const int minutes = hour * 60 + (hour > 0 ? record_.utc_min : -record_.utc_min);
+        const int place = id == TZ_ID_OFFSET ? minutes + 24 * 60 : 0;
+        return {record_.zone_id[0], record_.zone_id[1], static_cast<uint8_t>(place >> 8),
+                static_cast<uint8_t>(place & 0xFF)};
+    }
+    friend constexpr bool operator==(const zone &x, const zone &y) noexcept { return x.key() == y.key(); }
+    friend constexpr std::strong_ordering operator<=>(const zone &x, const zone &y) noexcept {
+        return x.key() <=> y.key();
+    }
+};
+
+class timestamp_tz;
+
+// TIMESTAMP WITH LOCAL TIME ZONE: an instant alone, shown in the zone of whoever looks. Its text is that of a
+// timestamp_tz at +00:00; one of any zone is read. Months are added where there is a zone: to
+// x.local(zone) or x.at(zone).
+class timestamp_ltz : public detail::ordered_value<timestamp_ltz, dv_ts_ltz_t> {
+  public:
+    struct raising {
+        static void read(dv_ts_ltz_t &x, const detail::text_argument &text) {
+            dv_ts_tz_t zoned;
+            dv_ts_tz_from_iso(&zoned, text.data, text.length);
+            x.utc = zoned.utc;
+        }
+        static void add(dv_ts_ltz_t &x, const interval_ds &y) { timestamp::raising::add(x.utc, y); }
+        static void sub(dv_ts_ltz_t &x, const interval_ds &y) { timestamp::raising::add(x.utc, -y); }
+    };
+
+    constexpr timestamp_ltz() noexcept : ordered_value({timestamp().record()}) {}
+    // A time on the zone's clocks. Throws -5110 when they never showed it.
+    timestamp_ltz(const timestamp &local, const dv::zone &zone) : timestamp_ltz() {
+        guarded([&] { dv_ts_ltz_from_timestamp(&record_, &local.record(), &zone.record()); });
+    }
+    explicit timestamp_ltz(std::string_view text) : timestamp_ltz() {
+        const detail::text_argument argument(text);
+        guarded([&] { raising::read(record_, argument); });
+    }
+    constexpr explicit timestamp_ltz(const dv_ts_ltz_t &record) noexcept : ordered_value(record) {}
+    explicit timestamp_ltz(const timestamp_tz &x) noexcept;
+
+    timestamp utc() const noexcept { return timestamp(record_.utc); }
+    // Throw -5114 when the local time lies outside the calendar.
+    timestamp local(const dv::zone &zone) const;
+    timestamp_tz at(const dv::zone &zone) const;
+    std::string to_string() const;
+
+    timestamp_ltz &operator+=(const interval_ds &y) {
+        return change([&](dv_ts_ltz_t &x) { raising::add(x, y); });
+    }
+    timestamp_ltz &operator-=(const interval_ds &y) { return *this += -y; }
+    friend timestamp_ltz operator+(timestamp_ltz x, const interval_ds &y) { return x += y; }
+    friend timestamp_ltz operator+(const interval_ds &x, timestamp_ltz y) { return y += x; }
+    friend timestamp_ltz operator-(timestamp_ltz x, const interval_ds &y) { return x -= y; }
+    friend interval_ds operator-(const timestamp_ltz &x, const timestamp_ltz &y) noexcept {
+        return x.utc() - y.utc();
+    }
+};
+
+// TIMESTAMP WITH TIME ZONE: compared as an instant, shown in its zone. Months are added to its fields in UTC,
+// as the database does.
+class timestamp_tz : public detail::basic_datetime<timestamp_tz, dv_ts_tz_t, sizeof(dv_timestamp_t)> {
+  public:
+    struct raising {
+        static void read(dv_ts_tz_t &x, const detail::text_argument &text) {
+            dv_ts_tz_from_iso(&x, text.data, text.length);
+        }
+        template <interval Interval>
+        static void add(dv_ts_tz_t &x, const Interval &y) {
+            timestamp::raising::add(x.utc, y);
+            adjust(x);
+        }
+        template <interval Interval>
+        static void sub(dv_ts_tz_t &x, const Interval &y) {
+            add(x, -y);
+        }
+        // Gives the zone its offset at the instant. Raises -5114 when that has no local time there:
+        // 9999-12-31 20:00 UTC at +09:00.
+        static void adjust(dv_ts_tz_t &x) {
+            timezone_adjust(&x.tz, &detail::date_part(x.utc));
+            dv_date_t local;
+            dv_date_from_ts_tz(&local, &x);
+            dv_date_is_valid(&local);
+        }
+    };
+
+    constexpr timestamp_tz() noexcept : basic_datetime({timestamp().record(), dv::zone().record()}) {}
+    // A time on the zone's clocks; of one that they showed twice, the later meaning. Throws -5110 when they
+    // never showed it.
+    timestamp_tz(const timestamp &local, const dv::zone &zone) : timestamp_tz() {
+        guarded([&] { dv_ts_tz_from_timestamp(&record_, &local.record(), &zone.record()); });
+    }
+    explicit timestamp_tz(std::string_view text) : timestamp_tz() {
+        const detail::text_argument argument(text);
+        guarded([&] { raising::read(record_, argument); });
+    }
+    constexpr explicit timestamp_tz(const dv_ts_tz_t &record) noexcept : basic_datetime(record) {}
+
+    timestamp utc() const noexcept { return timestamp(record_.utc); }
+    timestamp local() const {
+        dv_timestamp_t local;
+        guarded([&] { dv_timestamp_from_ts_tz(&local, &record_); });
+        return timestamp(local);
+    }
+    dv::zone zone() const noexcept { return dv::zone(record_.tz); }
+
+    // The same instant in another zone. Throws -5114 when its local time there lies outside the calendar.
+    timestamp_tz at(const dv::zone &zone) const {
+        timestamp_tz there = *this;
+        return there.change([&](dv_ts_tz_t &x) {
+            x.tz = zone.record();
+            raising::adjust(x);
+        });
+    }
+
+    std::string to_string() const {
+        char text[DV_ISO_TS_TZ_SIZE];
+        guarded([&] { dv_ts_tz_to_iso(&record_, text, sizeof text); });
+        return text;
+    }
+
+    friend interval_ds operator-(const timestamp_tz &x, const timestamp_tz &y) noexcept {
+        return x.utc() - y.utc();
+    }
+};
+
+inline timestamp_ltz::timestamp_ltz(const timestamp_tz &x) noexcept : ordered_value({x.utc().record()}) {}
+inline timestamp_tz timestamp_ltz::at(const dv::zone &zone) const {
+    return timestamp_tz::of_valid({record_.utc, dv::zone().record()}).at(zone);
+}
+inline timestamp timestamp_ltz::local(const dv::zone &zone) const { return at(zone).local(); }
+inline std::string timestamp_ltz::to_string() const { return at(dv::zone()).to_string(); }
+
+}  // namespace dv
+
+#endif  // DVTYPES_ZONED_HPP
