@@ -25,6 +25,7 @@ constexpr const sql_function_table *_functions[] = {
     &datetime_model_functions,
     &number_model_functions,
     &rowid_functions,
+    &fraction_functions,
     &json_functions,
     &type_functions,
     &error_functions,

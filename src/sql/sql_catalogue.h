@@ -114,6 +114,7 @@ extern const sql_function_table greatest_functions;
 extern const sql_function_table extract_functions;
 extern const sql_function_table number_model_functions;
 extern const sql_function_table rowid_functions;
+extern const sql_function_table fraction_functions;
 extern const sql_function_table json_functions;
 extern const sql_function_table type_functions;
 extern const sql_function_table error_functions;

@@ -7,6 +7,7 @@
 #include "sqlite_load.h"
 
 #include "sqlite_register.h"
+#include "sqlite_text_view.h"
 
 using namespace dv::impl;
 
@@ -19,9 +20,10 @@ constexpr int _no_arity = -2;  // of a table; -1 is SQLite's "any number"
 struct item {
     const char *name;
     int arity;
-    const sql_function *function;  // one of the three
+    const sql_function *function;  // one of the four
     const sql_aggregate *aggregate;
     const sql_table *table;
+    const sqlite_own_function *own;
     bool is_there;
 };
 
@@ -60,14 +62,19 @@ bool list_items_(load &l) {
     bool is_listed = true;
     sql_for_each(l.of.functions, [&](const sql_function &row) {
         const sql_signature &s = row.signature;
-        is_listed = is_listed && list_(l, {s.name, sql_param_count(s), &row, nullptr, nullptr, false});
+        is_listed =
+            is_listed && list_(l, {s.name, sql_param_count(s), &row, nullptr, nullptr, nullptr, false});
     });
     sql_for_each(l.of.aggregates, [&](const sql_aggregate &row) {
         const sql_signature &s = row.signature;
-        is_listed = is_listed && list_(l, {s.name, sql_param_count(s), nullptr, &row, nullptr, false});
+        is_listed =
+            is_listed && list_(l, {s.name, sql_param_count(s), nullptr, &row, nullptr, nullptr, false});
     });
     for (const sql_table *table : l.of.tables)
-        is_listed = is_listed && list_(l, {table->signature.name, _no_arity, nullptr, nullptr, table, false});
+        is_listed = is_listed &&
+                    list_(l, {table->signature.name, _no_arity, nullptr, nullptr, table, nullptr, false});
+    for (const sqlite_own_function &own : sqlite_own_functions)
+        is_listed = is_listed && append_(l, {own.name, own.arity, nullptr, nullptr, nullptr, &own, false});
     return is_listed;
 }
 
@@ -93,7 +100,13 @@ int mark_all_(load &l) {
     return code != SQLITE_OK ? code : mark_(l, "PRAGMA module_list", -1, -1);
 }
 
+int add_own_(sqlite3 *db, const sqlite_own_function &own) {
+    return sqlite3_create_function(db, own.name, own.arity, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr,
+                                   own.call, nullptr, nullptr);
+}
+
 int add_(load &l, const item &i) {
+    if (i.own != nullptr) return add_own_(l.db, *i.own);
     if (i.function != nullptr) return sqlite_register_function(l.db, *i.function, l.of);
     if (i.aggregate != nullptr) return sqlite_register_aggregate(l.db, *i.aggregate, l.of);
     return sqlite_register_table(l.db, *i.table, l.of);

@@ -22,6 +22,7 @@ std::vector<sql_name> functions_(sqlite_session &session) {
     for (const row_t &row : without.rows(list)) known.insert(row);
     std::vector<sql_name> names;
     for (const row_t &row : session.rows(list)) {
+        if (row[0].ends_with("_text_view")) continue;  // no schema may hold a call
         if (!known.contains(row)) names.push_back({row[0], std::stoi(row[1])});
     }
     return names;

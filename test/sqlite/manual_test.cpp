@@ -14,13 +14,18 @@ TEST_P(SqlManual, ExamplesGiveWhatTheySay) {
     sqlite_session session;
     const auto examples = examples_of(GetParam());
     EXPECT_GE(examples.size(), 20);
-    for (const auto &[sql, result] : examples) EXPECT_EQ(session.value(sql), result) << sql;
+    for (const auto &[sql, result, has_result] : examples) {
+        const std::string got = session.value(sql);
+        EXPECT_TRUE(has_result ? got == result : !got.starts_with("error: ")) << sql << "\n"
+                                                                              << got << "\n"
+                                                                              << result;
+    }
 }
 
 TEST(SqlManualIndex, HasAnExampleOfEveryFunction) {
     sqlite_session session, without(":memory:");
     std::string text;
-    for (const auto &[sql, result] : examples_of("docs/sql.md")) text += sql;
+    for (const example &each : examples_of("docs/sql.md")) text += each.sql;
     const std::string list = "SELECT DISTINCT name || '(' FROM pragma_function_list ORDER BY 1";
     const auto known = without.rows(list);
     for (const row_t &row : session.rows(list)) {
@@ -37,8 +42,9 @@ TEST_P(SqlManual, ExamplesSurviveEveryAllocationThatFails) {
     long failures = 0;
     {
         sqlite_session session;
-        for (const auto &[sql, result] : examples_of(GetParam())) {
+        for (const auto &[sql, result, has_result] : examples_of(GetParam())) {
             session.value(sql);  // what the connection keeps is there
+            if (!has_result || sql.find("_text_view(") != sql.npos) continue;  // it changes the database
             const auto used = sqlite3_memory_used();
             for (long n = 0;; ++n) {
                 memory.fail_at(n, /*lasts=*/n % 2 == 0);

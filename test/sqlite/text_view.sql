@@ -1,0 +1,122 @@
+-- Text views: statements in their order, with what they give; what stands for itself may not fail.
+
+-- Types and precisions, defaults, a generated column, SQL NULL and empty texts.
+CREATE TABLE sale(id INTEGER PRIMARY KEY, day DATE, price NUMBER(10,2) DEFAULT (to_number('9.99')), seen "timestamp (3)  with time zone", note TEXT DEFAULT 'none', year AS (dv_extract('YEAR', day)));
+SELECT dv_create_text_view('sale', '{"DAY": "DD.MM.YYYY"}');  -- sale_text
+INSERT INTO sale_text(day, price, seen) VALUES ('29.02.2024', '1234.567', '2024-02-29 13:05:00.12345 +09:00'), ('01.03.2024', 12, '');
+INSERT INTO sale_text(day, price) VALUES ('', NULL);
+SELECT group_concat(id || '|' || coalesce(day, '-') || '|' || price || '|' || coalesce(seen, '-') || '|' || note || '|' || coalesce(year, '-'), ' ') FROM sale_text;  -- 1|29.02.2024|1234.57|2024-02-29 13:05:00.123000000 +09:00|none|2024 2|01.03.2024|12|-|none|2024 3|-|9.99|-|none|-
+SELECT group_concat(dv_typeof(price)) || group_concat(dv_typeof(day)) FROM sale;  -- NUMBER,NUMBER,NUMBERDATE,DATE,NULL
+INSERT INTO sale_text(day) VALUES ('2024-01-01');  -- error: to_date: The value 24 of the field "month" is out of range: 1 to 12 is accepted. The text is "2024-01-01", the model is "DD.MM.YYYY". (dv-5114)
+INSERT INTO sale_text(price) VALUES ('123456789');  -- error: dv_cast_number: The value 123456789 has more integer digits than NUMBER(10,2) holds. (dv-5111)
+INSERT INTO sale_text(price) VALUES ('cheap');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "cheap". (dv-5074)
+INSERT INTO sale_text(id) VALUES (1);  -- error: UNIQUE constraint failed: sale.id
+INSERT OR REPLACE INTO sale_text(id, price) VALUES (1, 1);
+SELECT price || count(*) FROM sale_text WHERE id = 1;  -- 11
+
+-- What is not changed keeps what the model does not show.
+INSERT INTO sale(id, day) VALUES (7, dv_date(2024, 5, 6, 7, 8, 9));
+UPDATE sale_text SET note = 'seven' WHERE id = 7;
+SELECT dv_text(day) || note FROM sale WHERE id = 7;  -- 2024-05-06 07:08:09seven
+UPDATE sale_text SET id = 8, day = '07.05.2024', price = '' WHERE id = 7;
+SELECT dv_text(day) || coalesce(price, 'null') FROM sale WHERE id = 8;  -- 2024-05-07 00:00:00null
+DELETE FROM sale_text WHERE day = '07.05.2024';
+SELECT count(*) FROM sale;  -- 3
+UPDATE sale SET price = 'junk' WHERE id = 2;
+SELECT price FROM sale_text WHERE id = 2;  -- junk
+
+-- Anew, and away.
+ALTER TABLE sale ADD COLUMN tax NUMBER(3);
+SELECT dv_create_text_view('SALE');  -- sale_text
+INSERT INTO sale_text(id, day, tax) VALUES (20, '2024-01-01', '18.5');
+SELECT day || ' ' || tax FROM sale_text WHERE id = 20;  -- 2024-01-01 00:00:00 19
+SELECT dv_drop_text_view('sale');  -- sale_text
+SELECT dv_drop_text_view('sale');  -- error: dv_drop_text_view: there is no text view of "sale"
+SELECT count(*) FROM sqlite_schema WHERE name LIKE 'sale\_text%' ESCAPE '\';  -- 0
+
+-- Without a rowid; a key of two columns; a key that may be SQL NULL; no key, where each change takes one of equal rows.
+CREATE TABLE w(k "INTERVAL DAY TO SECOND(3)", v NUMBER, PRIMARY KEY(k)) WITHOUT ROWID;
+SELECT dv_create_text_view('w', '{"v": "FM990.00"}');  -- w_text
+INSERT INTO w_text VALUES ('1 2:3:4.56789', 1), ('0 0:0:1', 2);
+UPDATE w_text SET v = v + 1;
+UPDATE w_text SET k = '2 0:0:0' WHERE v = '2.00';
+SELECT group_concat(k || '=' || v, ' ') FROM w_text;  -- +00 00:00:01.000000000=3.00 +02 00:00:00.000000000=2.00
+DELETE FROM w_text WHERE k LIKE '+02%';
+SELECT count(*) FROM w;  -- 1
+CREATE TABLE pair(a NUMBER NOT NULL, b TEXT COLLATE NOCASE NOT NULL, c DATE, PRIMARY KEY(a, b));
+SELECT dv_create_text_view('pair');  -- pair_text
+INSERT INTO pair_text VALUES (1, 'x', '2024-01-01'), (1, 'Y', '2024-01-02'), (2, 'x', NULL);
+UPDATE pair_text SET c = '2025-01-01' WHERE b = 'y';
+SELECT group_concat(a || b || coalesce(substr(c, 1, 10), '')) FROM pair_text;  -- 1x2024-01-01,1Y2025-01-01,2x
+CREATE TABLE loose(a NUMBER, b TEXT, PRIMARY KEY(a));
+SELECT dv_create_text_view('loose');  -- loose_text
+INSERT INTO loose_text VALUES (NULL, 'p'), (NULL, 'P'), (3, 'q');
+DELETE FROM loose_text WHERE b = 'p';
+SELECT group_concat(coalesce(a, '-') || b) FROM loose_text;  -- -P,3q
+
+-- Names: hostile ones, of columns too; a rowid that columns hide; a table that looks like a schema's.
+CREATE TABLE "x "" ; DROP TABLE sale; --"("a""b" DATE, "NEW" NUMBER, "rowid" TEXT, 'c''d' NUMBER DEFAULT (to_number(7) -- ) "
+));
+SELECT dv_create_text_view('x " ; DROP TABLE sale; --', '{"a\"b": "YYYY\"''\"MM"}');  -- x " ; DROP TABLE sale; --_text
+INSERT INTO "x "" ; DROP TABLE sale; --_text"("a""b", "NEW", "rowid") VALUES ('2024''05', 3, 'r');
+UPDATE "x "" ; DROP TABLE sale; --_text" SET "NEW" = "NEW" + 1;
+SELECT "a""b" || "NEW" || "rowid" || "c'd" FROM "x "" ; DROP TABLE sale; --_text";  -- 2024'054r7
+SELECT dv_drop_text_view('x " ; DROP TABLE sale; --');  -- x " ; DROP TABLE sale; --_text
+CREATE TABLE hidden(rowid, oid, _rowid_, n NUMBER);
+SELECT dv_create_text_view('hidden');  -- error: dv_create_text_view: columns of "hidden" have taken the names of the rowid
+CREATE TABLE "main.w"(n NUMBER);
+SELECT dv_create_text_view('main.w');  -- main.w_text
+SELECT dv_create_text_view('MAIN.pair');  -- pair_text
+
+-- Other schemas.
+ATTACH ':memory:' AS "ot""her";
+CREATE TABLE "ot""her".w(n NUMBER(3,1));
+SELECT dv_create_text_view('ot"her.w');  -- w_text
+INSERT INTO "ot""her".w_text VALUES ('1.25');
+SELECT (SELECT group_concat(n) FROM "ot""her".w_text) || ' ' || (SELECT count(*) FROM main.w_text);  -- 1.3 1
+CREATE TEMP TABLE w(n NUMBER(3));
+SELECT dv_create_text_view('w');  -- w_text
+INSERT INTO temp.w_text VALUES (2.5);
+SELECT n || (SELECT count(*) FROM main.w) FROM w_text;  -- 31
+
+-- What is refused, and changes nothing.
+CREATE TABLE plain(a TEXT);
+CREATE TABLE d(n NUMBER, t TIME, day DATE);
+CREATE TABLE d_text(x);
+CREATE TABLE wide(n NUMBER(39));
+CREATE TABLE odd(n "NUMBER(1,2,3)");
+CREATE TABLE part(n "INTERVAL DAY(3) TO SECOND");
+SELECT dv_create_text_view('nothing');  -- error: dv_create_text_view: there is no table "nothing"
+SELECT dv_create_text_view('sqlite_schema');  -- error: dv_create_text_view: there is no table "sqlite_schema"
+SELECT dv_create_text_view('loose_text');  -- error: dv_create_text_view: there is no table "loose_text"
+SELECT dv_create_text_view('plain');  -- error: dv_create_text_view: no column of "plain" is declared with one of the types
+SELECT dv_create_text_view('d');  -- error: dv_create_text_view: there is something else of the name "d_text"
+SELECT dv_drop_text_view('d');  -- error: dv_drop_text_view: there is no text view of "d"
+DROP TABLE d_text;
+CREATE TRIGGER d_text_update AFTER INSERT ON d BEGIN SELECT 1; END;
+SELECT dv_create_text_view('d');  -- error: dv_create_text_view: trigger "d_text_update" already exists
+SELECT group_concat(name) FROM sqlite_schema WHERE name LIKE 'd\_text%' ESCAPE '\';  -- d_text_update
+DROP TRIGGER d_text_update;
+SELECT dv_create_text_view('wide');  -- error: dv_create_text_view: the column "n" is declared NUMBER(39), which is no precision of NUMBER
+SELECT dv_create_text_view('odd');  -- error: dv_create_text_view: the column "n" is declared NUMBER(1,2,3), which is no precision of NUMBER
+SELECT dv_create_text_view('part');  -- error: dv_create_text_view: the column "n" is declared INTERVAL DAY(3) TO SECOND, which is no precision of INTERVAL DAY TO SECOND
+SELECT dv_create_text_view('d', '{"t": "HH24"}');  -- error: dv_create_text_view: the column "t" takes no model
+SELECT dv_create_text_view('d', '{"z": "HH24"}');  -- error: dv_create_text_view: there is no column "z"
+SELECT dv_create_text_view('d', '{"day": "DAY"}');  -- error: dv_create_text_view: to_date: The format model has an element that can be written but not read. The text is "SATURDAY ", the model is "DAY". (dv-5013)
+SELECT dv_create_text_view('d', 'day');  -- error: dv_create_text_view: malformed JSON
+SELECT dv_create_text_view('main.w', '{"n": "9"}');  -- main.w_text
+CREATE TABLE keyed(k DATE PRIMARY KEY, v) WITHOUT ROWID;
+SELECT dv_create_text_view('keyed', '{"k": "YYYY-MM"}');  -- error: dv_create_text_view: a column of the primary key of "keyed", which is WITHOUT ROWID, takes no model
+SELECT dv_create_text_view(1);  -- error: dv_create_text_view: argument 1 is no text
+SELECT dv_create_text_view('d' || char(0));  -- error: dv_create_text_view: argument 1 has a NUL inside its text
+SELECT dv_create_text_view(NULL);  -- NULL
+
+-- In a transaction; from a schema.
+BEGIN;
+SELECT dv_create_text_view('d', NULL);  -- d_text
+ROLLBACK;
+SELECT count(*) FROM sqlite_schema WHERE name LIKE 'd\_text%' ESCAPE '\';  -- 0
+CREATE VIEW caller AS SELECT dv_create_text_view('d');
+SELECT * FROM caller;  -- error: unsafe use of dv_create_text_view()
+CREATE TABLE log AS SELECT dv_create_text_view('d');  -- error: dv_create_text_view: cannot open savepoint - SQL statements in progress
+PRAGMA integrity_check;  -- ok
