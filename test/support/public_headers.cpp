@@ -1,5 +1,6 @@
 // Headers are read line by line. A comment belongs to the declarations below it, up to the next comment; one
-// with an empty line below it, or between the rules of a heading, to its whole section.
+// with an empty line below it, or between the rules of a heading, to its whole section. Examples are left
+// out.
 
 #include "public_headers.h"
 
@@ -32,7 +33,8 @@ class header_reader {
             if (line.starts_with("// ---")) section_.clear();
             comment_.clear();
         }
-        if (is_comment) comment_ += line.substr(2) + "\n";
+        if (line.starts_with("// ```")) is_example_ = !is_example_;
+        if (is_comment && !is_example_) comment_ += line.substr(2) + "\n";
         if (line.empty() && was_comment_) section_ += comment_;
         if (line.starts_with("DV_EXPORT ") || line.starts_with("DV_NORETURN DV_EXPORT "))
             declaration_ = line;
@@ -59,7 +61,7 @@ class header_reader {
 
     functions_t &functions_;
     std::string section_{}, comment_{}, declaration_{};
-    bool was_comment_ = false;
+    bool was_comment_ = false, is_example_ = false;
 };
 
 void collect_(const std::string &function, std::set<std::string> &seen, std::set<int> &codes) {

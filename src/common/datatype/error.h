@@ -90,19 +90,8 @@ enum error_code : int {
 };
 // clang-format on
 
-// An error code that knows where it was written down.
-struct error_at {
-    int code;
-    const char *file;
-    int line;
-    const char *function;
-    constexpr error_at(int error, const char *path = __builtin_FILE(), int at_line = __builtin_LINE(),
-                       const char *in_function = __builtin_FUNCTION())
-        : code(error), file(path), line(at_line), function(in_function) {}
-};
-
 constexpr const char *base_name(const char *path) {
-    if (!std::is_constant_evaluated()) {  // much of what a raise would cost
+    if (!std::is_constant_evaluated()) {  // of a literal the compiler knows the result
         const char *slash = strrchr(path, '/');
         return slash != NULL ? slash + 1 : path;
     }
@@ -113,10 +102,21 @@ constexpr const char *base_name(const char *path) {
     return name;
 }
 
+// An error code that knows where it was written down.
+struct error_at {
+    int code;
+    const char *file;
+    int line;
+    const char *function;
+    constexpr error_at(int error, const char *path = __builtin_FILE(), int at_line = __builtin_LINE(),
+                       const char *in_function = __builtin_FUNCTION())
+        : code(error), file(base_name(path)), line(at_line), function(in_function) {}
+};
+
 // Raises; the arguments are those of the code's message, in order (texts as const char *, numbers as int).
 template <typename... Args>
 [[noreturn, gnu::cold, gnu::noinline]] void raise(error_at at, Args... args) {
-    dv_err_and_jmp(base_name(at.file), at.line, at.function, 0, 0, at.code, args...);
+    dv_err_and_jmp(at.file, at.line, at.function, 0, 0, at.code, args...);
 }
 
 // Reports a broken invariant, and returns unless the host's action ends the process.

@@ -193,11 +193,12 @@ typedef struct dv_error_s {
 } dv_error_t;
 
 // Calls body(arg) and catches what it raises: returns 0 when body returned, else the code, with *error
-// filled in. With error NULL only the code is kept and no message is made: under the default base library a
-// raise then costs a few nanoseconds, so that a row that is refused costs little more than one that is read
-// (bench/error). Works over any way of unwinding, and so is the form that code uses which
-// must run over every base library; a thread may nest such calls to any depth. body must not leave any other
-// way, and under the default base library no object with a destructor may be alive in a frame that is left.
+// filled in. Works over any way of unwinding, and so is the form that code uses which must run over every
+// base library; a thread may nest such calls to any depth. body must not leave any other way, and under the
+// default base library no object with a destructor may be alive in a frame that is left.
+//
+// With error NULL only the code is kept and no message is made: under the default base library that is a
+// third of the cost or less (docs/errors.md).
 DV_EXPORT int dv_protect(void (*body)(void *arg), void *arg, dv_error_t *error);
 
 // Raises a caught error again, with the same code, place, arguments and message. Never returns.
@@ -215,11 +216,17 @@ DV_EXPORT void dv_error_fill(dv_error_t *error, const char *src_file, int line, 
 
 // The same for C, over _setjmp (the signal mask is not saved):
 //
-//     DV_TRY {
-//         number_add(&sum, &value);
-//     } DV_CATCH(error) {
-//         fprintf(stderr, "%d: %s\n", error->code, error->message);
-//     } DV_END_TRY;
+// ```c
+// #include <dvtypes/number.h>
+// number_t sum, value;
+// DV_TRY {
+//     number_from_str(&sum, 0, "1234.50", NULL);
+//     number_from_str(&value, 0, "0.1.2", NULL);
+//     number_add(&sum, &value);
+// } DV_CATCH(error) {
+//     printf("%d in %s\n", error->code, error->function);          // -5074 in number_from_str
+// } DV_END_TRY;
+// ```
 //
 // error is a const dv_error_t * that lives in the catch block. Both blocks may be left by return, goto, and a
 // break or continue of the loop around them; longjmp out of a try block must not be used. Locals that the try

@@ -12,6 +12,14 @@
 // becomes 1582-10-15 when it is checked. Day numbers are Julian Day Numbers: 1582-10-15 is 2299161,
 // 9999-12-31 is 5373484, and the day number modulo 7 is the weekday, 0 for Monday.
 //
+// ```c
+// dv_date_t date;
+// dv_date_from_unit_values(&date, 2024, 1, 31, 13, 5, 0);
+// dv_date_add_month(&date, 1, 0);
+// printf("%d-%d\n", date.month, date.day);                         // 2-29
+// printf("%d\n", dv_date_to_julian_day(&date));                    // 2460370
+// ```
+//
 // Unless said otherwise every function works in place on its first argument, allocates nothing, takes no lock
 // and may be called from any thread on records that no other thread is writing. A NULL pointer is reported by
 // an assertion ("date != NULL", "time != NULL", ...); the call then returns (0 where it returns a value). Any

@@ -1,7 +1,9 @@
 // dvtypes/datetime.hpp: DATE, TIME and TIMESTAMP as C++ values. Header only; C++20.
 //
 // ```cpp
-// const dv::date due = dv::date(2026, 11, 30) + dv::interval_ym(0, 3) - dv::interval_ds(2);
+// const dv::timestamp due("2026-11-29 13:05");
+// std::cout << due + dv::interval_ym(0, 1) << '\n';                 // 2026-12-29 13:05:00.000000000
+// std::cout << due.date() - dv::date(2026, 1, 1) << '\n';           // +332 13:05:00.000000000
 // ```
 //
 // Texts are those of dvtypes/iso.h: "2024-02-29 13:05:00", "-0044-03-15 00:00:00"; reading also takes shorter

@@ -9,6 +9,15 @@
 //   0 years 0 months    40 00 00 00 0B               -1 year -6 months   3F FF FF FF 05
 //   0 days 0 s 0 ns     40 00 00 00 40 00 00 00 40 00 00 00
 //
+// ```c
+// dv_itv_dts_t shift;
+// char text[DV_ITV_DTS_TEXT_SIZE];
+// dv_itv_dts_from_str(&shift, "1 02:03:04.5", 0, DV_ITV_DAY_TO_SECOND, 9, 9);
+// dv_itv_dts_mul(&shift, _number_e);
+// dv_itv_dts_to_str(&shift, text, 2, 3, sizeof text);
+// puts(text);                                                      // +02 22:48:52.702
+// ```
+//
 // Functions work in place on their first argument, allocate nothing, and may be called from any thread on
 // records that no other thread is writing. A NULL pointer is reported by an assertion ("itv != NULL", "ytm !=
 // NULL", "dts != NULL", "str != NULL", ...); the call then returns (0 where it returns a value). Any bytes

@@ -2,8 +2,9 @@
 //
 // ```cpp
 // const dv::interval_ds shift("+0 08:30:00");
-// std::cout << shift * 5 << ' ' << -shift / 2 << '\n';            // +01 18:30:00.000000000 -00
-// 04:15:00.000000000 std::cout << dv::interval_ym(1, 2) * dv::number("1.5") << '\n'; // +01-09
+// std::cout << shift * 5 << '\n';                                   // +01 18:30:00.000000000
+// std::cout << -shift / 2 << '\n';                                  // -00 04:15:00.000000000
+// std::cout << dv::interval_ym(1, 2) * 1.5 << '\n';                 // +01-09
 // ```
 //
 // As in SQL an interval has at most nine digits of years or days: whatever would have more throws -5064. All

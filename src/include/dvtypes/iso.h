@@ -15,18 +15,26 @@
 // left out but from the end, and nothing stands in front or behind.
 //
 //     date   [+|-]YYYY-MM-DD          or compact [+|-]YYYYMMDD
-//     time   HH[:MI[:SS[.f]]]         or compact HH[MI[SS[.f]]], where the date is compact too; f is 1 to 9
-//     digits zone   Z, +hh, -hh, +hh:mm, compact +hhmm; or a blank and the name of a region in any letter
-//     case, which a
-//            blank and the abbreviation or the offset (+hh:mm) in force may follow
+//     time   HH[:MI[:SS[.f]]]         or compact HH[MI[SS[.f]]], where the date is compact too;
+//                                     f is 1 to 9 digits
+//     zone   Z, +hh, -hh, +hh:mm      or compact +hhmm; or a blank and the name of a region in any
+//                                     letter case, which a blank and the abbreviation or the offset
+//                                     (+hh:mm) in force may follow
 //
 // Between date and time stands one blank or a T. The time may be left out, and is then midnight. In front of
 // an offset one blank may stand; a text without a zone is of +00:00.
 //
+// ```c
+// dv_timestamp_t ts;
+// char text[DV_ISO_TIMESTAMP_SIZE];
+// dv_timestamp_from_iso(&ts, "20240229T1305", 13);
+// dv_timestamp_to_iso(&ts, text, sizeof text);
+// puts(text);                                                      // 2024-02-29 13:05:00.000000000
+// ```
+//
 // All functions may be called from any thread on records that no other thread is writing; a NULL pointer
-// asserts
-// ("date != NULL", "time != NULL", "ts != NULL", "ts_tz != NULL", "str != NULL", "buf != NULL") and nothing
-// else happens; 0 is returned.
+// asserts ("date != NULL", "time != NULL", "ts != NULL", "ts_tz != NULL", "str != NULL", "buf != NULL") and
+// nothing else happens; 0 is returned.
 
 #ifndef DVTYPES_ISO_H
 #define DVTYPES_ISO_H

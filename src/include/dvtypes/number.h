@@ -14,6 +14,18 @@
 //   1        02 C1 81             127      03 C2 81 9B
 //   -128     04 3D 7F 64 F0       0.05     02 C0 85
 //
+// ```c
+// number_t price, rate;
+// char text[NUMBER_NORMAL_TEXT_SIZE];
+// number_from_str(&price, 0, "1234.50", NULL);
+// number_from_double(&rate, 1.19);
+// number_mul(&price, &rate);
+// number_round_to_places(&price, 2, NUMBER_RMODE_HALF_UP);
+// number_to_str(&price, sizeof text, text, NULL);
+// puts(text);                                                      // 1469.06
+// printf("%d\n", number_cmp(&price, _number_zero) > 0);            // 1
+// ```
+//
 // Unless said otherwise, every function
 //   - takes valid records (number_is_valid_ptr) that are not NULL values (size 0), and asserts the former;
 //     each record is 23 bytes of storage. Bytes past `size` mean nothing: they never change a result, and a

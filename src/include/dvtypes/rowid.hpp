@@ -18,7 +18,7 @@
 namespace dv {
 
 // A row identifier. The text has 18 characters.
-class rowid : public detail::basic_value<rowid, rowid_t> {
+class rowid : public detail::keyed_value<rowid, rowid_t> {
   public:
     struct raising {
         // Also raises -5080 for another length.
@@ -30,14 +30,14 @@ class rowid : public detail::basic_value<rowid, rowid_t> {
         }
     };
 
-    constexpr rowid() noexcept : basic_value(rowid_t{}) {}
+    constexpr rowid() noexcept : keyed_value(rowid_t{}) {}
     constexpr rowid(uint32_t segment, uint16_t file, uint32_t block, uint16_t row) noexcept
-        : basic_value({segment, block, file, row}) {}
+        : keyed_value({segment, block, file, row}) {}
     explicit rowid(std::string_view text) : rowid() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
-    constexpr explicit rowid(const rowid_t &record) noexcept : basic_value(record) {}
+    constexpr explicit rowid(const rowid_t &record) noexcept : keyed_value(record) {}
 
     constexpr uint32_t segment() const noexcept { return record_.sgmt; }
     constexpr uint16_t file() const noexcept { return record_.file; }
@@ -62,10 +62,6 @@ class rowid : public detail::basic_value<rowid, rowid_t> {
         put(record_.block, 4);
         put(record_.row, 2);
         return bytes;
-    }
-    friend constexpr bool operator==(const rowid &x, const rowid &y) noexcept { return x.key() == y.key(); }
-    friend constexpr std::strong_ordering operator<=>(const rowid &x, const rowid &y) noexcept {
-        return x.key() <=> y.key();
     }
 };
 

@@ -10,6 +10,19 @@
 // showed twice has its later meaning. UTC becomes local time by the offset that a WITH TIME ZONE value holds,
 // and by timezone_localize for the session.
 //
+// ```c
+// #include <dvtypes/iso.h>
+// dv_ts_tz_t call;
+// timezone_t paris;
+// char text[DV_ISO_TS_TZ_SIZE];
+// dv_ts_tz_from_iso(&call, "2026-11-21 09:30 Asia/Seoul", 27);
+// timezone_parse(&paris, "Europe/Paris", 12);
+// const dv_ts_ltz_t instant = {call.utc};
+// dv_ts_tz_from_ts_ltz(&call, &instant, &paris);
+// dv_ts_tz_to_iso(&call, text, sizeof text);
+// puts(text);                                       // 2026-11-21 01:30:00.000000000 Europe/Paris CET
+// ```
+//
 // Unless said otherwise every function works in place on its first argument, allocates nothing, takes no lock
 // and may be called from any thread on records that no other thread is writing. A NULL pointer is reported by
 // an assertion ("ts_tz != NULL", "sess_tz != NULL", ...); the call then returns (0 where it returns a value).

@@ -53,9 +53,12 @@ class basic_value {
 
     static Derived of_valid(const Record &record) noexcept {
         Derived x;
-        static_cast<basic_value &>(x).record_ = record;
+        record_of(x) = record;
         return x;
     }
+
+    // The record of a value under construction.
+    static Record &record_of(Derived &x) noexcept { return static_cast<basic_value &>(x).record_; }
 
   protected:
     constexpr explicit basic_value(const Record &record) noexcept : record_(record) {}
@@ -72,23 +75,35 @@ class basic_value {
     Record record_;
 };
 
+// Compared by the bytes of key(), whose number is fixed.
+template <typename Derived, typename Record>
+class keyed_value : public basic_value<Derived, Record> {
+  public:
+    friend bool operator==(const Derived &x, const Derived &y) noexcept { return compare(x, y) == 0; }
+    friend std::strong_ordering operator<=>(const Derived &x, const Derived &y) noexcept {
+        return compare(x, y) <=> 0;
+    }
+
+  protected:
+    using basic_value<Derived, Record>::basic_value;
+
+  private:
+    static int compare(const Derived &x, const Derived &y) noexcept {
+        const auto x_key = x.key(), y_key = y.key();
+        return std::memcmp(x_key.data(), y_key.data(), x_key.size());
+    }
+};
+
 // A record whose first KeySize bytes have, in unsigned bytewise order, the order of the values.
 template <typename Derived, typename Record, size_t KeySize = sizeof(Record)>
-class ordered_value : public basic_value<Derived, Record> {
+class ordered_value : public keyed_value<Derived, Record> {
   public:
     std::span<const uint8_t, KeySize> key() const noexcept {
         return std::span<const uint8_t, KeySize>(reinterpret_cast<const uint8_t *>(&this->record_), KeySize);
     }
 
-    friend bool operator==(const Derived &x, const Derived &y) noexcept {
-        return std::memcmp(&x.record(), &y.record(), KeySize) == 0;
-    }
-    friend std::strong_ordering operator<=>(const Derived &x, const Derived &y) noexcept {
-        return std::memcmp(&x.record(), &y.record(), KeySize) <=> 0;
-    }
-
   protected:
-    using basic_value<Derived, Record>::basic_value;
+    using keyed_value<Derived, Record>::keyed_value;
 };
 
 }  // namespace detail

@@ -24,7 +24,7 @@
 namespace dv {
 
 // A time zone: a region, or a fixed UTC offset. Ordered by region name, then fixed offsets from west to east.
-class zone : public detail::basic_value<zone, timezone_t> {
+class zone : public detail::keyed_value<zone, timezone_t> {
   public:
     struct raising {
         static void read(timezone_t &x, const detail::text_argument &text) {
@@ -33,13 +33,13 @@ class zone : public detail::basic_value<zone, timezone_t> {
     };
 
     // +00:00.
-    constexpr zone() noexcept : basic_value({100, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}}) {}
+    constexpr zone() noexcept : keyed_value({100, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}}) {}
     // "Asia/Seoul", "+09:00": what timezone_parse reads.
     explicit zone(std::string_view text) : zone() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
-    constexpr explicit zone(const timezone_t &record) noexcept : basic_value(record) {}
+    constexpr explicit zone(const timezone_t &record) noexcept : keyed_value(record) {}
     // Of the host; not while another thread changes the environment.
     static zone of_host() {
         zone x;
@@ -62,10 +62,6 @@ class zone : public detail::basic_value<zone, timezone_t> {
         const int place = id == TZ_ID_OFFSET ? minutes + 24 * 60 : 0;
         return {record_.zone_id[0], record_.zone_id[1], static_cast<uint8_t>(place >> 8),
                 static_cast<uint8_t>(place & 0xFF)};
-    }
-    friend constexpr bool operator==(const zone &x, const zone &y) noexcept { return x.key() == y.key(); }
-    friend constexpr std::strong_ordering operator<=>(const zone &x, const zone &y) noexcept {
-        return x.key() <=> y.key();
     }
 };
 
