@@ -1,51 +1,19 @@
 // Months, weekdays, truncation and rounding of DATE and both TIMESTAMPs in SQL: add_months, months_between,
 // last_day, next_day, dv_trunc, dv_round.
 //
-// They work on the local date; the time of day stays, with its fraction, but for truncation and rounding. A
-// TIMESTAMP WITH TIME ZONE keeps its offset where the zone has it at the result, too.
+// They work on the local date; the time of day stays, with its fraction, but for truncation and rounding.
+// Where clocks are set forward at midnight, the day begins behind the gap.
 
-#include "sql_datetime.h"
 #include "sql_language.h"
+#include "sql_local.h"
 
 using namespace dv::impl;
 
 namespace {
 
-// ---------------------------------------------------------------------------------------------------------
-// Local times: taken, changed and put back
-// ---------------------------------------------------------------------------------------------------------
-
-template <typename Record>
-Record &local_of_(Record &record) {
-    return record;
-}
-dv_timestamp_t local_of_(dv_ts_tz_t &ts_tz) {
-    dv_timestamp_t local;
-    dv_timestamp_from_ts_tz(&local, &ts_tz);
-    return local;
-}
-
-bool have_one_offset_(const timezone_t &x, const timezone_t &y) {
-    return x.utc_hour == y.utc_hour && x.utc_min == y.utc_min;
-}
-
-template <typename Record>
-void return_local_(sql_call &call, const Record & /*of*/, const Record &local) {
-    sql_return_datetime(call, local);
-}
-// Another offset is the one by which the region's clocks show the local time, the later one where there are
-// two. Raises -5110 when they never did.
-void return_local_(sql_call &call, const dv_ts_tz_t &of, const dv_timestamp_t &local) {
-    dv_ts_tz_t result = {local, of.tz};
-    timezone_shift_to_west(&result.tz, &sql_date_part(result));
-    timezone_adjust(&result.tz, &sql_date_part(result));
-    if (!have_one_offset_(result.tz, of.tz)) dv_ts_tz_from_timestamp(&result, &local, &of.tz);
-    sql_return_datetime(call, result);
-}
-
 void drop_fraction_(dv_date_t &) {}
 void drop_fraction_(dv_timestamp_t &ts) {
-    dv_timestamp_set_field(&ts, DT_FMT_UNIT_FSEC, 0, /*check_valid_input=*/0, /*check_overflow=*/0);
+    dv_timestamp_set_field(&ts, DT_FMT_UNIT_FSEC, 0, /*check_valid_input=*/0, /*check_valid_result=*/0);
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -57,33 +25,36 @@ void add_months_(sql_call &call) {
     int months = 0;
     if (!sql_get_ints(call, 1, {&months, 1})) return;
     Record &record = sql_record_of<Record>(call.args[0]);
-    auto &&local = local_of_(record);
+    auto &&local = sql_local_of(record);
     dv_date_add_month(&sql_date_part(local), months, /*is_from_itv=*/0);
-    return_local_(call, record, local);
+    sql_put_local(record, local);
+    sql_return_datetime(call, record);
 }
 
 template <typename Record>
 void months_between_(sql_call &call) {
-    auto &&x = local_of_(sql_record_of<Record>(call.args[0]));
-    auto &&y = local_of_(sql_record_of<Record>(call.args[1]));
+    auto &&x = sql_local_of(sql_record_of<Record>(call.args[0]));
+    auto &&y = sql_local_of(sql_record_of<Record>(call.args[1]));
     sql_return(call, sql_real(dv_date_months_between(&sql_date_part(x), &sql_date_part(y))));
 }
 
 template <typename Record>
 void last_day_(sql_call &call) {
     Record &record = sql_record_of<Record>(call.args[0]);
-    auto &&local = local_of_(record);
+    auto &&local = sql_local_of(record);
     dv_date_get_last_date(&sql_date_part(local), &sql_date_part(local));
-    return_local_(call, record, local);
+    sql_put_local(record, local);
+    sql_return_datetime(call, record);
 }
 
 template <typename Record>
 void next_named_day_(sql_call &call, dv_nls_date_lang_t language) {
     const sql_text &name = call.args[1].text;
     Record &record = sql_record_of<Record>(call.args[0]);
-    auto &&local = local_of_(record);
+    auto &&local = sql_local_of(record);
     dv_date_get_next_day(&sql_date_part(local), name.bytes, name.length, language, DVSTR_CHARSET_UTF8);
-    return_local_(call, record, local);
+    sql_put_local(record, local);
+    sql_return_datetime(call, record);
 }
 
 template <typename Record>
@@ -103,10 +74,11 @@ void to_unit_(sql_call &call) {
     const sql_text day = {nullptr, 0};
     const sql_text &unit = call.argc > 1 ? call.args[1].text : day;
     Record &record = sql_record_of<Record>(call.args[0]);
-    auto &&local = local_of_(record);
+    auto &&local = sql_local_of(record);
     Operation(&sql_date_part(local), unit.bytes, unit.length);
     drop_fraction_(local);
-    return_local_(call, record, local);
+    sql_put_local(record, local, SQL_GAP_IS_LEFT);
+    sql_return_datetime(call, record);
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -43,6 +43,7 @@ constexpr const sql_table *_tables[] = {
     &timestamp_series_table,
     &timestamp_month_series_table,
     &ts_tz_series_table,
+    &ts_tz_month_series_table,
 };
 
 constexpr const char *_volatilities[] = {"immutable", "stable", "volatile"};

@@ -131,6 +131,7 @@ extern const sql_table date_month_series_table;
 extern const sql_table timestamp_series_table;
 extern const sql_table timestamp_month_series_table;
 extern const sql_table ts_tz_series_table;
+extern const sql_table ts_tz_month_series_table;
 
 struct sql_catalogue {
     std::span<const sql_function_table *const> functions;

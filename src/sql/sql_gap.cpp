@@ -43,24 +43,28 @@ const tz_region_t *make_steady_(sql_call &call, char (&text)[_text_size]) {
     return nullptr;
 }
 
-// Appends the gap of a region that a local time lies in. The entries are pairs, the new period's first.
-void append_gap_(sql_text_list &text, const tz_region_t &region, const dv_date_t &local) {
+void append_gap_(sql_text_list &text, const tz_region_t &region, const sql_gap &gap) {
+    char begin[DV_ISO_DATE_SIZE], end[DV_ISO_DATE_SIZE];
+    dv_date_to_iso(&gap.begin, begin, sizeof begin);
+    dv_date_to_iso(&gap.end, end, sizeof end);
+    const char *const pieces[] = {
+        " In ", region.canon_name, " clocks were set forward from ", begin, " to ", end, "."};
+    for (const char *piece : pieces) text.append(piece);
+}
+
+}  // namespace
+
+// The entries are pairs, the new period's first.
+sql_gap dv::impl::sql_find_gap(const tz_region_t &region, const dv_date_t &local) {
     for (int i = 0; i + 1 < region.info_cnt; i += 2) {
         const dv_date_t &end = region.infos[i].local;
         dv_date_t begin = region.infos[i + 1].local;  // the last second before
         if (dv_date_compare(&local, &begin) <= 0 || dv_date_compare(&local, &end) >= 0) continue;
         dv_date_add_field(&begin, DT_FMT_UNIT_SECOND, 1);
-        char shown[2][DV_ISO_DATE_SIZE];
-        dv_date_to_iso(&begin, shown[0], sizeof shown[0]);
-        dv_date_to_iso(&end, shown[1], sizeof shown[1]);
-        const char *const pieces[] = {
-            " In ", region.canon_name, " clocks were set forward from ", shown[0], " to ", shown[1], "."};
-        for (const char *piece : pieces) text.append(piece);
-        return;
+        return {true, begin, end};
     }
+    return {};
 }
-
-}  // namespace
 
 void dv::impl::sql_append_gap(sql_text_list &text, const sql_call &call, const sql_function &row) {
     sql_call steady = call;
@@ -71,5 +75,6 @@ void dv::impl::sql_append_gap(sql_text_list &text, const sql_call &call, const s
     steady.outcome = SQL_GIVEN;
     steady.block = nullptr;
     if (sql_run(row, steady, error) != 0 || steady.result.kind != SQL_KIND_TS_TZ) return;
-    append_gap_(text, *region, sql_date_part(steady.result.ts_tz));
+    const sql_gap gap = sql_find_gap(*region, sql_date_part(steady.result.ts_tz));
+    if (gap.is_found) append_gap_(text, *region, gap);
 }

@@ -1,4 +1,4 @@
-// Gaps in messages: which local times the clocks of a region skipped.
+// Gaps: which local times the clocks of a region skipped.
 
 #ifndef DV_SQL_GAP_H
 #define DV_SQL_GAP_H
@@ -7,6 +7,15 @@
 #include "sql_text_list.h"
 
 namespace dv::impl {
+
+// From `begin` to `end`, which the clocks showed again.
+struct sql_gap {
+    bool is_found;
+    dv_date_t begin, end;
+};
+
+// The gap that a local time lies in.
+sql_gap sql_find_gap(const tz_region_t &region, const dv_date_t &local);
 
 // Appends the gap into which the local time of a call fell, " In Asia/Seoul clocks were set forward from ...
 // to ...", or nothing where it cannot be found. The call raised -5110. Raises DV_ERR_NO_MEMORY.

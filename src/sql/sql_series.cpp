@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "sql_datetime.h"
+#include "sql_local.h"
 
 using namespace dv::impl;
 
@@ -140,14 +140,17 @@ template <typename Record>
 Record at_month_(const sql_rows &walk, int64_t row) {
     sql_value from = walk.from;
     Record &record = sql_record_of<Record>(from);
+    auto &&local = sql_local_of(record);
     const int64_t months = sql_total_months(walk.step.ytm) * row;
-    dv_date_add_month(&sql_date_part(record), static_cast<int>(months), /*is_from_itv=*/0);
-    dv_date_is_valid(&sql_date_part(record));
+    dv_date_add_month(&sql_date_part(local), static_cast<int>(months), /*is_from_itv=*/0);
+    dv_date_is_valid(&sql_date_part(local));
+    sql_put_local(record, local);
     return record;
 }
 
 int compare_(const dv_date_t &x, const dv_date_t &y) { return dv_date_compare(&x, &y); }
 int compare_(const dv_timestamp_t &x, const dv_timestamp_t &y) { return dv_timestamp_compare(&x, &y); }
+int compare_(const dv_ts_tz_t &x, const dv_ts_tz_t &y) { return dv_ts_tz_compare(&x, &y); }
 
 // So many steps as calendar months lie between; the last of them may go beyond by days.
 template <typename Record>
@@ -155,7 +158,8 @@ void begin_months_(sql_call &call, sql_rows &walk) {
     Record &first = sql_record_of<Record>(call.args[0]), &last = sql_record_of<Record>(call.args[1]);
     const int64_t step = sql_total_months(call.args[2].ytm);
     if (!is_step_(call, step == 0)) return;
-    const int64_t months = months_of_(sql_date_part(last)) - months_of_(sql_date_part(first));
+    auto &&local_first = sql_local_of(first), &&local_last = sql_local_of(last);
+    const int64_t months = months_of_(sql_date_part(local_last)) - months_of_(sql_date_part(local_first));
     walk.from = call.args[0];
     walk.step = call.args[2];
     if (months != 0 && (months < 0) != (step < 0)) return;
@@ -209,5 +213,8 @@ constinit const sql_table dv::impl::timestamp_series_table =
 constinit const sql_table dv::impl::timestamp_month_series_table =
     table_<_timestamp>(_ytm, "the same, by months as add_months counts them", begin_months_<dv_timestamp_t>,
                        at_months_<dv_timestamp_t>);
+constinit const sql_table dv::impl::ts_tz_month_series_table =
+    table_<_ts_tz>(_ytm, "the same, by months of local time as add_months counts them",
+                   begin_months_<dv_ts_tz_t>, at_months_<dv_ts_tz_t>);
 constinit const sql_table dv::impl::ts_tz_series_table = table_<_ts_tz>(
     _dts, "the same, in the zone of start", begin_seconds_<dv_ts_tz_t>, at_seconds_<dv_ts_tz_t>);

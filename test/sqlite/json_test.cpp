@@ -49,9 +49,9 @@ TEST(SqlJson, IsAScalarThatReadsBack) {
         EXPECT_EQ(session.value("SELECT json_valid(" + json + ")"), "1") << value;
         EXPECT_EQ(session.value("SELECT json_type(" + json + ")"), type) << value;
         // Within JSON it is no string again.
-        EXPECT_EQ(session.value("SELECT json_object('v', " + json + ") = '{\"v\":' || " + json + " || '}'"),
-                  "1")
-            << value;
+        std::string nested = "SELECT json_object('v', ";
+        nested.append(json).append(") = '{\"v\":' || ").append(json).append(" || '}'");
+        EXPECT_EQ(session.value(nested), "1") << value;
         const std::string read = "json_extract(" + json + ", '$')";
         if (*reader != '\0') {
             EXPECT_EQ(session.value("SELECT " + std::string(reader) + "(" + read + ") = " + value), "1")
