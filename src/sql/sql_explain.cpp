@@ -48,24 +48,28 @@ bool is_whole_text_(const dv_error_t &error, const sql_text &text) {
     return whole == shown || (is_cut && whole.starts_with(shown));
 }
 
-// Where a model does not compile: behind its longest beginning that does. Its length where it compiles, 0 for
-// the whole.
+bool compiles_(const sql_function &row, sql_call &trial, int length) {
+    dv_error_t error;
+    trial.args[row.keeper->argument].text.length = length;
+    trial.outcome = SQL_GIVEN;
+    trial.block = nullptr;
+    return sql_make(row, trial, error) == 0 && trial.outcome == SQL_GIVEN;
+}
+
+// Where a model does not compile: behind its longest beginning that does. 0 for the whole of it, for one that
+// compiles, and for long ones.
 int fault_(const sql_function &row, const sql_call &call) {
     constexpr int longest = 256;
     sql_call trial = call;
-    dv_error_t error;
-    int &length = trial.args[row.keeper->argument].text.length;
-    for (length = std::min(length, longest); length > 0; --length) {
-        trial.outcome = SQL_GIVEN;
-        trial.block = nullptr;
-        if (sql_make(row, trial, error) == 0 && trial.outcome == SQL_GIVEN) break;
-    }
+    int length = call.args[row.keeper->argument].text.length;
+    if (length == 0 || length > longest || compiles_(row, trial, length)) return 0;
+    while (--length > 0 && !compiles_(row, trial, length)) continue;
     return length;
 }
 
 void append_fault_(explanation &e, const sql_text &model) {
     const int place = fault_(e.row, e.call);
-    if (place == 0 || place >= model.length) return;
+    if (place == 0) return;
     e.text.append(", wrong at ");
     e.text.append(sql_quote({model.bytes + place, model.length - place}).text);
 }
