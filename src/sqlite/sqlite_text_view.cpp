@@ -135,7 +135,7 @@ bool append_column_(const task &t, sqlite3_stmt *row, text_view_pieces &pieces) 
     const char *name = text_(row, 0), *type = text_(row, 1);
     if (name == nullptr || type == nullptr) return fail_without_memory_(t);
     const text_view_column column = {name,
-                                     sqlite_parse_declared_type(type),
+                                     sql_parse_declared_type(type),
                                      text_(row, 2),
                                      text_(row, 3),
                                      sqlite3_column_int(row, 4) != 0,

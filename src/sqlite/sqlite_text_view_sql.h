@@ -3,8 +3,8 @@
 #ifndef DV_SQLITE_TEXT_VIEW_SQL_H
 #define DV_SQLITE_TEXT_VIEW_SQL_H
 
+#include "sql_declared_type.h"
 #include "sqlite_api.h"
-#include "sqlite_declared_type.h"
 
 namespace dv::impl {
 

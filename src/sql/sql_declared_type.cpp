@@ -1,6 +1,6 @@
 // Declared types: words, and lists of numbers in parentheses behind some of them.
 
-#include "sqlite_declared_type.h"
+#include "sql_declared_type.h"
 
 #include <cstring>
 
@@ -110,7 +110,7 @@ bool take_fraction_(declared_type &type, const parts &of) {
 
 }  // namespace
 
-declared_type dv::impl::sqlite_parse_declared_type(const char *declared) {
+declared_type dv::impl::sql_parse_declared_type(const char *declared) {
     const parts of = split_(declared);
     declared_type type = {type_of_(of.name), true, 0, 0, -1};
     if (type.type == nullptr) return type;

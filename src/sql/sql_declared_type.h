@@ -1,7 +1,7 @@
 // Types of columns as tables declare them: NUMBER(10,2), "TIMESTAMP(3) WITH TIME ZONE".
 
-#ifndef DV_SQLITE_DECLARED_TYPE_H
-#define DV_SQLITE_DECLARED_TYPE_H
+#ifndef DV_SQL_DECLARED_TYPE_H
+#define DV_SQL_DECLARED_TYPE_H
 
 #include "sql_value.h"
 
@@ -16,8 +16,8 @@ struct declared_type {
 };
 
 // In any letter case, with any blanks.
-declared_type sqlite_parse_declared_type(const char *declared);
+declared_type sql_parse_declared_type(const char *declared);
 
 }  // namespace dv::impl
 
-#endif  // DV_SQLITE_DECLARED_TYPE_H
+#endif  // DV_SQL_DECLARED_TYPE_H

@@ -1,0 +1,136 @@
+// dvimport as a program: what it loads, refuses and says.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "../sqlite/sqlite_session.h"
+#include "shell_output.h"
+
+using namespace dv::test;
+
+namespace {
+
+// A folder of its own, gone behind each test.
+class Dvimport : public testing::Test {
+  protected:
+    Dvimport() {
+        std::string pattern = testing::TempDir() + "dvimportXXXXXX";
+        folder_ = mkdtemp(pattern.data());
+    }
+    ~Dvimport() override { std::filesystem::remove_all(folder_); }
+
+    std::string path_(const std::string &name) const { return folder_ + "/" + name; }
+    void write_(const std::string &text) const { std::ofstream(path_("in.csv"), std::ios::binary) << text; }
+
+    // What it says, without the folder and the time, and its exit code.
+    std::string import_(const std::string &arguments, const std::string &before = "") const {
+        std::string said = shell_output(before + DV_IMPORT " " + arguments);
+        for (size_t at = 0; (at = said.find(folder_ + "/")) != said.npos;) said.erase(at, folder_.size() + 1);
+        const size_t end = said.find(" s\n");
+        const size_t time = said.rfind(", ", end);
+        if (end != said.npos) said.erase(time, end + 2 - time);
+        return said;
+    }
+
+    // All rows of a query, a line each.
+    std::string rows_(const std::string &sql) const {
+        sqlite_session session(path_("in.db").c_str());
+        EXPECT_EQ(session.load(), SQLITE_OK);
+        std::string text;
+        for (const row_t &row : session.rows(sql)) {
+            for (size_t i = 0; i < row.size(); ++i) text.append(i == 0 ? "" : "|").append(row[i]);
+            text += "\n";
+        }
+        return text;
+    }
+
+    std::string folder_;
+};
+
+TEST_F(Dvimport, LoadsTypedColumnsAndNamesEveryFieldThatIsRefused) {
+    write_(
+        "\xEF\xBB\xBF"
+        "day;price;seen;skipped;span;note\r\n"
+        "29.02.2024;1,234.5;2024-02-29 13:05:00.04 Asia/Seoul;x;+01 00:00:00;\"a;b\"\r\n"
+        ";\"\";;;;\"\"\r\n"
+        "30.02.2024;1,2;2024-02-29 Asia/Soul;;1;c\r\n"
+        "01.03.2024;99,999,999.995;2024-02-29;;;d\r\n"
+        "1;2\r\n"
+        "01.03.2024;-0.005;2024-03-01Z;;;e");
+    EXPECT_EQ(import_(path_("in.csv") +
+                      " sale --skip 1 --delimiter ';' --errors refused --columns \"day DATE "
+                      "'DD.MM.YYYY', price NUMBER(10,2) 'FM99,999,990.000', seen 'TIMESTAMP(1) WITH "
+                      "TIME ZONE', -, span INTERVAL DAY TO SECOND, note TEXT\""),
+              "sale: 3 rows loaded, 3 refused, see refused\n1");
+    EXPECT_EQ(
+        rows_("SELECT dv_text(day), dv_text(price), dv_text(seen), dv_text(span), quote(note) FROM sale"),
+        "2024-02-29 00:00:00|1234.5|2024-02-29 13:05:00.000000000 Asia/Seoul KST|+01 "
+        "00:00:00.000000000|'a;b'\n"
+        "NULL|NULL|NULL|NULL|''\n"
+        "2024-03-01 00:00:00|-.01|2024-03-01 00:00:00.000000000 +00:00|NULL|'e'\n");
+    EXPECT_EQ(rows_("SELECT name || ' ' || type FROM pragma_table_info('sale')"),
+              "day DATE\nprice NUMBER(10,2)\nseen TIMESTAMP(1) WITH TIME ZONE\nspan INTERVAL DAY TO "
+              "SECOND\nnote TEXT\n");
+    EXPECT_EQ(rows_("SELECT line, \"column\", text, code FROM refused"),
+              "4|day|30.02.2024|-5114\n4|price|1,2|-5074\n4|seen|2024-02-29 Asia/Soul|-5104\n4|span|1|-5009\n"
+              "5|price|99,999,999.995|-5111\n6|NULL|NULL|NULL\n");
+    EXPECT_EQ(rows_("SELECT message FROM refused WHERE line = 6"), "2 fields where 6 are expected\n");
+}
+
+TEST_F(Dvimport, AddsToATableAndKeepsItsConstraints) {
+    write_("1,a\n2,b\n2,c\n0,d\n");
+    {
+        sqlite_session session(path_("in.db").c_str());
+        session.rows("CREATE TABLE t(name TEXT, id INTEGER PRIMARY KEY CHECK (id > 0), more DEFAULT 'kept')");
+    }
+    EXPECT_EQ(import_(path_("in.csv") + " t --columns 'id INTEGER, name TEXT'"),
+              "in.csv:3: UNIQUE constraint failed: t.id\nin.csv:4: CHECK constraint failed: id > 0\n"
+              "t: 2 rows loaded, 2 refused\n1");
+    EXPECT_EQ(rows_("SELECT * FROM t"), "a|1|kept\nb|2|kept\n");
+    EXPECT_EQ(import_("- t --columns 'id INTEGER, name TEXT' --database " + path_("in.db"), "echo 3,e | "),
+              "t: 1 rows loaded, 0 refused\n0");
+    EXPECT_EQ(rows_("SELECT count(*) FROM t"), "3\n");
+}
+
+TEST_F(Dvimport, LeavesNothingHalfLoaded) {
+    write_("1,a\n2,\"b\n");
+    EXPECT_EQ(import_(path_("in.csv") + " t --columns 'id NUMBER, name TEXT'"),
+              "dvimport: line 2: the quote of a field does not end; nothing was loaded\n2");
+    shell_output("{ yes 1,a | head -n 200000; sleep 0.6; } | timeout -s KILL 0.4 " DV_IMPORT
+                 " - t --columns 'id NUMBER, name TEXT' --database " +
+                 path_("in.db"));
+    EXPECT_EQ(rows_("SELECT count(*) FROM sqlite_schema"), "0\n");
+}
+
+TEST_F(Dvimport, SaysWhatIsWrongWithItsArguments) {
+    write_("1\n");
+    const std::string see = "\nSee dvimport --help.\n2", nothing = "; nothing was loaded\n2";
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "dvimport: a file and a table are expected" + see},
+        {"in.csv t", "dvimport: --columns is missing" + see},
+        {"- t --columns 'a TEXT'", "dvimport: --database is missing" + see},
+        {"in.csv t --columns 'a TEXT' --skip x", "dvimport: --skip is a number of lines" + see},
+        {"in.csv t --columns 'a TEXT' --delimiter ab",
+         "dvimport: --delimiter is one character, or tab" + see},
+        {"gone.csv t --columns 'a TEXT'", "dvimport: gone.csv: No such file or directory" + nothing},
+        {"in.csv t --columns 'a NUMBER(50)'",
+         "dvimport: --columns: NUMBER(50) has a precision out of range" + nothing},
+        {"in.csv t --columns \"a TEXT 'DD'\"",
+         "dvimport: --columns: a model goes with a type that has one, not with \"TEXT\"" + nothing},
+        {"in.csv t --columns \"a DATE 'DD\"",
+         "dvimport: --columns: the quote does not end before \"DD\"" + nothing},
+        {"in.csv t --columns \"a DATE 'DD' b\"",
+         "dvimport: --columns: a comma is expected at \"b\"" + nothing},
+        {"in.csv t --columns 'a TEXT,'", "dvimport: --columns: a name is expected at the end" + nothing},
+        {"in.csv t --columns 'a TEXT; b'", "dvimport: --columns: \"TEXT; b\" is no type" + nothing},
+        {"in.csv sqlite_x --columns 'a TEXT'",
+         "dvimport: in.db: object name reserved for internal use: sqlite_x" + nothing},
+    };
+    const std::string in_folder = "cd " + folder_ + " && ";
+    for (const auto &[arguments, said] : cases) EXPECT_EQ(import_(arguments, in_folder), said) << arguments;
+    EXPECT_FALSE(std::filesystem::exists(path_("gone.db")));
+}
+
+}  // namespace

@@ -1,0 +1,150 @@
+// Columns from text. What a type reads texts by is said by the catalogue of SQL functions.
+
+#include "column.h"
+
+#include <stdexcept>
+
+#include "sql_declared_type.h"
+#include "sql_value.h"
+
+namespace dv::import {
+
+namespace {
+
+bool is_blank_(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+class cursor {
+  public:
+    explicit cursor(std::string_view text) : text_(text) { skip_blanks(); }
+
+    bool is_at_end() const { return text_.empty(); }
+    bool is_at(char c) const { return text_.starts_with(c); }
+
+    bool take(char c) {
+        if (!is_at(c)) return false;
+        text_.remove_prefix(1);
+        skip_blanks();
+        return true;
+    }
+
+    // What stands between two quotes; a quote written twice is one.
+    std::string quoted(char quote) {
+        std::string found;
+        text_.remove_prefix(1);
+        while (true) {
+            const size_t end = text_.find(quote);
+            if (end == text_.npos) fail("the quote does not end before");
+            found += text_.substr(0, end);
+            text_.remove_prefix(end + 1);
+            if (!is_at(quote)) break;
+            found += quote;
+            text_.remove_prefix(1);
+        }
+        skip_blanks();
+        return found;
+    }
+
+    std::string name() {
+        if (is_at('"')) return quoted('"');
+        size_t length = 0;
+        while (length < text_.size() && !is_blank_(text_[length]) && text_[length] != ',' &&
+               text_[length] != '\'')
+            ++length;
+        const std::string found(text_.substr(0, length));
+        text_.remove_prefix(length);
+        skip_blanks();
+        return found;
+    }
+
+    // Words up to a quote or a comma; those in parentheses do not count.
+    std::string type() {
+        if (is_at('\'')) return quoted('\'');
+        size_t length = 0;
+        int depth = 0;
+        for (; length < text_.size(); ++length) {
+            const char c = text_[length];
+            depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+            if (depth <= 0 && (c == ',' || c == '\'')) break;
+        }
+        std::string found(text_.substr(0, length));
+        text_.remove_prefix(length);
+        while (!found.empty() && is_blank_(found.back())) found.pop_back();
+        return found;
+    }
+
+    [[noreturn]] void fail(const char *what) const {
+        throw std::runtime_error("--columns: " + std::string(what) +
+                                 (is_at_end() ? " the end" : " \"" + std::string(text_) + "\""));
+    }
+
+  private:
+    void skip_blanks() {
+        while (!text_.empty() && is_blank_(text_.front())) text_.remove_prefix(1);
+    }
+
+    std::string_view text_;
+};
+
+std::string quoted_text_(std::string_view text) {
+    std::string quoted = "'";
+    for (const char c : text) quoted.append(c == '\'' ? 2 : 1, c);
+    return quoted + "'";
+}
+
+// What may stand in a declared type.
+bool is_type_(std::string_view text) {
+    return text.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_ (),+-") ==
+           text.npos;
+}
+
+void enclose_(column &of, const std::string &before, const std::string &behind) {
+    of.before = before + of.before;
+    of.behind += behind;
+}
+
+// "dv_cast_number(to_number(?, 'FM999,990.00'), 10, 2)"
+void set_value_(column &of, const impl::declared_type &type, const std::string &model) {
+    enclose_(of, std::string(type.type->reader) + "(",
+             model.empty() ? ")" : ", " + quoted_text_(model) + ")");
+    if (type.precision > 0)
+        enclose_(of, "dv_cast_number(",
+                 ", " + std::to_string(type.precision) + ", " + std::to_string(type.scale) + ")");
+    if (type.fraction >= 0) enclose_(of, "dv_cast_fraction(", ", " + std::to_string(type.fraction) + ")");
+}
+
+column take_column_(cursor &text) {
+    column of{text.name(), "", false, "", ""};
+    if (of.name.empty()) text.fail("a name is expected at");
+    if (of.name == "-") return {};
+    of.type = text.type();
+    if (!is_type_(of.type)) throw std::runtime_error("--columns: \"" + of.type + "\" is no type");
+    const std::string model = text.is_at('\'') ? text.quoted('\'') : "";
+    const impl::declared_type type = impl::sql_parse_declared_type(of.type.c_str());
+    if (!type.is_sound) throw std::runtime_error("--columns: " + of.type + " has a precision out of range");
+    of.is_typed = type.type != nullptr;
+    if (of.is_typed) set_value_(of, type, model);
+    if (!of.is_typed && !model.empty())
+        throw std::runtime_error("--columns: a model goes with a type that has one, not with \"" + of.type +
+                                 "\"");
+    return of;
+}
+
+}  // namespace
+
+std::string quoted_name(std::string_view name) {
+    std::string quoted = "\"";
+    for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + "\"";
+}
+
+std::vector<column> parse_columns(std::string_view text) {
+    cursor at(text);
+    std::vector<column> columns;
+    do {
+        columns.push_back(take_column_(at));
+    } while (at.take(','));
+    if (!at.is_at_end()) at.fail("a comma is expected at");
+    return columns;
+}
+
+}  // namespace dv::import

@@ -1,0 +1,33 @@
+// The columns of a table to be filled, as --columns names them.
+
+#ifndef DV_IMPORT_COLUMN_H
+#define DV_IMPORT_COLUMN_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dv::import {
+
+// A field of each record.
+struct column {
+    std::string name;  // empty: the field is passed over
+    std::string type;  // as declared: "NUMBER(10,2)"
+    bool is_typed;     // of a type of the library: an empty text is SQL NULL
+
+    // The SQL expression of its value, given that of its text: "to_date(?, 'DD.MM.YYYY')".
+    std::string value_of(const std::string &text) const { return before + text + behind; }
+    std::string before, behind;
+};
+
+// "day DATE 'DD.MM.YYYY', price NUMBER(10,2) 'FM999,990.00', seen 'TIMESTAMP WITH TIME ZONE', -": for each
+// field a name, a type in words or in quotes, and a format model in quotes where there is one; or - alone.
+// Names may stand in double quotes. Throws std::runtime_error with what is wrong.
+std::vector<column> parse_columns(std::string_view text);
+
+// A name in double quotes, as SQL takes it.
+std::string quoted_name(std::string_view name);
+
+}  // namespace dv::import
+
+#endif  // DV_IMPORT_COLUMN_H

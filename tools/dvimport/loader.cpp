@@ -1,0 +1,226 @@
+// A record is one INSERT whose values are the columns' expressions. Where it fails, each expression is asked
+// alone, so that every field that is wrong is named.
+
+#include "loader.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <span>
+#include <stdexcept>
+#include <utility>
+
+extern "C" int sqlite3_dvsqlite_init(sqlite3 *db, char **message, const struct sqlite3_api_routines *api);
+
+namespace dv::import {
+
+namespace {
+
+constexpr long _shown_max = 10;  // faults on the terminal
+constexpr size_t _records_at_once = 256;
+
+// The library's code at the end of a message: "... (dv-5113)".
+int code_of_(const std::string &message) {
+    const size_t at = message.rfind("(dv-");
+    return at == message.npos ? 0 : std::atoi(message.c_str() + at + 3);
+}
+
+// Is it the record's fault, and not the database's?
+bool is_of_record_(int code) {
+    return code == SQLITE_ERROR || code == SQLITE_CONSTRAINT || code == SQLITE_MISMATCH ||
+           code == SQLITE_TOOBIG;
+}
+
+// SQLite takes some words, and words behind a list of numbers, only as a name in quotes:
+// "TIMESTAMP(3) WITH TIME ZONE", "INTERVAL DAY TO SECOND".
+std::string declared_(const std::string &type) {
+    const bool is_one_word = type.find(' ') == type.npos;
+    return is_one_word ? type : quoted_name(type);
+}
+
+void append_(std::string &list, const std::string &item) { list += (list.empty() ? "" : ", ") + item; }
+
+}  // namespace
+
+loader::loader(const options &what) : what_(what), waiting_(_records_at_once) {
+    open_();
+    run_("BEGIN IMMEDIATE");
+    make_tables_();
+    prepare_statements_();
+}
+
+void loader::take(const csv_record &record) {
+    const size_t count = record.fields.size();
+    if (count != what_.columns.size()) {
+        load_waiting_();  // so that what is refused is told in the order of the lines
+        ++refused_;
+        return put_({record.line, nullptr, nullptr, 0,
+                     std::to_string(count) + " fields where " + std::to_string(what_.columns.size()) +
+                         " are expected"});
+    }
+    auto &[kept, texts] = waiting_[waiting_count_++];
+    kept = record;
+    texts.clear();
+    for (const csv_field &field : record.fields) texts += field.text;
+    size_t at = 0;
+    for (csv_field &field : kept.fields) {
+        field.text = std::string_view(texts).substr(at, field.text.size());
+        at += field.text.size();
+    }
+    if (waiting_count_ == waiting_.size()) load_waiting_();
+}
+
+void loader::commit() {
+    load_waiting_();
+    run_("COMMIT");
+}
+
+void loader::open_() {
+    // SQLite hands the table of its functions to what is registered so.
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(sqlite3_dvsqlite_init));
+    sqlite3 *db = nullptr;
+    const int code =
+        sqlite3_open_v2(what_.database.c_str(), &db,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+    db_.reset(db);
+    if (code != SQLITE_OK) fail_();
+    sqlite3_busy_timeout(db, 10'000);
+}
+
+void loader::make_tables_() {
+    std::string declared;
+    for (const column &of : what_.columns) {
+        if (!of.name.empty()) append_(declared, quoted_name(of.name) + " " + declared_(of.type));
+    }
+    run_("CREATE TABLE IF NOT EXISTS " + quoted_name(what_.table) + "(" + declared + ")");
+    if (what_.errors.empty()) return;
+    run_("CREATE TABLE IF NOT EXISTS " + quoted_name(what_.errors) +
+         "(line INTEGER, \"column\" TEXT, text TEXT, code INTEGER, message TEXT)");
+    insert_error_ = prepare_("INSERT INTO " + quoted_name(what_.errors) +
+                             "(line, \"column\", text, code, message) VALUES (?, ?, ?, ?, ?)");
+}
+
+// "INSERT INTO t(day, ...) SELECT to_date(column1, 'DD.MM.YYYY'), ... FROM (VALUES (?, ...), ...)", for one
+// record and for many.
+void loader::prepare_statements_() {
+    std::string names, values, row;
+    int parameters = 0;
+    for (const column &of : what_.columns) {
+        values_.push_back(of.name.empty() ? nullptr : prepare_("SELECT " + of.value_of("?")));
+        if (of.name.empty()) continue;
+        append_(names, quoted_name(of.name));
+        append_(values, of.value_of("column" + std::to_string(++parameters)));
+        append_(row, "?");
+    }
+    std::string rows = "(" + row + ")";
+    const std::string insert =
+        "INSERT INTO " + quoted_name(what_.table) + "(" + names + ") SELECT " + values + " FROM (VALUES ";
+    insert_ = prepare_(insert + rows + ")");
+    for (size_t i = 1; i < waiting_.size(); ++i) rows += ", (" + row + ")";
+    if (parameters * waiting_.size() <=
+        static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1)))
+        insert_many_ = prepare_(insert + rows + ")");
+}
+
+loader::statement_t loader::prepare_(const std::string &sql) {
+    sqlite3_stmt *statement = nullptr;
+    if (sqlite3_prepare_v3(db_.get(), sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) !=
+        SQLITE_OK)
+        fail_();
+    return statement_t(statement);
+}
+
+void loader::run_(const std::string &sql) {
+    if (sqlite3_exec(db_.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) fail_();
+}
+
+void loader::fail_() const { throw std::runtime_error(what_.database + ": " + sqlite3_errmsg(db_.get())); }
+
+// The texts live until the statement has run.
+void loader::bind_(sqlite3_stmt *statement, int place, const column &of, const csv_field &field) {
+    const bool is_null = field.is_null || (of.is_typed && field.text.empty());
+    const int code = is_null
+                         ? sqlite3_bind_null(statement, place)
+                         : sqlite3_bind_text64(statement, place, field.text.empty() ? "" : field.text.data(),
+                                               field.text.size(), SQLITE_STATIC, SQLITE_UTF8);
+    if (code != SQLITE_OK && code != SQLITE_TOOBIG) fail_();
+}
+
+int loader::bind_record_(sqlite3_stmt *statement, int place, const csv_record &record) {
+    for (size_t i = 0; i < record.fields.size(); ++i) {
+        if (!what_.columns[i].name.empty()) bind_(statement, place++, what_.columns[i], record.fields[i]);
+    }
+    return place;
+}
+
+// A model is compiled once for a statement that runs, so that many records together take a fifth of the time.
+// Where one of them fails, none is in, and each goes alone.
+void loader::load_waiting_() {
+    const std::span waiting(waiting_.data(), std::exchange(waiting_count_, 0));
+    if (insert_many_ != nullptr && waiting.size() == waiting_.size()) {
+        int place = 1;
+        for (const kept_record &kept : waiting) place = bind_record_(insert_many_.get(), place, kept.record);
+        const bool is_whole = sqlite3_step(insert_many_.get()) == SQLITE_DONE;
+        sqlite3_reset(insert_many_.get());
+        if (is_whole) loaded_ += static_cast<long>(waiting.size());
+        if (is_whole) return;
+    }
+    for (const kept_record &kept : waiting) load_(kept.record);
+}
+
+void loader::load_(const csv_record &record) {
+    bind_record_(insert_.get(), 1, record);
+    if (sqlite3_step(insert_.get()) != SQLITE_DONE) return refuse_(record);
+    sqlite3_reset(insert_.get());
+    ++loaded_;
+}
+
+void loader::refuse_(const csv_record &record) {
+    const int code = sqlite3_errcode(db_.get()) & 0xFF, extended = sqlite3_extended_errcode(db_.get());
+    const std::string message = sqlite3_errmsg(db_.get());
+    if (!is_of_record_(code)) fail_();
+    sqlite3_reset(insert_.get());
+    ++refused_;
+    bool is_told = false;
+    for (size_t i = 0; i < record.fields.size(); ++i) is_told = refuse_field_(record, i) || is_told;
+    if (!is_told) put_({record.line, nullptr, nullptr, extended, message});
+}
+
+// False: the field has a value.
+bool loader::refuse_field_(const csv_record &record, size_t i) {
+    const column &of = what_.columns[i];
+    if (!of.is_typed) return false;
+    sqlite3_stmt *const value = values_[i].get();
+    bind_(value, 1, of, record.fields[i]);
+    const int code = sqlite3_step(value);
+    const std::string message = sqlite3_errmsg(db_.get());
+    if (code != SQLITE_ROW && !is_of_record_(code & 0xFF)) fail_();
+    sqlite3_reset(value);
+    if (code == SQLITE_ROW) return false;
+    put_({record.line, &of, &record.fields[i], code_of_(message), message});
+    return true;
+}
+
+void loader::put_(const fault &what) {
+    if (insert_error_ == nullptr) {
+        if (refused_ <= _shown_max)
+            (void)std::fprintf(stderr, "%s:%ld: %s%s%s\n", what_.file.c_str(), what.line,
+                               what.of == nullptr ? "" : what.of->name.c_str(),
+                               what.of == nullptr ? "" : ": ", what.message.c_str());
+        return;
+    }
+    sqlite3_stmt *const to = insert_error_.get();
+    const auto bind_text = [&](int place, std::string_view text) {
+        sqlite3_bind_text64(to, place, text.empty() ? "" : text.data(), text.size(), SQLITE_STATIC,
+                            SQLITE_UTF8);
+    };
+    sqlite3_clear_bindings(to);
+    sqlite3_bind_int64(to, 1, what.line);
+    if (what.of != nullptr) bind_text(2, what.of->name);
+    if (what.field != nullptr) bind_text(3, what.field->text);
+    if (what.code != 0) sqlite3_bind_int(to, 4, what.code);
+    bind_text(5, what.message);
+    if (sqlite3_step(to) != SQLITE_DONE) fail_();
+    sqlite3_reset(to);
+}
+
+}  // namespace dv::import
