@@ -103,7 +103,7 @@ void loader::make_tables_() {
 // record and for many.
 void loader::prepare_statements_() {
     std::string names, values, row;
-    int parameters = 0;
+    size_t parameters = 0;
     for (const column &of : what_.columns) {
         values_.push_back(of.name.empty() ? nullptr : prepare_("SELECT " + of.value_of("?")));
         if (of.name.empty()) continue;
