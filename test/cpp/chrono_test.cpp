@@ -33,8 +33,8 @@ std::vector<Duration> any_() {
     const double least = std::is_signed_v<rep> ? -most : 0;
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> counts(least, most);
-    std::vector<Duration> all;
-    for (int i = 0; i < 1000; ++i) all.emplace_back(static_cast<rep>(static_cast<int64_t>(counts(random))));
+    std::vector<Duration> all(1000);
+    for (Duration &any : all) any = Duration(static_cast<rep>(static_cast<int64_t>(counts(random))));
     return all;
 }
 

@@ -18,9 +18,9 @@
 //   interval_ds                   durations but months and years
 //   interval_ym                   months, years, and multiples of months
 //
-// Days are matched, not names: std::chrono's calendar is Gregorian throughout, that of the library Julian
-// before 1582-10-15, so that the day that one calls 1582-10-04 is 1582-10-14 to the other. What a target is
-// too coarse for is cut off: of datetimes toward the past, of intervals toward zero.
+// Days are matched, not names: the calendar of std::chrono is Gregorian throughout, that of the library
+// Julian before 1582-10-15, so that the library's 1582-10-04 is 1582-10-14 there. What a target is too coarse
+// for is cut off: of datetimes toward the past, of intervals toward zero.
 // Throws -5114 where a datetime has no counterpart: before -4713-01-01 or after 9999-12-31, a day that only
 // one of the calendars has, a time of day that is none, or a count that the target's type does not hold;
 // -5064 for an interval of more than nine digits of days or years.

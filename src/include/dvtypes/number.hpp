@@ -68,7 +68,7 @@ inline uint64_t take_18_digits(number_t &x) {
 
 // |x| cut to a whole number. Raises -5072 from 2^128 on.
 inline uint128 magnitude(const number_t &x) {
-    number_t high;
+    number_t high{};
     number_assign(&high, &x);
     number_abs(&high);
     number_round_at_withmode(&high, 0, NUMBER_RMODE_TRUNC);
@@ -98,8 +98,8 @@ inline void to_wide(const number_t &x, int128 &v) {
 
 // Integers of up to 128 bits; neither characters nor truth values.
 template <typename T>
-concept integer = (std::integral<T> || detail::one_of<T, detail::int128, detail::uint128>)&&!detail::one_of<
-    T, bool, char, wchar_t, char8_t, char16_t, char32_t>;
+concept integer = !detail::one_of<T, bool, char, wchar_t, char8_t, char16_t, char32_t> &&
+                  (std::integral<T> || detail::one_of<T, detail::int128, detail::uint128>);
 
 // SQL NUMBER that is not NULL. A plain 23-byte value.
 class number : public detail::basic_value<number, number_t> {

@@ -36,6 +36,12 @@ result<Value> attempt_on(const Value &x, const Operation &operation) noexcept {
 
 }  // namespace detail
 
+template <typename Reader, typename Value>
+concept reader_of = std::same_as<typename Reader::value_type, Value> &&
+    requires(const Reader &reader, typename Value::record_type &record, const detail::text_argument &text) {
+    reader.read(record, text);
+};
+
 // A text as Value(text) reads it, or as a reader does: reader<Value> or number_reader.
 template <value Value>
 result<Value> try_parse(std::string_view text) noexcept {
@@ -43,10 +49,8 @@ result<Value> try_parse(std::string_view text) noexcept {
     const detail::text_argument argument(text);
     return detail::attempt_on(zero, [&](auto &record) { Value::raising::read(record, argument); });
 }
-template <value Value, typename Reader>
-requires std::same_as<Value, typename Reader::value_type> result<Value> try_parse(std::string_view text,
-                                                                                  const Reader &reader)
-noexcept {
+template <value Value, reader_of<Value> Reader>
+result<Value> try_parse(std::string_view text, const Reader &reader) noexcept {
     static constexpr Value zero;
     const detail::text_argument argument(text);
     return detail::attempt_on(zero, [&](auto &record) { reader.read(record, argument); });

@@ -137,6 +137,7 @@ void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const ch
 // Reads any text. Raises in the name of the reader that calls it.
 [[gnu::noinline]] void read_general_(number_t &x, const char *str, size_t length, const char *reader) {
     if (read_long_plain_text(x, str, length)) return;
+    if (has_foreign_character(str, length)) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
     text_cursor_t cursor = {str, str + length};
     const bool negative = cursor.skip_to_number();
     kept_digits_t kept;
