@@ -89,14 +89,14 @@ constexpr int _scale_limit = 127;  // of either sign; -128 means none
 bool is_precision_(sql_call &call) {
     const int64_t precision = call.args[1].integer;
     if (precision >= 1 && precision <= NUMBER_PRECISION_MAX) return true;
-    sql_fail(call, "the precision lies in 1..38");
+    sql_fail(call, "the precision %lld does not lie in 1..38", static_cast<long long>(precision));
     return false;
 }
 
 bool is_scale_(sql_call &call) {
     const int64_t scale = call.args[2].integer;
     if (scale >= -_scale_limit && scale <= _scale_limit) return true;
-    sql_fail(call, "the scale lies in -127..127");
+    sql_fail(call, "the scale %lld does not lie in -127..127", static_cast<long long>(scale));
     return false;
 }
 

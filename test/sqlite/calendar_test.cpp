@@ -84,17 +84,23 @@ constexpr series_case _series[] = {
      "to_yminterval('0-1')", "add_months(to_timestamp_tz('2024-01-31 09:00 Europe/Berlin'), i + 1)", false},
 };
 
+std::string joined_(std::initializer_list<std::string_view> pieces) {
+    std::string text;
+    for (const std::string_view piece : pieces) text += piece;
+    return text;
+}
+
 TEST(SqlCalendar, SeriesTakeEveryStep) {
     sqlite_session session;
     for (const auto &[first, last, step, next, is_down] : _series) {
         const std::string values =
-            std::string("SELECT coalesce(group_concat(dv_text(value)), '') FROM dv_series(") + first + "," +
-            last + "," + step + ")";
-        const std::string within = std::string(", ") + last + (is_down ? ") >= 0" : ") <= 0");
-        const std::string stepped = std::string("WITH RECURSIVE r(i, v) AS (SELECT 0, ") + first +
-                                    " WHERE dv_cmp(" + first + within + " UNION ALL SELECT i + 1, " + next +
-                                    " FROM r WHERE dv_cmp(" + next + within +
-                                    ") SELECT coalesce(group_concat(dv_text(v)), '') FROM r";
+            joined_({"SELECT coalesce(group_concat(dv_text(value)), '') FROM dv_series(", first, ", ", last,
+                     ", ", step, ")"});
+        const std::string within = joined_({", ", last, is_down ? ") >= 0" : ") <= 0"});
+        const std::string stepped =
+            joined_({"WITH RECURSIVE r(i, v) AS (SELECT 0, ", first, " WHERE dv_cmp(", first, within,
+                     " UNION ALL SELECT i + 1, ", next, " FROM r WHERE dv_cmp(", next, within,
+                     ") SELECT coalesce(group_concat(dv_text(v)), '') FROM r"});
         EXPECT_EQ(session.value(values), session.value(stepped)) << values;
     }
 }

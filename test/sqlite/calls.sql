@@ -36,9 +36,9 @@ SELECT dv_rowid_sgmt('a');  -- error: dv_rowid_sgmt: argument 1 is TEXT "a" wher
 SELECT dv_date('1',2,3);  -- error: dv_date: argument 1 is TEXT "1" where INTEGER is expected
 SELECT add_months(dv_date(1,1,1), 9999999999);  -- error: add_months: argument 2 is out of range: 9999999999
 SELECT dv_neg(1e999);  -- error: dv_neg: argument 1 is an infinite REAL where NUMBER is finite
-SELECT dv_cast_number(1, 38, 128);  -- error: dv_cast_number: the scale lies in -127..127
-SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
-SELECT dv_cast_number(1, 0);  -- error: dv_cast_number: the precision lies in 1..38
+SELECT dv_cast_number(1, 38, 128);  -- error: dv_cast_number: the scale 128 does not lie in -127..127
+SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale -128 does not lie in -127..127
+SELECT dv_cast_number(1, 0);  -- error: dv_cast_number: the precision 0 does not lie in 1..38
 SELECT from_tz(dv_date(1,1,1), 'UTC');  -- error: from_tz: argument 1 is DATE where TIMESTAMP is expected
 SELECT to_yminterval(1);  -- error: to_yminterval: argument 1 is INTEGER where TEXT or INTERVAL YEAR TO MONTH is expected
 SELECT to_date(1);  -- error: to_date: argument 1 is INTEGER where TIMESTAMP, TIMESTAMP WITH TIME ZONE, TEXT or DATE is expected
@@ -52,7 +52,6 @@ SELECT dv_mul(to_yminterval('1-0'), to_yminterval('1-0'));  -- error: dv_mul: ar
 SELECT dv_sub(dv_date(1,1,1), dv_time(1,1,1));  -- error: dv_sub: argument 2 is TIME where INTERVAL YEAR TO MONTH, INTERVAL DAY TO SECOND, DATE, TIMESTAMP or TIMESTAMP WITH TIME ZONE is expected
 SELECT dv_avg(dv_date(1,1,1));  -- error: dv_avg: argument 1 is DATE where NUMBER, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected
 SELECT add_months(dv_date(1,1,1), -9999999999);  -- error: add_months: argument 2 is out of range: -9999999999
-SELECT dv_cast_number(1, 38, -128);  -- error: dv_cast_number: the scale lies in -127..127
 SELECT dv_extract('TIMEZONE_HOUR', dv_timestamp(1,1,1,0,0,0));  -- error: dv_extract: The value's type does not have this field. The field is "TIMEZONE_HOUR". (dv-5006)
 SELECT count(*) FROM dv_zone_transitions('');  -- error: dv_zone_transitions: there is no region ""
 SELECT count(*) FROM dv_zone_transitions('Etc/UTC' || char(0));  -- error: dv_zone_transitions: argument 1 has a NUL inside its text

@@ -57,7 +57,10 @@ TEST(SqlJson, IsAScalarThatReadsBack) {
             EXPECT_EQ(session.value("SELECT " + std::string(reader) + "(" + read + ") = " + value), "1")
                 << value;
         } else if (std::string(value).starts_with("to_number")) {
-            EXPECT_EQ(session.value("SELECT " + read + " = CAST(dv_text(" + value + ") AS REAL)"), "1")
+            // SQLite's two readers of REALs may differ in the last bit.
+            EXPECT_EQ(
+                session.value("SELECT abs(" + read + " / CAST(dv_text(" + value + ") AS REAL) - 1) < 1e-14"),
+                "1")
                 << value;
         } else {
             EXPECT_EQ(session.value("SELECT " + read + " IS " + value), "1") << value;

@@ -18,7 +18,7 @@ constexpr const char *_edges[][2] = {
     {"to_number('1' || char(0) || '2')", "argument 1 has a NUL inside its text"},
     {"to_number(-9e999)", "argument 1 is an infinite REAL where NUMBER is finite"},
     {"dv_cast_number(1234.5, 5, 2)", "(dv-5111)"},
-    {"dv_cast_number(1, 39, 2)", "error: dv_cast_number: the precision lies in 1..38"},
+    {"dv_cast_number(1, 39, 2)", "error: dv_cast_number: the precision 39 does not lie in 1..38"},
     {"dv_round(1.5, 1.0)", "error: dv_round: argument 2 is REAL where INTEGER is expected"},
     {"dv_neg(x'')", "holds no value: it is empty"},
     {"dv_neg(x'01fff0')", "holds no value: a NUMBER digit is out of range"},  // the marker of an infinity
