@@ -13,6 +13,8 @@
 
 #include <iterator>
 
+#include "sql_try.h"
+
 using namespace dv::impl;
 
 namespace {
@@ -36,15 +38,15 @@ void append_shown_(sqlite3_str *text, const text_view_column &column) {
     }
 }
 
-// The column of a row that a trigger has, read: NEW or OLD. An empty text is SQL NULL. A model reads texts,
-// and leaves numbers and values alone.
-void append_read_(sqlite3_str *text, const text_view_column &column, const char *row) {
-    const char *reader = column.type.type->reader;
+// The column of the new row, read. An empty text is SQL NULL. A model reads texts, and leaves numbers and
+// values alone.
+void append_read_(sqlite3_str *text, const text_view_column &column) {
+    const char *name = column.name, *reader = column.type.type->reader;
     if (column.model != nullptr)
         sqlite3_str_appendf(text,
-                            "CASE typeof(%s.\"%w\") WHEN 'text' THEN %s(nullif(%s.\"%w\", ''), %Q) ELSE ",
-                            row, column.name, reader, row, column.name, column.model);
-    sqlite3_str_appendf(text, "%s(nullif(%s.\"%w\", ''))", reader, row, column.name);
+                            "CASE typeof(NEW.\"%w\") WHEN 'text' THEN %s(nullif(NEW.\"%w\", ''), %Q) ELSE ",
+                            name, reader, name, column.model);
+    sqlite3_str_appendf(text, "%s(nullif(NEW.\"%w\", ''))", reader, name);
     if (column.model != nullptr) sqlite3_str_appendall(text, " END");
 }
 
@@ -63,7 +65,7 @@ void append_inserted_(sqlite3_str *text, const text_view_column &column) {
     append_cast_begin_(text, column.type);
     if (column.preset != nullptr) sqlite3_str_appendall(text, "coalesce(");
     if (is_typed_(column)) {
-        append_read_(text, column, "NEW");
+        append_read_(text, column);
     } else {
         sqlite3_str_appendf(text, "NEW.\"%w\"", column.name);
     }
@@ -81,17 +83,9 @@ void append_changed_(sqlite3_str *text, const text_view_column &column) {
     sqlite3_str_appendf(text, "CASE WHEN NEW.\"%w\" IS OLD.\"%w\" THEN \"%w\" ELSE ", column.name,
                         column.name, column.name);
     append_cast_begin_(text, column.type);
-    append_read_(text, column, "NEW");
+    append_read_(text, column);
     append_cast_end_(text, column.type);
     sqlite3_str_appendall(text, " END");
-}
-
-// By its value, so that an index serves.
-void append_key_(sqlite3_str *text, const text_view_column &column) {
-    append_separator_(text, " AND ");
-    sqlite3_str_appendf(text, "\"%w\" IS ", column.name);
-    if (is_typed_(column)) return append_read_(text, column, "OLD");
-    sqlite3_str_appendf(text, "OLD.\"%w\"", column.name);
 }
 
 // By what is shown, byte by byte.
@@ -99,6 +93,19 @@ void append_all_(sqlite3_str *text, const text_view_column &column) {
     append_separator_(text, " AND ");
     append_shown_(text, column);
     sqlite3_str_appendf(text, " COLLATE BINARY IS OLD.\"%w\"", column.name);
+}
+
+// By its value, so that an index serves: what the text is read as, or where that is none, the text or the
+// number that it shows.
+void append_key_(sqlite3_str *text, const text_view_column &column) {
+    append_separator_(text, " AND ");
+    if (!is_typed_(column))
+        return sqlite3_str_appendf(text, "\"%w\" IS OLD.\"%w\"", column.name, column.name);
+    const char *reader = column.type.type->reader, *try_reader = sql_try_name(reader);
+    sqlite3_str_appendf(text, "\"%w\" IN (%s(OLD.\"%w\"), OLD.\"%w\", CAST(OLD.\"%w\" AS NUMERIC))",
+                        column.name, try_reader != nullptr ? try_reader : reader, column.name, column.name,
+                        column.name);
+    append_all_(text, column);
 }
 
 // "WHERE "id" IS OLD."id"", or by way of the rowid, one row of those that show the same.

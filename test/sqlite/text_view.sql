@@ -48,6 +48,11 @@ SELECT dv_create_text_view('pair');  -- pair_text
 INSERT INTO pair_text VALUES (1, 'x', '2024-01-01'), (1, 'Y', '2024-01-02'), (2, 'x', NULL);
 UPDATE pair_text SET c = '2025-01-01' WHERE b = 'y';
 SELECT group_concat(a || b || coalesce(substr(c, 1, 10), '')) FROM pair_text;  -- 1x2024-01-01,1Y2025-01-01,2x
+INSERT INTO pair VALUES (5, 'n', NULL), ('junk', 'n', NULL), (to_number(5), 'm', NULL), (2024, 'y', NULL);
+UPDATE pair_text SET c = '2026-01-01' WHERE b IN ('n', 'y');
+SELECT group_concat(a || b) FROM pair_text WHERE c LIKE '2026%';  -- 1Y,5n,junkn,2024y
+DELETE FROM pair_text WHERE a IN ('5', 'junk');
+SELECT group_concat(a || b) FROM (SELECT * FROM pair_text ORDER BY a, b);  -- 1x,1Y,2x,2024y
 CREATE TABLE loose(a NUMBER, b TEXT, PRIMARY KEY(a));
 SELECT dv_create_text_view('loose');  -- loose_text
 INSERT INTO loose_text VALUES (NULL, 'p'), (NULL, 'P'), (3, 'q');
