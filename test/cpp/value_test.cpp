@@ -154,6 +154,13 @@ TEST(CppValue, ValuesOfOtherBytesThatAreEqualHashEqually) {
     EXPECT_EQ(std::hash<dv::date>()(dv::date(marked)), std::hash<dv::date>()(dv::date(2024, 2, 29)));
 }
 
+#ifdef __cpp_lib_format
+TEST(CppValue, FormatsAsItsText) {
+    EXPECT_EQ(std::format("{:>8}|{}", dv::number("-1.5"), dv::date(2024, 2, 29)),
+              "    -1.5|2024-02-29 00:00:00");
+}
+#endif
+
 TEST(CppValue, DefaultsAreZeroAndTheEpoch) {
     EXPECT_EQ(dv::number(), 0);
     EXPECT_EQ(dv::timestamp(), dv::timestamp(1970, 1, 1));
