@@ -83,6 +83,15 @@ inline dv_date_t &sql_date_part(dv_date_t &date) { return date; }
 inline dv_date_t &sql_date_part(dv_ts_tz_t &ts_tz) { return sql_date_part(ts_tz.utc); }
 inline const dv_date_t &sql_date_part(const dv_ts_tz_t &ts_tz) { return sql_date_part(ts_tz.utc); }
 
+// The time in UTC of each; a DATE and a TIMESTAMP are taken as such.
+inline dv_timestamp_t sql_utc_of(const dv_date_t &date) {
+    dv_timestamp_t ts;
+    dv_timestamp_from_date(&ts, &date);
+    return ts;
+}
+inline dv_timestamp_t sql_utc_of(const dv_timestamp_t &ts) { return ts; }
+inline dv_timestamp_t sql_utc_of(const dv_ts_tz_t &ts_tz) { return ts_tz.utc; }
+
 // Raises -5114 when the local time of a TIMESTAMP WITH TIME ZONE is no time of the calendar, and so has no
 // text: 9999-12-31 20:00 UTC at +09:00.
 void sql_check_local_time(const dv_ts_tz_t &ts_tz);

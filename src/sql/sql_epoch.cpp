@@ -10,17 +10,9 @@ namespace {
 
 constexpr dv_timestamp_t _epoch = {119, 170, 1, 1, 0, 0, 0, 0, {0, 0, 0, 0}};
 
-dv_timestamp_t utc_of_(const dv_date_t &date) {
-    dv_timestamp_t ts;
-    dv_timestamp_from_date(&ts, &date);
-    return ts;
-}
-dv_timestamp_t utc_of_(const dv_timestamp_t &ts) { return ts; }
-dv_timestamp_t utc_of_(const dv_ts_tz_t &ts_tz) { return ts_tz.utc; }
-
 template <typename Record>
 void to_epoch_(sql_call &call) {
-    sql_return(call, sql_epoch(utc_of_(sql_record_of<Record>(call.args[0]))));
+    sql_return(call, sql_epoch(sql_utc_of(sql_record_of<Record>(call.args[0]))));
 }
 
 void total_(sql_call &call) { sql_return(call, sql_number_of(sql_total(call.args[0].dts))); }

@@ -73,25 +73,17 @@ int128_t nanoseconds_(const dv_itv_dts_t &itv) {
     return int128_t{total.whole} * SQL_NSEC_PER_SEC + total.nanoseconds;
 }
 
-dv_timestamp_t instant_(const dv_date_t &date) {
-    dv_timestamp_t ts;
-    dv_timestamp_from_date(&ts, &date);
-    return ts;
-}
-dv_timestamp_t instant_(const dv_timestamp_t &ts) { return ts; }
-dv_timestamp_t instant_(const dv_ts_tz_t &ts_tz) { return ts_tz.utc; }
-
-void set_instant_(dv_date_t &date, const dv_timestamp_t &ts) { dv_date_from_timestamp(&date, &ts); }
-void set_instant_(dv_timestamp_t &to, const dv_timestamp_t &ts) { to = ts; }
-void set_instant_(dv_ts_tz_t &ts_tz, const dv_timestamp_t &ts) {
+void set_utc_(dv_date_t &date, const dv_timestamp_t &ts) { dv_date_from_timestamp(&date, &ts); }
+void set_utc_(dv_timestamp_t &to, const dv_timestamp_t &ts) { to = ts; }
+void set_utc_(dv_ts_tz_t &ts_tz, const dv_timestamp_t &ts) {
     ts_tz.utc = ts;
     timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz));
 }
 
 template <typename Record>
 void begin_seconds_(sql_call &call, sql_rows &walk) {
-    const dv_timestamp_t first = instant_(sql_record_of<Record>(call.args[0]));
-    const dv_timestamp_t last = instant_(sql_record_of<Record>(call.args[1]));
+    const dv_timestamp_t first = sql_utc_of(sql_record_of<Record>(call.args[0]));
+    const dv_timestamp_t last = sql_utc_of(sql_record_of<Record>(call.args[1]));
     const int128_t step = nanoseconds_(call.args[2].dts);
     if (!is_step_(call, step == 0)) return;
     dv_itv_dts_t span;
@@ -121,9 +113,9 @@ void at_seconds_(sql_call &call, const sql_rows &walk, int64_t row, int /*column
         {static_cast<int64_t>(passed / SQL_NSEC_PER_SEC), static_cast<int>(passed % SQL_NSEC_PER_SEC)});
     sql_value from = walk.from;
     auto &record = sql_record_of<Record>(from);
-    dv_timestamp_t ts = instant_(record);
+    dv_timestamp_t ts = sql_utc_of(record);
     dv_timestamp_add_itv_dts(&ts, &interval);
-    set_instant_(record, ts);
+    set_utc_(record, ts);
     sql_return_datetime(call, record);
 }
 
