@@ -63,4 +63,5 @@ TEST_P(SqlManual, ExamplesSurviveEveryAllocationThatFails) {
     EXPECT_GT(failures, 1000);
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, SqlManual, testing::Values("docs/sql.md", "docs/datetime-models.md"));
+INSTANTIATE_TEST_SUITE_P(Documents, SqlManual,
+                         testing::Values("docs/sql.md", "docs/datetime-models.md", "docs/error-codes.md"));

@@ -205,6 +205,7 @@ DV_EXPORT int dv_protect(void (*body)(void *arg), void *arg, dv_error_t *error);
 DV_NORETURN DV_EXPORT void dv_rethrow(const dv_error_t *error);
 
 // The message of a code with its placeholders "{1}" to "{4}" not filled in, or NULL when the code is unknown.
+// docs/error-codes.md has all of them, each with its cause and what to do.
 DV_EXPORT const char *dv_error_text(int code);
 
 // Fills in the whole of *error from what a raise is given: what a host's own dv_err_and_jmp needs to know

@@ -25,7 +25,7 @@
 
 namespace dv {
 
-// A raise of the library.
+// A raise of the library. docs/error-codes.md says of each code what it means and what to do.
 class error : public std::exception {
   public:
     explicit error(const dv_error_t &record) : record_(record) {}

@@ -24,7 +24,8 @@
 
 namespace dv {
 
-// The library's codes as a category of the standard's: "dvtypes", with the messages of dv_error_text.
+// The library's codes as a category of the standard's: "dvtypes", with the messages of dv_error_text, whose
+// causes and remedies are in docs/error-codes.md.
 class __attribute__((visibility("default"))) error_category_type final : public std::error_category {
   public:
     const char *name() const noexcept override { return "dvtypes"; }
