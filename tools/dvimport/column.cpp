@@ -50,7 +50,7 @@ class cursor {
         while (length < text_.size() && !is_blank_(text_[length]) && text_[length] != ',' &&
                text_[length] != '\'')
             ++length;
-        const std::string found(text_.substr(0, length));
+        std::string found(text_.substr(0, length));
         text_.remove_prefix(length);
         skip_blanks();
         return found;
