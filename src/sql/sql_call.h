@@ -88,6 +88,7 @@ enum sql_error : int {
     SQL_ERR_FIELD_UNSUPPORTED = -5006,      // the value's type does not have this field
     SQL_ERR_ITV_LEADING_PRECISION = -5064,  // more leading digits than the precision allows
     SQL_ERR_ITV_DIVISION_BY_ZERO = -5065,
+    SQL_ERR_ZONE_MINUTE = -5099,  // a UTC offset that no record holds
     SQL_ERR_NLS_SETTING = -11035  // no language
 };
 [[noreturn, gnu::cold]] void sql_raise(sql_error code, const char *file = __builtin_FILE(),

@@ -126,6 +126,10 @@ inline int sql_zone_number(const timezone_t &tz) { return timezone_get_field(&tz
 // mean times are left out.
 void sql_return_utc_offset(sql_call &call, const tz_info_t &info);
 
+// The zone that a text names: a region or a UTC offset. Raises as timezone_parse does, and -5099 for an
+// offset from +00:01 to +00:59, which no value holds.
+timezone_t sql_zone_of(const sql_text &text);
+
 // Writes it; returns the end.
 char *sql_put_utc_offset(char *out, const tz_info_t &info);
 

@@ -19,8 +19,7 @@ void total_(sql_call &call) { sql_return(call, sql_number_of(sql_total(call.args
 
 // Rounded to the nanosecond.
 void from_epoch_(sql_call &call) {
-    timezone_t zone = SQL_UTC;
-    if (call.argc > 1) timezone_parse(&zone, call.args[1].text.bytes, call.args[1].text.length);
+    const timezone_t zone = call.argc > 1 ? sql_zone_of(call.args[1].text) : SQL_UTC;
     number_t &seconds = call.args[0].number;
     number_round_at_withmode(&seconds, -SQL_FRACTION_DIGITS, NUMBER_RMODE_HALF_UP);
     dv_itv_dts_t since_epoch = sql_dts_of({1, 0});

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <string_view>
 
 #include "dvtypes/iso.h"
 #include "sql_datetime.h"
@@ -65,14 +66,8 @@ void to_text_(sql_call &call) {
 // Zones
 // ---------------------------------------------------------------------------------------------------------
 
-timezone_t zone_of_(const sql_text &text) {
-    timezone_t zone;
-    timezone_parse(&zone, text.bytes, text.length);
-    return zone;
-}
-
 void from_tz_(sql_call &call) {
-    const timezone_t zone = zone_of_(call.args[1].text);
+    const timezone_t zone = sql_zone_of(call.args[1].text);
     dv_ts_tz_t ts_tz;
     dv_ts_tz_from_timestamp(&ts_tz, &call.args[0].timestamp, &zone);
     sql_return_datetime(call, ts_tz);
@@ -80,7 +75,7 @@ void from_tz_(sql_call &call) {
 
 void at_time_zone_(sql_call &call) {
     dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
-    ts_tz.tz = zone_of_(call.args[1].text);
+    ts_tz.tz = sql_zone_of(call.args[1].text);
     timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz.utc));
     sql_return_datetime(call, ts_tz);
 }
@@ -100,7 +95,7 @@ void to_local_date_(sql_call &call) {
 }
 
 void return_offset_(sql_call &call, const dv_date_t &utc) {
-    const timezone_t zone = zone_of_(call.args[0].text);
+    const timezone_t zone = sql_zone_of(call.args[0].text);
     const int number = sql_zone_number(zone);
     if (number < TZ_ID_MAX) return sql_return_utc_offset(call, *zonetab_get_info(&region_tab_[number], &utc));
     timezone_get_zone_name(&zone, call.room, TZ_NAME_TEXT_SIZE);
@@ -151,6 +146,17 @@ constexpr sql_function _rows[] = {
 constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
+
+// Minutes have the sign of the hours, and that of 0 is minus: "+00:30" would become -00:30.
+timezone_t dv::impl::sql_zone_of(const sql_text &text) {
+    timezone_t zone;
+    timezone_parse(&zone, text.bytes, text.length);
+    const std::string_view given(text.bytes, static_cast<size_t>(text.length));
+    const bool is_held = timezone_get_field(&zone, TZ_FLD_UTC_HOUR) != 0 || zone.utc_min == 0;
+    if (!is_held && sql_zone_number(zone) == TZ_ID_OFFSET && given.find('-') == given.npos)
+        sql_raise(SQL_ERR_ZONE_MINUTE, "sql_ts_tz.cpp", __LINE__, "timezone_parse");
+    return zone;
+}
 
 void dv::impl::sql_check_local_time(const dv_ts_tz_t &ts_tz) {
     dv_date_t local;

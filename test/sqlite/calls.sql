@@ -150,6 +150,9 @@ SELECT dv_text(x'15787C021D0D050700000000007300000245');  -- error: dv_text: arg
 SELECT count(*) FROM dv_zone_transitions(printf('%0300d', 0));  -- error: dv_zone_transitions: there is no region "0000000000000000000000000000000000000000000000000000000000000000"...
 
 -- What cannot be.
+SELECT from_tz(dv_timestamp(2024, 2, 29, 0, 0, 0), '+00:30');  -- error: from_tz: A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00. The zone is "+00:30". (dv-5099)
+SELECT dv_text(from_tz(dv_timestamp(2024, 2, 29, 0, 0, 0), '-00:30'));  -- 2024-02-29 00:00:00.000000000 -00:30
+SELECT dv_from_epoch(0, '00:30');  -- error: dv_from_epoch: A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00. The zone is "00:30". (dv-5099)
 SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. The field is "YEAR". (dv-5064)
 SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
 SELECT dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'));  -- error: dv_sub: The leading field of the interval has more digits than its precision allows. (dv-5064)
