@@ -123,7 +123,8 @@ for case in zones:
         utc = datetime.datetime.fromisoformat(utc)
         shown = datetime.datetime.fromisoformat(decode(bytes([5]) + bytes.fromhex(local[1:])))
         minutes = round((shown - utc).total_seconds()) // 60
-        check('TIMESTAMP WITH TIME ZONE vectors', bytes([21]) + bytes.fromhex(back[1:]) + bytes(4) + bytes.fromhex(zone[1:]),
+        record = bytes.fromhex(back[1:]) + bytes(4) + bytes.fromhex(zone[1:])
+        check('TIMESTAMP WITH TIME ZONE vectors', bytes([21]) + record,
               f'{utc}.000000000 UTC, {"-+"[minutes >= 0]}{abs(minutes) // 60:02}:{abs(minutes) % 60:02}'
               f' region {regions.index(region)}')
 
