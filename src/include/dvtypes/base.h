@@ -165,7 +165,7 @@ struct charset_info_s {
                    int dst_size);
 };
 
-extern DV_EXPORT_DATA const charset_info_t _charset_info[DVSTR_CHARSET_MAX];
+extern DV_EXPORT_DATA const charset_info_t _charset_info[DVSTR_CHARSET_MAX];  // by dvstr_charset_e
 
 // Can texts be converted to and from this character set? 0 for a number that is none, too.
 //

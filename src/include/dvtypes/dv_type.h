@@ -86,7 +86,7 @@ typedef enum dv_type_info_e {
     DV_TYPE_INFO_NATIONAL = 0x400,  // in the national character set: NCHAR, NVARCHAR, NCLOB
 } dv_type_info_e;
 
-extern DV_EXPORT_DATA const int _dv_type_info[DV_TYPE_MAX_PSM];
+extern DV_EXPORT_DATA const int _dv_type_info[DV_TYPE_MAX_PSM];  // by type code: bits of dv_type_info_e
 
 // ---------------------------------------------------------------------------------------------------------
 // Each pair of types

@@ -95,12 +95,13 @@ typedef struct dv_itv_fmt_s {
     int32_t token[DV_ITV_FMT_TOKENS];  // of dv_itv_token_e
 } dv_itv_fmt_t;
 
-extern DV_EXPORT_DATA const dv_itv_fmt_t _itv_fmt[DV_ITV_QUALIFIER_MAX];
+extern DV_EXPORT_DATA const dv_itv_fmt_t _itv_fmt[DV_ITV_QUALIFIER_MAX];  // by dv_itv_qualifier_e
+
+enum { DV_ITV_PRINT_FMTS = 6 };
 
 // The texts that to_str gives, as printf formats. 0 and 1: years and months, not negative and negative
 // (years, their minimum digits first). 2 and 3: days to seconds. 4 and 5: with a fraction (its digits before
 // it).
-enum { DV_ITV_PRINT_FMTS = 6 };
 extern DV_EXPORT_DATA const char *const _itv_print_fmt[DV_ITV_PRINT_FMTS];
 
 // Bytes that hold the text of any record with its NUL, under a leading precision of up to 10. Of a normal

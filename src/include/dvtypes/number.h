@@ -111,7 +111,7 @@ enum { NUMBER_LIMIT_ROWS = 22, NUMBER_ROW_SIZE = 22 };
 typedef struct number_row_s {
     uint8_t byte[NUMBER_ROW_SIZE];  // a record; the rest is zero
 } number_row_t;
-extern DV_EXPORT_DATA const number_row_t _number_limit[NUMBER_LIMIT_ROWS];
+extern DV_EXPORT_DATA const number_row_t _number_limit[NUMBER_LIMIT_ROWS];  // as said at number_type_e
 
 // 1: the floating type holds every finite NUMBER, so conversions into it check no range.
 extern DV_EXPORT_DATA const int _float_covers_number;
