@@ -45,7 +45,7 @@ const null_group_t _groups[] = {
                 number_from_double, number_from_long_double, number_println>()},
     {"number_is_nonnull_ptr(x) && number_is_nonnull_ptr(y)", 0, null_cases<number_from_oracle_format>()},
     {"number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str)", 1 << 3 | 1 << 4,
-     null_cases<number_from_str, number_from_str_nt, number_from_str_fmt, number_to_str_fmt,
+     null_cases<number_from_str, number_try_from_str, number_from_str_nt, number_from_str_fmt, number_to_str_fmt,
                 _number_to_str_fmt_rn>()},
     {"number_is_valid_ptr(x) && number_is_nonnull_ptr(str)", 1 << 3, null_cases<number_to_str>()},
     {"sp != NULL && xp != NULL", 0, null_cases<number_ui_sqrt>()},

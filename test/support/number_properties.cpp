@@ -150,6 +150,10 @@ static std::string reading_fault_(std::string_view text, bool ended, bool is_nt)
     const auto twin = is_nt ? twin_read_nt : twin_read;
     const outcome_t got = ours(number_t{}, [&](number_t *r) { reader(r, length, block.text(), nullptr); });
     const outcome_t want = theirs([&] { return twin(text); });
+    number_t tried{};
+    const int code = is_nt ? got.code : number_try_from_str(&tried, length, block.text());
+    if (code != got.code || (code == 0 && !is_nt && tried != got.value))
+        return message_("tried: ", code, " ", describe(got));
     return difference_(got, want, is_nt ? "nt '" : "'", text.substr(0, 500), "' length ", length);
 }
 

@@ -276,8 +276,12 @@ DV_EXPORT void number_force_prec_scale(number_t *x, int prec, int scale);
 //         -5068, -5069  beyond the range
 DV_EXPORT void number_from_str(number_t *x, int len, const char *str, const char *format);
 
-// The same, faster for a plain integer ("  -1234"); any other text is handed to number_from_str. A text with
-// nothing behind blanks, sign and leading zeros ("", "-") is zero here.
+// The same without a raise: returns 0, or the code, and *x is then unspecified. A text that is refused costs
+// no more than one that is read, over any base library.
+DV_EXPORT int number_try_from_str(number_t *x, int len, const char *str);
+
+// As number_from_str, faster for a plain integer ("  -1234"); any other text is handed to number_from_str. A
+// text with nothing behind blanks, sign and leading zeros ("", "-") is zero here.
 DV_EXPORT void number_from_str_nt(number_t *x, int len, const char *str, const char *format);
 
 // Longest texts with their NUL: normal form "-.", 129 zeros and 39 digits; scientific "-d.", 38 digits,

@@ -109,6 +109,9 @@ class number : public detail::basic_value<number, number_t> {
         static void read(number_t &x, const detail::text_argument &text) {
             number_from_str(&x, text.length, text.data, nullptr);
         }
+        static int try_read(number_t &x, const detail::text_argument &text) {  // does not raise
+            return number_try_from_str(&x, text.length, text.data);
+        }
         static void add(number_t &x, const number &y) { number_add(&x, &y.record_); }
         static void sub(number_t &x, const number &y) { number_sub(&x, &y.record_); }
         static void mul(number_t &x, const number &y) { number_mul(&x, &y.record_); }

@@ -7,10 +7,10 @@
 // std::cout << day.value_or(dv::date(1900, 1, 1)) << '\n';         // 1900-01-01 00:00:00
 // ```
 //
-// Nothing is thrown and no message is made, so that a text that is refused costs some 30 ns more than one
-// that is read (docs/errors.md). Under a base library that raises by C++ exception, a failure costs an
-// exception. What the error was about (its place and its arguments) only dv::error tells: repeat the
-// operation with guarded.
+// Nothing is thrown and no message is made, so that a text that is refused costs little more than one that is
+// read (docs/errors.md). Under a base library that raises by C++ exception, a failure costs an exception, but
+// for try_parse<number>. What the error was about (its place and its arguments) only dv::error tells: repeat
+// the operation with guarded.
 
 #ifndef DVTYPES_RESULT_HPP
 #define DVTYPES_RESULT_HPP

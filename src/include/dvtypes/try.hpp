@@ -25,12 +25,17 @@ namespace dv {
 namespace detail {
 
 // x with operation(its record) done, in place: a record that has just been written in pieces is slow to copy.
+// The operation raises, or returns the code of its error.
 template <typename Value, typename Operation>
 result<Value> attempt_on(const Value &x, const Operation &operation) noexcept {
     result<Value> done(x);
     auto &record = Value::record_of(done.value_);
-    const auto call = [&] { operation(record); };
-    done.code_ = protect(call, nullptr);
+    if constexpr (std::same_as<decltype(operation(record)), int>) {
+        done.code_ = operation(record);
+    } else {
+        const auto call = [&] { operation(record); };
+        done.code_ = protect(call, nullptr);
+    }
     return done;
 }
 
@@ -47,7 +52,13 @@ template <value Value>
 result<Value> try_parse(std::string_view text) noexcept {
     static constexpr Value zero;
     const detail::text_argument argument(text);
-    return detail::attempt_on(zero, [&](auto &record) { Value::raising::read(record, argument); });
+    return detail::attempt_on(zero, [&](auto &record) {
+        if constexpr (requires { Value::raising::try_read(record, argument); }) {
+            return Value::raising::try_read(record, argument);
+        } else {
+            Value::raising::read(record, argument);
+        }
+    });
 }
 template <value Value, reader_of<Value> Reader>
 result<Value> try_parse(std::string_view text, const Reader &reader) noexcept {

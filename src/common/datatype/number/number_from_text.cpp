@@ -122,41 +122,51 @@ static_assert([] {
 
 constexpr uint64_t coef_word_(const uint8_t *text) { return pair_up_(text) << 32 | pair_up_(text + 8); }
 
+// Raises in the name of the reader that calls it; without a name it is the code that is returned.
+[[gnu::cold, gnu::noinline]] int fail_(error_code code, const char *reader) {
+    if (reader != nullptr) raise(error_at(code, __FILE__, __LINE__, reader));
+    return code;
+}
+
 // Stores 0.kkkk x 10^point. An odd point puts its first digit alone into a pair, behind a '0'.
-// Raises in the name of the reader that calls it.
-void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const char *reader) {
+// Returns 0, or fails as fail_ does; so do all below that take a reader.
+int store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const char *reader) {
     const int64_t exponent = (kept.point + 1) >> 1;  // floor: point may be negative
     const uint8_t *const text = kept.text + ((kept.point & 1) != 0 ? 0 : 1);
     const long_coef coef = {{coef_word_(text), coef_word_(text + 16), pair_up_(text + 32) << 32}};
-    if (coef.word[0] == 0) return store_zero(x);
-    if (exponent > NUMBER_EXPONENT_MAX) raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, reader));
-    if (exponent < NUMBER_EXPONENT_MIN) raise(error_at(ERR_NUMBER_UNDERFLOW, __FILE__, __LINE__, reader));
+    if (coef.word[0] == 0) {
+        store_zero(x);
+        return 0;
+    }
+    if (exponent > NUMBER_EXPONENT_MAX) return fail_(ERR_NUMBER_OVERFLOW, reader);
+    if (exponent < NUMBER_EXPONENT_MIN) return fail_(ERR_NUMBER_UNDERFLOW, reader);
     store_coef(x, negative, static_cast<int>(exponent), coef);
+    return 0;
 }
 
-// Reads any text. Raises in the name of the reader that calls it.
-[[gnu::noinline]] void read_general_(number_t &x, const char *str, size_t length, const char *reader) {
-    if (read_long_plain_text(x, str, length)) return;
-    if (has_foreign_character(str, length)) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
+// Reads any text.
+[[gnu::noinline]] int read_general_(number_t &x, const char *str, size_t length, const char *reader) {
+    if (read_long_plain_text(x, str, length)) return 0;
+    if (has_foreign_character(str, length)) return fail_(ERR_NUMBER_TEXT, reader);
     text_cursor_t cursor = {str, str + length};
     const bool negative = cursor.skip_to_number();
     kept_digits_t kept;
-    if (!read_digits_(cursor, kept)) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
+    if (!read_digits_(cursor, kept)) return fail_(ERR_NUMBER_TEXT, reader);
     int64_t exponent = 0;
     if (cursor.at('E') || cursor.at('e')) {
         ++cursor.pos;
-        if (!read_exponent_(cursor, exponent)) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
+        if (!read_exponent_(cursor, exponent)) return fail_(ERR_NUMBER_TEXT, reader);
     }
     cursor.skip(' ');
-    if (cursor.pos != cursor.end) raise(error_at(ERR_NUMBER_TEXT, __FILE__, __LINE__, reader));
+    if (cursor.pos != cursor.end) return fail_(ERR_NUMBER_TEXT, reader);
     kept.point += exponent;
-    store_kept_(x, negative, kept, reader);
+    return store_kept_(x, negative, kept, reader);
 }
 
 // Not inline: behind a call of strlen its registers would have to be saved; so they would around other calls
 // than the last.
-[[gnu::noinline]] void read_(number_t &x, const char *str, size_t length, const char *reader) {
-    if (!read_short_plain_text(x, str, length)) read_general_(x, str, length, reader);
+[[gnu::noinline]] int read_(number_t &x, const char *str, size_t length, const char *reader) {
+    return read_short_plain_text(x, str, length) ? 0 : read_general_(x, str, length, reader);
 }
 
 size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_t>(len) : strlen(str); }
@@ -167,6 +177,11 @@ extern "C" void number_from_str(number_t *x, int len, const char *str, const cha
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     (void)format;
     read_(*x, str, length_of_(str, len), __func__);
+}
+
+extern "C" int number_try_from_str(number_t *x, int len, const char *str) {
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return 0;
+    return read_(*x, str, length_of_(str, len), /*reader=*/nullptr);
 }
 
 extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const char *format) {
