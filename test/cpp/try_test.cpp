@@ -71,6 +71,8 @@ TEST(CppTry, CodesAreOfTheLibrarysCategory) {
     const std::error_code error = bad.error();
     EXPECT_STREQ(error.category().name(), "dvtypes");
     EXPECT_EQ(error.message(), dv_error_text(-5074));
+    EXPECT_EQ(dv::make_error_code(-5114).message(),
+              "The value ... of the field \"...\" is out of range: ... to ... is accepted.");
     EXPECT_EQ(dv::make_error_code(DV_ERR_NO_MEMORY), std::errc::not_enough_memory);
     EXPECT_EQ(dv::make_error_code(-1234567).message(), "Unknown error");
     try {

@@ -29,9 +29,12 @@ namespace dv {
 class __attribute__((visibility("default"))) error_category_type final : public std::error_category {
   public:
     const char *name() const noexcept override { return "dvtypes"; }
+    // "..." stands for what only dv::error knows: the values in a message.
     std::string message(int code) const override {
         const char *text = dv_error_text(code);
-        return text != nullptr ? text : "Unknown error";
+        std::string message = text != nullptr ? text : "Unknown error";
+        for (size_t at = 0; (at = message.find('{', at)) != message.npos;) message.replace(at, 3, "...");
+        return message;
     }
     std::error_condition default_error_condition(int code) const noexcept override {
         if (code == DV_ERR_NO_MEMORY) return std::make_error_condition(std::errc::not_enough_memory);
