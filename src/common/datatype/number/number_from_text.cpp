@@ -122,51 +122,54 @@ static_assert([] {
 
 constexpr uint64_t coef_word_(const uint8_t *text) { return pair_up_(text) << 32 | pair_up_(text + 8); }
 
-// Raises in the name of the reader that calls it; without a name it is the code that is returned.
-[[gnu::cold, gnu::noinline]] int fail_(error_code code, const char *reader) {
-    if (reader != nullptr) raise(error_at(code, __FILE__, __LINE__, reader));
-    return code;
-}
+// What becomes of an error: raised in the name of a reader, or stored as its code. The readers are templates
+// over it, so that the one that raises has nothing to carry.
+struct raise_as_t {
+    const char *reader;
+    void operator()(error_code code) const { raise(error_at(code, __FILE__, __LINE__, reader)); }
+};
+struct store_code_t {
+    int *stored;
+    void operator()(error_code code) const { *stored = code; }
+};
 
 // Stores 0.kkkk x 10^point. An odd point puts its first digit alone into a pair, behind a '0'.
-// Returns 0, or fails as fail_ does; so do all below that take a reader.
-int store_kept_(number_t &x, bool negative, const kept_digits_t &kept, const char *reader) {
+template <typename Failure>
+void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, Failure failure) {
     const int64_t exponent = (kept.point + 1) >> 1;  // floor: point may be negative
     const uint8_t *const text = kept.text + ((kept.point & 1) != 0 ? 0 : 1);
     const long_coef coef = {{coef_word_(text), coef_word_(text + 16), pair_up_(text + 32) << 32}};
-    if (coef.word[0] == 0) {
-        store_zero(x);
-        return 0;
-    }
-    if (exponent > NUMBER_EXPONENT_MAX) return fail_(ERR_NUMBER_OVERFLOW, reader);
-    if (exponent < NUMBER_EXPONENT_MIN) return fail_(ERR_NUMBER_UNDERFLOW, reader);
+    if (coef.word[0] == 0) return store_zero(x);
+    if (exponent > NUMBER_EXPONENT_MAX) return failure(ERR_NUMBER_OVERFLOW);
+    if (exponent < NUMBER_EXPONENT_MIN) return failure(ERR_NUMBER_UNDERFLOW);
     store_coef(x, negative, static_cast<int>(exponent), coef);
-    return 0;
 }
 
 // Reads any text.
-[[gnu::noinline]] int read_general_(number_t &x, const char *str, size_t length, const char *reader) {
-    if (read_long_plain_text(x, str, length)) return 0;
-    if (has_foreign_character(str, length)) return fail_(ERR_NUMBER_TEXT, reader);
+template <typename Failure>
+[[gnu::noinline]] void read_general_(number_t &x, const char *str, size_t length, Failure failure) {
+    if (read_long_plain_text(x, str, length)) return;
+    if (has_foreign_character(str, length)) return failure(ERR_NUMBER_TEXT);
     text_cursor_t cursor = {str, str + length};
     const bool negative = cursor.skip_to_number();
     kept_digits_t kept;
-    if (!read_digits_(cursor, kept)) return fail_(ERR_NUMBER_TEXT, reader);
+    if (!read_digits_(cursor, kept)) return failure(ERR_NUMBER_TEXT);
     int64_t exponent = 0;
     if (cursor.at('E') || cursor.at('e')) {
         ++cursor.pos;
-        if (!read_exponent_(cursor, exponent)) return fail_(ERR_NUMBER_TEXT, reader);
+        if (!read_exponent_(cursor, exponent)) return failure(ERR_NUMBER_TEXT);
     }
     cursor.skip(' ');
-    if (cursor.pos != cursor.end) return fail_(ERR_NUMBER_TEXT, reader);
+    if (cursor.pos != cursor.end) return failure(ERR_NUMBER_TEXT);
     kept.point += exponent;
-    return store_kept_(x, negative, kept, reader);
+    store_kept_(x, negative, kept, failure);
 }
 
 // Not inline: behind a call of strlen its registers would have to be saved; so they would around other calls
 // than the last.
-[[gnu::noinline]] int read_(number_t &x, const char *str, size_t length, const char *reader) {
-    return read_short_plain_text(x, str, length) ? 0 : read_general_(x, str, length, reader);
+template <typename Failure>
+[[gnu::noinline]] void read_(number_t &x, const char *str, size_t length, Failure failure) {
+    if (!read_short_plain_text(x, str, length)) read_general_(x, str, length, failure);
 }
 
 size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_t>(len) : strlen(str); }
@@ -176,12 +179,14 @@ size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_
 extern "C" void number_from_str(number_t *x, int len, const char *str, const char *format) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     (void)format;
-    read_(*x, str, length_of_(str, len), __func__);
+    read_(*x, str, length_of_(str, len), raise_as_t{__func__});
 }
 
 extern "C" int number_try_from_str(number_t *x, int len, const char *str) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return 0;
-    return read_(*x, str, length_of_(str, len), /*reader=*/nullptr);
+    int code = 0;
+    read_(*x, str, length_of_(str, len), store_code_t{&code});
+    return code;
 }
 
 extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const char *format) {
@@ -196,5 +201,5 @@ extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const 
     kept.point = cursor.skip_digits();
     if (cursor.pos != cursor.end) return number_from_str(x, len, str, format);
     kept.keep(digits, kept.point);
-    store_kept_(*x, negative, kept, __func__);
+    store_kept_(*x, negative, kept, raise_as_t{__func__});
 }
