@@ -94,6 +94,34 @@ TEST_F(Dvimport, AddsToATableAndKeepsItsConstraints) {
     EXPECT_EQ(rows_("SELECT count(*) FROM t"), "3\n");
 }
 
+// Many records go in one statement; a table that would keep or undo more than its own record does not.
+TEST_F(Dvimport, LoadsEachRecordOnceWhateverTheTableDoesToOneOfThem) {
+    std::string lines;
+    for (int i = 0; i < 600; ++i) lines += std::to_string(i == 200 ? 100 : i) + "\n";
+    write_(lines);
+    {
+        sqlite_session session(path_("in.db").c_str());
+        session.rows("CREATE TABLE failing(id INTEGER UNIQUE ON CONFLICT FAIL)");
+        session.rows("CREATE TABLE undoing(id INTEGER UNIQUE ON CONFLICT ROLLBACK)");
+        session.rows("CREATE TABLE by_FAIL(id INTEGER)");
+        session.rows("CREATE TABLE by_ROLLBACK(id INTEGER)");
+        session.rows(
+            "CREATE TRIGGER a BEFORE INSERT ON by_FAIL WHEN NEW.id = 300 BEGIN SELECT RAISE(FAIL, 'no'); "
+            "END");
+        session.rows(
+            "CREATE TRIGGER b BEFORE INSERT ON by_ROLLBACK WHEN NEW.id = 300 "
+            "BEGIN SELECT RAISE(ROLLBACK, 'no'); END");
+    }
+    for (const std::string table : {"failing", "undoing", "by_FAIL"}) {
+        EXPECT_TRUE(import_(path_("in.csv") + " " + table + " --columns 'id INTEGER'")
+                        .ends_with(table + ": 599 rows loaded, 1 refused\n1"));
+        EXPECT_EQ(rows_("SELECT count(*) FROM " + table), "599\n");
+    }
+    EXPECT_EQ(import_(path_("in.csv") + " by_ROLLBACK --columns 'id INTEGER'"),
+              "dvimport: in.db: the table rolled the transaction back; nothing was loaded\n2");
+    EXPECT_EQ(rows_("SELECT count(*) FROM by_ROLLBACK"), "0\n");
+}
+
 TEST_F(Dvimport, LeavesNothingHalfLoaded) {
     write_("1,a\n2,\"b\n");
     EXPECT_EQ(import_(path_("in.csv") + " t --columns 'id NUMBER, name TEXT'"),

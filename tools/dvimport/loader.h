@@ -73,6 +73,7 @@ class loader {
     // Binds the texts of a record to the parameters from `place` on; returns the place behind them.
     int bind_record_(sqlite3_stmt *statement, int place, const csv_record &record);
     void load_waiting_();
+    void check_transaction_() const;
     void load_(const csv_record &record);
     void refuse_(const csv_record &record);
     bool refuse_field_(const csv_record &record, size_t i);

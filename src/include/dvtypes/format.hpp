@@ -1,7 +1,7 @@
 // dvtypes/format.hpp: values as arguments of std::format, where the standard library has it. Header only;
 // C++20.
 //
-// The format specification is that of a text, which to_string gives: std::format("{:>12}", dv::number(5)).
+// Width, fill and alignment are those of a text, which to_string gives: std::format("{:>12}", dv::number(5)).
 
 #ifndef DVTYPES_FORMAT_HPP
 #define DVTYPES_FORMAT_HPP
