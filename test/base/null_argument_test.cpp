@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <set>
 
+#include "dvtypes/column.h"
 #include "dvtypes/erowid.h"
 #include "dvtypes/iso.h"
 #include "dvtypes/nerowid.h"
@@ -205,7 +206,12 @@ const null_group_t _groups[] = {
                 dt_parse_check_fmt_trailing_space, dt_fmt_check_ansi_date, dt_fmt_check_ansi_time,
                 dt_fmt_check_ansi_punc>()},
     {"date != NULL; fmt != NULL", 0, null_cases<dt_fmt_trunc_or_round>()},
-    {"name != NULL", 0, null_cases<dt_fmt_get_day_idx_of_week>()}};
+    {"name != NULL", 0, null_cases<dt_fmt_get_day_idx_of_week>()},
+    // Columns
+    {"column != NULL", 0, null_cases<dv_column_count_valid>()},
+    {"are_columns(x, y, result)", 1 << 3,
+     null_cases<number_column_add, number_column_sub, number_column_mul, number_column_div, number_column_mod,
+                number_column_rem>()}};
 // clang-format on
 
 // NULL has a meaning for these: it is dumped, comes first, or is an empty model, text or name. And one

@@ -21,7 +21,7 @@ FENCE = re.compile(r'^(?P<comment>// ?)?```(?P<language>c|cpp)?\s*$')
 PRINTS = re.compile(r'std::cout|\bprintf\(|\bputs\(')
 START = {
     'c': '#include <inttypes.h>\n#include <stdio.h>\n#include <stdlib.h>\n',
-    'cpp': '#include <dvtypes/dvtypes.hpp>\n#include <iostream>\n',
+    'cpp': '#include <dvtypes/column.h>\n#include <dvtypes/dvtypes.hpp>\n#include <iostream>\n',
 }
 PRINT_PLACE = {'c': 'puts("{}");', 'cpp': 'std::cout << "{}\\n";'}
 

@@ -83,6 +83,7 @@ enum error_code : int {
     ERR_FIELD_TWICE = -5112,                 // (field) twice in one model
     ERR_FIELD_TEXT = -5113,                  // (field, text, note) the text is no such field
     ERR_FIELD_RANGE = -5114,                 // (field, value, lowest, highest)
+    ERR_COLUMN_OFFSETS = -5120,              // a row's offsets leave the bytes of its column
     ERR_NLS_SETTING = -11035,                // no known language setting
 
     ERR_NO_MEMORY = DV_ERR_NO_MEMORY,

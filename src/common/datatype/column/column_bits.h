@@ -1,0 +1,56 @@
+// Bitmaps, sixty-four rows at a time: bit i of a bitmap is bit i % 8 of its byte i / 8.
+
+#ifndef DV_COLUMN_BITS_H
+#define DV_COLUMN_BITS_H
+
+#include <string.h>
+
+#include <bit>
+
+#include "dvtypes/column_record.h"
+
+namespace dv::impl {
+
+inline constexpr int BLOCK_ROWS = 64;
+
+// Ones in the lowest `count` (0..64) bits.
+constexpr uint64_t first_rows(int64_t count) {
+    return count >= BLOCK_ROWS ? ~uint64_t{0} : (uint64_t{1} << count) - 1;
+}
+
+// Bits [first, first + count) of a bitmap, count at most 64, the first as bit 0; reads no byte beside them.
+inline uint64_t load_bits(const uint8_t *bitmap, int64_t first, int64_t count) {
+    const uint8_t *const byte = bitmap + first / 8;
+    const int shift = static_cast<int>(first % 8);
+    uint64_t bits = 0;
+    const auto bytes = static_cast<int>((shift + count + 7) / 8);  // 0..9
+    for (int i = 0; i < bytes && i < 8; ++i) bits |= uint64_t{byte[i]} << (8 * i);
+    bits >>= shift;
+    if (bytes > 8) bits |= uint64_t{byte[8]} << (BLOCK_ROWS - shift);
+    return bits & first_rows(count);
+}
+
+// Stores them, and leaves the bits beside them as they are.
+inline void store_bits(uint8_t *bitmap, int64_t first, int64_t count, uint64_t bits) {
+    while (count > 0) {
+        uint8_t &byte = bitmap[first / 8];
+        const int shift = static_cast<int>(first % 8);
+        const int64_t room = 8 - shift;
+        const int64_t taken = count < room ? count : room;
+        const auto mask = static_cast<uint8_t>(first_rows(taken) << shift);
+        byte = static_cast<uint8_t>((byte & ~mask) | (static_cast<uint8_t>(bits << shift) & mask));
+        bits >>= taken;
+        first += taken;
+        count -= taken;
+    }
+}
+
+// The rows of a block that a column says have a value.
+inline uint64_t valid_rows(const dv_column_t &column, int64_t row, int64_t count) {
+    return column.validity == nullptr ? first_rows(count)
+                                      : load_bits(column.validity, column.first_bit + row, count);
+}
+
+}  // namespace dv::impl
+
+#endif  // DV_COLUMN_BITS_H

@@ -1,0 +1,12 @@
+// dvtypes/column.h: all operations on columns of values.
+//
+//   dvtypes/column_record.h    what a column is, failures by row, vector levels
+//   dvtypes/column_number.h    NUMBER
+
+#ifndef DVTYPES_COLUMN_H
+#define DVTYPES_COLUMN_H
+
+#include "dvtypes/column_number.h"
+#include "dvtypes/column_record.h"
+
+#endif  // DVTYPES_COLUMN_H
