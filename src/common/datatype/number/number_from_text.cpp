@@ -123,11 +123,12 @@ static_assert([] {
 constexpr uint64_t coef_word_(const uint8_t *text) { return pair_up_(text) << 32 | pair_up_(text + 8); }
 
 // What becomes of an error: raised in the name of a reader, or stored as its code. The readers are templates
-// over it, so that the one that raises has nothing to carry.
+// over it, so that the one that raises has nothing to carry: its name is part of the type.
+template <const auto &Reader>
 struct raise_as_t {
-    const char *reader;
-    void operator()(error_code code) const { raise(error_at(code, __FILE__, __LINE__, reader)); }
+    void operator()(error_code code) const { raise(error_at(code, __FILE__, __LINE__, Reader)); }
 };
+constexpr char _from_str[] = "number_from_str", _from_str_nt[] = "number_from_str_nt";
 struct store_code_t {
     int *stored;
     void operator()(error_code code) const { *stored = code; }
@@ -179,7 +180,7 @@ size_t length_of_(const char *str, int len) { return len > 0 ? static_cast<size_
 extern "C" void number_from_str(number_t *x, int len, const char *str, const char *format) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     (void)format;
-    read_(*x, str, length_of_(str, len), raise_as_t{__func__});
+    read_(*x, str, length_of_(str, len), raise_as_t<_from_str>());
 }
 
 extern "C" int number_try_from_str(number_t *x, int len, const char *str) {
@@ -201,5 +202,5 @@ extern "C" void number_from_str_nt(number_t *x, int len, const char *str, const 
     kept.point = cursor.skip_digits();
     if (cursor.pos != cursor.end) return number_from_str(x, len, str, format);
     kept.keep(digits, kept.point);
-    store_kept_(*x, negative, kept, raise_as_t{__func__});
+    store_kept_(*x, negative, kept, raise_as_t<_from_str_nt>());
 }
