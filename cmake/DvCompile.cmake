@@ -30,7 +30,7 @@ set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 function(dv_without_cxx_runtime target)
     target_compile_options(${target} PRIVATE
         $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti -fno-threadsafe-statics -fno-exceptions -fasynchronous-unwind-tables>
-        $<$<CONFIG:Debug>:-O1>)
+        $<$<OR:$<CONFIG:Debug>,$<STREQUAL:$<CONFIG>,>>:-O1>)
     set_target_properties(${target} PROPERTIES LINKER_LANGUAGE C)
     get_target_property(type ${target} TYPE)
     if(type MATCHES "SHARED|MODULE" AND NOT DV_SANITIZE)  # sanitizers leave their runtime to the program

@@ -1,10 +1,16 @@
 # dv_optional(OPTION PART PACKAGE DEBIAN...): a part that is built where all of its packages are found.
 #
-# The packages, as find_package knows them, each with the Debian package that brings it, were looked for before.
+# The packages are given as find_package knows them, each with the Debian package that brings it.
 # Where one is missing the option is off, whatever it was set to, and a line says which; it is on again, or as it
 # was set, once they are there.
 
 include(CMakeDependentOption)
+
+find_package(GTest QUIET)
+find_package(Boost 1.74 QUIET)
+find_package(benchmark QUIET)
+find_package(SQLite3 3.40 QUIET)
+find_package(CSV QUIET)
 
 macro(dv_optional option part)
     set(dv_packages ${ARGN})
