@@ -88,6 +88,17 @@ DV_EXPORT dv_vector_level_e dv_vector_set_level(dv_vector_level_e level);
 // Bitmaps
 // ---------------------------------------------------------------------------------------------------------
 
+// How the value of a row stands to another one, where columns are compared: one bit each for below, equal and
+// above.
+typedef enum dv_column_relation_e {
+    DV_COLUMN_LT = 1,  // below
+    DV_COLUMN_EQ = 2,
+    DV_COLUMN_LE = 3,
+    DV_COLUMN_GT = 4,  // above
+    DV_COLUMN_NE = 5,
+    DV_COLUMN_GE = 6
+} dv_column_relation_e;
+
 // How many rows of a column have a value. Bytes of values are not read, so that NUMBER records that are NULL
 // values count as values.
 DV_EXPORT int64_t dv_column_count_valid(const dv_column_t *column);

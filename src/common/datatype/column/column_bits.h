@@ -45,6 +45,23 @@ inline void store_bits(uint8_t *bitmap, int64_t first, int64_t count, uint64_t b
     }
 }
 
+// Whether a relation that came from a caller is one.
+constexpr bool is_relation(dv_column_relation_e relation) {
+    return relation >= DV_COLUMN_LT && relation <= DV_COLUMN_GE;
+}
+
+// The rows of `valid` that stand in a relation, by those that are below and those that are equal.
+constexpr uint64_t related_rows(dv_column_relation_e relation, uint64_t below, uint64_t equal,
+                                uint64_t valid) {
+    const auto where = [relation](dv_column_relation_e part) {
+        return (relation & part) != 0 ? ~uint64_t{0} : uint64_t{0};
+    };
+    return valid & ((below & where(DV_COLUMN_LT)) | (equal & where(DV_COLUMN_EQ)) |
+                    (~(below | equal) & where(DV_COLUMN_GT)));
+}
+static_assert(related_rows(DV_COLUMN_GE, 0b0010, 0b0100, 0b1110) == 0b1100);
+static_assert(related_rows(DV_COLUMN_NE, 0b0010, 0b0100, 0b1110) == 0b1010);
+
 // The rows of a block that a column says have a value.
 inline uint64_t valid_rows(const dv_column_t &column, int64_t row, int64_t count) {
     return column.validity == nullptr ? first_rows(count)
