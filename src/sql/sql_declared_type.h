@@ -1,4 +1,5 @@
-// Types of columns as tables declare them: NUMBER(10,2), "TIMESTAMP(3) WITH TIME ZONE".
+// Types of columns as tables declare them: NUMBER(10,2), "TIMESTAMP(3) WITH TIME ZONE",
+// "INTERVAL DAY(3) TO SECOND(2)".
 
 #ifndef DV_SQL_DECLARED_TYPE_H
 #define DV_SQL_DECLARED_TYPE_H
@@ -13,6 +14,7 @@ struct declared_type {
     int precision;         // of a NUMBER; 0: none
     int scale;             // of a NUMBER with a precision
     int fraction;          // digits of a fraction of a second; -1: all
+    int leading;           // digits of an interval's years or days; -1: all
 };
 
 // In any letter case, with any blanks.

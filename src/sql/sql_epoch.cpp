@@ -17,11 +17,26 @@ void to_epoch_(sql_call &call) {
 
 void total_(sql_call &call) { sql_return(call, sql_number_of(sql_total(call.args[0].dts))); }
 
+// From day number 0 to the end of 9999-12-31. False where the seconds leave that: the call has failed.
+bool is_within_(sql_call &call, const number_t &seconds) {
+    constexpr int64_t least = -210'866'803'200, end = 253'402'300'800;
+    number_t least_number, end_number;
+    number_from_int64(&least_number, least);
+    number_from_int64(&end_number, end);
+    if (number_cmp(&seconds, &least_number) >= 0 && number_cmp(&seconds, &end_number) < 0) return true;
+    char text[NUMBER_SCIENTIFIC_TEXT_SIZE];
+    number_to_str(&seconds, sizeof text, text, nullptr);
+    sql_fail(call, "%s is out of range: seconds from %lld to %lld are accepted", text,
+             static_cast<long long>(least), static_cast<long long>(end - 1));
+    return false;
+}
+
 // Rounded to the nanosecond.
 void from_epoch_(sql_call &call) {
     const timezone_t zone = call.argc > 1 ? sql_zone_of(call.args[1].text) : SQL_UTC;
     number_t &seconds = call.args[0].number;
     number_round_at_withmode(&seconds, -SQL_FRACTION_DIGITS, NUMBER_RMODE_HALF_UP);
+    if (!is_within_(call, seconds)) return;
     dv_itv_dts_t since_epoch = sql_dts_of({1, 0});
     dv_itv_dts_mul(&since_epoch, &seconds);
     dv_ts_tz_t result = {_epoch, zone};

@@ -116,8 +116,9 @@ void append_languages_(explanation &e) { append_words_(e, nls_date_lang_name_tab
 
 // Of a model, or units of truncation.
 void append_elements_(explanation &e) {
-    if (e.row.keeper != nullptr) return append_words_(e, SQL_MODEL_ELEMENTS);
-    append_words_(e, SQL_UNITS);
+    if (e.row.keeper == nullptr) return append_words_(e, SQL_UNITS);
+    append_words_(e, SQL_MODEL_ELEMENTS);
+    e.text.append(" Other text stands in double quotes.");
 }
 
 void append_number_elements_(explanation &e) { append_words_(e, SQL_NUMBER_MODEL_ELEMENTS); }
@@ -126,6 +127,31 @@ void append_interval_form_(explanation &e) {
     const bool is_ytm = e.row.signature.result == SQL_KIND_ITV_YTM;
     e.text.append(is_ytm ? " It has the form years-months, such as 1-06."
                          : " It has the form days hours:minutes:seconds, such as 1 02:03:04.5.");
+}
+
+// What a text of the type looks like without a model; NULL: it has one.
+const char *form_(const sql_signature &signature) {
+    if (sql_param_count(signature) > 1) return nullptr;
+    switch (signature.result) {
+        case SQL_KIND_NUMBER:
+            return "-1234.5 or 1.5E+30, unless a model is given";
+        case SQL_KIND_DATE:
+            return "2024-02-29 13:05:00, unless a model is given";
+        case SQL_KIND_TIME:
+            return "13:05:00.5";
+        case SQL_KIND_TIMESTAMP:
+            return "2024-02-29 13:05:00.5, unless a model is given";
+        case SQL_KIND_TS_TZ:
+            return "2024-02-29 13:05:00.5 +09:00, unless a model is given";
+        default:
+            return nullptr;
+    }
+}
+
+void append_form_(explanation &e) {
+    const char *form = form_(e.row.signature);
+    if (form == nullptr) return;
+    for (const char *piece : {" It has the form ", form, "."}) e.text.append(piece);
 }
 
 // The first argument that holds a region's name, or something near to one.
@@ -159,7 +185,9 @@ constexpr hint _hints[] = {
     {-5062, append_interval_form_},    // minutes
     {-5063, append_interval_form_},    // or seconds
     {-5104, append_regions_},          // no zone
-    {-5113, append_regions_of_text_},  // no such field, which may be a region
+    {-5113, append_regions_of_text_},  // no such field, which may be a region,
+    {-5113, append_form_},             // or a text without a model
+    {-5074, append_form_},             // the same of a number
     {-5110, append_gap_},              // a local time that clocks never showed
     {SQL_ERR_NLS_SETTING, append_languages_},
 };
@@ -174,8 +202,17 @@ void append_hint_(explanation &e) {
     }
 }
 
+// Of an offset that contradicts its region the library says that the local time does not exist.
+void append_message_(explanation &e) {
+    constexpr int no_such_local_time = -5110;
+    const bool is_said =
+        e.error.code == no_such_local_time && sql_append_contradiction(e.text, e.call, e.row);
+    if (!is_said) e.text.append(e.error.message);
+}
+
 void explain_(void *arg) {
     auto &e = *static_cast<explanation *>(arg);
+    append_message_(e);
     append_all_given_(e);
     append_hint_(e);
 }
@@ -184,9 +221,9 @@ void explain_(void *arg) {
 
 bool dv::impl::sql_explain(sql_call &call, const sql_function &row, const dv_error_t &error) {
     explanation e{call, row, error, {}};
-    e.text.append(error.message);
     dv_error_t second;
     if (dv_protect(explain_, &e, &second) == DV_ERR_NO_MEMORY) return false;
+    if (e.text.length() == 0) e.text.append(error.message);
     sql_fail(call, "%s", e.text.text());
     return true;
 }

@@ -1,4 +1,6 @@
-// dv_cast_fraction: a fraction of a second rounded to so many digits, as a TIMESTAMP(3) holds it.
+// Precisions of datetimes and intervals. dv_cast_fraction: a fraction of a second rounded to so many digits,
+// as a TIMESTAMP(3) holds it; dv_cast_leading: years or days of at most so many, as an INTERVAL DAY(2) TO
+// SECOND has them.
 
 #include "sql_datetime.h"
 
@@ -67,6 +69,33 @@ void cast_time_(sql_call &call) {
     sql_return(call, value);
 }
 
+// An interval whose leading field, years or days, is this one.
+void cast_leading_(sql_call &call, int64_t leading) {
+    if (!is_digits_(call)) return;
+    int64_t end = 1;
+    for (int64_t i = 0; i < call.args[1].integer; ++i) end *= 10;
+    if (leading <= -end || leading >= end) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    sql_return_argument(call);
+}
+
+void cast_years_(sql_call &call) {
+    cast_leading_(call, dv_itv_ytm_get_field(&call.args[0].ytm, DT_FMT_UNIT_YEAR));
+}
+
+void cast_days_(sql_call &call) {
+    cast_leading_(call, dv_itv_dts_get_field(&call.args[0].dts, DT_FMT_UNIT_DAY));
+}
+
+template <sql_kind Kind>
+constexpr sql_function leading_row_(void (*body)(sql_call &call)) {
+    return {{"dv_cast_leading",
+             {Kind, SQL_KIND_INTEGER},
+             "v, digits",
+             Kind,
+             "the interval itself, an error when its years or days have more digits"},
+            body};
+}
+
 template <sql_kind Kind>
 constexpr sql_function row_(void (*body)(sql_call &call)) {
     return {{"dv_cast_fraction",
@@ -82,6 +111,8 @@ constexpr sql_function _functions[] = {
     row_<SQL_KIND_TIMESTAMP>(cast_timestamp_),
     row_<SQL_KIND_TS_TZ>(cast_ts_tz_),
     row_<SQL_KIND_ITV_DTS>(cast_dts_),
+    leading_row_<SQL_KIND_ITV_YTM>(cast_years_),
+    leading_row_<SQL_KIND_ITV_DTS>(cast_days_),
 };
 
 }  // namespace

@@ -106,10 +106,16 @@ bool find_table_(task &t, const char *name) {
 // Columns and models
 // ---------------------------------------------------------------------------------------------------------
 
+// A model is a text, or a list of it and what goes with it.
 constexpr char _columns[] = R"(
-    SELECT x.name, x.type, x.dflt_value, m.value, x.hidden > 1, x."notnull", x.pk
+    SELECT x.name, x.type, x.dflt_value, iif(m.type = 'array', m.value ->> 0, m.value), x.hidden > 1, x."notnull",
+           x.pk, iif(m.type = 'array', m.value ->> 1, NULL)
     FROM pragma_table_xinfo(?1, ?2) AS x LEFT JOIN json_each(?3) AS m ON lower(m.key) = lower(x.name)
     WHERE x.hidden <> 1 ORDER BY x.cid)";
+constexpr char _odd_models[] = R"(
+    SELECT key FROM json_each(?3) WHERE type NOT IN ('text', 'null') AND NOT
+        (type = 'array' AND json_array_length(value) = 2 AND json_type(value, '$[0]') = 'text'
+         AND json_type(value, '$[1]') = 'text'))";
 constexpr char _unknown_columns[] = R"(
     SELECT key FROM json_each(?3) WHERE lower(key) NOT IN (SELECT lower(name) FROM pragma_table_xinfo(?1, ?2)))";
 
@@ -124,9 +130,12 @@ bool check_model_(const task &t, const text_view_column &column) {
         return fail_(t, "the column \"%w\" takes no model", column.name);
     const char *reader = column.type.type->reader;
     const char *sample = column.type.type->kind == SQL_KIND_NUMBER ? "1" : "2001-02-03 04:05:06";
-    char *sql = sqlite3_mprintf("SELECT %s(to_char(%s(%Q), ?1), ?1)", reader, reader, sample);
+    const char *const texts[] = {column.model, column.option};
+    const size_t count = column.option == nullptr ? 1 : 2;
+    const char *const model = count == 1 ? "?1" : "?1, ?2";
+    char *sql = sqlite3_mprintf("SELECT %s(to_char(%s(%Q), %s), %s)", reader, reader, sample, model, model);
     if (sql == nullptr) return fail_without_memory_(t);
-    sqlite3_stmt *statement = prepare_(t, sql, {&column.model, 1});
+    sqlite3_stmt *statement = prepare_(t, sql, {texts, count});
     sqlite3_free(sql);
     return statement != nullptr && finalize_(t, statement, sqlite3_step(statement));
 }
@@ -138,6 +147,7 @@ bool append_column_(const task &t, sqlite3_stmt *row, text_view_pieces &pieces) 
                                      sql_parse_declared_type(type),
                                      text_(row, 2),
                                      text_(row, 3),
+                                     text_(row, 7),
                                      sqlite3_column_int(row, 4) != 0,
                                      sqlite3_column_int(row, 5) != 0,
                                      sqlite3_column_int(row, 6) != 0,
@@ -163,13 +173,21 @@ bool append_columns_(const task &t, const char *models, text_view_pieces &pieces
     return finalize_(t, row, code);
 }
 
-bool check_models_(const task &t, const char *models) {
+// Fails with `fault` for the first column that the statement finds.
+bool check_keys_(const task &t, const char *models, const char *sql, const char *fault) {
     const char *const texts[] = {t.table, t.schema, models};
-    sqlite3_stmt *key = prepare_(t, _unknown_columns, texts);
+    sqlite3_stmt *key = prepare_(t, sql, texts);
     if (key == nullptr) return false;
     const int code = sqlite3_step(key);
-    if (code == SQLITE_ROW) fail_(t, "there is no column \"%w\"", text_(key, 0));
+    if (code == SQLITE_ROW) fail_(t, fault, text_(key, 0));
     return finalize_(t, key, code) && code == SQLITE_DONE;
+}
+
+bool check_models_(const task &t, const char *models) {
+    return check_keys_(t, models, _unknown_columns, "there is no column \"%w\"") &&
+           check_keys_(t, models, _odd_models,
+                       "the model of the column \"%w\" is neither a text nor a list of a model and a "
+                       "language, or punctuation");
 }
 
 bool check_table_(const task &t, const text_view_pieces &pieces) {

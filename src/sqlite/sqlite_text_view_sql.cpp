@@ -27,6 +27,12 @@ void append_separator_(sqlite3_str *text, const char *separator) {
     if (sqlite3_str_length(text) > 0) sqlite3_str_appendall(text, separator);
 }
 
+// ", 'DD MONTH YYYY', 'RUSSIAN'"
+void append_model_(sqlite3_str *text, const text_view_column &column) {
+    sqlite3_str_appendf(text, ", %Q", column.model);
+    if (column.option != nullptr) sqlite3_str_appendf(text, ", %Q", column.option);
+}
+
 // Texts are shown as they are: they are no values of the type.
 void append_shown_(sqlite3_str *text, const text_view_column &column) {
     if (!is_typed_(column)) return sqlite3_str_appendf(text, "\"%w\"", column.name);
@@ -34,7 +40,9 @@ void append_shown_(sqlite3_str *text, const text_view_column &column) {
     if (column.model == nullptr) {
         sqlite3_str_appendf(text, "dv_text(\"%w\") END", column.name);
     } else {
-        sqlite3_str_appendf(text, "to_char(\"%w\", %Q) END", column.name, column.model);
+        sqlite3_str_appendf(text, "to_char(\"%w\"", column.name);
+        append_model_(text, column);
+        sqlite3_str_appendall(text, ") END");
     }
 }
 
@@ -42,22 +50,26 @@ void append_shown_(sqlite3_str *text, const text_view_column &column) {
 // values alone.
 void append_read_(sqlite3_str *text, const text_view_column &column) {
     const char *name = column.name, *reader = column.type.type->reader;
-    if (column.model != nullptr)
-        sqlite3_str_appendf(text,
-                            "CASE typeof(NEW.\"%w\") WHEN 'text' THEN %s(nullif(NEW.\"%w\", ''), %Q) ELSE ",
-                            name, reader, name, column.model);
+    if (column.model != nullptr) {
+        sqlite3_str_appendf(text, "CASE typeof(NEW.\"%w\") WHEN 'text' THEN %s(nullif(NEW.\"%w\", '')", name,
+                            reader, name);
+        append_model_(text, column);
+        sqlite3_str_appendall(text, ") ELSE ");
+    }
     sqlite3_str_appendf(text, "%s(nullif(NEW.\"%w\", ''))", reader, name);
     if (column.model != nullptr) sqlite3_str_appendall(text, " END");
 }
 
 void append_cast_begin_(sqlite3_str *text, const declared_type &type) {
     if (type.precision > 0) sqlite3_str_appendall(text, "dv_cast_number(");
+    if (type.leading >= 0) sqlite3_str_appendall(text, "dv_cast_leading(");
     if (type.fraction >= 0) sqlite3_str_appendall(text, "dv_cast_fraction(");
 }
 
 void append_cast_end_(sqlite3_str *text, const declared_type &type) {
     if (type.precision > 0) sqlite3_str_appendf(text, ", %d, %d)", type.precision, type.scale);
     if (type.fraction >= 0) sqlite3_str_appendf(text, ", %d)", type.fraction);
+    if (type.leading >= 0) sqlite3_str_appendf(text, ", %d)", type.leading);
 }
 
 // What is inserted: SQL NULL gives the default.

@@ -17,6 +17,7 @@ struct text_view_column {
     declared_type type;
     const char *preset;  // the expression behind DEFAULT; NULL: none
     const char *model;   // NULL: none
+    const char *option;  // what goes with the model, a language or punctuation; NULL: nothing
     bool is_generated;
     bool is_not_null;
     bool is_key;      // of the primary key

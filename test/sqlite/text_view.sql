@@ -9,7 +9,7 @@ SELECT group_concat(id || '|' || coalesce(day, '-') || '|' || price || '|' || co
 SELECT group_concat(dv_typeof(price)) || group_concat(dv_typeof(day)) FROM sale;  -- NUMBER,NUMBER,NUMBERDATE,DATE,NULL
 INSERT INTO sale_text(day) VALUES ('2024-01-01');  -- error: to_date: The value 24 of the field "month" is out of range: 1 to 12 is accepted. The text is "2024-01-01", the model is "DD.MM.YYYY". (dv-5114)
 INSERT INTO sale_text(price) VALUES ('123456789');  -- error: dv_cast_number: The value 123456789 has more integer digits than NUMBER(10,2) holds. (dv-5111)
-INSERT INTO sale_text(price) VALUES ('cheap');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "cheap". (dv-5074)
+INSERT INTO sale_text(price) VALUES ('cheap');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "cheap". It has the form -1234.5 or 1.5E+30, unless a model is given. (dv-5074)
 INSERT INTO sale_text(id) VALUES (1);  -- error: UNIQUE constraint failed: sale.id
 INSERT OR REPLACE INTO sale_text(id, price) VALUES (1, 1);
 SELECT price || count(*) FROM sale_text WHERE id = 1;  -- 11
@@ -24,6 +24,40 @@ DELETE FROM sale_text WHERE day = '07.05.2024';
 SELECT count(*) FROM sale;  -- 3
 UPDATE sale SET price = 'junk' WHERE id = 2;
 SELECT price FROM sale_text WHERE id = 2;  -- junk
+
+-- Intervals by the precision of both ends, after the fraction is rounded; what is no precision.
+CREATE TABLE span(d "INTERVAL DAY(3) TO SECOND(2)", y "INTERVAL YEAR(2) TO MONTH", n "interval day (0) to second");
+SELECT dv_create_text_view('span');  -- span_text
+INSERT INTO span_text VALUES ('999 23:59:59.994', '99-11', '0 23:0:0'), ('-999 0:0:0', '-99-11', '-0 1:0:0');
+SELECT group_concat(d || ' ' || y || ' ' || n, '; ') FROM span_text;  -- +999 23:59:59.990000000 +99-11 +00 23:00:00.000000000; -999 00:00:00.000000000 -99-11 -00 01:00:00.000000000
+INSERT INTO span_text(d) VALUES ('999 23:59:59.995');  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+INSERT INTO span_text(d) VALUES ('-1000 0:0:0');  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+UPDATE span_text SET y = '100-0';  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+INSERT INTO span_text(n) VALUES ('1 0:0:0');  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+CREATE TABLE long_span(d "INTERVAL DAY(10) TO SECOND");
+CREATE TABLE month_span(d "INTERVAL YEAR TO MONTH(3)");
+CREATE TABLE middle_span(d "INTERVAL DAY TO(3) SECOND");
+CREATE TABLE more_span(d "INTERVAL DAY(1) TO SECOND(2)(3)");
+CREATE TABLE pair_span(d "INTERVAL DAY(1,2) TO SECOND");
+SELECT dv_create_text_view('long_span');  -- error: dv_create_text_view: the column "d" is declared INTERVAL DAY(10) TO SECOND, which is no precision of INTERVAL DAY TO SECOND
+SELECT dv_create_text_view('month_span');  -- error: dv_create_text_view: the column "d" is declared INTERVAL YEAR TO MONTH(3), which is no precision of INTERVAL YEAR TO MONTH
+SELECT dv_create_text_view('middle_span');  -- error: dv_create_text_view: the column "d" is declared INTERVAL DAY TO(3) SECOND, which is no precision of INTERVAL DAY TO SECOND
+SELECT dv_create_text_view('more_span');  -- error: dv_create_text_view: the column "d" is declared INTERVAL DAY(1) TO SECOND(2)(3), which is no precision of INTERVAL DAY TO SECOND
+SELECT dv_create_text_view('pair_span');  -- error: dv_create_text_view: the column "d" is declared INTERVAL DAY(1,2) TO SECOND, which is no precision of INTERVAL DAY TO SECOND
+
+-- Models with a language, with punctuation, with neither and with something else.
+CREATE TABLE bill(id INTEGER PRIMARY KEY, day DATE, amount NUMBER(12,2), note TEXT);
+SELECT dv_create_text_view('bill', '{"day": ["FMDD MONTH YYYY", "RUSSIAN"], "amount": ["FM999G999G990D00", ",."], "note": null}');  -- bill_text
+INSERT INTO bill_text(day, amount) VALUES ('3 мар 2024', '1.234,567'), ('4 May 2024', '1');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "1.234,567", the model is "FM999G999G990D00", the punctuation is ",.". (dv-5074)
+INSERT INTO bill_text(day, amount) VALUES ('3 мар 2024', '1.234,56');
+INSERT INTO bill_text(day) VALUES ('4 May 2024');  -- error: to_date: Invalid month: "May 2024" (4 May 2024). The model is "FMDD MONTH YYYY", the language is "RUSSIAN". (dv-5113)
+UPDATE bill_text SET amount = '-0,5' WHERE day = '3 МАРТ 2024';
+SELECT dv_text(day) || ' ' || dv_text(amount) FROM bill;  -- 2024-03-03 00:00:00 -.5
+SELECT day || ' ' || amount FROM bill_text;  -- 3 МАРТ 2024 -0,50
+SELECT dv_create_text_view('bill', '{"day": ["YYYY"]}');  -- error: dv_create_text_view: the model of the column "day" is neither a text nor a list of a model and a language, or punctuation
+SELECT dv_create_text_view('bill', '{"day": ["YYYY", 1]}');  -- error: dv_create_text_view: the model of the column "day" is neither a text nor a list of a model and a language, or punctuation
+SELECT dv_create_text_view('bill', '{"day": {"YYYY": "RUSSIAN"}}');  -- error: dv_create_text_view: the model of the column "day" is neither a text nor a list of a model and a language, or punctuation
+SELECT dv_create_text_view('bill', '{"amount": ["999", "RUSSIAN"]}');  -- error: dv_create_text_view: to_char: argument 3, "RUSSIAN", is not a decimal point and a group separator, such as ",."
 
 -- Anew, and away.
 ALTER TABLE sale ADD COLUMN tax NUMBER(3);
@@ -90,7 +124,7 @@ CREATE TABLE d(n NUMBER, t TIME, day DATE);
 CREATE TABLE d_text(x);
 CREATE TABLE wide(n NUMBER(39));
 CREATE TABLE odd(n "NUMBER(1,2,3)");
-CREATE TABLE part(n "INTERVAL DAY(3) TO SECOND");
+CREATE TABLE part(n "INTERVAL DAY(3)(4) TO SECOND");
 SELECT dv_create_text_view('nothing');  -- error: dv_create_text_view: there is no table "nothing"
 SELECT dv_create_text_view('sqlite_schema');  -- error: dv_create_text_view: there is no table "sqlite_schema"
 SELECT dv_create_text_view('loose_text');  -- error: dv_create_text_view: there is no table "loose_text"
@@ -104,7 +138,7 @@ SELECT group_concat(name) FROM sqlite_schema WHERE name LIKE 'd\_text%' ESCAPE '
 DROP TRIGGER d_text_update;
 SELECT dv_create_text_view('wide');  -- error: dv_create_text_view: the column "n" is declared NUMBER(39), which is no precision of NUMBER
 SELECT dv_create_text_view('odd');  -- error: dv_create_text_view: the column "n" is declared NUMBER(1,2,3), which is no precision of NUMBER
-SELECT dv_create_text_view('part');  -- error: dv_create_text_view: the column "n" is declared INTERVAL DAY(3) TO SECOND, which is no precision of INTERVAL DAY TO SECOND
+SELECT dv_create_text_view('part');  -- error: dv_create_text_view: the column "n" is declared INTERVAL DAY(3)(4) TO SECOND, which is no precision of INTERVAL DAY TO SECOND
 SELECT dv_create_text_view('d', '{"t": "HH24"}');  -- error: dv_create_text_view: the column "t" takes no model
 SELECT dv_create_text_view('d', '{"z": "HH24"}');  -- error: dv_create_text_view: there is no column "z"
 SELECT dv_create_text_view('d', '{"day": "DAY"}');  -- error: dv_create_text_view: to_date: The format model has an element that can be written but not read. The text is "SATURDAY ", the model is "DAY". (dv-5013)

@@ -102,14 +102,17 @@ void enclose_(column &of, const std::string &before, const std::string &behind) 
     of.behind += behind;
 }
 
-// "dv_cast_number(to_number(?, 'FM999,990.00'), 10, 2)"
-void set_value_(column &of, const impl::declared_type &type, const std::string &model) {
+// "dv_cast_number(to_number(?, 'FM999,990.00'), 10, 2)"; what goes with a model stands behind it.
+void set_value_(column &of, const impl::declared_type &type, const std::string &model,
+                const std::string &option) {
     enclose_(of, std::string(type.type->reader) + "(",
-             model.empty() ? ")" : ", " + quoted_text_(model) + ")");
+             (model.empty() ? "" : ", " + quoted_text_(model)) +
+                 (option.empty() ? "" : ", " + quoted_text_(option)) + ")");
     if (type.precision > 0)
         enclose_(of, "dv_cast_number(",
                  ", " + std::to_string(type.precision) + ", " + std::to_string(type.scale) + ")");
     if (type.fraction >= 0) enclose_(of, "dv_cast_fraction(", ", " + std::to_string(type.fraction) + ")");
+    if (type.leading >= 0) enclose_(of, "dv_cast_leading(", ", " + std::to_string(type.leading) + ")");
 }
 
 column take_column_(cursor &text) {
@@ -119,10 +122,11 @@ column take_column_(cursor &text) {
     of.type = text.type();
     if (!is_type_(of.type)) throw std::runtime_error("--columns: \"" + of.type + "\" is no type");
     const std::string model = text.is_at('\'') ? text.quoted('\'') : "";
+    const std::string option = text.is_at('\'') ? text.quoted('\'') : "";
     const impl::declared_type type = impl::sql_parse_declared_type(of.type.c_str());
     if (!type.is_sound) throw std::runtime_error("--columns: " + of.type + " has a precision out of range");
     of.is_typed = type.type != nullptr;
-    if (of.is_typed) set_value_(of, type, model);
+    if (of.is_typed) set_value_(of, type, model, option);
     if (!of.is_typed && !model.empty())
         throw std::runtime_error("--columns: a model goes with a type that has one, not with \"" + of.type +
                                  "\"");
