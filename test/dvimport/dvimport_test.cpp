@@ -79,6 +79,37 @@ TEST_F(Dvimport, LoadsTypedColumnsAndNamesEveryFieldThatIsRefused) {
     EXPECT_EQ(rows_("SELECT message FROM refused WHERE line = 6"), "2 fields where 6 are expected\n");
 }
 
+// Languages and punctuation behind models, constraints behind types and models. What is refused comes out
+// with the lines of the headline, so that the same command takes it.
+TEST_F(Dvimport, RejectsAreLoadedByTheSameCommandOnceTheyAreCorrected) {
+    const std::string head = "id;\"day\nof month\";amount;note;rest\n\n",
+                      bad =
+                          "3;31 мар 2024;1.000,5;\"a;\"\"b\"\"\n\";\n4;1 мая 2024;1.5;;\"\"\n1;1 апр "
+                          "2024;1;\xFC;\n6;7\n";
+    const std::string columns =
+        " bill --skip 3 --delimiter ';' --database " + path_("in.db") +
+        " --columns \"id INTEGER primary key, day 'DATE' 'DD MONTH YYYY' 'RUSSIAN' NOT NULL, amount "
+        "NUMBER(8,2) 'FM9G999D9' ',.' not null unique, note TEXT UNIQUE, -\"";
+    write_(head + "1;31 МАРТ 2024;\"1.000,5\";x;\n" + bad + "5;1 апр 2024;-,5;;y\n");
+    EXPECT_EQ(import_(path_("in.csv") + columns + " --errors refused --rejects " + path_("bad.csv")),
+              "bill: 2 rows loaded, 4 refused, see refused\n1");
+    EXPECT_EQ(rows_("SELECT line, \"column\", code FROM refused"),
+              "5|NULL|2067\n7|day|-5113\n7|amount|-5074\n8|note|NULL\n9|NULL|NULL\n");
+    EXPECT_EQ(rows_("SELECT message FROM refused WHERE line = 8"),
+              "the text is not UTF-8; iconv(1) converts files\n");
+    EXPECT_EQ(shell_output("cat " + path_("bad.csv")), head + bad + "0");
+    EXPECT_EQ(rows_("SELECT sql FROM sqlite_schema WHERE name = 'bill'"),
+              "CREATE TABLE \"bill\"(\"id\" INTEGER PRIMARY KEY, \"day\" DATE NOT NULL, \"amount\" "
+              "NUMBER(8,2) NOT NULL UNIQUE, \"note\" TEXT UNIQUE)\n");
+
+    shell_output("sed -i 's/1.000,5/1.000,6/; s/мая/май/; s/1.5/1,5/; /^1;/d; s/^6;7/6;1 май 2024;7,;;/' " +
+                 path_("bad.csv"));
+    EXPECT_EQ(import_(path_("bad.csv") + columns), "bill: 3 rows loaded, 0 refused\n0");
+    EXPECT_EQ(rows_("SELECT id, to_char(day, 'MM-DD'), dv_text(amount), quote(note) FROM bill"),
+              "1|03-31|1000.5|'x'\n3|03-31|1000.6|'a;\"b\"\n'\n4|05-01|1.5|NULL\n5|04-01|-.5|NULL\n6|05-01|7|"
+              "NULL\n");
+}
+
 TEST_F(Dvimport, AddsToATableAndKeepsItsConstraints) {
     write_("1,a\n2,b\n2,c\n0,d\n");
     {
@@ -151,6 +182,20 @@ TEST_F(Dvimport, SaysWhatIsWrongWithItsArguments) {
          "dvimport: --columns: the quote does not end before \"DD\"" + nothing},
         {"in.csv t --columns \"a DATE 'DD' b\"",
          "dvimport: --columns: a comma is expected at \"b\"" + nothing},
+        {"in.csv t --columns \"a DATE 'DD.MM.YYYYY'\"",
+         "dvimport: --columns: a: to_date: The field \"YEAR\" is given twice in the format model. The text "
+         "is "
+         "empty, the model is \"DD.MM.YYYYY\", wrong at \"Y\". (dv-5112)" +
+             nothing},
+        {"in.csv t --columns \"a NUMBER '9G9' ','\"",
+         "dvimport: --columns: a: to_number: argument 3, \",\", is not a decimal point and a group "
+         "separator, "
+         "such as \",.\"" +
+             nothing},
+        {"in.csv t --rejects ../$(basename $PWD)/in.csv --columns 'a TEXT'",
+         "dvimport: --rejects is the file that is read" + see},
+        {"in.csv t --rejects gone/x --columns 'a TEXT'",
+         "dvimport: gone/x: No such file or directory" + nothing},
         {"in.csv t --columns 'a TEXT,'", "dvimport: --columns: a name is expected at the end" + nothing},
         {"in.csv t --columns 'a TEXT; b'", "dvimport: --columns: \"TEXT; b\" is no type" + nothing},
         {"in.csv sqlite_x --columns 'a TEXT'",

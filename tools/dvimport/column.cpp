@@ -97,6 +97,25 @@ bool is_type_(std::string_view text) {
            text.npos;
 }
 
+std::string upper_(std::string text) {
+    for (char &c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
+}
+
+// Takes constraints off the end of a type, or of what stands behind a model.
+std::string take_constraints_(std::string &words) {
+    std::string taken;
+    const auto take = [&](const std::string &constraint) {
+        if (!upper_(" " + words).ends_with(" " + constraint)) return false;
+        words.resize(words.size() - constraint.size());
+        while (!words.empty() && is_blank_(words.back())) words.pop_back();
+        taken = " " + constraint + taken;
+        return true;
+    };
+    while (take("PRIMARY KEY") || take("NOT NULL") || take("UNIQUE")) continue;
+    return taken;
+}
+
 void enclose_(column &of, const std::string &before, const std::string &behind) {
     of.before = before + of.before;
     of.behind += behind;
@@ -115,14 +134,24 @@ void set_value_(column &of, const impl::declared_type &type, const std::string &
     if (type.leading >= 0) enclose_(of, "dv_cast_leading(", ", " + std::to_string(type.leading) + ")");
 }
 
+void take_constraints_behind_(cursor &text, column &of) {
+    const cursor before = text;
+    std::string words = text.type();
+    of.constraint += take_constraints_(words);
+    if (!words.empty()) before.fail("a comma is expected at");
+}
+
 column take_column_(cursor &text) {
-    column of{text.name(), "", false, "", ""};
+    column of{text.name(), "", false, false, "", "", ""};
     if (of.name.empty()) text.fail("a name is expected at");
     if (of.name == "-") return {};
     of.type = text.type();
+    of.constraint = take_constraints_(of.type);
     if (!is_type_(of.type)) throw std::runtime_error("--columns: \"" + of.type + "\" is no type");
     const std::string model = text.is_at('\'') ? text.quoted('\'') : "";
     const std::string option = text.is_at('\'') ? text.quoted('\'') : "";
+    take_constraints_behind_(text, of);
+    of.has_model = !model.empty();
     const impl::declared_type type = impl::sql_parse_declared_type(of.type.c_str());
     if (!type.is_sound) throw std::runtime_error("--columns: " + of.type + " has a precision out of range");
     of.is_typed = type.type != nullptr;

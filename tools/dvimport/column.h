@@ -14,6 +14,8 @@ struct column {
     std::string name;  // empty: the field is passed over
     std::string type;  // as declared: "NUMBER(10,2)"
     bool is_typed;     // of a type of the library: an empty text is SQL NULL
+    bool has_model;
+    std::string constraint;  // " NOT NULL UNIQUE"; empty: none
 
     // The SQL expression of its value, given that of its text: "to_date(?, 'DD.MM.YYYY')".
     std::string value_of(const std::string &text) const { return before + text + behind; }
@@ -21,8 +23,9 @@ struct column {
 };
 
 // "day DATE 'DD.MM.YYYY', price NUMBER(10,2) 'FM999,990.00', seen 'TIMESTAMP WITH TIME ZONE', -": for each
-// field a name, a type in words or in quotes, and a format model in quotes where there is one; or - alone.
-// Names may stand in double quotes. Throws std::runtime_error with what is wrong.
+// field a name, a type in words or in quotes, where there is one a format model in quotes, behind which its
+// language or its punctuation may stand in quotes, and constraints: PRIMARY KEY, NOT NULL, UNIQUE; or -
+// alone. Names may stand in double quotes. Throws std::runtime_error with what is wrong.
 std::vector<column> parse_columns(std::string_view text);
 
 // A name in double quotes, as SQL takes it.

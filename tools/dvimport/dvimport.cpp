@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -23,19 +24,24 @@ namespace {
 constexpr int _all_loaded = 0, _some_refused = 1, _failed = 2;
 
 constexpr char _usage[] =
-    R"(usage: dvimport FILE TABLE --columns LIST [--database FILE] [--errors TABLE] [--skip N] [--delimiter C]
+    R"(usage: dvimport FILE TABLE --columns LIST [--database FILE] [--errors TABLE] [--rejects FILE]
+                [--skip N] [--delimiter C]
 
 Loads the CSV file FILE (- is standard input) into TABLE, which is made where it is not there.
 
-  --columns LIST    for each field of a line a name, a type, and a format model in quotes where there is one;
-                    or - for a field that is passed over:
-                    "day DATE 'DD.MM.YYYY', price NUMBER(10,2) 'FM999,990.00', seen 'TIMESTAMP WITH TIME ZONE'"
+  --columns LIST    for each field of a line a name, a type, a format model in quotes where there is one, its language
+                    or its decimal point and group separator in quotes behind it, and PRIMARY KEY, NOT NULL or UNIQUE
+                    for a table that is made; or - for a field that is passed over:
+                    "id INTEGER PRIMARY KEY, day DATE 'DD MONTH YYYY' 'RUSSIAN', price NUMBER(10,2) 'FM999G990D00' ',.',
+                    seen 'TIMESTAMP WITH TIME ZONE', -"
   --database FILE   the database; else FILE with the ending .db
   --errors TABLE    a table for what is refused: line, column, text, code, message
+  --rejects FILE    a CSV file for the records that are refused, behind the lines of --skip: to be corrected and loaded
+                    by the same command
   --skip N          lines at the beginning that are passed over, such as a headline
   --delimiter C     a character, or "tab" (,)
 
-Exits with 0 when every line was loaded, 1 when some were refused, 2 when nothing was loaded.
+Exits with 0 when every line was loaded, 1 when some were refused, 2 when the database is as it was.
 )";
 
 struct usage_error : std::runtime_error {
@@ -63,13 +69,11 @@ long count_(const std::string &text) {
 }
 
 options options_(int argc, char **argv) {
-    constexpr option names[] = {{"columns", required_argument, nullptr, 'c'},
-                                {"database", required_argument, nullptr, 'd'},
-                                {"errors", required_argument, nullptr, 'e'},
-                                {"skip", required_argument, nullptr, 's'},
-                                {"delimiter", required_argument, nullptr, 'x'},
-                                {"help", no_argument, nullptr, 'h'},
-                                {}};
+    constexpr option names[] = {
+        {"columns", required_argument, nullptr, 'c'}, {"database", required_argument, nullptr, 'd'},
+        {"errors", required_argument, nullptr, 'e'},  {"rejects", required_argument, nullptr, 'r'},
+        {"skip", required_argument, nullptr, 's'},    {"delimiter", required_argument, nullptr, 'x'},
+        {"help", no_argument, nullptr, 'h'},          {}};
     options what;
     std::string columns;
     for (int name = 0; (name = getopt_long(argc, argv, "", names, nullptr)) != -1;) {
@@ -82,6 +86,9 @@ options options_(int argc, char **argv) {
                 break;
             case 'e':
                 what.errors = optarg;
+                break;
+            case 'r':
+                what.rejects = optarg;
                 break;
             case 's':
                 what.skip = count_(optarg);
@@ -101,6 +108,9 @@ options options_(int argc, char **argv) {
     what.file = argv[optind];
     what.table = argv[optind + 1];
     what.columns = parse_columns(columns);
+    std::error_code is_none;
+    if (std::filesystem::equivalent(what.file, what.rejects, is_none))
+        throw usage_error("--rejects is the file that is read");
     if (what.database.empty()) {
         if (what.file == "-") throw usage_error("--database is missing");
         what.database = beside_(what.file);
@@ -127,7 +137,11 @@ long long size_of_(std::FILE *file) {
 void read_all_(const options &what, std::FILE *file, loader &to) {
     progress shown(size_of_(file));
     csv_reader records(what.delimiter, [&](const csv_record &record) {
-        if (record.line > what.skip) to.take(record);
+        if (record.line > what.skip) {
+            to.take(record);
+        } else {
+            to.skip(record);
+        }
     });
     std::vector<char> block(1 << 18);
     long long bytes = 0;

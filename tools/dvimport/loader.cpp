@@ -3,11 +3,14 @@
 
 #include "loader.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <span>
 #include <stdexcept>
 #include <utility>
+
+#include "utf8.h"
 
 extern "C" int sqlite3_dvsqlite_init(sqlite3 *db, char **message, const struct sqlite3_api_routines *api);
 
@@ -37,6 +40,11 @@ std::string declared_(const std::string &type) {
     return is_one_word ? type : quoted_name(type);
 }
 
+// What reading an empty text under a sound model gives: it is too short, no date, no number.
+bool is_of_empty_text_(int code) { return code == -5007 || code == -5045 || code == -5074; }
+
+bool is_field_utf8_(const csv_field &field) { return is_utf8(field.text); }
+
 void append_(std::string &list, const std::string &item) { list += (list.empty() ? "" : ", ") + item; }
 
 }  // namespace
@@ -46,17 +54,17 @@ loader::loader(const options &what) : what_(what), waiting_(_records_at_once) {
     run_("BEGIN IMMEDIATE");
     make_tables_();
     prepare_statements_();
+    if (!what.rejects.empty()) rejects_ = std::make_unique<csv_writer>(what.rejects, what.delimiter);
+}
+
+void loader::skip(const csv_record &record) {
+    if (rejects_ == nullptr) return;
+    rejects_->pad_to(record.line);
+    rejects_->put(record);
 }
 
 void loader::take(const csv_record &record) {
-    const size_t count = record.fields.size();
-    if (count != what_.columns.size()) {
-        load_waiting_();  // so that what is refused is told in the order of the lines
-        ++refused_;
-        return put_({record.line, nullptr, nullptr, 0,
-                     std::to_string(count) + " fields where " + std::to_string(what_.columns.size()) +
-                         " are expected"});
-    }
+    if (refuse_form_(record)) return;
     auto &[kept, texts] = waiting_[waiting_count_++];
     kept = record;
     texts.clear();
@@ -71,6 +79,7 @@ void loader::take(const csv_record &record) {
 
 void loader::commit() {
     load_waiting_();
+    if (rejects_ != nullptr) rejects_->flush();
     run_("COMMIT");
 }
 
@@ -89,7 +98,8 @@ void loader::open_() {
 void loader::make_tables_() {
     std::string declared;
     for (const column &of : what_.columns) {
-        if (!of.name.empty()) append_(declared, quoted_name(of.name) + " " + declared_(of.type));
+        if (!of.name.empty())
+            append_(declared, quoted_name(of.name) + " " + declared_(of.type) + of.constraint);
     }
     run_("CREATE TABLE IF NOT EXISTS " + quoted_name(what_.table) + "(" + declared + ")");
     if (what_.errors.empty()) return;
@@ -107,6 +117,7 @@ void loader::prepare_statements_() {
     size_t parameters = 0;
     for (const column &of : what_.columns) {
         values_.push_back(of.name.empty() ? nullptr : prepare_("SELECT " + of.value_of("?")));
+        if (of.has_model) check_model_(of, values_.back().get());
         if (of.name.empty()) continue;
         append_(names, quoted_name(of.name));
         append_(values, of.value_of("column" + std::to_string(++parameters)));
@@ -120,6 +131,17 @@ void loader::prepare_statements_() {
     if (parameters * waiting_.size() <=
         static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1)))
         insert_many_ = prepare_(insert + rows + ")");
+}
+
+// A model that is none would have every record refused.
+void loader::check_model_(const column &of, sqlite3_stmt *value) {
+    sqlite3_bind_text(value, 1, "", 0, SQLITE_STATIC);
+    if (sqlite3_step(value) != SQLITE_ROW) {
+        const std::string message = sqlite3_errmsg(db_.get());
+        if (!is_of_empty_text_(code_of_(message)))
+            throw std::runtime_error("--columns: " + of.name + ": " + message);
+    }
+    sqlite3_reset(value);
 }
 
 loader::statement_t loader::prepare_(const std::string &sql) {
@@ -185,13 +207,40 @@ void loader::load_(const csv_record &record) {
     ++loaded_;
 }
 
+// Into the file, behind the lines that are passed over.
+void loader::reject_(const csv_record &record) {
+    ++refused_;
+    if (rejects_ == nullptr) return;
+    rejects_->pad_to(what_.skip + 1);
+    rejects_->put(record);
+}
+
+// False: it has as many fields as there are columns, of UTF-8.
+bool loader::refuse_form_(const csv_record &record) {
+    const size_t count = record.fields.size();
+    const bool has_all = count == what_.columns.size();
+    if (has_all && std::ranges::all_of(record.fields, is_field_utf8_)) return false;
+    load_waiting_();  // so that what is refused is told in the order of the lines
+    reject_(record);
+    if (!has_all)
+        put_({record.line, nullptr, nullptr, 0,
+              std::to_string(count) + " fields where " + std::to_string(what_.columns.size()) +
+                  " are expected"});
+    for (size_t i = 0; has_all && i < count; ++i) {
+        if (!is_field_utf8_(record.fields[i]))
+            put_({record.line, &what_.columns[i], &record.fields[i], 0,
+                  "the text is not UTF-8; iconv(1) converts files"});
+    }
+    return true;
+}
+
 void loader::refuse_(const csv_record &record) {
     const int code = sqlite3_errcode(db_.get()) & 0xFF, extended = sqlite3_extended_errcode(db_.get());
     const std::string message = sqlite3_errmsg(db_.get());
     if (!is_of_record_(code)) fail_();
     sqlite3_reset(insert_.get());
     check_transaction_();
-    ++refused_;
+    reject_(record);
     bool is_told = false;
     for (size_t i = 0; i < record.fields.size(); ++i) is_told = refuse_field_(record, i) || is_told;
     if (!is_told) put_({record.line, nullptr, nullptr, extended, message});

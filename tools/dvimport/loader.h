@@ -11,6 +11,7 @@
 
 #include "column.h"
 #include "csv_reader.h"
+#include "csv_writer.h"
 
 namespace dv::import {
 
@@ -19,20 +20,23 @@ struct options {
     std::string table;
     std::string database;
     std::vector<column> columns;
-    std::string errors;  // the table for what is refused; empty: it is shown
-    long skip = 0;       // lines at the beginning
+    std::string errors;   // the table for what is refused; empty: it is shown
+    std::string rejects;  // the file for records that are refused; empty: none
+    long skip = 0;        // lines at the beginning
     char delimiter = ',';
 };
 
 // Makes the tables that are not there, and inserts each record. A record is refused when it has another
 // number of fields, when one of its texts has no value of its column's type, or when the table does not take
-// it; what is wrong with it goes into the errors table, and the others are loaded. Nothing is in the database
-// before commit() has returned. All functions throw std::runtime_error for what ends the whole: a database
-// that cannot be opened or written, a table without such columns.
+// it, or when it is not UTF-8; what is wrong with it goes into the errors table and the record into the file
+// of rejects, and the others are loaded. Nothing is in the database before commit() has returned. All
+// functions throw std::runtime_error for what ends the whole: a database or a file that cannot be opened or
+// written, a table without such columns, a model that is none.
 class loader {
   public:
     explicit loader(const options &what);
 
+    void skip(const csv_record &record);  // of the lines that are passed over
     void take(const csv_record &record);
     void commit();
 
@@ -66,6 +70,7 @@ class loader {
     void open_();
     void make_tables_();
     void prepare_statements_();
+    void check_model_(const column &of, sqlite3_stmt *value);
     statement_t prepare_(const std::string &sql);
     void run_(const std::string &sql);
     [[noreturn]] void fail_() const;
@@ -76,11 +81,14 @@ class loader {
     void check_transaction_() const;
     void load_(const csv_record &record);
     void refuse_(const csv_record &record);
+    bool refuse_form_(const csv_record &record);
+    void reject_(const csv_record &record);
     bool refuse_field_(const csv_record &record, size_t i);
     void put_(const fault &what);
 
     const options &what_;
     std::unique_ptr<sqlite3, close_database> db_;
+    std::unique_ptr<csv_writer> rejects_;
     statement_t insert_, insert_many_, insert_error_;
     std::vector<statement_t> values_;   // by column: its value alone
     std::vector<kept_record> waiting_;  // of which the first waiting_count_ wait
