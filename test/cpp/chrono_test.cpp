@@ -66,6 +66,16 @@ TYPED_TEST(CppChrono, EveryTimePointComesBack) {
     }
 }
 
+TEST(CppChronoCast, IntervalsAreClockTimesOfAnyCountOfHours) {
+    const auto past = chrono_cast<hh_mm_ss<milliseconds>>(interval_ds("-1 02:03:04.0059"));
+    EXPECT_TRUE(past.is_negative());
+    EXPECT_EQ(past.hours(), 26h);
+    EXPECT_EQ(past.minutes(), 3min);
+    EXPECT_EQ(past.seconds(), 4s);
+    EXPECT_EQ(past.subseconds(), 5ms);
+    EXPECT_EQ(interval_ds("-1 02:03:04.9").total_seconds(), -(26 * 3600 + 184));
+}
+
 // The C library's calendar is the same as ours from 1582-10-15 on.
 TEST(CppChronoCast, NamesDaysAsTheCLibraryDoes) {
     for (int64_t day = -141'427; day <= 2'932'896; day += 97) {
@@ -75,6 +85,7 @@ TEST(CppChronoCast, NamesDaysAsTheCLibraryDoes) {
         const auto got = chrono_cast<date>(local_seconds(seconds(seconds_since)));
         ASSERT_EQ(got, date(want.tm_year + 1900, want.tm_mon + 1, want.tm_mday, 1, 2, 3)) << day;
         ASSERT_EQ(chrono_cast<year_month_day>(got), year_month_day(local_days(days(day))));
+        ASSERT_EQ(chrono_cast<weekday>(got).c_encoding(), static_cast<unsigned>(want.tm_wday)) << got;
     }
     EXPECT_EQ(chrono_cast<date>(1582y / October / 14), date(1582, 10, 4));
     EXPECT_EQ(chrono_cast<year_month_day>(date(-4713, 1, 1)), year(-4713) / November / 24);

@@ -149,6 +149,7 @@ TEST(CppDatetime, EveryOperationGivesTheValueItIsNamedFor) {
     const interval_ds span(1, 2, 3, 4, 5);
     const dv::time_of_day time = moment.time();
     const timestamp_tz seoul(moment, zone("Asia/Seoul"));
+    const auto brazilian = DV_NLS_DATE_LANG_BRAZILIAN_PORTUGUESE;
     const auto fields = [](auto... values) { return (... + (std::to_string(values) + " ")); };
     const std::pair<std::string, std::string> cases[] = {
         {text_of_(day), "2001-02-03 04:05:06"},
@@ -160,6 +161,16 @@ TEST(CppDatetime, EveryOperationGivesTheValueItIsNamedFor) {
         {text_of_(day - span), "2001-02-02 02:02:02"},
         {text_of_(trunc(day)) + text_of_(round(day)), "2001-02-03 00:00:002001-02-03 00:00:00"},
         {text_of_(round(day, "MM")), "2001-02-01 00:00:00"},
+        {text_of_(dv::trunc(moment, "HH24")) + text_of_(dv::round(moment, std::string("MI"))),
+         "2001-02-03 04:00:00.0000000002001-02-03 04:05:00.000000000"},
+        {text_of_(dv::add_months(moment, -12)) + text_of_(dv::last_day(moment)),
+         "2000-02-03 04:05:06.7000000082001-02-28 04:05:06.700000008"},
+        {text_of_(dv::next_day(moment, "Sat")) + text_of_(dv::next_day(day, "domingo", brazilian)),
+         "2001-02-10 04:05:06.7000000082001-02-04 04:05:06"},
+        {fields(dv::months_between(timestamp(2001, 3, 31), date(2001, 2, 28))), "1.000000 "},
+        {fields(moment.year(), moment.month(), moment.day(), moment.hour(), moment.minute(), moment.second(),
+                moment.nanosecond(), timestamp(2000, 1, 1).julian_day()),
+         "2001 2 3 4 5 6 700000008 2451545 "},
         {text_of_(timestamp(day)), "2001-02-03 04:05:06.000000000"},
         {text_of_(moment.date()), "2001-02-03 04:05:06"},
         {text_of_(time), "04:05:06.700000008"},
@@ -173,12 +184,17 @@ TEST(CppDatetime, EveryOperationGivesTheValueItIsNamedFor) {
         {text_of_(moment - span), "2001-02-02 02:02:02.700000003"},
         {text_of_(seoul - months), "1999-12-03 04:05:06.700000008 Asia/Seoul KST"},
         {text_of_(seoul + span), "2001-02-04 06:08:10.700000013 Asia/Seoul KST"},
+        {text_of_(seoul.offset()) + seoul.abbreviation(), "+00 09:00:00.000000000KST"},
+        {text_of_(timestamp_tz(moment, zone("-3:30")).offset()) + timestamp_tz().abbreviation(),
+         "-00 03:30:00.000000000"},
+        {region_tab_[seoul.zone().number()].canon_name, "Asia/Seoul"},
         {text_of_(seoul.utc()), "2001-02-02 19:05:06.700000008"},
         {text_of_(timestamp_tz(moment, zone("-3:30"))), "2001-02-03 04:05:06.700000008 -03:30"},
         {text_of_(months + months) + text_of_(months - interval_ym(2, 1)), "+02-04-00-11"},
         {text_of_(months * -1.5) + text_of_(-months), "-01-09-01-02"},
         {text_of_(3 * months) + text_of_(months / 2) + text_of_(0.5 * months), "+03-06+00-07+00-07"},
         {text_of_(span * 1.5) + text_of_(span / -2), "+01 15:04:36.000000007-00 13:01:32.000000002"},
+        {text_of_(dv::abs(-months)) + text_of_(dv::abs(span)), "+01-02+01 02:03:04.000000005"},
         {text_of_(interval_ym("-999999999-11")), "-999999999-11"},
         {fields(interval_ym("-3-07").years(), interval_ym("-3-07").months()), "-3 -7 "},
         {text_of_(interval_ds("999999999 23:59:59.999999999")), "+999999999 23:59:59.999999999"},
@@ -199,6 +215,9 @@ TEST(CppDatetime, NowIsTheHostsClockInTheHostsZone) {
     const interval_ds since = now - timestamp_tz(timestamp(1970, 1, 1), zone("+00:00"));
     const int64_t seconds = int64_t{since.days()} * 86400 + since.seconds() - before;
     EXPECT_TRUE(seconds >= 0 && seconds < 60) << seconds;
+    const auto clock = dv::time_of_day::now();
+    const int later = (clock.hour() * 60 + clock.minute()) - (now.local().hour() * 60 + now.local().minute());
+    EXPECT_TRUE((later + 1440) % 1440 <= 1) << later;
 }
 
 TEST(CppDatetime, DatesMoveByDaysMonthsAndUnits) {

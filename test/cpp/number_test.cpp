@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <dvtypes/dvtypes.hpp>
+#include <numeric>
 #include <random>
 #include <sstream>
 
@@ -129,6 +130,32 @@ TEST(CppNumber, RoundsToPlacesAsSqlDoes) {
     EXPECT_EQ(trunc("-2.567"_number, 1), "-2.5"_number);
     EXPECT_EQ(floor("-2.5"_number), -3);
     EXPECT_EQ(ceil("-2.5"_number), -2);
+}
+
+TEST(CppNumber, CountsUpAndDown) {
+    number counts[5];
+    std::iota(std::begin(counts), std::end(counts), number("-1.5"));
+    EXPECT_EQ(std::accumulate(std::begin(counts), std::end(counts), number()), "2.5"_number);
+    number x = 7;
+    EXPECT_EQ(x++, 7);
+    EXPECT_EQ(x--, 8);
+    EXPECT_EQ(++x, 8);
+    EXPECT_EQ(--x, 7);
+    EXPECT_EQ(dv::sign(x) + dv::sign(-x) * 10 + dv::sign(number()) * 100, -9);
+}
+
+TEST(CppNumberSum, TermsOfAnyOrderAndPartsGiveTheSumRoundedOnce) {
+    std::vector<number> terms = {"1E37"_number, "1E-40"_number, "-1E37"_number, "0.3"_number, "0.3"_number};
+    std::mt19937 random(4);
+    for (int i = 0; i < 20; ++i) {
+        std::ranges::shuffle(terms, random);
+        dv::number_sum first, rest;
+        for (size_t k = 0; k < terms.size(); ++k) (k < 2 ? first : rest) += terms[k];
+        first += rest;
+        first -= "1E-40"_number;
+        EXPECT_EQ(first.value(), "0.6"_number);
+        EXPECT_EQ(first.average(4), "0.15"_number);
+    }
 }
 
 TEST(CppNumber, LimitsAreWhereTheRangeEnds) {

@@ -74,6 +74,13 @@ TEST(CppTry, CodesAreOfTheLibrarysCategory) {
     EXPECT_EQ(dv::make_error_code(-5114).message(),
               "The value ... of the field \"...\" is out of range: ... to ... is accepted.");
     EXPECT_EQ(dv::make_error_code(DV_ERR_NO_MEMORY), std::errc::not_enough_memory);
+    EXPECT_EQ(error, std::errc::invalid_argument);
+    EXPECT_EQ(dv::try_parse<date>("yesterday").error(), std::errc::invalid_argument);
+    EXPECT_EQ(dv::try_parse<dv::zone>("Berlin").error(), std::errc::invalid_argument);
+    EXPECT_EQ(dv::try_parse<date>("2023-02-29").error(), std::errc::result_out_of_range);
+    EXPECT_EQ(dv::try_mul(interval_ds(1), "1E9"_number).error(), std::errc::result_out_of_range);
+    EXPECT_EQ(dv::try_div(7_number, 0).error(), std::errc::argument_out_of_domain);
+    EXPECT_NE(dv::try_add(date(2024, 1, 31), interval_ym(0, 1)).error(), std::errc::result_out_of_range);
     EXPECT_EQ(dv::make_error_code(-1234567).message(), "Unknown error");
     try {
         (void)bad.value();
@@ -89,6 +96,39 @@ TEST(CppTry, CodesAreOfTheLibrarysCategory) {
     EXPECT_EQ(dv::attempt([&] { number_sqrt(&x); }).value(), -5073);
     EXPECT_EQ(dv::attempt([&] { return dv_date_get_field(&date().record(), DT_FMT_UNIT_YEAR); }).value(),
               1970);
+}
+
+TEST(CppTry, MakesWhatTheConstructorsMake) {
+    const dv::zone paris("Europe/Paris");
+    for (const int hour : {1, 2, 3, 24}) {  // clocks went from 02:00 to 03:00
+        EXPECT_EQ(outcome_(dv::try_make<timestamp>(2024, 3, 31, hour)),
+                  outcome_([=] { return timestamp(2024, 3, 31, hour); }));
+        if (hour == 24) continue;
+        const timestamp local(2024, 3, 31, hour);
+        EXPECT_EQ(outcome_(dv::try_make<timestamp_tz>(local, paris)),
+                  outcome_([&] { return timestamp_tz(local, paris); }));
+        EXPECT_EQ(outcome_(dv::try_make<timestamp_ltz>(local, paris)),
+                  outcome_([&] { return timestamp_ltz(local, paris); }));
+    }
+    EXPECT_EQ(dv::try_make<timestamp_tz>(timestamp(2024, 3, 31, 2), paris).code(), -5110);
+    EXPECT_EQ(dv::try_make<date>(2023, 2, 29).code(), -5114);
+    EXPECT_EQ(*dv::try_make<date>(2024, 2, 29, 13), date(2024, 2, 29, 13));
+    EXPECT_EQ(*dv::try_make<dv::time_of_day>(13, 5, 0, 7), dv::time_of_day(13, 5, 0, 7));
+}
+
+// A recovery point lies on the stack: one that an exception passed by must not be the next raise's.
+TEST(CppTry, WhatLeavesAsAnExceptionLeavesNoPointBehind) {
+    const auto raises = [] { dv_err_and_jmp("file.c", 7, "f", 0, 0, -5070); };
+    const auto throws = [] { throw 7; };
+    const std::error_code code = dv::attempt([&] {
+        EXPECT_THROW(dv::guarded([&] { dv::guarded(throws); }), int);
+        EXPECT_EQ(dv::attempt([] { return date(2023, 2, 29); }).code(), -5114);
+        EXPECT_EQ(dv::attempt([] { (void)(1_number / 0); }).value(), -5070);
+        EXPECT_THROW((void)dv::attempt(throws), int);
+        raises();
+    });
+    EXPECT_EQ(code.value(), -5070);
+    EXPECT_EQ(outcome_(dv::try_parse<number>("1")), "1");
 }
 
 // A point that wants the code alone stands inside and outside of one that wants the message.

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <dvtypes/type.hpp>
+#include <dvtypes/dvtypes.hpp>
 
 namespace {
 
@@ -24,6 +24,26 @@ TEST(CppTypeCatalogue, AnswersForAnyCode) {
     EXPECT_EQ(dv::type_to_compare(DV_TYPE_CHAR, DV_TYPE_NUMBER), DV_TYPE_NUMBER);
     EXPECT_EQ(dv::type_to_compare(DV_TYPE_NVARCHAR, DV_TYPE_VARCHAR), DV_TYPE_NVARCHAR);
     EXPECT_EQ(dv::type_to_compare(DV_TYPE_CSR, DV_TYPE_CSR), DV_TYPE_INVALID);
+}
+
+// A stored value has a byte of length in front of its record, but for the NUMBER, which begins with it.
+TEST(CppTypeCatalogue, KnowsTheTypeOfEachValueClass) {
+    const auto expect = []<typename Value>(const Value &, const char *name) {
+        EXPECT_STREQ(dv::type_name(dv::type_of<Value>), name);
+        constexpr int lengths = std::same_as<Value, dv::number> ? 0 : 1;
+        EXPECT_EQ(dv::type_size(dv::type_of<Value>), int{sizeof(typename Value::record_type)} + lengths)
+            << name;
+    };
+    expect(dv::number(), "NUMBER");
+    expect(dv::date(), "DATE");
+    expect(dv::time_of_day(), "TIME");
+    expect(dv::timestamp(), "TIMESTAMP");
+    expect(dv::timestamp_tz(), "TIMESTAMP WITH TIME ZONE");
+    expect(dv::timestamp_ltz(), "TIMESTAMP WITH LOCAL TIME ZONE");
+    expect(dv::interval_ym(), "INTERVAL YEAR TO MONTH");
+    expect(dv::interval_ds(), "INTERVAL DAY TO SECOND");
+    expect(dv::rowid(), "ROWID");
+    EXPECT_EQ(dv::type_of<dv::zone>, DV_TYPE_INVALID);
 }
 
 }  // namespace

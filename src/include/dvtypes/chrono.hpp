@@ -7,15 +7,16 @@
 // std::cout << day << '\n' << moment << '\n';
 // // 2024-02-29 00:00:00
 // // 2023-11-14 22:13:20.000000000 +00:00
+// std::cout << dv::chrono_cast<weekday>(day).iso_encoding() << '\n';          // 4
 // std::cout << dv::chrono_cast<milliseconds>(dv::interval_ds("+0 00:01:00.5")).count() << '\n';     // 60500
 // ```
 //
 // chrono_cast<To>(from) goes both ways between
 //
-//   date, timestamp               local_time of any duration, year_month_day
+//   date, timestamp               local_time of any duration, year_month_day; and to weekday
 //   timestamp_tz, timestamp_ltz   sys_time of any duration; a timestamp_tz made of one is shown at +00:00
 //   time_of_day                   hh_mm_ss of any duration
-//   interval_ds                   durations but months and years
+//   interval_ds                   durations but months and years; and to hh_mm_ss of any duration
 //   interval_ym                   months, years, and multiples of months
 //
 // Days are matched, not names: the calendar of std::chrono is Gregorian throughout, that of the library
@@ -245,6 +246,22 @@ struct convert<std::chrono::year_month_day, From> {
     }
 };
 
+template <typename From>
+requires one_of<From, date, timestamp>
+struct convert<std::chrono::weekday, From> {
+    static std::chrono::weekday call(const From &from) {
+        return std::chrono::weekday(convert<std::chrono::local_days, From>::call(from));
+    }
+};
+
+template <typename Duration>
+struct convert<std::chrono::hh_mm_ss<Duration>, interval_ds> {
+    static std::chrono::hh_mm_ss<Duration> call(const interval_ds &from) {
+        const int128 total = interval_ds::total(from.record());
+        return std::chrono::hh_mm_ss<Duration>(duration_of<Duration>(total, rounding::toward_zero));
+    }
+};
+
 template <typename Duration>
 struct convert<std::chrono::hh_mm_ss<Duration>, time_of_day> {
     static std::chrono::hh_mm_ss<Duration> call(const time_of_day &from) {
@@ -276,6 +293,7 @@ concept chrono_pair = requires {
 
 }  // namespace detail
 
+// The value of the other library; see above for the pairs and for what is thrown.
 template <typename To, typename From>
 requires detail::chrono_pair<To, From> To chrono_cast(const From &from) {
     return guarded([&] { return detail::convert<To, From>::call(from); });

@@ -1,6 +1,7 @@
 // dvtypes/dvtypes.hpp: the C++ face of the library, all of it. Header only; C++20.
 //
 //   number.hpp         dv::number, 12.50_number
+//   number_sum.hpp     dv::number_sum: exact sums
 //   datetime.hpp       dv::date, dv::time_of_day, dv::timestamp
 //   interval.hpp       dv::interval_ym, dv::interval_ds
 //   zoned.hpp          dv::zone, dv::timestamp_tz, dv::timestamp_ltz
@@ -30,6 +31,7 @@
 #include "dvtypes/model.hpp"
 #include "dvtypes/number.hpp"
 #include "dvtypes/number_model.hpp"
+#include "dvtypes/number_sum.hpp"
 #include "dvtypes/result.hpp"
 #include "dvtypes/rowid.hpp"
 #include "dvtypes/try.hpp"

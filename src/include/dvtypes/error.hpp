@@ -10,8 +10,8 @@
 // ```
 //
 // What dv::guarded runs must not own anything: no object with a destructor may be alive in it when a raise
-// leaves it. Objects outside of it are safe. It goes through dv_protect, so it works over any base library
-// that has it.
+// leaves it. Objects outside of it are safe, and so is what leaves it as a C++ exception. It goes through
+// dv_protect, so it works over any base library that has it.
 
 #ifndef DVTYPES_ERROR_HPP
 #define DVTYPES_ERROR_HPP
@@ -28,6 +28,7 @@ namespace dv {
 // A raise of the library. docs/error-codes.md says of each code what it means and what to do.
 class error : public std::exception {
   public:
+    // Of a raise that was caught.
     explicit error(const dv_error_t &record) : record_(record) {}
     // Of a code alone: without place and arguments, with the message as dv_error_text has it.
     explicit error(int code) noexcept : record_{} {
@@ -36,10 +37,12 @@ class error : public std::exception {
         if (text != nullptr) std::strncpy(record_.message, text, sizeof record_.message - 1);
     }
 
+    // Negative; docs/error-codes.md lists all of them.
     int code() const noexcept { return record_.code; }
+    // The message, with its values filled in.
     const char *what() const noexcept override { return record_.message; }
 
-    // Where it was raised: the name of the source file alone, the line, the function.
+    // Where it was raised: the name of the source file alone, its line, the function.
     const char *file() const noexcept { return record_.file; }
     int line() const noexcept { return record_.line; }
     const char *function() const noexcept { return record_.function; }
@@ -48,6 +51,7 @@ class error : public std::exception {
     size_t argument_count() const noexcept { return static_cast<size_t>(record_.arg_count); }
     std::string_view argument(size_t i) const noexcept { return record_.args[i]; }
 
+    // All of it, as C has it: for dv_rethrow.
     const dv_error_t &record() const noexcept { return record_; }
 
   private:
@@ -56,10 +60,28 @@ class error : public std::exception {
 
 namespace detail {
 
-// Calls body(); 0, or the code that it raised.
+// Takes away the recovery point of the dv_protect that an exception is about to pass through, which would not
+// do so itself.
+inline void leave_recovery_point() noexcept {
+    dv_recovery_t inner;
+    inner.outer = nullptr;
+    dv_recovery_push(&inner);
+    dv_recovery_t *const point = inner.outer;
+    dv_recovery_pop(&inner);
+    if (point != nullptr) dv_recovery_pop(point);
+}
+
+// Calls body(); 0, or the code that it raised. What body throws goes on to the caller.
 template <typename Body>
 int protect(Body &body, dv_error_t *error) {
-    const auto call = [](void *arg) { (*static_cast<Body *>(arg))(); };
+    const auto call = [](void *arg) {
+        try {
+            (*static_cast<Body *>(arg))();
+        } catch (...) {
+            leave_recovery_point();
+            throw;
+        }
+    };
     return dv_protect(call, const_cast<std::remove_const_t<Body> *>(&body), error);
 }
 

@@ -74,6 +74,7 @@ class basic_interval : public ordered_value<Derived, Record> {
         }
     };
 
+    // Throw -5064; / throws -5065 where y is zero.
     Derived &operator+=(const Derived &y) {
         return this->change([&](Record &x) { raising::add(x, y); });
     }
@@ -86,6 +87,7 @@ class basic_interval : public ordered_value<Derived, Record> {
     Derived &operator/=(const number &y) {
         return this->change([&](Record &x) { raising::div(x, y); });
     }
+    // As the assignments.
     friend Derived operator+(Derived x, const Derived &y) { return x += y; }
     friend Derived operator-(Derived x, const Derived &y) { return x -= y; }
     friend Derived operator*(Derived x, const number &y) { return x *= y; }
@@ -104,6 +106,7 @@ class basic_interval : public ordered_value<Derived, Record> {
     friend Derived operator/(Derived x, Divisor y) {
         return x /= number(y);
     }
+    // The sign, kept or turned.
     friend Derived operator+(const Derived &x) noexcept { return x; }
     friend Derived operator-(Derived x) noexcept {
         Derived::set_total(x.record_, -Derived::total(x.record_));
@@ -130,20 +133,27 @@ class interval_ym : public detail::basic_interval<interval_ym, dv_itv_ytm_t> {
         }
     };
 
+    // +00-00.
     constexpr interval_ym() noexcept : basic_interval({{0x40, 0, 0, 0}, 11}) {}
+    // The sum of the two, which may differ in sign: interval_ym(1, -2) is ten months.
     explicit interval_ym(int years, int months = 0) : interval_ym() {
         assign_total(detail::int128{years} * unit_count + months);
     }
+    // Brings carries, and months of the other sign, into the normal form.
     explicit interval_ym(const dv_itv_ytm_t &record) : interval_ym() { assign_total(total(record)); }
+    // "+01-02"; throws -5056, -5064.
     explicit interval_ym(std::string_view text) : interval_ym() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
 
+    // The fields, of one sign; -11..11 months.
     int years() const noexcept { return dv_itv_ytm_get_field(&record_, DT_FMT_UNIT_YEAR); }
     int months() const noexcept { return dv_itv_ytm_get_field(&record_, DT_FMT_UNIT_MONTH); }
+    // Years and months in months.
     int64_t total_months() const noexcept { return static_cast<int64_t>(total(record_)); }
 
+    // "+01-02", "-123-00".
     std::string to_string() const {
         char text[DV_ITV_YTM_TEXT_SIZE];
         dv_itv_ytm_to_str(&record_, text, 2, sizeof text);
@@ -171,7 +181,9 @@ class interval_ds : public detail::basic_interval<interval_ds, dv_itv_dts_t> {
         }
     };
 
+    // +00 00:00:00.
     constexpr interval_ds() noexcept : basic_interval({{0x40, 0, 0, 0}, {0x40, 0, 0, 0}, {0x40, 0, 0, 0}}) {}
+    // The sum of all; each may have any size and sign.
     explicit interval_ds(int days, int hours = 0, int minutes = 0, int seconds = 0, int nanoseconds = 0)
         : interval_ds() {
         const int64_t whole = ((int64_t{days} * 24 + hours) * 60 + minutes) * 60 + seconds;
@@ -179,15 +191,22 @@ class interval_ds : public detail::basic_interval<interval_ds, dv_itv_dts_t> {
     }
     // Brings carries, and fields of the other sign, into the normal form.
     explicit interval_ds(const dv_itv_dts_t &record) : interval_ds() { assign_total(total(record)); }
+    // "+01 02:03:04.5"; throws -5056, -5064.
     explicit interval_ds(std::string_view text) : interval_ds() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
 
+    // The three fields of the record, of one sign: days, seconds of a day (-86399..86399), nanoseconds of a
+    // second. Hours and minutes: chrono_cast<std::chrono::hh_mm_ss<std::chrono::seconds>>(x), or as any
+    // duration.
     int days() const noexcept { return dv_itv_dts_get_field(&record_, DT_FMT_UNIT_DAY); }
-    int seconds() const noexcept { return dv_itv_dts_get_field(&record_, DT_FMT_UNIT_SECOND); }  // of the day
+    int seconds() const noexcept { return dv_itv_dts_get_field(&record_, DT_FMT_UNIT_SECOND); }
     int nanoseconds() const noexcept { return dv_itv_dts_get_field(&record_, DT_FMT_UNIT_FSEC); }
+    // All of it in seconds, the fraction cut off.
+    int64_t total_seconds() const noexcept { return static_cast<int64_t>(total(record_) / per_second); }
 
+    // "+01 02:03:04.500000000".
     std::string to_string() const {
         char text[DV_ITV_DTS_TEXT_SIZE];
         guarded([&] { dv_itv_dts_to_str(&record_, text, 2, 9, sizeof text); });
@@ -208,6 +227,15 @@ class interval_ds : public detail::basic_interval<interval_ds, dv_itv_dts_t> {
         dv_itv_dts_set_field(&x, DT_FMT_UNIT_FSEC, static_cast<int>(of_day % per_second));
     }
 };
+
+template <typename T>
+concept interval = std::same_as<T, interval_ym> || std::same_as<T, interval_ds>;
+
+// |x|.
+template <interval Interval>
+Interval abs(const Interval &x) noexcept {
+    return x < Interval() ? -x : x;
+}
 
 }  // namespace dv
 

@@ -16,8 +16,8 @@
 #include <utility>
 
 #include "dvtypes/datetime_fmt.h"
-#include "dvtypes/dv_type.h"
 #include "dvtypes/nls.h"
+#include "dvtypes/type.hpp"
 #include "dvtypes/zoned.hpp"
 
 namespace dv {
@@ -68,13 +68,12 @@ class model {
 
 inline constexpr int fsec_digits = 9;
 
-// Per type: its code, and its functions.
+// Per type: its functions.
 template <typename Value>
 struct text_of;
 
 template <>
 struct text_of<date> {
-    static constexpr dv_type_t type = DV_TYPE_DATE;
     static void read(dv_date_t &x, const text_argument &text, const dt_fmt_ctx_t *model) {
         dv_date_from_str(&x, text.data, text.length, model);
     }
@@ -84,9 +83,8 @@ struct text_of<date> {
 };
 
 // The others differ in names alone.
-template <dv_type_t Type, auto FromStr, auto ToStr>
+template <auto FromStr, auto ToStr>
 struct text_with_fraction {
-    static constexpr dv_type_t type = Type;
     template <typename Record>
     static void read(Record &x, const text_argument &text, const dt_fmt_ctx_t *model) {
         FromStr(&x, text.data, text.length, model, fsec_digits);
@@ -99,40 +97,42 @@ struct text_with_fraction {
 };
 
 template <>
-struct text_of<time_of_day> : text_with_fraction<DV_TYPE_TIME, dv_time_from_str, dv_time_to_str> {};
+struct text_of<time_of_day> : text_with_fraction<dv_time_from_str, dv_time_to_str> {};
 template <>
-struct text_of<timestamp>
-    : text_with_fraction<DV_TYPE_TIMESTAMP, dv_timestamp_from_str, dv_timestamp_to_str> {};
+struct text_of<timestamp> : text_with_fraction<dv_timestamp_from_str, dv_timestamp_to_str> {};
 
 inline void read_ts_tz(dv_ts_tz_t *x, const char *text, int length, const dt_fmt_ctx_t *model, int fprec) {
     const zone utc;
     dv_ts_tz_from_str(x, text, length, model, fprec, &utc.record());
 }
 template <>
-struct text_of<timestamp_tz> : text_with_fraction<DV_TYPE_TS_TZ, read_ts_tz, dv_ts_tz_to_str> {};
+struct text_of<timestamp_tz> : text_with_fraction<read_ts_tz, dv_ts_tz_to_str> {};
 
 }  // namespace detail
 
 // What has datetime models: date, time_of_day, timestamp, timestamp_tz.
 template <typename Value>
 concept has_model = requires {
-    detail::text_of<Value>::type;
+    sizeof(detail::text_of<Value>);
 };
 
+// The language of readers and writers that are given none.
 inline constexpr std::string_view american = "AMERICAN";
 
-// A model compiled for reading. Texts are UTF-8; language is the name of one, or "NLS_DATE_LANGUAGE = ...";
-// what the model leaves open is of the present month (dvtypes/datetime.h); a timestamp_tz without a zone is
-// of +00:00.
+// A model compiled for reading. Texts are UTF-8; language is the name of one (docs/languages.md: AMERICAN,
+// KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE, RUSSIAN), or "NLS_DATE_LANGUAGE =
+// ..."; what the model leaves open is of the present month (dvtypes/datetime.h); a timestamp_tz without a
+// zone is of +00:00.
 template <has_model Value>
 class reader {
   public:
     using value_type = Value;
 
+    // Compiles a model. Throws what dt_fmt_ctx_set raises, and -11035 for what is no language.
     explicit reader(std::string_view model, std::string_view language = american)
-        : model_(model, language, detail::text_of<Value>::type, /*is_from_str=*/true) {}
+        : model_(model, language, type_of<Value>, /*is_from_str=*/true) {}
 
-    // Throws what the C function raises (dv_date_from_str and its like), or dv::error with its code.
+    // Reads a text. Throws what the C function raises (dv_date_from_str and its like).
     Value operator()(std::string_view text) const {
         typename Value::record_type record{};
         const detail::text_argument argument(text);
@@ -155,9 +155,11 @@ class writer {
   public:
     using value_type = Value;
 
+    // Compiles a model. Throws what dt_fmt_ctx_set raises, and -11035 for what is no language.
     explicit writer(std::string_view model, std::string_view language = american)
-        : model_(model, language, detail::text_of<Value>::type, /*is_from_str=*/false) {}
+        : model_(model, language, type_of<Value>, /*is_from_str=*/false) {}
 
+    // The text of a value. Throws what the C function raises (dv_date_to_str and its like).
     std::string operator()(const Value &x) const {
         const int predicted = dt_fmt_get_predicted_str_len(model_.get(), detail::fsec_digits);
         for (size_t size = static_cast<size_t>(predicted) + 2;; size *= 2) {

@@ -15,6 +15,7 @@
 #define DVTYPES_NUMBER_HPP
 
 #include <limits>
+#include <utility>
 
 #include "dvtypes/number.h"
 #include "dvtypes/value.hpp"
@@ -119,6 +120,7 @@ class number : public detail::basic_value<number, number_t> {
         static void mod(number_t &x, const number &y) { number_mod(&x, &y.record_); }
     };
 
+    // Zero.
     constexpr number() noexcept : basic_value({1, 0x80, {}}) {}
     // Exact. 128 bits throw -5072 where a value has 39 significant digits.
     template <integer Integer>
@@ -151,43 +153,37 @@ class number : public detail::basic_value<number, number_t> {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
-    // Only the bytes that mean something are read.
+    // Of a valid record (bytes.hpp checks one). Only the bytes that mean something are read.
     explicit number(const number_t &record) noexcept : number() { number_assign(&record_, &record); }
 
+    // Results are rounded half up to 38 digits, unless number_set_roundmode says otherwise. Throw -5068,
+    // -5069; / and % throw -5070 where y is zero. A remainder has the sign of x.
     number &operator+=(const number &y) { return apply(raising::add, y); }
     number &operator-=(const number &y) { return apply(raising::sub, y); }
     number &operator*=(const number &y) { return apply(raising::mul, y); }
     number &operator/=(const number &y) { return apply(raising::div, y); }
     number &operator%=(const number &y) { return apply(raising::mod, y); }
 
+    // One more, one less.
+    number &operator++() { return *this += 1; }
+    number &operator--() { return *this -= 1; }
+    number operator++(int) { return std::exchange(*this, *this + 1); }
+    number operator--(int) { return std::exchange(*this, *this - 1); }
+
+    // As the assignments. One operand may be an integer.
     friend number operator+(number x, const number &y) { return x += y; }
     friend number operator-(number x, const number &y) { return x -= y; }
     friend number operator*(number x, const number &y) { return x *= y; }
     friend number operator/(number x, const number &y) { return x /= y; }
     friend number operator%(number x, const number &y) { return x %= y; }
+    // The sign, kept or turned.
     friend number operator+(const number &x) noexcept { return x; }
     friend number operator-(number x) noexcept {
         number_negate(&x.record_);
         return x;
     }
-    friend number abs(number x) noexcept {
-        number_abs(&x.record_);
-        return x;
-    }
-    // To decimal places, as SQL does: round(x, 2) keeps hundredths, round(x, -2) hundreds.
-    friend number round(number x, int64_t places = 0, number_rmode_e mode = NUMBER_RMODE_HALF_UP) {
-        return x.change([&](number_t &record) { number_round_to_places(&record, places, mode); });
-    }
-    friend number trunc(const number &x, int64_t places = 0) { return round(x, places, NUMBER_RMODE_TRUNC); }
-    friend number floor(const number &x) { return round(x, 0, NUMBER_RMODE_FLOOR); }
-    friend number ceil(const number &x) { return round(x, 0, NUMBER_RMODE_CEIL); }
-    // Throw -5073 outside the domain; pow and exp throw -5068 and -5069 where a step leaves the range.
-    friend number sqrt(number x) { return x.change(number_sqrt_); }
-    friend number exp(number x) { return x.change(number_exp_); }
-    friend number pow(number x, const number &y) {
-        return x.change([&](number_t &record) { number_pow(&record, &y.record_); });
-    }
 
+    // By value. Floating-point numbers are compared by number(y).
     friend bool operator==(const number &x, const number &y) noexcept {
         return number_cmp(&x.record_, &y.record_) == 0;
     }
@@ -202,6 +198,7 @@ class number : public detail::basic_value<number, number_t> {
     const {
         return guarded([&] { return convert<Machine>(); });
     }
+    // to<int64_t>() and to<double>().
     int64_t to_int64() const { return to<int64_t>(); }
     double to_double() const { return to<double>(); }
 
@@ -240,13 +237,43 @@ class number : public detail::basic_value<number, number_t> {
         }
         return v;
     }
-    static void number_sqrt_(number_t &x) { number_sqrt(&x); }
-    static void number_exp_(number_t &x) { number_exp(&x); }
 
     number &apply(void (*operation)(number_t &, const number &), const number &y) {
         return change([&](number_t &record) { operation(record, y); });
     }
 };
+
+// |x|.
+inline number abs(const number &x) noexcept { return x < 0 ? -x : x; }
+
+// To decimal places, as SQL does: round(x, 2) keeps hundredths, round(x, -2) hundreds. trunc cuts toward
+// zero.
+inline number round(const number &x, int64_t places = 0, number_rmode_e mode = NUMBER_RMODE_HALF_UP) {
+    return detail::changed(x, [&](number_t &record) { number_round_to_places(&record, places, mode); });
+}
+inline number trunc(const number &x, int64_t places = 0) { return round(x, places, NUMBER_RMODE_TRUNC); }
+
+// To a whole number below or above.
+inline number floor(const number &x) { return round(x, 0, NUMBER_RMODE_FLOOR); }
+inline number ceil(const number &x) { return round(x, 0, NUMBER_RMODE_CEIL); }
+
+// -1, 0 or 1.
+inline int sign(const number &x) noexcept {
+    const int order = number_cmp(&x.record(), _number_zero);
+    return (order > 0 ? 1 : 0) - (order < 0 ? 1 : 0);
+}
+
+// To 38 digits. Throw -5073 outside the domain; pow and exp throw -5068 and -5069 where a step leaves the
+// range.
+inline number sqrt(const number &x) {
+    return detail::changed(x, [](number_t &record) { number_sqrt(&record); });
+}
+inline number exp(const number &x) {
+    return detail::changed(x, [](number_t &record) { number_exp(&record); });
+}
+inline number pow(const number &x, const number &y) {
+    return detail::changed(x, [&](number_t &record) { number_pow(&record, &y.record()); });
+}
 
 // "12.50"_number and 12.50_number: the text as it is written, read exactly. Hexadecimal digits and digit
 // separators throw -5074.

@@ -46,9 +46,10 @@ class number_reader {
   public:
     using value_type = number;
 
+    // Throws -5075 and -3006 for what is no model.
     explicit number_reader(std::string_view model) : model_(model) {}
 
-    // Throws -5074 for what the model does not have, -5068, -5069.
+    // Reads a text. Throws -5074 for what the model does not have, -5068, -5069.
     number operator()(std::string_view text) const {
         number_t record{};
         const detail::text_argument argument(text);
@@ -70,8 +71,10 @@ class number_writer {
   public:
     using value_type = number;
 
+    // Throws -5075 and -3006 for what is no model.
     explicit number_writer(std::string_view model) : model_(model) {}
 
+    // The text of a value.
     std::string operator()(const number &x) const {
         char text[NUMBER_FMT_TEXT_SIZE];
         guarded([&] { number_to_str_fmt(&x.record(), sizeof text, text, model_.length(), model_.data()); });

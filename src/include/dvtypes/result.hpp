@@ -28,17 +28,42 @@ namespace dv {
 // causes and remedies are in docs/error-codes.md.
 class __attribute__((visibility("default"))) error_category_type final : public std::error_category {
   public:
+    // "dvtypes".
     const char *name() const noexcept override { return "dvtypes"; }
-    // "..." stands for what only dv::error knows: the values in a message.
+    // The sentence of a code; "..." stands for what only dv::error knows: the values in it.
     std::string message(int code) const override {
         const char *text = dv_error_text(code);
         std::string message = text != nullptr ? text : "Unknown error";
         for (size_t at = 0; (at = message.find('{', at)) != message.npos;) message.replace(at, 3, "...");
         return message;
     }
+    // What a code is to programs that know std::errc alone: invalid_argument for a text that has not the form
+    // of a number, of a datetime or of a zone (-5074, -5113, -5104), result_out_of_range for a value that its
+    // type or field does not hold (-5064, -5068, -5069, -5072, -5111, -5114), argument_out_of_domain for a
+    // division by zero and the like (-5065, -5070, -5073), not_enough_memory (-1); each other code is one of
+    // its own.
     std::error_condition default_error_condition(int code) const noexcept override {
-        if (code == DV_ERR_NO_MEMORY) return std::make_error_condition(std::errc::not_enough_memory);
-        return {code, *this};
+        switch (code) {
+            case -5074:
+            case -5104:
+            case -5113:
+                return std::make_error_condition(std::errc::invalid_argument);
+            case -5064:
+            case -5068:
+            case -5069:
+            case -5072:
+            case -5111:
+            case -5114:
+                return std::make_error_condition(std::errc::result_out_of_range);
+            case -5065:
+            case -5070:
+            case -5073:
+                return std::make_error_condition(std::errc::argument_out_of_domain);
+            case DV_ERR_NO_MEMORY:
+                return std::make_error_condition(std::errc::not_enough_memory);
+            default:
+                return {code, *this};
+        }
     }
 };
 
@@ -48,10 +73,11 @@ __attribute__((visibility("default"))) inline const std::error_category &error_c
     return category;
 }
 
-// A code of the library; of 0, success, std::error_code().
+// A code of the library as one of the standard's; of 0, success, std::error_code().
 inline std::error_code make_error_code(int code) noexcept {
     return code == 0 ? std::error_code() : std::error_code(code, error_category());
 }
+// The code of an exception.
 inline std::error_code make_error_code(const error &caught) noexcept {
     return make_error_code(caught.code());
 }
@@ -60,8 +86,20 @@ template <typename Value>
 class result;
 
 namespace detail {
+
 template <typename Value, typename Operation>
 result<Value> attempt_on(const Value &x, const Operation &operation) noexcept;
+
+// Calls body(); 0, or the code that it raised, or threw as dv::error.
+template <typename Body>
+int code_of(Body &body) {
+    try {
+        return protect(body, nullptr);
+    } catch (const dv::error &caught) {
+        return caught.code();
+    }
+}
+
 }  // namespace detail
 
 // A value, or the code for which there is none. Small and plain: copying it copies its bytes.
@@ -70,28 +108,34 @@ class [[nodiscard]] result {
     static_assert(std::is_trivially_copyable_v<Value> && std::is_default_constructible_v<Value>);
 
   public:
+    // With a value.
     constexpr result(const Value &value) noexcept : value_(value) {}
+    // Without one, for a code of the library.
     static constexpr result failure(int code) noexcept {
         result failed{Value()};
         failed.code_ = code;
         return failed;
     }
 
+    // Is there a value?
     constexpr bool has_value() const noexcept { return code_ == 0; }
     constexpr explicit operator bool() const noexcept { return has_value(); }
 
     // Only where there is a value; without one it is an unspecified one.
     constexpr const Value &operator*() const noexcept { return value_; }
     constexpr const Value *operator->() const noexcept { return &value_; }
+    // The value, or another where there is none.
     constexpr Value value_or(const Value &other) const noexcept { return has_value() ? value_ : other; }
 
-    // Throws dv::error, of the code alone, where there is none.
+    // The value. Throws dv::error, of the code alone, where there is none.
     const Value &value() const {
         if (!has_value()) throw dv::error(code_);
         return value_;
     }
 
-    constexpr int code() const noexcept { return code_; }  // 0 where there is a value
+    // The code for which there is no value; 0 where there is one.
+    constexpr int code() const noexcept { return code_; }
+    // The same for the standard's functions.
     std::error_code error() const noexcept { return make_error_code(code_); }
 
   private:
@@ -103,16 +147,17 @@ class [[nodiscard]] result {
 };
 
 // Calls body(), which calls functions of the library, as guarded does; an error is not thrown but returned:
-// of a body without a result as std::error_code, else as result.
+// of a body without a result as std::error_code, else as result. So is a dv::error that body throws, since it
+// works on values: that costs an exception.
 template <typename Body>
 [[nodiscard]] auto attempt(Body &&body) {
     using value_t = std::invoke_result_t<Body &>;
     if constexpr (std::is_void_v<value_t>) {
-        return make_error_code(detail::protect(body, nullptr));
+        return make_error_code(detail::code_of(body));
     } else {
         value_t value{};
         const auto call = [&] { value = body(); };
-        const int code = detail::protect(call, nullptr);
+        const int code = detail::code_of(call);
         return code == 0 ? result<value_t>(value) : result<value_t>::failure(code);
     }
 }

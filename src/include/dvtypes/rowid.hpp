@@ -30,20 +30,26 @@ class rowid : public detail::keyed_value<rowid, rowid_t> {
         }
     };
 
+    // All numbers 0.
     constexpr rowid() noexcept : keyed_value(rowid_t{}) {}
+    // Any numbers.
     constexpr rowid(uint32_t segment, uint16_t file, uint32_t block, uint16_t row) noexcept
         : keyed_value({segment, block, file, row}) {}
+    // 18 characters, as to_string writes them; throws -5080.
     explicit rowid(std::string_view text) : rowid() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
+    // Of any record.
     constexpr explicit rowid(const rowid_t &record) noexcept : keyed_value(record) {}
 
+    // The four numbers.
     constexpr uint32_t segment() const noexcept { return record_.sgmt; }
     constexpr uint16_t file() const noexcept { return record_.file; }
     constexpr uint32_t block() const noexcept { return record_.block; }
     constexpr uint16_t row() const noexcept { return record_.row; }
 
+    // 18 characters: 6 of the segment, 3 of the file, 6 of the block, 3 of the row.
     std::string to_string() const {
         erowid_t digits;
         erowid_new(&digits, record_.sgmt, record_.file, record_.block, record_.row);

@@ -12,7 +12,10 @@
 // std::cout << ratio.error().message() << '\n';                     // A number is divided by zero.
 // ```
 //
-// The results are those of the operators and readers of the same names, the codes those that they throw.
+// const auto dawn = dv::try_make<dv::timestamp_tz>(dv::timestamp(2026, 3, 29, 2, 30),
+// dv::zone("Europe/Berlin")); std::cout << dawn.code() << '\n';                                // -5110
+//
+// The results are those of the operators, readers and constructors, the codes those that they throw.
 
 #ifndef DVTYPES_TRY_HPP
 #define DVTYPES_TRY_HPP
@@ -65,6 +68,17 @@ result<Value> try_parse(std::string_view text, const Reader &reader) noexcept {
     static constexpr Value zero;
     const detail::text_argument argument(text);
     return detail::attempt_on(zero, [&](auto &record) { reader.read(record, argument); });
+}
+
+// Value(arguments...): of the fields of a date, time_of_day or timestamp, of a local time and its zone for a
+// timestamp_tz or timestamp_ltz.
+template <value Value, typename... Arguments>
+requires requires(typename Value::record_type &record, const Arguments &...arguments) {
+    Value::raising::make(record, arguments...);
+}
+result<Value> try_make(const Arguments &...arguments) noexcept {
+    static constexpr Value zero;
+    return detail::attempt_on(zero, [&](auto &record) { Value::raising::make(record, arguments...); });
 }
 
 // x + y, x - y, x * y, x / y, x % y where the result is of x's type: of numbers, of intervals and numbers, of

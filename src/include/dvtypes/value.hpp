@@ -12,7 +12,8 @@
 //   operator<<, std::hash, std::formatter (format.hpp)      by to_string and key: equal values hash equally
 //
 // What an operation throws is what the C function behind it raises, as dv::error; then the value is as it
-// was.
+// was. Functions such as trunc and round are found without dv:: and by it. Constants of literal values are
+// made when the program starts, those of a default or a record by the compiler.
 
 #ifndef DVTYPES_VALUE_HPP
 #define DVTYPES_VALUE_HPP
@@ -49,8 +50,10 @@ class basic_value {
   public:
     using record_type = Record;
 
+    // The C record, for its functions.
     constexpr const Record &record() const noexcept { return record_; }
 
+    // A value of a record that is known to be valid; nothing is checked.
     static Derived of_valid(const Record &record) noexcept {
         Derived x;
         record_of(x) = record;
@@ -94,10 +97,11 @@ class keyed_value : public basic_value<Derived, Record> {
     }
 };
 
-// A record whose first KeySize bytes have, in unsigned bytewise order, the order of the values.
+// A record whose first KeySize bytes, its key, have in unsigned bytewise order the order of the values.
 template <typename Derived, typename Record, size_t KeySize = sizeof(Record)>
 class ordered_value : public keyed_value<Derived, Record> {
   public:
+    // Bytes whose unsigned order is that of the values; they lie in the value.
     std::span<const uint8_t, KeySize> key() const noexcept {
         return std::span<const uint8_t, KeySize>(reinterpret_cast<const uint8_t *>(&this->record_), KeySize);
     }
@@ -115,6 +119,18 @@ concept value = requires {
 }
 &&std::derived_from<T, detail::basic_value<T, typename T::record_type>>;
 
+namespace detail {
+
+// x after operation(its record), which may raise.
+template <value T, typename Operation>
+T changed(T x, const Operation &operation) {
+    guarded([&] { operation(T::record_of(x)); });
+    return x;
+}
+
+}  // namespace detail
+
+// Writes to_string().
 template <value T>
 std::ostream &operator<<(std::ostream &out, const T &x) {
     return out << x.to_string();

@@ -8,6 +8,7 @@
 // std::cout << (call == dv::timestamp_tz("2026-11-21 00:30 +00:00")) << '\n';  // 1
 // ```
 //
+// The present is chrono_cast<timestamp_tz>(std::chrono::system_clock::now()), shown by at(zone) (chrono.hpp).
 // Both are instants, compared as such: == and hash know nothing of zones. Texts are those of dvtypes/iso.h,
 // with the zone and the abbreviation in force, so that of a local time that clocks showed twice each meaning
 // comes back. A text without a zone is of +00:00.
@@ -39,6 +40,7 @@ class zone : public detail::keyed_value<zone, timezone_t> {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
+    // Of a valid record (bytes.hpp checks one).
     constexpr explicit zone(const timezone_t &record) noexcept : keyed_value(record) {}
     // Of the host; not while another thread changes the environment.
     static zone of_host() {
@@ -47,19 +49,22 @@ class zone : public detail::keyed_value<zone, timezone_t> {
         return x;
     }
 
+    // 0..579 for a region, whose entry is region_tab_[number()]; 581 for a fixed offset.
+    constexpr int number() const noexcept { return record_.zone_id[0] << 8 | record_.zone_id[1]; }
+    // "Europe/Paris", "+09:00".
     std::string name() const {
         char text[TZ_NAME_TEXT_SIZE];
         timezone_get_zone_name(&record_, text, sizeof text);
         return text;
     }
+    // name().
     std::string to_string() const { return name(); }
 
     // Its number, and of a fixed offset the minutes. That of a region is in force at some instant alone.
     constexpr std::array<uint8_t, 4> key() const noexcept {
-        const int id = record_.zone_id[0] << 8 | record_.zone_id[1];
         const int hour = record_.utc_hour - 100;
         const int minutes = hour * 60 + (hour > 0 ? record_.utc_min : -record_.utc_min);
-        const int place = id == TZ_ID_OFFSET ? minutes + 24 * 60 : 0;
+        const int place = number() == TZ_ID_OFFSET ? minutes + 24 * 60 : 0;
         return {record_.zone_id[0], record_.zone_id[1], static_cast<uint8_t>(place >> 8),
                 static_cast<uint8_t>(place & 0xFF)};
     }
@@ -78,35 +83,48 @@ class timestamp_ltz : public detail::ordered_value<timestamp_ltz, dv_ts_ltz_t> {
             dv_ts_tz_from_iso(&zoned, text.data, text.length);
             x.utc = zoned.utc;
         }
+        static void make(dv_ts_ltz_t &x, const timestamp &local, const zone &zone) {
+            dv_ts_ltz_from_timestamp(&x, &local.record(), &zone.record());
+        }
         static void add(dv_ts_ltz_t &x, const interval_ds &y) { timestamp::raising::add(x.utc, y); }
         static void sub(dv_ts_ltz_t &x, const interval_ds &y) { timestamp::raising::add(x.utc, -y); }
     };
 
+    // 1970-01-01 00:00:00 +00:00.
     constexpr timestamp_ltz() noexcept : ordered_value({timestamp().record()}) {}
     // A time on the zone's clocks. Throws -5110 when they never showed it.
     timestamp_ltz(const timestamp &local, const dv::zone &zone) : timestamp_ltz() {
-        guarded([&] { dv_ts_ltz_from_timestamp(&record_, &local.record(), &zone.record()); });
+        guarded([&] { raising::make(record_, local, zone); });
     }
+    // As a timestamp_tz reads it.
     explicit timestamp_ltz(std::string_view text) : timestamp_ltz() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
+    // Of a valid record (bytes.hpp checks one).
     constexpr explicit timestamp_ltz(const dv_ts_ltz_t &record) noexcept : ordered_value(record) {}
+    // The same instant.
     explicit timestamp_ltz(const timestamp_tz &x) noexcept;
 
+    // On the clocks of +00:00.
     timestamp utc() const noexcept { return timestamp(record_.utc); }
-    // Throw -5114 when the local time lies outside the calendar.
+    // On a zone's clocks. Throws -5114 when that lies outside the calendar.
     timestamp local(const dv::zone &zone) const;
+    // The same instant, shown in a zone. Throws -5114 when the local time lies outside the calendar.
     timestamp_tz at(const dv::zone &zone) const;
+    // That of at(zone()).
     std::string to_string() const;
 
+    // Later or earlier. Throw -5114 beyond the calendar.
     timestamp_ltz &operator+=(const interval_ds &y) {
         return change([&](dv_ts_ltz_t &x) { raising::add(x, y); });
     }
     timestamp_ltz &operator-=(const interval_ds &y) { return *this += -y; }
+    // As the assignments.
     friend timestamp_ltz operator+(timestamp_ltz x, const interval_ds &y) { return x += y; }
     friend timestamp_ltz operator+(const interval_ds &x, timestamp_ltz y) { return y += x; }
     friend timestamp_ltz operator-(timestamp_ltz x, const interval_ds &y) { return x -= y; }
+    // The time from y to x, exact.
     friend interval_ds operator-(const timestamp_ltz &x, const timestamp_ltz &y) noexcept {
         return x.utc() - y.utc();
     }
@@ -119,6 +137,9 @@ class timestamp_tz : public detail::basic_datetime<timestamp_tz, dv_ts_tz_t, siz
     struct raising {
         static void read(dv_ts_tz_t &x, const detail::text_argument &text) {
             dv_ts_tz_from_iso(&x, text.data, text.length);
+        }
+        static void make(dv_ts_tz_t &x, const timestamp &local, const zone &zone) {
+            dv_ts_tz_from_timestamp(&x, &local.record(), &zone.record());
         }
         template <interval Interval>
         static void add(dv_ts_tz_t &x, const Interval &y) {
@@ -139,25 +160,40 @@ class timestamp_tz : public detail::basic_datetime<timestamp_tz, dv_ts_tz_t, siz
         }
     };
 
+    // 1970-01-01 00:00:00 +00:00.
     constexpr timestamp_tz() noexcept : basic_datetime({timestamp().record(), dv::zone().record()}) {}
     // A time on the zone's clocks; of one that they showed twice, the later meaning. Throws -5110 when they
     // never showed it.
     timestamp_tz(const timestamp &local, const dv::zone &zone) : timestamp_tz() {
-        guarded([&] { dv_ts_tz_from_timestamp(&record_, &local.record(), &zone.record()); });
+        guarded([&] { raising::make(record_, local, zone); });
     }
+    // "2026-11-21 09:30 Asia/Seoul", "2026-11-21T00:30:00Z", "2026-10-25 02:30 Europe/Paris CEST"; throws
+    // -5113, -5114, -5104, -5110 and what dv_ts_tz_from_iso raises.
     explicit timestamp_tz(std::string_view text) : timestamp_tz() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
     }
+    // Of a valid record (bytes.hpp checks one).
     constexpr explicit timestamp_tz(const dv_ts_tz_t &record) noexcept : basic_datetime(record) {}
 
+    // On the clocks of +00:00.
     timestamp utc() const noexcept { return timestamp(record_.utc); }
+    // On the clocks of its zone.
     timestamp local() const {
         dv_timestamp_t local;
         guarded([&] { dv_timestamp_from_ts_tz(&local, &record_); });
         return timestamp(local);
     }
+    // The zone, as the value keeps it: a region, or a fixed offset.
     dv::zone zone() const noexcept { return dv::zone(record_.tz); }
+    // By how much its clocks are ahead of those of +00:00, to the minute.
+    interval_ds offset() const { return local() - utc(); }
+    // What its clocks are called then, such as "CEST"; empty for a fixed offset.
+    std::string abbreviation() const {
+        char text[TZ_ABBREV_TEXT_SIZE];
+        timezone_get_zone_abbr(&record_.tz, &detail::date_part(record_.utc), text, sizeof text);
+        return text;
+    }
 
     // The same instant in another zone. Throws -5114 when its local time there lies outside the calendar.
     timestamp_tz at(const dv::zone &zone) const {
@@ -168,12 +204,14 @@ class timestamp_tz : public detail::basic_datetime<timestamp_tz, dv_ts_tz_t, siz
         });
     }
 
+    // "2026-11-21 09:30:00.000000000 Asia/Seoul KST", "2026-11-21 09:30:00.000000000 +09:00".
     std::string to_string() const {
         char text[DV_ISO_TS_TZ_SIZE];
         guarded([&] { dv_ts_tz_to_iso(&record_, text, sizeof text); });
         return text;
     }
 
+    // The time from y to x, exact.
     friend interval_ds operator-(const timestamp_tz &x, const timestamp_tz &y) noexcept {
         return x.utc() - y.utc();
     }
