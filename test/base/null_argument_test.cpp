@@ -211,7 +211,17 @@ const null_group_t _groups[] = {
     {"column != NULL", 0, null_cases<dv_column_count_valid>()},
     {"are_columns(x, y, result)", 1 << 3,
      null_cases<number_column_add, number_column_sub, number_column_mul, number_column_div, number_column_mod,
-                number_column_rem>()}};
+                number_column_rem>()},
+    {"are_columns(x, result)", 1 << 2,
+     null_cases<number_column_negate, number_column_abs, number_column_to_text, number_column_to_int32,
+                number_column_to_int64, number_column_to_double>()},
+    {"are_columns(x, result)", 1 << 4,
+     null_cases<number_column_round_to_places, number_column_force_prec_scale>()},
+    {"are_columns(x, result)", 1 << 2 | 1 << 4, null_cases<number_column_to_text_fmt>()},
+    {"are_columns(text, result)", 1 << 2, null_cases<number_column_from_text>()},
+    {"are_columns(text, result)", 1 << 2 | 1 << 4, null_cases<number_column_from_text_fmt>()},
+    {"are_columns(v, result)", 1 << 2,
+     null_cases<number_column_from_int32, number_column_from_int64, number_column_from_double>()}};
 // clang-format on
 
 // NULL has a meaning for these: it is dumped, comes first, or is an empty model, text or name. And one

@@ -62,6 +62,14 @@ struct row_outcome_t {
     row_t value;
 };
 
+// That of a function that makes a NUMBER: fn(x), where x is `from` at first.
+template <typename F>
+row_outcome_t number_outcome(const number_t &from, F &&fn) {
+    number_t x = from;
+    const int code = raise_of([&] { fn(&x); });
+    return code != 0 ? row_outcome_t{code, std::nullopt} : row_outcome_t{0, row_of(x)};
+}
+
 struct column_case_t {
     std::vector<rows_t> operands;  // all of the same count
     std::vector<values_t> kinds;   // of the operands

@@ -6,11 +6,9 @@
 //
 // A column describes memory of the caller; nothing is copied, kept or allocated. Its values lie
 //   - by stride: row i at values + i * stride. The distance may be larger than the value, so that a column
-//   can
-//     be a member of an array of structs. With the stride 0 every row has the same value: a constant;
+//     can be a member of an array of structs. With the stride 0 every row has the same value: a constant;
 //   - by offsets: row i is the bytes [offsets[i], offsets[i + 1]) of values. So lie texts and, less their
-//   size
-//     byte, NUMBERs. This is the layout of variable-length values in the Arrow columnar format.
+//     size byte, NUMBERs. This is the layout of variable-length values in the Arrow columnar format.
 // Which rows have a value tells a validity bitmap, as there: least significant bit first, 1 for a value.
 //
 // Rows without a value. A row of a result has a value where every operand has one and the operation did not

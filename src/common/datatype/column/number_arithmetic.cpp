@@ -19,13 +19,15 @@ struct arithmetic_t {
     uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
 
     bool row(int64_t row) {
-        number_t x_buffer, y_buffer;
+        number_t x_buffer, y_buffer, buffer;
         const number_t *const x = number_at(*operand[0], row, x_buffer);
-        const number_t *const y = number_at(*operand[1], row, y_buffer);
+        const number_t *y = number_at(*operand[1], row, y_buffer);
         if (x == nullptr || y == nullptr) return false;
-        number_t value = *x;
+        number_t &value = values.place_of(row, buffer);
+        if (&value == y && x != y) y = &(y_buffer = *y);  // x goes where y is
+        value = *x;
         function(&value, y);
-        values.store(row, value);
+        values.keep(row, value);
         return true;
     }
 

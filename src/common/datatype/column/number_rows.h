@@ -4,7 +4,7 @@
 #define DV_COLUMN_NUMBER_ROWS_H
 
 #include "../number/number_layout.h"
-#include "column_layout.h"
+#include "column_run.h"
 
 namespace dv::impl {
 
@@ -24,21 +24,22 @@ inline const number_t *number_at(const dv_column_t &column, int64_t row, number_
     return &buffer;
 }
 
-// The NUMBERs of a result.
+// The NUMBERs of a result. A row's value is made in its place, which is that of the column by stride and a
+// buffer by offsets, and then kept.
 struct number_result_t {
     appended_rows_t appended;
 
     explicit number_result_t(const dv_column_t *column) : appended{column} {}
     const dv_column_t &column() const { return *appended.column; }
 
-    // Raises when a result by offsets has no room.
-    void store(int64_t row, const number_t &x) {
-        if (column().offsets == nullptr) {
-            value_at<number_t>(column(), row) = x;
-        } else {
-            memcpy(appended.append(row, x.size), &x.signexp, x.size);
-        }
+    number_t &place_of(int64_t row, number_t &buffer) const {
+        return column().offsets == nullptr ? value_at<number_t>(column(), row) : buffer;
     }
+    // Raises when a result by offsets has no room.
+    void keep(int64_t row, const number_t &place) {
+        if (column().offsets != nullptr) memcpy(appended.append(row, place.size), &place.signexp, place.size);
+    }
+
     void store_none(int64_t row) const {
         if (column().offsets == nullptr) {
             value_at<number_t>(column(), row).size = 0;
@@ -47,6 +48,37 @@ struct number_result_t {
         }
     }
 };
+
+// An operation on one column of NUMBERs: `Change` is a plain struct that changes a record in place, and may
+// raise.
+template <typename Change>
+struct number_change_t {
+    const dv_column_t *operand[1];
+    dv_column_t *result;
+    Change change;
+    number_result_t values{result};
+
+    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
+
+    bool row(int64_t row) {
+        number_t x_buffer, buffer;
+        const number_t *const x = number_at(*operand[0], row, x_buffer);
+        if (x == nullptr) return false;
+        number_t &value = values.place_of(row, buffer);
+        value = *x;
+        change(value);
+        values.keep(row, value);
+        return true;
+    }
+
+    void no_value(int64_t row) const { values.store_none(row); }
+};
+
+template <typename Change>
+void change_numbers(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults, Change change) {
+    number_change_t<Change> operation = {{x}, result, change};
+    column_run(operation, result->count, faults);
+}
 
 }  // namespace dv::impl
 

@@ -17,6 +17,7 @@ using namespace dv::impl;
 namespace {
 
 constexpr int _hex_base = 16;
+
 [[noreturn, gnu::cold]] void refuse_text_(int line = __builtin_LINE()) {
     raise(error_at(ERR_NUMBER_TEXT, __FILE__, line, "number_from_str_fmt"));
 }
@@ -26,8 +27,9 @@ std::string_view without_leading_blanks_(std::string_view text) {
     return text;
 }
 
-// x = 16 x + digit, in 64 bits as long as they hold it, then as NUMBER operations.
-void read_hexadecimal_(number_t &x, std::string_view text) {
+// x = 16 x + digit, in 64 bits as long as they hold it, then as NUMBER operations; false: the text is
+// refused.
+bool read_hexadecimal_(number_t &x, std::string_view text) {
     constexpr uint64_t exact_max = (UINT64_MAX - (_hex_base - 1)) / _hex_base;
     number_t base, digit;
     number_from_uint8(&base, _hex_base);
@@ -35,7 +37,7 @@ void read_hexadecimal_(number_t &x, std::string_view text) {
     bool is_small = true;
     for (const char c : text.substr(0, text.find(' '))) {
         const int digit_value = hex_digit_of(c);  // in upper case, as the writer writes them
-        if (digit_value < 0) refuse_text_();
+        if (digit_value < 0) return false;
         if (is_small && value <= exact_max) {
             value = value * _hex_base + static_cast<uint64_t>(digit_value);
             continue;
@@ -47,13 +49,15 @@ void read_hexadecimal_(number_t &x, std::string_view text) {
         number_add(&x, &digit);
     }
     if (is_small) number_from_uint64(&x, value);
+    return true;
 }
 
 // A text being read under a model, and the numeric text that comes of it.
 struct gathering_t {
     std::string_view rest;
-    int empty_positions;  // leading digit elements that the text leaves out
+    int empty_positions = 0;  // leading digit elements that the text leaves out
     bool has_digit = false;
+    bool is_refused = false;
     int length = 0;
     char text[NUMBER_FMT_MAX + 2] = {};  // sign, a character for each element, NUL
 
@@ -61,8 +65,8 @@ struct gathering_t {
 };
 
 void expect_(gathering_t &in, std::string_view text) {
-    if (!in.rest.starts_with(text)) refuse_text_();
-    in.rest.remove_prefix(text.size());
+    in.is_refused |= !in.rest.starts_with(text);
+    if (!in.is_refused) in.rest.remove_prefix(text.size());
 }
 
 // Any character: the plain conversion knows what may stand where.
@@ -112,47 +116,80 @@ void take_element_(gathering_t &in, char element) {
     }
 }
 
-// Leading digit positions that a text leaves empty. Every digit in front of the first point counts, so that a
-// currency in front of them does not matter.
+// Leading digit positions that a text leaves empty; below 0: it has more digits. Every digit in front of the
+// first point counts, so that a currency in front of them does not matter.
 int empty_positions_(std::string_view text, int pos_msd) {
     const std::string_view integer = text.substr(0, text.find('.'));
     const auto digits = std::count_if(integer.begin(), integer.end(), is_digit);
-    if (digits > pos_msd + 1) refuse_text_();
-    return pos_msd + 1 - static_cast<int>(digits);
+    return pos_msd + 1 - static_cast<int>(std::min<std::ptrdiff_t>(digits, pos_msd + 2));
 }
 
-void read_decimal_(number_t &x, std::string_view text, const number_parse_result_t &pr,
-                   std::string_view digit_part) {
-    gathering_t in{without_leading_blanks_(text), empty_positions_(text, pr.pos_msd)};
+// False: the text is refused. What is gathered ends in a NUL, so that it may be empty.
+bool gather_(gathering_t &in, std::string_view text, const number_model_t &model) {
+    in.rest = without_leading_blanks_(text);
+    in.empty_positions = empty_positions_(text, model.pr.pos_msd);
+    if (in.empty_positions < 0) return false;
     if (in.rest.starts_with('-')) take_character_(in);
-    if (pr.currency_type == NUMBER_FMT_CURRENCY_DOLLAR) expect_(in, "$");
-    for (const char element : digit_part) take_element_(in, element);
-    if (!without_leading_blanks_(in.rest).empty()) refuse_text_();
+    if (model.pr.currency_type == NUMBER_FMT_CURRENCY_DOLLAR) expect_(in, "$");
+    for (int i = 0; i < model.elements && !in.is_refused; ++i) take_element_(in, model.pr.fmt_dig[i]);
+    if (in.is_refused || !without_leading_blanks_(in.rest).empty()) return false;
     // The plain conversion would take a "+" for the sign.
-    if (without_leading_blanks_({in.text, static_cast<size_t>(in.length)}).starts_with('+')) refuse_text_();
-    number_from_str(&x, in.length, in.text, nullptr);  // a length of 0: up to the NUL
+    return !without_leading_blanks_({in.text, static_cast<size_t>(in.length)}).starts_with('+');
+}
+
+// Under any model; `plain` reads plain numeric text, a length of 0 meaning: up to the NUL. False: the text is
+// refused under the model.
+template <typename Plain>
+bool read_under_(number_t &x, std::string_view text, const number_model_t &model, Plain plain) {
+    if (model.whole != whole_model_e::NONE) {  // to the plain conversion a length of 0 is none
+        if (!text.empty()) plain(x, static_cast<int>(text.size()), text.data());
+        return !text.empty();
+    }
+    if (model.pr.in_hexadecimal != 0) return read_hexadecimal_(x, without_leading_blanks_(text));
+    gathering_t in;
+    if (!gather_(in, text, model)) return false;
+    plain(x, in.length, in.text);
+    return true;
+}
+
+void read_or_raise_(number_t &x, std::string_view text, const number_model_t &model) {
+    const auto plain = [](number_t &to, int length, const char *str) {
+        number_from_str(&to, length, str, nullptr);
+    };
+    if (!read_under_(x, text, model, plain)) refuse_text_();
 }
 
 }  // namespace
 
+void dv::impl::make_reading_model(std::string_view text, number_model_t &model) {
+    model.text = text;
+    model.whole = whole_model(text);
+    if (model.whole == whole_model_e::ROMAN)
+        raise(error_at(ERR_NUMBER_MODEL, __FILE__, __LINE__, "number_from_str_fmt"));
+    if (model.whole == whole_model_e::TM || model.whole == whole_model_e::TME) return;
+    model.whole = whole_model_e::NONE;  // FMRN is none to read under: left to the compiler to refuse
+    model.elements = compile_model(text, model.pr);
+}
+
+void dv::impl::number_from_text_under(number_t &x, std::string_view text, const number_model_t &model) {
+    if (!read_under_plain_model(x, text, model.text)) read_or_raise_(x, text, model);
+}
+
+int dv::impl::number_try_from_text_under(number_t &x, std::string_view text, const number_model_t &model) {
+    if (read_under_plain_model(x, text, model.text)) return 0;
+    int code = 0;
+    const auto plain = [&code](number_t &to, int length, const char *str) {
+        code = number_try_from_str(&to, length, str);
+    };
+    return read_under_(x, text, model, plain) ? code : int{ERR_NUMBER_TEXT};
+}
+
 extern "C" void number_from_str_fmt(number_t *x, int str_len, const char *str, int fmt_len, const char *fmt) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     const std::string_view text(str, static_cast<size_t>(std::max(str_len, 0)));
-    const std::string_view model = model_of(fmt, fmt_len);
-    if (read_under_plain_model(*x, text, model)) return;
-    switch (whole_model(model)) {
-        case whole_model_e::TM:
-        case whole_model_e::TME:
-            if (text.empty()) raise(ERR_NUMBER_TEXT);  // to number_from_str a length of 0 is none
-            return number_from_str(x, str_len, str, nullptr);
-        case whole_model_e::ROMAN:
-            raise(ERR_NUMBER_MODEL);
-        case whole_model_e::ROMAN_UNFILLED:  // no model to read under: left to the compiler to refuse
-        case whole_model_e::NONE:
-            break;
-    }
-    number_parse_result_t pr;
-    const int elements = compile_model(model, pr);
-    if (pr.in_hexadecimal != 0) return read_hexadecimal_(*x, without_leading_blanks_(text));
-    read_decimal_(*x, text, pr, {pr.fmt_dig, static_cast<size_t>(elements)});
+    const std::string_view model_text = model_of(fmt, fmt_len);
+    if (read_under_plain_model(*x, text, model_text)) return;
+    number_model_t model;
+    make_reading_model(model_text, model);
+    read_or_raise_(*x, text, model);
 }

@@ -34,6 +34,24 @@ whole_model_e whole_model(std::string_view model);
 // fmt_dig.
 int compile_model(std::string_view model, number_parse_result_t &pr);
 
+// A model made ready once for many values. It refers to the text of the model.
+struct number_model_t {
+    std::string_view text;
+    whole_model_e whole;
+    int elements;              // characters of pr.fmt_dig
+    number_parse_result_t pr;  // only of a model that does not stand for itself
+};
+
+// Raises what number_to_str_fmt and number_from_str_fmt raise of a model.
+void make_number_model(std::string_view text, number_model_t &model);
+void make_reading_model(std::string_view text, number_model_t &model);
+
+// number_to_str_fmt and number_from_str_fmt, in whose names they raise; the last with the code of a refused
+// text as its result, though under X it still raises what is beyond the range.
+void number_to_text_under(const number_t &x, int buf_size, char *str, const number_model_t &model);
+void number_from_text_under(number_t &x, std::string_view text, const number_model_t &model);
+[[nodiscard]] int number_try_from_text_under(number_t &x, std::string_view text, const number_model_t &model);
+
 }  // namespace dv::impl
 
 #endif  // DV_NUMBER_FMT_INTERNAL_H

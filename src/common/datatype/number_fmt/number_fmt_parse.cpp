@@ -218,6 +218,12 @@ int dv::impl::compile_model(std::string_view model, number_parse_result_t &pr) {
     return scan.copied;
 }
 
+void dv::impl::make_number_model(std::string_view text, number_model_t &model) {
+    model.text = text;
+    model.whole = whole_model(text);
+    if (model.whole == whole_model_e::NONE) model.elements = compile_model(text, model.pr);
+}
+
 extern "C" void number_fmt_parse(const char *fmt, number_parse_result_t *pr) {
     if (!DV_ASSERT(fmt != NULL && pr != NULL)) return;
     compile_model({fmt, strnlen(fmt, NUMBER_FMT_MAX + 1)}, *pr);

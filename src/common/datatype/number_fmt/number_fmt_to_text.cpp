@@ -50,7 +50,7 @@ char *put_text_(char *out, std::string_view text) {
 }
 
 struct model_t {
-    number_parse_result_t pr;
+    const number_parse_result_t &pr;
     int elements;  // in fmt_dig
 
     std::string_view digit_part() const { return {pr.fmt_dig, static_cast<size_t>(elements)}; }
@@ -208,23 +208,25 @@ void drop_fill_(char *str) {
 
 }  // namespace
 
-extern "C" void number_to_str_fmt(const number_t *x, int buf_size, char *str, int fmt_len, const char *fmt) {
-    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
-    const std::string_view text = model_of(fmt, fmt_len);
-    switch (whole_model(text)) {
+void dv::impl::number_to_text_under(const number_t &x, int buf_size, char *str, const number_model_t &model) {
+    switch (model.whole) {
         case whole_model_e::TM:
-            return write_text_minimum_(*x, buf_size, str, nullptr);
+            return write_text_minimum_(x, buf_size, str, nullptr);
         case whole_model_e::TME:
-            return write_text_minimum_(*x, buf_size, str, "S");
+            return write_text_minimum_(x, buf_size, str, "S");
         case whole_model_e::ROMAN:
-            return _number_to_str_fmt_rn(x, buf_size, str, is_large_letter_(text[0]) ? 1 : 0);
+            return _number_to_str_fmt_rn(&x, buf_size, str, is_large_letter_(model.text[0]) ? 1 : 0);
         case whole_model_e::ROMAN_UNFILLED:
-            _number_to_str_fmt_rn(x, buf_size, str, is_large_letter_(text[2]) ? 1 : 0);
+            _number_to_str_fmt_rn(&x, buf_size, str, is_large_letter_(model.text[2]) ? 1 : 0);
             return drop_fill_(str);
         case whole_model_e::NONE:
-            break;
+            return write_under_model_(x, buf_size, str, {model.pr, model.elements});
     }
-    model_t model;
-    model.elements = compile_model(text, model.pr);
-    write_under_model_(*x, buf_size, str, model);
+}
+
+extern "C" void number_to_str_fmt(const number_t *x, int buf_size, char *str, int fmt_len, const char *fmt) {
+    if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
+    number_model_t model;
+    make_number_model(model_of(fmt, fmt_len), model);
+    number_to_text_under(*x, buf_size, str, model);
 }

@@ -1,0 +1,74 @@
+#include <gtest/gtest.h>
+
+#include "column_support.h"
+#include "dvtypes/column_number.h"
+
+namespace dv::test {
+namespace {
+
+constexpr values_t _numbers = {values_t::number, 0};
+
+rows_t random_numbers_(uint64_t seed) {
+    number_source source(seed);
+    rows_t rows(static_cast<size_t>(scaled(20'000)));
+    for (row_t &row : rows) row = source.pick(0, 20) == 0 ? std::nullopt : row_of(source.any());
+    return rows;
+}
+
+// A function of one NUMBER, for columns and alone.
+template <typename Columns, typename Single>
+std::string fault_(const rows_t &x, Columns columns, Single single) {
+    column_case_t c = {{x}, {_numbers}, _numbers};
+    c.room = static_cast<int64_t>(x.size()) * 22;
+    c.run = [&](dv_column_t *const *operands, dv_column_t *result, dv_column_faults_t *faults) {
+        columns(operands[0], result, faults);
+    };
+    c.single = [&](const std::vector<std::string> &values) {
+        return number_outcome(number_of(values[0]), single);
+    };
+    return column_fault(c);
+}
+
+TEST(NumberColumn, ChangesSignsAsTheFunctionsForOneValue) {
+    const rows_t x = random_numbers_(1);
+    EXPECT_EQ(fault_(x, number_column_negate, number_negate), "");
+    EXPECT_EQ(fault_(x, number_column_abs, number_abs), "");
+}
+
+TEST(NumberColumn, RoundsAsTheFunctionForOneValue) {
+    const rows_t x = random_numbers_(2);
+    for (const int64_t places : {int64_t{2}, int64_t{0}, int64_t{-3}, int64_t{37}, INT64_MIN, INT64_MAX}) {
+        for (const int rmode : {NUMBER_RMODE_TRUNC, NUMBER_RMODE_HALF_UP, NUMBER_RMODE_HALF_EVEN}) {
+            const auto columns = [&](const dv_column_t *from, dv_column_t *result,
+                                     dv_column_faults_t *faults) {
+                number_column_round_to_places(from, places, rmode, result, faults);
+            };
+            EXPECT_EQ(fault_(x, columns, [&](number_t *to) { number_round_to_places(to, places, rmode); }),
+                      "")
+                << places << " places, mode " << rmode;
+        }
+    }
+}
+
+struct declaration {
+    int prec, scale;
+};
+constexpr declaration _declarations[] = {
+    {12, 2}, {38, 0}, {5, -3}, {9, 127}, {0, -128}, {NUMBER_NOT_GIVEN, 4}, {7, NUMBER_NOT_GIVEN}};
+
+TEST(NumberColumn, FitsDeclarationsAsTheFunctionForOneValue) {
+    const rows_t x = random_numbers_(3);
+    for (const auto &[prec, scale] : _declarations) {
+        const auto columns = [prec = prec, scale = scale](const dv_column_t *from, dv_column_t *result,
+                                                          dv_column_faults_t *faults) {
+            number_column_force_prec_scale(from, prec, scale, result, faults);
+        };
+        const auto single = [prec = prec, scale = scale](number_t *to) {
+            number_force_prec_scale(to, prec, scale);
+        };
+        EXPECT_EQ(fault_(x, columns, single), "") << prec << ", " << scale;
+    }
+}
+
+}  // namespace
+}  // namespace dv::test
