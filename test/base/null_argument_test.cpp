@@ -209,6 +209,9 @@ const null_group_t _groups[] = {
     {"name != NULL", 0, null_cases<dt_fmt_get_day_idx_of_week>()},
     // Columns
     {"column != NULL", 0, null_cases<dv_column_count_valid>()},
+    {"is_key_part(part)", 0, null_cases<dv_key_size>()},
+    {"is_key_part(part); keys != NULL", 1 << 3, null_cases<dv_column_write_keys>()},
+    {"given(keys, rows, scratch)", 0, null_cases<dv_sort_keys>()},
     {"are_columns(x, y, result)", 1 << 3,
      null_cases<number_column_add, number_column_sub, number_column_mul, number_column_div, number_column_mod,
                 number_column_rem>()},

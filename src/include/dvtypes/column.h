@@ -2,10 +2,12 @@
 //
 //   dvtypes/column_record.h    what a column is, failures by row, vector levels
 //   dvtypes/column_number.h    NUMBER
+//   dvtypes/column_key.h       sort keys of every type, sorting by them
 
 #ifndef DVTYPES_COLUMN_H
 #define DVTYPES_COLUMN_H
 
+#include "dvtypes/column_key.h"
 #include "dvtypes/column_number.h"
 #include "dvtypes/column_record.h"
 

@@ -1,0 +1,228 @@
+// Sort keys: the bytes of values in a form whose unsigned bytewise order is that of the values.
+//
+// Records have such a form already. A NUMBER is filled up with zeros, which come before every digit and every
+// terminator; machine numbers become big-endian with the sign turned, a double that is negative complemented.
+
+#include "dvtypes/column_key.h"
+
+#include "../bytes.h"
+#include "column_run.h"
+#include "dvtypes/datetime_record.h"
+#include "dvtypes/interval.h"
+#include "dvtypes/rowid.h"
+#include "dvtypes/timestamp_record.h"
+#include "number_rows.h"
+
+using namespace dv::impl;
+
+namespace {
+
+__extension__ using uint128_t = unsigned __int128;
+
+constexpr int _number_bytes = NUMBER_SIZE_MAX;
+constexpr int _date_bytes = offsetof(dv_date_t, dummy);
+
+// ---- values to bytes, each in a type of its own: bytes of a value, bytes of its key, how ----
+
+template <int size>
+struct copied_t {
+    static constexpr int key_bytes = size;
+    static void write(uint8_t *key, const void *value) { memcpy(key, value, size); }
+};
+
+struct time_key_t {
+    static constexpr int key_bytes = sizeof(dv_time_t);
+    static void write(uint8_t *key, const void *value) {
+        memcpy(key, value, sizeof(dv_time_t));
+        key[offsetof(dv_time_t, dummy)] = 0;
+    }
+};
+
+struct rowid_key_t {
+    static constexpr int key_bytes = 12;
+    static void write(uint8_t *key, const void *value) {
+        rowid_t rowid;
+        memcpy(&rowid, value, sizeof rowid);
+        store_be32(key, rowid.sgmt);
+        store_be16(key + 4, rowid.file);
+        store_be32(key + 6, rowid.block);
+        store_be16(key + 10, rowid.row);
+    }
+};
+
+template <typename Unsigned>
+struct integer_key_t {
+    static constexpr int key_bytes = sizeof(Unsigned);
+    static void write(uint8_t *key, const void *value) {
+        Unsigned bits;
+        memcpy(&bits, value, sizeof bits);
+        store_be(key, bits ^ Unsigned{1} << (8 * sizeof bits - 1));
+    }
+};
+
+struct int128_key_t {
+    static constexpr int key_bytes = sizeof(uint128_t);
+    static void write(uint8_t *key, const void *value) {
+        uint128_t bits;
+        memcpy(&bits, value, sizeof bits);
+        store_be64(key, static_cast<uint64_t>(bits >> 64) ^ uint64_t{1} << 63);
+        store_be64(key + 8, static_cast<uint64_t>(bits));
+    }
+};
+
+struct double_key_t {
+    static constexpr int key_bytes = sizeof(double);
+    static void write(uint8_t *key, const void *value) {
+        constexpr uint64_t sign = uint64_t{1} << 63;
+        double number;
+        memcpy(&number, value, sizeof number);
+        uint64_t bits = std::bit_cast<uint64_t>(number + 0.0);  // -0 + 0 is 0
+        if (number != number) bits = ~sign;
+        store_be64(key, (bits & sign) != 0 ? ~bits : bits | sign);
+    }
+};
+
+// Ones in the first `size` of 24 bytes, for each size of a record; the bytes behind a record's own are none.
+constexpr auto _record_masks = [] {
+    std::array<std::array<uint64_t, 3>, NUMBER_SIZE_MAX + 1> masks{};
+    for (size_t size = 0; size < masks.size(); ++size) {
+        for (size_t i = 0; i < 3; ++i) {
+            const size_t bytes = size < 8 * i ? 0 : size - 8 * i;
+            masks[size][i] = bytes >= 8 ? ~uint64_t{0} : ~(~uint64_t{0} >> (8 * bytes));
+        }
+    }
+    return masks;
+}();
+
+void write_number_(uint8_t *key, const number_t &x) {
+    const auto &mask = _record_masks[x.size < NUMBER_SIZE_MAX ? x.size : size_t{NUMBER_SIZE_MAX}];
+    store_be64(key, load_be64(&x.signexp) & mask[0]);
+    store_be64(key + 8, load_be64(&x.signexp + 8) & mask[1]);
+    // The last word begins two bytes early, so as to end with the record.
+    const uint64_t last = load_be64(&x.signexp + 14) << 16 & mask[2];
+    store_be32(key + 16, static_cast<uint32_t>(last >> 32));
+    store_be16(key + 20, static_cast<uint16_t>(last >> 16));
+}
+
+// ---- parts ----
+
+struct part_t {
+    const dv_column_t *operand[1];
+    dv_column_t *result;  // none
+    uint8_t *keys;        // the part's place in the first key
+    size_t key_width;     // of whole keys
+    int bytes;            // of a value in the key
+    bool descending;
+    uint8_t null_byte;
+
+    uint8_t *key(int64_t row) const { return keys + static_cast<size_t>(row) * key_width; }
+    void finish(uint8_t *at) const {
+        at[0] = null_byte ^ 1;
+        if (!descending) return;
+        for (int i = 1; i <= bytes; ++i) at[i] = static_cast<uint8_t>(~at[i]);
+    }
+    void no_value(int64_t row) const {
+        key(row)[0] = null_byte;
+        memset(key(row) + 1, 0, static_cast<size_t>(bytes));
+    }
+};
+
+struct number_part_t : part_t {
+    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
+    bool row(int64_t row) const {
+        number_t buffer;
+        const number_t *const x = number_at(*operand[0], row, buffer);
+        if (x == nullptr) return false;
+        write_number_(key(row) + 1, *x);
+        finish(key(row));
+        return true;
+    }
+};
+
+template <typename Writer>
+struct fixed_part_t : part_t {
+    uint64_t block(int64_t row, int count, const uint64_t & /*valid*/) const {
+        for (int i = 0; i < count; ++i) {
+            Writer::write(key(row + i) + 1, value_at(*operand[0], row + i));
+            finish(key(row + i));
+        }
+        return 0;
+    }
+    bool row(int64_t /*row*/) const { return true; }
+};
+
+struct bytes_part_t : part_t {
+    uint64_t block(int64_t row, int count, const uint64_t & /*valid*/) const {
+        for (int i = 0; i < count; ++i) {
+            memcpy(key(row + i) + 1, value_at(*operand[0], row + i), static_cast<size_t>(bytes));
+            finish(key(row + i));
+        }
+        return 0;
+    }
+    bool row(int64_t /*row*/) const { return true; }
+};
+
+template <typename Part>
+void write_part_(const part_t &part, dv_column_faults_t *faults) {
+    Part operation = {part};
+    column_run(operation, part.operand[0]->count, faults);
+}
+
+struct key_type_t {
+    int bytes;  // of a value in the key; 0: as many as the column says
+    void (*write)(const part_t &part, dv_column_faults_t *faults);
+};
+
+template <typename Writer>
+constexpr key_type_t fixed_ = {Writer::key_bytes, write_part_<fixed_part_t<Writer>>};
+
+constexpr key_type_t _key_types[DV_KEY_TYPES] = {
+    // by dv_key_type_e
+    {_number_bytes, write_part_<number_part_t>},
+    fixed_<copied_t<_date_bytes>>,
+    fixed_<time_key_t>,
+    fixed_<copied_t<sizeof(dv_timestamp_t)>>,
+    fixed_<copied_t<sizeof(dv_timestamp_t)>>,
+    fixed_<copied_t<sizeof(dv_timestamp_t)>>,
+    fixed_<copied_t<sizeof(dv_itv_ytm_t)>>,
+    fixed_<copied_t<sizeof(dv_itv_dts_t)>>,
+    fixed_<rowid_key_t>,
+    fixed_<integer_key_t<uint32_t>>,
+    fixed_<integer_key_t<uint64_t>>,
+    fixed_<int128_key_t>,
+    fixed_<double_key_t>,
+    {0, write_part_<bytes_part_t>},
+};
+
+bool is_key_part(const dv_key_part_t *part) {
+    if (!given(part) || !are_columns(part->column) || part->type < 0 || part->type >= DV_KEY_TYPES)
+        return false;
+    if (part->type == DV_KEY_BYTES && part->column->size < 0) return false;
+    return part->type == DV_KEY_NUMBER || part->column->offsets == nullptr;
+}
+
+int value_bytes_(const dv_key_part_t &part) {
+    const int bytes = _key_types[part.type].bytes;
+    return bytes != 0 ? bytes : static_cast<int>(part.column->size);
+}
+
+}  // namespace
+
+extern "C" size_t dv_key_size(const dv_key_part_t *part) {
+    if (!DV_ASSERT(is_key_part(part))) return 0;
+    return 1 + static_cast<size_t>(value_bytes_(*part));
+}
+
+extern "C" void dv_column_write_keys(const dv_key_part_t *part, void *keys, size_t width,
+                                     dv_column_faults_t *faults) {
+    if (!DV_ASSERT(keys != NULL) || !DV_ASSERT(is_key_part(part))) return;
+    const auto null_byte = static_cast<uint8_t>(part->nulls == DV_KEY_NULLS_LAST);
+    const part_t written = {{part->column},
+                            nullptr,
+                            static_cast<uint8_t *>(keys),
+                            width,
+                            value_bytes_(*part),
+                            part->order == DV_KEY_DESCENDING,
+                            null_byte};
+    _key_types[part->type].write(written, faults);
+}

@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "column_support.h"
+#include "dvtypes/column_key.h"
+#include "dvtypes/datetime.h"
+#include "dvtypes/interval.h"
+#include "dvtypes/rowid.h"
+#include "dvtypes/timestamp_tz.h"
+
+namespace dv::test {
+namespace {
+
+__extension__ using int128_t = __int128;
+
+template <typename T>
+T value_(const std::string &bytes) {
+    T value;
+    std::memcpy(&value, bytes.data(), sizeof value);
+    return value;
+}
+
+template <typename T>
+int by_less_(const std::string &x, const std::string &y) {
+    return int{value_<T>(y) < value_<T>(x)} - int{value_<T>(x) < value_<T>(y)};
+}
+
+template <typename T, int (*compare)(const T *, const T *)>
+int by_function_(const std::string &x, const std::string &y) {
+    const T left = value_<T>(x), right = value_<T>(y);
+    const int order = compare(&left, &right);
+    return int{order > 0} - int{order < 0};
+}
+
+int by_number_(const std::string &x, const std::string &y) {
+    const number_t left = number_of(x), right = number_of(y);
+    return std::clamp(number_cmp(&left, &right), -1, 1);
+}
+
+int by_double_(const std::string &x, const std::string &y) {
+    const auto left = value_<double>(x), right = value_<double>(y);
+    if (std::isnan(left) || std::isnan(right)) return int{std::isnan(left)} - int{std::isnan(right)};
+    return by_less_<double>(x, y);
+}
+
+int by_rowid_(const std::string &x, const std::string &y) {
+    const auto fields = [](const std::string &bytes) {
+        const auto id = value_<rowid_t>(bytes);
+        return std::make_tuple(id.sgmt, id.file, id.block, id.row);
+    };
+    return int{fields(y) < fields(x)} - int{fields(x) < fields(y)};
+}
+
+int by_bytes_(const std::string &x, const std::string &y) { return int{y < x} - int{x < y}; }
+
+struct key_case {
+    const char *name;
+    dv_key_type_e type;
+    int64_t width;
+    int (*order)(const std::string &x, const std::string &y);
+};
+constexpr key_case _cases[] = {
+    {"NUMBER", DV_KEY_NUMBER, 0, by_number_},
+    {"DATE", DV_KEY_DATE, sizeof(dv_date_t), by_function_<dv_date_t, dv_date_compare>},
+    {"TIME", DV_KEY_TIME, sizeof(dv_time_t), by_function_<dv_time_t, dv_time_compare>},
+    {"TIMESTAMP", DV_KEY_TIMESTAMP, sizeof(dv_timestamp_t),
+     by_function_<dv_timestamp_t, dv_timestamp_compare>},
+    {"TS_TZ", DV_KEY_TS_TZ, sizeof(dv_ts_tz_t), by_function_<dv_ts_tz_t, dv_ts_tz_compare>},
+    {"TS_LTZ", DV_KEY_TS_LTZ, sizeof(dv_ts_ltz_t), by_function_<dv_ts_ltz_t, dv_ts_ltz_compare>},
+    {"ITV_YTM", DV_KEY_ITV_YTM, sizeof(dv_itv_ytm_t), by_function_<dv_itv_ytm_t, dv_itv_ytm_compare>},
+    {"ITV_DTS", DV_KEY_ITV_DTS, sizeof(dv_itv_dts_t), by_function_<dv_itv_dts_t, dv_itv_dts_compare>},
+    {"ROWID", DV_KEY_ROWID, sizeof(rowid_t), by_rowid_},
+    {"int32", DV_KEY_INT32, sizeof(int32_t), by_less_<int32_t>},
+    {"int64", DV_KEY_INT64, sizeof(int64_t), by_less_<int64_t>},
+    {"int128", DV_KEY_INT128, sizeof(int128_t), by_less_<int128_t>},
+    {"double", DV_KEY_DOUBLE, sizeof(double), by_double_},
+    {"bytes", DV_KEY_BYTES, 3, by_bytes_},
+};
+static_assert(std::size(_cases) == DV_KEY_TYPES);
+
+// Values of which many share their first bytes, and some are equal.
+rows_t rows_(const key_case &c, number_source &source, size_t count) {
+    rows_t rows;
+    std::string bytes(static_cast<size_t>(c.width), '\x64');
+    for (size_t i = 0; i < count; ++i) {
+        if (c.type == DV_KEY_NUMBER) {
+            rows.push_back(row_of(source.any()));
+        } else {
+            const int changed = source.pick(0, static_cast<int>(c.width));
+            if (changed < c.width) bytes[static_cast<size_t>(changed)] = static_cast<char>(source.bits());
+            if (c.type == DV_KEY_DATE || c.type == DV_KEY_TIME) bytes[c.type == DV_KEY_DATE ? 7 : 3] = 0;
+            rows.push_back(bytes);
+        }
+        if (source.pick(0, 20) == 0) rows.back() = std::nullopt;
+    }
+    return rows;
+}
+
+std::vector<std::string> keys_(const dv_column_t &column, const key_case &c, dv_key_order_e order,
+                               dv_key_nulls_e nulls) {
+    const dv_key_part_t part = {&column, c.type, order, nulls};
+    const size_t width = dv_key_size(&part), count = static_cast<size_t>(column.count);
+    const guarded memory(count * (width + 2));  // a byte of other parts on each side
+    dv_column_write_keys(&part, memory.text() + 1, width + 2, nullptr);
+    std::vector<std::string> keys;
+    for (size_t i = 0; i < count; ++i) keys.emplace_back(memory.text() + i * (width + 2) + 1, width);
+    EXPECT_TRUE(memory.intact());
+    return keys;
+}
+
+int wanted_(const key_case &c, const row_t &x, const row_t &y, dv_key_order_e order, dv_key_nulls_e nulls) {
+    if (!x || !y) {
+        const int null_order = int{y.has_value()} - int{x.has_value()};  // without a value: behind
+        return nulls == DV_KEY_NULLS_LAST ? null_order : -null_order;
+    }
+    const int ascending = c.order(*x, *y);
+    return order == DV_KEY_ASCENDING ? ascending : -ascending;
+}
+
+}  // namespace
+
+TEST(ColumnKey, OrdersBytesAsValuesInEveryTypeAndDirection) {
+    number_source source(20261123);
+    const auto count = static_cast<size_t>(scaled(3'000));
+    for (const key_case &c : _cases) {
+        const rows_t rows = rows_(c, source, count);
+        for (const bool by_offsets : {false, c.type == DV_KEY_NUMBER}) {
+            test_column column(rows, {c.type == DV_KEY_NUMBER ? values_t::number : values_t::fixed, c.width},
+                               {by_offsets, 5, 3});
+            for (const auto order : {DV_KEY_ASCENDING, DV_KEY_DESCENDING}) {
+                for (const auto nulls : {DV_KEY_NULLS_FIRST, DV_KEY_NULLS_LAST}) {
+                    const auto keys = keys_(*column.get(), c, order, nulls);
+                    for (size_t i = 0; i < count; ++i) {
+                        const size_t j = source.bits() % count;
+                        const int got = std::clamp(keys[i].compare(keys[j]), -1, 1);
+                        ASSERT_EQ(got, wanted_(c, rows[i], rows[j], order, nulls))
+                            << c.name << " rows " << i << " and " << j << ", order " << order << ", nulls "
+                            << nulls << ", by offsets " << by_offsets;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(ColumnKey, OfNumbersOutsideTheirColumnFailsAndCountsAsNoValue) {
+    int32_t offsets[] = {0, 2, 9, 4};
+    char bytes[] = "\xC1\x81\xC1\x82";
+    dv_column_t column{};
+    column.count = 3;
+    column.values = bytes;
+    column.offsets = offsets;
+    column.size = 4;
+    const dv_key_part_t part = {&column, DV_KEY_NUMBER, DV_KEY_ASCENDING, DV_KEY_NULLS_LAST};
+    uint8_t keys[3 * 23];
+    int32_t codes[3];
+    dv_column_faults_t faults = {codes, nullptr, 0, 0, 0, 0};
+    dv_column_write_keys(&part, keys, 23, &faults);
+    EXPECT_EQ(std::vector<int32_t>(codes, codes + 3), (std::vector<int32_t>{0, -5120, -5120}));
+    EXPECT_EQ(keys[0], 0);
+    EXPECT_EQ(keys[1], 0xC1);
+    EXPECT_EQ(keys[23], 1);
+    EXPECT_EQ(keys[46], 1);
+    EXPECT_EQ(faults.first, 1);
+}
+
+struct sort_case {
+    const char *name;
+    size_t width;
+    int varying;  // bytes in which keys differ, from the end
+    int values;   // of such a byte
+};
+constexpr sort_case _sorts[] = {
+    {"one byte", 1, 1, 256},
+    {"few values", 9, 9, 2},
+    {"all equal", 5, 0, 1},
+    {"two words", 14, 14, 256},
+    {"long runs", 30, 20, 2},
+    {"differ late", 40, 2, 256},
+    {"digits of a NUMBER", 23, 6, 100},
+    {"short runs", 24, 24, 16},
+};
+
+// Stable: equal keys by their rows.
+TEST(ColumnSort, GivesTheOrderOfAStableSortByMemcmp) {
+    number_source source(7);
+    for (const sort_case &c : _sorts) {
+        for (const long count : {0L, 1L, 2L, 24L, 25L, scaled(30'000)}) {
+            std::vector<uint8_t> keys(static_cast<size_t>(count) * c.width + 1, 0x40);
+            for (size_t i = 0; i < keys.size(); ++i) {
+                const bool varies = i % c.width >= c.width - static_cast<size_t>(c.varying);
+                if (varies) keys[i] = static_cast<uint8_t>(source.bits() % static_cast<unsigned>(c.values));
+            }
+            std::vector<int64_t> wanted(static_cast<size_t>(count)), rows(wanted.size() + 1, -9);
+            std::iota(wanted.begin(), wanted.end(), 0);
+            std::stable_sort(wanted.begin(), wanted.end(), [&](int64_t x, int64_t y) {
+                const auto key = [&](int64_t row) {
+                    return keys.data() + static_cast<size_t>(row) * c.width;
+                };
+                return std::memcmp(key(x), key(y), c.width) < 0;
+            });
+            const guarded scratch(dv_sort_scratch_size(count, c.width));
+            dv_sort_keys(keys.data(), c.width, count, rows.data(), scratch.text());
+            EXPECT_EQ(rows.back(), -9);
+            rows.pop_back();
+            ASSERT_EQ(rows, wanted) << c.name << ", " << count << " rows";
+            ASSERT_TRUE(scratch.intact()) << c.name;
+        }
+    }
+}
+
+}  // namespace dv::test
