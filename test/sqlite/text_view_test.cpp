@@ -98,3 +98,40 @@ TEST(SqlTextView, IsMadeWholeOrNotAtAll) {
         EXPECT_EQ(sqlite3_get_autocommit(session.db()), 1) << n;
     }
 }
+
+// Whatever an authorizer refuses, or has do nothing: all of a view is there or nothing, and the connection is
+// as it was.
+TEST(SqlTextView, IsMadeWholeOrNotAtAllWhateverAnAuthorizerSays) {
+    struct rule {
+        int action, answer, asked;
+    };
+    constexpr int last_action = SQLITE_RECURSIVE;
+    int whole = 0, refused = 0;
+    for (const int answer : {SQLITE_DENY, SQLITE_IGNORE}) {
+        for (int action = 1; action <= last_action; ++action) {
+            if (answer == SQLITE_IGNORE && action == SQLITE_UPDATE) continue;  // SQLite's schema breaks
+            sqlite_session session;
+            session.rows("CREATE TABLE t(a NUMBER(3), b DATE)");
+            rule of = {action, answer, 0};
+            sqlite3_set_authorizer(
+                session.db(),
+                [](void *arg, int asked, const char *, const char *, const char *, const char *) {
+                    auto &what = *static_cast<rule *>(arg);
+                    if (asked != what.action) return SQLITE_OK;
+                    ++what.asked;
+                    return what.answer;
+                },
+                &of);
+            const std::string got =
+                session.value("SELECT dv_create_text_view('t', '{\"b\": \"YYYY-MM-DD\"}')");
+            sqlite3_set_authorizer(session.db(), nullptr, nullptr);
+            (got == "t_text" ? whole : refused) += of.asked > 0 ? 1 : 0;
+            EXPECT_EQ(session.value("SELECT count(*) FROM sqlite_schema"), got == "t_text" ? "5" : "1")
+                << action << " " << answer << " " << got;
+            EXPECT_EQ(sqlite3_get_autocommit(session.db()), 1) << action << " " << answer;
+            EXPECT_EQ(session.value("SELECT dv_create_text_view('t')"), "t_text") << action << " " << answer;
+        }
+    }
+    EXPECT_GT(whole, 0);
+    EXPECT_GT(refused, 10);
+}
