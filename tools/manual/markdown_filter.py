@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """A document as Doxygen reads it: markdown_filter.py FILE
 
-Headings get the names by which links find them. Links between documents stay links; those to other files of the
-project become the files' names. A line "<!-- drawing: NAME.svg TITLE -->" is where a drawing goes. Fences of SQL and of
+Headings get the names by which links find them. Links between documents stay links, and show the title of a document
+where they have its file's name; those to other files of the project become the files' names. A line "<!-- drawing: NAME.svg TITLE -->" is where a drawing goes. Fences of SQL and of
 the shell become plain ones.
 """
 
@@ -25,6 +25,11 @@ def slug(heading):
     return re.sub(r'[^\w -]', '', heading.lower()).replace(' ', '-')
 
 
+def title_of(path):
+    with path.open(encoding='utf-8') as document:
+        return document.readline().lstrip('# ').rstrip()
+
+
 def prose(text, page, pages):
     def heading(match):
         level, title = match[1], match[2]
@@ -38,6 +43,7 @@ def prose(text, page, pages):
         name = pathlib.PurePath(file).name
         if file and name not in pages:
             return f'{title} (`{file.removeprefix("../")}`)'
+        title = pages[name] if title == name else title
         goal = page_id(name) if file else page
         return f'[{title}](@ref {goal}{"_" + anchor if anchor else ""})'
 
@@ -49,7 +55,7 @@ def prose(text, page, pages):
 
 def main():
     path = pathlib.Path(sys.argv[1])
-    page, pages = page_id(path.name), {other.name for other in path.parent.glob('*.md')}
+    page, pages = page_id(path.name), {other.name: title_of(other) for other in path.parent.glob('*.md')}
     pieces = _FENCED.split(path.read_text('utf-8'))
     for i, piece in enumerate(pieces):
         is_code = i % 2 == 1
