@@ -94,6 +94,8 @@ constexpr message_t message_of_(error_code code) {  // NOLINT(readability-functi
         case ERR_FIELD_TEXT: return {"ttt", "Invalid {1}: \"{2}\" ({3})."};
         case ERR_FIELD_RANGE: return {"tiii", "The value {2} of the field \"{1}\" is out of range: {3} to {4} is accepted."};
         case ERR_COLUMN_OFFSETS: return {"", "The offsets of a row run backwards, leave the bytes of the column, or give a value more bytes than it can have."};
+        case ERR_TOTAL_BYTES: return {"", "The bytes are not those of a total."};
+        case ERR_TOTAL_MEMORY: return {"", "The total needs more memory than it has."};
         case ERR_NLS_SETTING: return {"", "Invalid language setting: one assignment NAME=VALUE with a known name and value is expected."};
     }
     return {"", nullptr};

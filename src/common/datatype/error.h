@@ -84,6 +84,8 @@ enum error_code : int {
     ERR_FIELD_TEXT = -5113,                  // (field, text, note) the text is no such field
     ERR_FIELD_RANGE = -5114,                 // (field, value, lowest, highest)
     ERR_COLUMN_OFFSETS = -5120,              // a row's offsets leave the bytes of its column
+    ERR_TOTAL_BYTES = -5121,                 // not the bytes of a packed total
+    ERR_TOTAL_MEMORY = -5122,                // a total needs more memory than it has
     ERR_NLS_SETTING = -11035,                // no known language setting
 
     ERR_NO_MEMORY = DV_ERR_NO_MEMORY,

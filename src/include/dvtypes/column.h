@@ -3,6 +3,7 @@
 //   dvtypes/column_record.h    what a column is, failures by row, vector levels
 //   dvtypes/column_number.h    NUMBER
 //   dvtypes/column_key.h       sort keys of every type, sorting by them
+//   dvtypes/column_sum.h       NUMBER: exact sums, averages, by groups too
 
 #ifndef DVTYPES_COLUMN_H
 #define DVTYPES_COLUMN_H
@@ -10,5 +11,6 @@
 #include "dvtypes/column_key.h"
 #include "dvtypes/column_number.h"
 #include "dvtypes/column_record.h"
+#include "dvtypes/column_sum.h"
 
 #endif  // DVTYPES_COLUMN_H

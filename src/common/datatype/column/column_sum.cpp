@@ -1,0 +1,156 @@
+// Exact sums of columns of NUMBER: into one total, and into the totals of groups.
+//
+// The rows of a column go into counters first (row_sums.h), which go into the total in the end, so that a
+// total is changed by all rows or by none.
+
+#include "column_run.h"
+#include "number_rows.h"
+#include "row_sums.h"
+
+using namespace dv::impl;
+
+namespace {
+
+// The rows of a block that a bitmap, or NULL, leaves in.
+uint64_t wanted_rows_(const uint8_t *rows, int64_t row, int count) {
+    return rows == nullptr ? first_rows(count) : load_bits(rows, row, count);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// One total
+// ---------------------------------------------------------------------------------------------------------
+
+struct sum_t {
+    const dv_column_t *operand[1];
+    const uint8_t *rows;
+    row_sums_t *sums;
+    int64_t terms = 0;
+    dv_column_t *result = nullptr;
+
+    uint64_t block(int64_t row, int count, uint64_t &valid) {
+        valid &= wanted_rows_(rows, row, count);
+        if (operand[0]->offsets != nullptr) return valid;
+        for (uint64_t left = valid; left != 0; left &= left - 1) {
+            const uint64_t bit = left & -left;
+            if (!add(row + std::countr_zero(left))) valid &= ~bit;
+        }
+        return 0;
+    }
+
+    bool row(int64_t row) { return add(row); }
+    void no_value(int64_t /*row*/) const {}
+
+  private:
+    bool add(int64_t row) {
+        number_t buffer;
+        const number_t *const x = number_at(*operand[0], row, buffer);
+        if (x == nullptr) return false;
+        if (sums->unswept == ROW_SUMS_UNSWEPT_MAX) sweep(*sums);
+        add_row(*sums, *x);
+        ++sums->unswept;
+        ++terms;
+        return true;
+    }
+};
+
+struct sum_products_t {
+    const dv_column_t *operand[2];
+    const uint8_t *rows;
+    product_sums_t *sums;
+    exact_t *collected;
+    int64_t terms = 0;
+    dv_column_t *result = nullptr;
+
+    uint64_t block(int64_t row, int count, uint64_t &valid) {
+        valid &= wanted_rows_(rows, row, count);
+        return valid;
+    }
+
+    bool row(int64_t row) {
+        number_t x_buffer, y_buffer;
+        const number_t *const x = number_at(*operand[0], row, x_buffer);
+        const number_t *const y = number_at(*operand[1], row, y_buffer);
+        if (x == nullptr || y == nullptr) return false;
+        add_product(*sums, *x, *y);
+        if (++terms % PRODUCT_ROWS_MAX == 0) collect_all();
+        return true;
+    }
+    void no_value(int64_t /*row*/) const {}
+
+    void collect_all() {
+        exact_t sum = collect(sums->word, 2 * (NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS));
+        add(*collected, sum);
+        *sums = {};
+    }
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// Totals of groups
+// ---------------------------------------------------------------------------------------------------------
+
+struct sum_by_group_t {
+    const dv_column_t *operand[1];
+    const int32_t *groups;
+    const number_totals_t *totals;
+    dv_column_t *result = nullptr;
+
+    uint64_t block(int64_t row, int count, uint64_t &valid) {
+        for (int i = 0; i < count; ++i) {
+            if (!has_group(row + i)) {
+                valid &= ~(uint64_t{1} << i);
+            } else {
+                __builtin_prefetch(total_of(row + i), /*for writing*/ 1);
+            }
+        }
+        return valid;
+    }
+
+    bool row(int64_t row) const {
+        number_t buffer;
+        const number_t *const x = number_at(*operand[0], row, buffer);
+        if (x == nullptr) return false;
+        if (add_record(*total_of(row), *x, /*subtracts=*/false) != 0) raise(ERR_TOTAL_MEMORY);
+        return true;
+    }
+    void no_value(int64_t /*row*/) const {}
+
+  private:
+    bool has_group(int64_t row) const { return groups[row] >= 0 && groups[row] < totals->count; }
+    number_total_t *total_of(int64_t row) const {
+        char *const first = reinterpret_cast<char *>(totals->totals);
+        return reinterpret_cast<number_total_t *>(first + groups[row] * totals->stride);
+    }
+};
+
+}  // namespace
+
+extern "C" int64_t number_column_sum(const dv_column_t *x, const uint8_t *rows, number_total_t *total,
+                                     dv_column_faults_t *faults) {
+    if (!DV_ASSERT(are_columns(x)) || !DV_ASSERT(total != NULL)) return 0;
+    row_sums_t sums = {};
+    sum_t operation = {{x}, rows, &sums};
+    column_run(operation, x->count, faults);
+    sweep(sums);
+    exact_t sum = collect(sums.swept, NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS);
+    raise_weight(sum);
+    return add_to_total(*total, sum, operation.terms);
+}
+
+extern "C" int64_t number_column_sum_products(const dv_column_t *x, const dv_column_t *y, const uint8_t *rows,
+                                              number_total_t *total, dv_column_faults_t *faults) {
+    if (!DV_ASSERT(are_columns(x, y)) || !DV_ASSERT(total != NULL)) return 0;
+    product_sums_t sums = {};
+    exact_t sum = exact_of(int128_t{0}, 0);
+    sum_products_t operation = {{x, y}, rows, &sums, &sum};
+    column_run(operation, x->count, faults);
+    operation.collect_all();
+    raise_weight(sum);
+    return add_to_total(*total, sum, operation.terms);
+}
+
+extern "C" void number_column_sum_by_group(const dv_column_t *x, const int32_t *groups,
+                                           const number_totals_t *totals, dv_column_faults_t *faults) {
+    if (!DV_ASSERT(are_columns(x)) || !DV_ASSERT(groups != NULL) || !DV_ASSERT(totals != NULL)) return;
+    sum_by_group_t operation = {{x}, groups, totals};
+    column_run(operation, x->count, faults);
+}

@@ -1,0 +1,222 @@
+#include <gtest/gtest.h>
+
+#include "column_support.h"
+#include "twin_total.h"
+
+namespace dv::test {
+namespace {
+
+constexpr values_t _numbers = {values_t::number, 0};
+
+// How the rows of a column look.
+enum class content_e { AMOUNTS, LONG, ANY, HOSTILE };
+
+number_t value_(number_source &source, content_e content) {
+    number_t x{};
+    switch (content) {
+        case content_e::AMOUNTS:
+            return source.with_digits(source.pick(1, 8), source.pick(-2, 5));
+        case content_e::LONG:
+            return source.with_digits(source.pick(30, 38), source.pick(5, 20));
+        case content_e::ANY:
+            return source.any();
+        case content_e::HOSTILE:
+            source.fill(&x, sizeof x);
+            x.size = static_cast<uint8_t>(source.pick(1, 21));
+            if (x.size == 1) x.signexp = static_cast<uint8_t>(source.pick(0, 1) * 0x80);
+    }
+    return x;
+}
+
+rows_t rows_(number_source &source, content_e content, size_t count) {
+    rows_t rows;
+    while (rows.size() < count) {
+        const bool has_value = source.pick(0, 20) != 0;
+        rows.push_back(has_value ? row_of(value_(source, content)) : std::nullopt);
+    }
+    return rows;
+}
+
+struct bitmap_t {
+    std::vector<uint8_t> bytes;
+    bool has(size_t row) const { return (bytes[row / 8] >> row % 8 & 1) != 0; }
+};
+
+bitmap_t bitmap_(number_source &source, size_t rows) {
+    bitmap_t bits{std::vector<uint8_t>((rows + 7) / 8)};
+    source.fill(bits.bytes.data(), bits.bytes.size());
+    return bits;
+}
+
+constexpr shape_t _shapes[] = {{false, 0, -1}, {false, 9, 3}, {true, 0, 5}};
+
+struct sum_case_t {
+    const char *name;
+    content_e content;
+    size_t rows;
+};
+constexpr sum_case_t _sum_cases[] = {
+    {"amounts", content_e::AMOUNTS, 20'000}, {"long", content_e::LONG, 20'000},
+    {"any", content_e::ANY, 20'000},         {"digits of any bytes", content_e::HOSTILE, 20'000},
+    {"few rows", content_e::AMOUNTS, 5},     {"no row", content_e::AMOUNTS, 0},
+};
+
+TEST(NumberColumnSum, IsTheSumInLongHand) {
+    number_source source(20261123);
+    for (const sum_case_t &c : _sum_cases) {
+        const rows_t rows =
+            rows_(source, c.content,
+                  c.rows < 100 ? c.rows : static_cast<size_t>(scaled(static_cast<long>(c.rows))));
+        const bitmap_t wanted = bitmap_(source, rows.size());
+        twin_total all, some;
+        for (size_t i = 0; i < rows.size(); ++i) {
+            if (rows[i]) all.add(number_of(*rows[i]));
+            if (rows[i] && wanted.has(i)) some.add(number_of(*rows[i]));
+        }
+        for (each_level levels; levels.next();) {
+            for (const shape_t shape : _shapes) {
+                test_column column(rows, _numbers, shape);
+                for (const auto &[bits, twin] :
+                     {std::pair(wanted.bytes.data(), &some), std::pair((const uint8_t *)nullptr, &all)}) {
+                    number_total_t total{};
+                    std::unique_ptr<uint64_t[]> memory;
+                    dv_column_faults_t faults{};
+                    with_memory(total, memory,
+                                [&] { return number_column_sum(column.get(), bits, &total, &faults); });
+                    ASSERT_EQ(packed(total), twin->packed())
+                        << c.name << " level " << dv_vector_level() << shape.by_offsets;
+                    ASSERT_EQ(faults.count, 0);
+                }
+                ASSERT_TRUE(column.intact());
+            }
+        }
+    }
+}
+
+TEST(NumberColumnSum, OfProductsIsTheSumInLongHand) {
+    number_source source(20261124);
+    for (const sum_case_t &c : _sum_cases) {
+        const size_t count =
+            c.rows < 100 ? c.rows : static_cast<size_t>(scaled(static_cast<long>(c.rows / 4)));
+        const rows_t x = rows_(source, c.content, count), y = rows_(source, c.content, count);
+        const bitmap_t wanted = bitmap_(source, count);
+        twin_total twin;
+        for (size_t i = 0; i < count; ++i) {
+            if (x[i] && y[i] && wanted.has(i)) twin.add_product(number_of(*x[i]), number_of(*y[i]));
+        }
+        for (each_level levels; levels.next();) {
+            for (const shape_t shape : _shapes) {
+                test_column columns[] = {{x, _numbers, shape}, {y, _numbers, _shapes[0]}};
+                number_total_t total{};
+                std::unique_ptr<uint64_t[]> memory;
+                with_memory(total, memory, [&] {
+                    return number_column_sum_products(columns[0].get(), columns[1].get(), wanted.bytes.data(),
+                                                      &total, nullptr);
+                });
+                ASSERT_EQ(packed(total), twin.packed()) << c.name << " level " << dv_vector_level();
+            }
+        }
+    }
+}
+
+// Counters are emptied into wider ones after so many rows that none overflows.
+TEST(NumberColumnSum, OfManyRowsOfTheLargestDigitsDoesNotOverflow) {
+    number_t x{}, y{};
+    x.size = y.size = 21;
+    x.signexp = 0xC1, y.signexp = 0xC2;
+    std::fill(std::begin(x.coef), std::end(x.coef), uint8_t{0});  // -128 in every digit
+    std::fill(std::begin(y.coef), std::end(y.coef), uint8_t{255});
+    for (const number_t &value : {x, y}) {
+        dv_column_t column = {};
+        column.count = 300'000;
+        column.values = const_cast<number_t *>(&value);
+        twin_total twin, squares, one, one_square;
+        one.add(value);
+        one_square.add_product(value, value);
+        for (int64_t bit = 1; bit <= column.count; bit *= 2) {
+            if ((column.count & bit) != 0) twin.add(one), squares.add(one_square);
+            one.add(twin_total(one));
+            one_square.add(twin_total(one_square));
+        }
+        for (each_level levels; levels.next();) {
+            number_total_t sum{}, product_sum{};
+            std::unique_ptr<uint64_t[]> memory, product_memory;
+            with_memory(sum, memory, [&] { return number_column_sum(&column, nullptr, &sum, nullptr); });
+            with_memory(product_sum, product_memory, [&] {
+                return number_column_sum_products(&column, &column, nullptr, &product_sum, nullptr);
+            });
+            EXPECT_EQ(packed(sum), twin.packed());
+            EXPECT_EQ(packed(product_sum), squares.packed());
+        }
+    }
+}
+
+TEST(NumberColumnSum, ByGroupAddsEachRowToItsTotal) {
+    struct record_t {
+        int64_t key;
+        number_total_t total;
+    };
+    number_source source(20261125);
+    const rows_t rows = rows_(source, content_e::ANY, static_cast<size_t>(scaled(20'000)));
+    constexpr int group_count = 37;
+    std::vector<int32_t> groups;
+    twin_total twins[group_count];
+    for (const row_t &row : rows) {
+        groups.push_back(source.pick(-2, group_count + 1));
+        if (row && groups.back() >= 0 && groups.back() < group_count)
+            twins[groups.back()].add(number_of(*row));
+    }
+    for (const shape_t shape : _shapes) {
+        test_column column(rows, _numbers, shape);
+        std::vector<record_t> records(group_count);
+        std::vector<std::array<uint64_t, DV_TOTAL_MEMORY_MAX / sizeof(uint64_t)>> memory(group_count);
+        const number_totals_t totals = {group_count, &records[0].total, sizeof records[0]};
+        std::vector<int32_t> codes(rows.size());
+        dv_column_faults_t faults = {codes.data(), nullptr, 0, 0, 0, 0};
+        number_column_sum_by_group(column.get(), groups.data(), &totals, &faults);
+        // What did not fit is added one by one to totals with memory.
+        for (size_t i = 0; i < rows.size(); ++i) {
+            if (codes[i] == 0) continue;
+            ASSERT_EQ(codes[i], -5122);
+            const auto group = static_cast<size_t>(groups[i]);
+            const number_t x = number_of(*rows[i]);
+            if (number_total_add(&records[group].total, &x) == 0) continue;
+            number_total_attach(&records[group].total, sizeof memory[group], memory[group].data());
+            ASSERT_EQ(number_total_add(&records[group].total, &x), 0);
+        }
+        EXPECT_GT(faults.count, 0);
+        for (size_t i = 0; i < group_count; ++i) ASSERT_EQ(packed(records[i].total), twins[i].packed()) << i;
+    }
+}
+
+TEST(NumberColumnSum, LeavesOutRowsThatFailAndKeepsTheTotalOnARaise) {
+    const number_t values[] = {num("1"), num("20"), num("300")};
+    const std::string bytes = *row_of(values[0]) + *row_of(values[1]) + *row_of(values[2]);
+    int32_t offsets[] = {0, 2, -1, static_cast<int32_t>(bytes.size())};
+    dv_column_t column = {};
+    column.count = 3;
+    column.values = const_cast<char *>(bytes.data());
+    column.offsets = offsets;
+    column.size = static_cast<int64_t>(bytes.size());
+    number_total_t total{};
+    dv_column_faults_t faults{};
+    EXPECT_EQ(number_column_sum(&column, nullptr, &total, &faults), 0);
+    EXPECT_EQ(faults.count, 2);
+    EXPECT_EQ(faults.first, 1);
+    EXPECT_EQ(faults.code, -5120);
+    EXPECT_EQ(total.count, 1);
+    const std::string before = packed(total);
+    EXPECT_EQ(raise_of([&] { number_column_sum(&column, nullptr, &total, nullptr); }), -5120);
+    EXPECT_EQ(packed(total), before);
+
+    const number_t far[] = {num("1E120"), num("1E-120")};
+    column = {};
+    column.count = 2;
+    column.values = const_cast<number_t *>(far);
+    column.stride = sizeof far[0];
+    EXPECT_GT(number_column_sum(&column, nullptr, &total, nullptr), 32);
+    EXPECT_EQ(packed(total), before);
+}
+
+}  // namespace
+}  // namespace dv::test
