@@ -233,7 +233,18 @@ const null_group_t _groups[] = {
     {"are_columns(text, result)", 1 << 2, null_cases<number_column_from_text>()},
     {"are_columns(text, result)", 1 << 2 | 1 << 4, null_cases<number_column_from_text_fmt>()},
     {"are_columns(v, result)", 1 << 2,
-     null_cases<number_column_from_int32, number_column_from_int64, number_column_from_double>()}};
+     null_cases<number_column_from_int32, number_column_from_int64, number_column_from_double>()},
+    {"are_decimals(x, y, result)", 1 << 3,
+     null_cases<dv_decimal_column_add, dv_decimal_column_sub, dv_decimal_column_mul>()},
+    {"are_decimals(x, result)", 1 << 2, null_cases<dv_decimal_column_rescale>()},
+    {"are_decimals(x, y) && rows != NULL", 0, null_cases<dv_decimal_column_compare>()},
+    {"is_decimal_beside(x, result)", 1 << 2, null_cases<dv_decimal_column_from_number>()},
+    {"is_decimal_beside(result, x)", 1 << 2, null_cases<dv_decimal_column_to_number>()},
+    {"is_decimal_beside(text, result)", 1 << 2, null_cases<dv_decimal_column_from_text>()},
+    {"is_decimal_beside(text, x)", 1 << 2, null_cases<dv_decimal_column_to_text>()},
+    {"is_decimal(x) && sum != NULL", 0, null_cases<dv_decimal_column_sum>()},
+    {"sum != NULL && other != NULL", 0, null_cases<dv_decimal_sum_merge>()},
+    {"sum != NULL && x != NULL", 0, null_cases<dv_decimal_sum_quotient>()}};
 // clang-format on
 
 // NULL has a meaning for these: it is dumped, comes first, or is an empty model, text or name. And one

@@ -28,12 +28,17 @@ struct row_bytes_t {
     int64_t size;
 };
 
+// Whether a row by offsets lies within the column.
+inline bool has_bytes(const dv_column_t &column, int64_t row) {
+    const int32_t begin = column.offsets[row], end = column.offsets[row + 1];
+    return begin >= 0 && begin <= end && end <= column.size;
+}
+
 // The bytes of a row by offsets; raises when they are not within the column.
 inline row_bytes_t bytes_by_offsets(const dv_column_t &column, int64_t row) {
+    if (!has_bytes(column, row)) raise(ERR_COLUMN_OFFSETS);
     const int32_t begin = column.offsets[row];
-    const int32_t end = column.offsets[row + 1];
-    if (begin < 0 || end < begin || end > column.size) raise(ERR_COLUMN_OFFSETS);
-    return {static_cast<const char *>(column.values) + begin, end - begin};
+    return {static_cast<const char *>(column.values) + begin, column.offsets[row + 1] - begin};
 }
 
 // The text of a row, in either layout; by stride it ends at `size` bytes or at a NUL.

@@ -1,0 +1,114 @@
+// Exact sums of decimals in 192 bits.
+//
+// Kernels sum words; a decimal of 64 bits is one word, one of 128 bits two, whose sums are put together at
+// the end. They sum without a sign, and so over words less -2^63 where the word has one.
+
+#include "../error.h"
+#include "column_bits.h"
+#include "decimal_kernels.h"
+#include "decimal_rows.h"
+#include "dvtypes/number_sum.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr uint64_t _sign_bit = uint64_t{1} << 63;
+
+// sum += addend 2^(64 * place)
+void add_at_(dv_decimal_sum_t &sum, int128_t addend, int place) {
+    const uint64_t sign = addend < 0 ? ~uint64_t{0} : 0;
+    const uint64_t words[] = {static_cast<uint64_t>(addend), static_cast<uint64_t>(addend >> 64), sign};
+    uint64_t carry = 0;
+    for (int i = place; i < 3; ++i) carry = add_words(sum.words[i], words[i - place], carry, sum.words[i]);
+}
+
+// Rows [begin, begin + count) that all have a value and lie side by side.
+void sum_side_by_side_(const dv_decimal_column_t &x, int64_t begin, int64_t count, dv_decimal_sum_t &sum) {
+    const auto *place = static_cast<const char *>(value_at(x.column, begin));
+    const bool is_narrow = x.bytes == sizeof(int64_t);
+    constexpr bool is_low_first = std::endian::native == std::endian::little;
+    const uint64_t even_bias = is_narrow || !is_low_first ? _sign_bit : 0;
+    const uint64_t odd_bias = is_narrow || is_low_first ? _sign_bit : 0;
+    sum.count += count;
+    if (is_narrow && count % 2 != 0) {
+        add_at_(sum, load_decimal(x, begin + --count), 0);
+    }
+    int64_t words = count * (x.bytes / int64_t{sizeof(int64_t)});
+    while (words > 0) {
+        const int64_t piece = words < WORD_SUM_MAX ? words : WORD_SUM_MAX;
+        const word_sums_t sums = decimal_kernels().sum(place, piece, even_bias, odd_bias);
+        const int128_t bias = int128_t{piece / 2} << 63;
+        const auto even = static_cast<int128_t>(sums.even) - (even_bias != 0 ? bias : 0);
+        const auto odd = static_cast<int128_t>(sums.odd) - (odd_bias != 0 ? bias : 0);
+        add_at_(sum, even, is_narrow || is_low_first ? 0 : 1);
+        add_at_(sum, odd, is_narrow || !is_low_first ? 0 : 1);
+        place += piece * int64_t{sizeof(int64_t)};
+        words -= piece;
+    }
+}
+
+// The rows of a block that have a value.
+void sum_rows_(const dv_decimal_column_t &x, int64_t begin, uint64_t valid, dv_decimal_sum_t &sum) {
+    sum.count += std::popcount(valid);
+    for (; valid != 0; valid &= valid - 1) {
+        add_at_(sum, load_decimal(x, begin + std::countr_zero(valid)), 0);
+    }
+}
+
+void sum_column_(const dv_decimal_column_t &x, dv_decimal_sum_t &sum) {
+    const int64_t count = x.column.count;
+    const bool is_side_by_side = x.column.stride == x.bytes;
+    if (is_side_by_side && x.column.validity == nullptr) return sum_side_by_side_(x, 0, count, sum);
+    int64_t run = 0;  // rows in front of the block that all have a value
+    for (int64_t begin = 0; begin < count; begin += BLOCK_ROWS) {
+        const int64_t size = count - begin < BLOCK_ROWS ? count - begin : int64_t{BLOCK_ROWS};
+        const uint64_t valid = valid_rows(x.column, begin, size);
+        if (is_side_by_side && valid == first_rows(size)) {
+            run += size;
+            continue;
+        }
+        if (run != 0) sum_side_by_side_(x, begin - run, run, sum);
+        run = 0;
+        sum_rows_(x, begin, valid, sum);
+    }
+    if (run != 0) sum_side_by_side_(x, count - run, run, sum);
+}
+
+// The magnitude in pieces that a NUMBER holds.
+void add_to_number_sum_(const dv_decimal_sum_t &sum, int scale, number_sum_t &total) {
+    constexpr int low_digits = 36;
+    const bool negative = (sum.words[2] & _sign_bit) != 0;
+    const wide_t all = {sum.words[2], uint128_t{sum.words[1]} << 64 | sum.words[0]};
+    const wide_t magnitude = negative ? wide_t{uint128_t{1} << 64, 0} - all : all;
+    const wide_t high = cut_digits(magnitude, low_digits).kept;  // at most 22 digits
+    const wide_t low = magnitude - multiply_wide(high.low, ten_to(low_digits));
+    number_t piece;
+    cut_to_number(piece, {negative, high}, int64_t{scale} - low_digits);
+    number_sum_add(&total, &piece);
+    cut_to_number(piece, {negative, low}, scale);
+    number_sum_add(&total, &piece);
+}
+
+}  // namespace
+
+extern "C" void dv_decimal_column_sum(const dv_decimal_column_t *x, dv_decimal_sum_t *sum) {
+    if (DV_ASSERT(is_decimal(x) && sum != NULL)) sum_column_(*x, *sum);
+}
+
+extern "C" void dv_decimal_sum_merge(dv_decimal_sum_t *sum, const dv_decimal_sum_t *other) {
+    if (!DV_ASSERT(sum != NULL && other != NULL)) return;
+    uint64_t carry = 0;
+    for (int i = 0; i < 3; ++i) carry = add_words(sum->words[i], other->words[i], carry, sum->words[i]);
+    sum->count += other->count;
+}
+
+extern "C" void dv_decimal_sum_quotient(const dv_decimal_sum_t *sum, int scale, int64_t divisor,
+                                        number_t *x) {
+    if (!DV_ASSERT(sum != NULL && x != NULL) || !DV_ASSERT(is_decimal_scale(scale)) ||
+        !DV_ASSERT(divisor > 0))
+        return;
+    number_sum_t total = {};
+    add_to_number_sum_(*sum, scale, total);
+    number_sum_quotient(&total, divisor, x);
+}
