@@ -34,20 +34,20 @@ TEST(NumberSqrt, SquaredBracketsTheOperandAtThe38thDigit) {
     }
 }
 
-// Besides any, operands beside squares: of short roots (exact results), of roots of 38 digits (results that
-// are nearly so) and of 39 and 40 (results beside a tie).
+// Operands beside squares: of short roots (exact results), of roots of 38 digits (results that are nearly so)
+// and of 39 and 40 (results beside a tie).
+number_t beside_square_(number_source &source) {
+    decimal_t root = decode(source.with_digits(source.pick(1, 38), source.pick(-46, 61)));
+    if (source.pick(0, 1) != 0) root = {root.digits * 100 + 5 * source.pick(0, 19), root.exponent - 2};
+    const decimal_t square = twin_mul(root, root, source.pick(0, 1));
+    const int last_digit = top_position(square) - NUMBER_PRECISION_MAX + 1;
+    return encode(twin_add(square, {source.pick(-2, 2), last_digit}, 0));
+}
+
 TEST(NumberSqrt, AgreesWithTheTwinInEveryMode) {
     number_source source(62);
     for (long round = scaled(400'000); round > 0; --round) {
-        number_t x = source.any();
-        if (source.pick(0, 2) != 0) {
-            decimal_t root = decode(source.with_digits(source.pick(1, 38), source.pick(-46, 61)));
-            if (source.pick(0, 1) != 0)
-                root = {root.digits * 100 + 5 * source.pick(0, 19), root.exponent - 2};
-            const decimal_t square = twin_mul(root, root, source.pick(0, 1));
-            const int last_digit = top_position(square) - NUMBER_PRECISION_MAX + 1;
-            x = encode(twin_add(square, {source.pick(-2, 2), last_digit}, 0));
-        }
+        number_t x = source.pick(0, 2) == 0 ? source.any() : beside_square_(source);
         ASSERT_EQ(arithmetic_fault(_sqrt, x, x, source.pick(0, 6)), "");
     }
 }
@@ -84,12 +84,23 @@ TEST(NumberUiSqrt, GivesTheIntegerRootAndTheRemainder) {
     }
 }
 
+// Roots are developed in binary words: bases whose root ends with a word of all zeros or all ones, nearly.
+number_t beside_word_of_root_(number_source &source) {
+    const int exponent = -NUMBER_PRECISION_MAX + source.pick(0, 1);
+    const big_t unit = pow(big_t(10), static_cast<unsigned>(-exponent)) * (exponent % 2 == 0 ? 1 : 16);
+    const big_t word = big_t(1) << 64;
+    const big_t root = (sqrt(pow(big_t(10), 37) * (10 + source.bits() % 90) / 10 * unit) / word) * word;
+    return encode({(root + source.pick(-9, 9)) * root / unit, exponent});
+}
+
 // Bases near 1, whose roots soon arrive at 1 or at its neighbour, of moderate size, and any; mostly positive.
 number_t base_(number_source &source) {
     number_t x =
         source.pick(0, 1) != 0 ? source.with_digits(source.pick(1, 38), source.pick(-4, 4)) : source.any();
     const decimal_t distance{source.pick(-99, 99), -source.pick(2, 39)};
     if (source.pick(0, 2) == 0) x = encode(twin_add({1, 0}, distance, NUMBER_RMODE_TRUNC));
+    if (source.pick(0, 9) == 0) x = beside_square_(source);
+    if (source.pick(0, 9) == 0) x = beside_word_of_root_(source);
     if (source.pick(0, 9) != 0) number_abs(&x);
     return x;
 }
@@ -118,6 +129,14 @@ TEST(NumberPower, TakesTheStepsOfTheTwinForFractions) {
         ASSERT_EQ(arithmetic_fault(_pow, base_(source), encode(ending), source.pick(0, 6)), "");
         ASSERT_EQ(arithmetic_fault(_exp, any, any, source.pick(0, 6)), "");
     }
+}
+
+// The last product is below the end of the range, and rounded to it.
+TEST(NumberPower, OverflowsByRounding) {
+    const number_t base = encode(twin_read("6.3095734448019324943436013662234386466e100"));
+    const number_t exponent = encode(twin_read("1.25"));
+    ASSERT_EQ(arithmetic_fault(_pow, base, exponent, NUMBER_RMODE_HALF_UP), "");
+    ASSERT_EQ(ours(base, [&](number_t *x) { number_pow(x, &exponent); }).code, -5068);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 #include <array>
 
-#include "number_product.h"
+#include "number_result.h"
 
 using namespace dv::impl;
 
@@ -57,10 +57,7 @@ constexpr bool is_in_range_(int exponent) {
 // The range of a product is checked before it is rounded; it has one leading zero digit or none.
 void check_product_range_(const result_t &product) {
     const int exponent = product.exponent - (product.limbs.limb[0] < LIMB_BASE / 100 ? 1 : 0);
-    if (exponent > NUMBER_EXPONENT_MAX)
-        raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_mul"));
-    if (exponent < NUMBER_EXPONENT_MIN)
-        raise(error_at(ERR_NUMBER_UNDERFLOW, __FILE__, __LINE__, "number_mul"));
+    if (exponent < NUMBER_EXPONENT_MIN || exponent > NUMBER_EXPONENT_MAX) raise_product_range(exponent);
 }
 
 [[gnu::noinline]] void multiply_long_(number_t &x, const number_t &y) {
@@ -76,51 +73,6 @@ void check_product_range_(const result_t &product) {
     multiply_limbs_(a, b, product);
     check_product_range_(product);
     store_result(x, product);
-}
-
-// limbs x 100^exponent with the digits that are kept of the third, in the form of a product_t. A pair of
-// leading zeros is as likely as none, so it is shifted out by masks. The carry of a rounding cannot leave the
-// first limb: factors of 38 digits are below 1 by a unit, so their product is below 1 by almost two.
-void keep_digits_(product_t &product, const limbs_t &limbs, const cut_result_t &cut) {
-    constexpr uint64_t pair_place = LIMB_BASE / 100;
-    uint64_t first = limbs.limb[0];
-    uint64_t second = limbs.limb[1];
-    uint64_t third = cut.kept * cut.unit;
-    if (third >= LIMB_BASE) [[unlikely]] {
-        third = 0;
-        first += ++second / LIMB_BASE;
-        second %= LIMB_BASE;
-    }
-    const uint64_t is_shifted = first < pair_place ? ~uint64_t{0} : 0;
-    const uint64_t factor = 1 + (99 & is_shifted);
-    const uint64_t from_second = second / pair_place & is_shifted;
-    const uint64_t from_third = third / pair_place & is_shifted;
-    product.exponent += static_cast<int>(is_shifted);
-    product.limbs = {first * factor + from_second, (second - from_second * pair_place) * factor + from_third,
-                     (third - from_third * pair_place) * factor / 100'000'000};
-}
-
-// One limb each: the first steps of a short base's powers. There is nothing to round.
-void multiply_one_limb_(product_t &x, uint64_t limb) {
-    const limb_quotient_t limbs = divide_by_limb_base(uint128_t{x.limbs.first} * limb);
-    if (limbs.quotient >= LIMB_BASE / 100) {
-        x.limbs = {limbs.quotient, limbs.remainder, 0};
-        return;
-    }
-    const uint64_t first_pair = limbs.remainder / (LIMB_BASE / 100);
-    x.limbs = {limbs.quotient * 100 + first_pair, (limbs.remainder - first_pair * (LIMB_BASE / 100)) * 100,
-               0};
-    --x.exponent;
-}
-
-// What of a product needs all of its limbs.
-[[gnu::noinline, gnu::cold]] void multiply_exactly_(product_t &x, const product_t &y) {
-    result_t result = {x.sign, x.exponent, {}, false};
-    multiply_limbs_(x.limbs, y.limbs, result);
-    check_product_range_(result);
-    cut_result_t cut = cut_result(result.limbs);
-    cut.kept += rounding_of(result, cut, current_rmode());
-    keep_digits_(x, result.limbs, cut);
 }
 
 constexpr int _short_digits = 4;
@@ -183,25 +135,9 @@ bool has_digits_(const number_t &x) { return x.size - 2u < NUMBER_DIGITS_MAX + 2
 
 }  // namespace
 
-bool dv::impl::read_product(product_t &product, const number_t &x) {
-    const number_head_t head = read_head(x);
-    product = {head.sign, head.exponent, load_limbs(x, head)};
-    const record_limbs_t &limbs = product.limbs;
-    if (limbs.first < LIMB_BASE / 100 || limbs.first >= LIMB_BASE) return false;
-    return cut_result({{limbs.first, limbs.second, limbs.last * 100'000'000}}).dropped == 0;
-}
-
-void dv::impl::multiply_product(product_t &x, const product_t &y) {
-    x.sign ^= y.sign;
-    x.exponent += y.exponent;
-    if ((x.limbs.second | x.limbs.last | y.limbs.second | y.limbs.last) == 0 && is_in_range_(x.exponent))
-        return multiply_one_limb_(x, y.limbs.first);
-    const limbs_t limbs = multiply_upper_limbs_(x.limbs, y.limbs);
-    cut_result_t cut = cut_result(limbs);
-    if (!is_in_range_(x.exponent) || !is_settled_half_up(cut, _upper_limbs_uncertainty)) [[unlikely]]
-        return multiply_exactly_(x, y);
-    cut.kept += cut.dropped >= cut.unit / 2 ? 1 : 0;
-    keep_digits_(x, limbs, cut);
+void dv::impl::raise_product_range(int exponent) {
+    const int code = exponent > NUMBER_EXPONENT_MAX ? ERR_NUMBER_OVERFLOW : ERR_NUMBER_UNDERFLOW;
+    raise(error_at(code, __FILE__, __LINE__, "number_mul"));
 }
 
 extern "C" void number_mul(number_t *x, const number_t *y) {

@@ -8,7 +8,7 @@
 // come close to 1, which is half of them, need no more than a shift.
 
 #include "binary_integer.h"
-#include "number_product.h"
+#include "binary_number.h"
 
 using namespace dv::impl;
 
@@ -76,116 +76,90 @@ int fraction_length_(const uint32_t (&bits)[5]) {
     return 0;
 }
 
-bool is_one_(const number_t &x) {
+bool is_one(const number_t &x) {
     return x.size == _number_one->size && memcmp(&x, _number_one, _number_one->size + size_t{1}) == 0;
-}
-
-// result, which is 1, becomes base^n, n not 0.
-void raise_record_to_integer_(number_t &result, const number_t &base, const binary_integer_t &n) {
-    number_mul(&result, &base);
-    for (int bit = n.highest_bit() - 1; bit >= 0; --bit) {
-        number_sqr(&result);
-        if (n.bit(bit)) number_mul(&result, &base);
-    }
-}
-
-// The same for any n, without a record between the steps.
-void raise_to_integer_(number_t &result, const number_t &base, const binary_integer_t &n) {
-    const int highest = n.highest_bit();
-    if (highest < 0) return;
-    product_t factor;
-    if (!read_product(factor, base)) [[unlikely]]
-        return raise_record_to_integer_(result, base, n);
-    product_t product = factor;
-    for (int bit = highest - 1; bit >= 0; --bit) {
-        multiply_product(product, product_t{product});
-        if (n.bit(bit)) multiply_product(product, factor);
-    }
-    store_product(result, product);
-}
-
-// A root that has come close to 1: 1 + distance x 10^-37, or 1 - distance x 10^-38; distance <= 10^18.
-struct near_one_t {
-    uint64_t distance;
-    bool is_above;
-};
-
-constexpr uint64_t _near_one_max = 1'000'000'000'000'000'000;
-constexpr uint64_t _one_word = uint64_t{1} << 56;  // digits of 1.00000000000000
-constexpr uint64_t _nines_word = in_each_byte(99);
-
-// False: it is not that close.
-bool read_near_one_(const number_t &x, near_one_t &near) {
-    const number_head_t head = read_head(x);
-    const long_coef coef = load_coef<3>(x, head);
-    const uint64_t middle = limb_from_digits(coef.word[1]);
-    const uint64_t last = limb_from_digits(coef.word[2]);
-    if (head.exponent == 1 && coef.word[0] == _one_word && middle < _near_one_max / 10'000'000 &&
-        last % 1'000'000'000 == 0) {
-        near = {middle * 10'000'000 + last / 1'000'000'000, true};
-        return true;
-    }
-    if (head.exponent == 0 && coef.word[0] == _nines_word &&
-        middle >= LIMB_BASE - _near_one_max / 1'000'000 && middle < LIMB_BASE && last % 10'000'000'000 == 0) {
-        near = {(LIMB_BASE - middle) * 1'000'000 - last / 10'000'000'000, false};
-        return true;
-    }
-    return false;
-}
-
-number_t near_one_record_(const near_one_t &near) {
-    constexpr uint64_t tail = 1'000'000;  // below 1, the digits behind the second word: three pairs
-    const uint64_t middle =
-        near.is_above ? near.distance / 10'000'000 : LIMB_BASE - (near.distance + tail - 1) / tail;
-    const uint64_t last = near.is_above ? near.distance % 10'000'000 * 1'000'000'000
-                                        : (tail - near.distance % tail) % tail * 10'000'000'000;
-    const uint64_t first = near.is_above || near.distance == 0 ? _one_word : _nines_word;
-    number_t record;
-    if (near.distance == 0) {
-        number_copy(record, *_number_one);
-    } else {
-        store_coef(record, /*negative=*/false, near.is_above ? 1 : 0,
-                   long_coef{{first, digits_from_limb(middle), digits_from_limb(last)}});
-    }
-    return record;
-}
-
-// The square root as number_sqrt rounds it. sqrt(1 + d) is short of 1 + d / 2 by d^2 / 8 and less, of
-// sqrt(1 - d) likewise: by less than 0.02 units of the 38th digit. So what is dropped is 0.98 units and more
-// where distance is even, one unit being borrowed, or 0.48 and more, below a half, where it is odd.
-void near_one_root_(near_one_t &near) {
-    const cut_digits_t cut = {/*last_kept_is_odd=*/false, near.distance % 2 != 0 ? 4 : 9, /*rest=*/true};
-    const uint64_t away = rounds_away(current_rmode(), /*negative=*/false, cut) ? 1 : 0;
-    near.distance = near.is_above ? (near.distance - 1) / 2 + away : (near.distance + 2) / 2 - away;
 }
 
 bool bit_at_(const uint32_t (&fraction)[5], int bit) {
     return (fraction[bit / 32] >> (31 - bit % 32) & 1) != 0;
 }
 
-// Multiplies by base^fraction. Roots behind the last bit that is 1 would not be used, and once the root is 1
-// neither it nor its products change.
-void multiply_by_roots_(number_t &result, number_t root, const uint32_t (&fraction)[5]) {
+// The same steps on records, which may hold anything.
+void multiply(number_t &x, const number_t &y) { number_mul(&x, &y); }
+void take_root(number_t &x) { number_sqrt(&x); }
+
+// Goes on from the power of base for the leading bits of an exponent's integer, with the `bits` that follow.
+template <typename Value>
+void raise_to_integer_(Value &power, const Value &base, const binary_integer_t &n, int bits) {
+    while (--bits >= 0) {
+        multiply(power, Value{power});
+        if (n.bit(bits)) multiply(power, base);
+    }
+}
+
+// Multiplies by base^fraction; `root` is base. Roots behind the last bit that is 1 would not be used, and
+// once the root is 1 neither it nor its products change.
+template <typename Value, typename Root>
+void multiply_by_roots_(Value &power, Root root, const uint32_t (&fraction)[5]) {
     const int length = fraction_length_(fraction);
-    int bit = 0;
-    near_one_t near{};
-    for (; bit < length && !read_near_one_(root, near); ++bit) {
-        number_sqrt(&root);
-        if (bit_at_(fraction, bit)) number_mul(&result, &root);
+    for (int bit = 0; bit < length && !is_one(root); ++bit) {
+        take_root(root);
+        if (bit_at_(fraction, bit)) multiply(power, root);
     }
-    for (; bit < length && near.distance != 0; ++bit) {
-        near_one_root_(near);
-        if (!bit_at_(fraction, bit)) continue;
-        root = near_one_record_(near);
-        number_mul(&result, &root);
+}
+
+// The power for the leading bits of n, which is not 0, that a short base has as an exact integer below 2^126:
+// it takes them off `bits`.
+binary_number_t begin_power_(const number_t &x, const binary_number_t &base, const binary_integer_t &n,
+                             int &bits) {
+    constexpr int width_max = 126;
+    const number_head_t head = read_head(x);
+    if (head.count > COEF_WORD_DIGITS) return base;
+    const uint64_t integer =
+        limb_from_digits(load_coef<1>(x, head).word[0] >> (8 * (COEF_WORD_DIGITS - head.count)));
+    const int unit = 2 * (head.exponent - head.count);  // x is integer x 10^unit
+    uint64_t sign = head.sign;
+    uint128_t power = integer;
+    int exponent = unit;
+    for (; bits > 0 && power >> 64 == 0 && exponent / 1000 == 0; --bits) {
+        const bool is_odd = n.bit(bits - 1);
+        const uint64_t factor = is_odd ? integer : 1;
+        const auto half = static_cast<uint64_t>(power);
+        if (2 * std::bit_width(half) + std::bit_width(factor) > width_max) break;
+        power = uint128_t{half} * half * factor;
+        exponent = 2 * exponent + (is_odd ? unit : 0);
+        sign = is_odd ? head.sign : 0;
     }
+    return binary_from_integer(sign, power, exponent);
+}
+
+void raise_record_(number_t &power, const number_t &base, const exponent_t &exponent) {
+    number_copy(power, *_number_one);
+    const int bits = exponent.integer.highest_bit();
+    if (bits >= 0) number_mul(&power, &base);
+    raise_to_integer_(power, base, exponent.integer, bits);
+    number_t root;
+    number_copy(root, base);
+    multiply_by_roots_(power, root, exponent.fraction);
+}
+
+void raise_(number_t &power, const number_t &x, const exponent_t &exponent) {
+    binary_number_t base;
+    if (!read_binary(base, x)) [[unlikely]]
+        return raise_record_(power, x, exponent);
+    binary_number_t result = BINARY_NUMBER_ONE;
+    int bits = exponent.integer.highest_bit();
+    if (bits >= 0) result = begin_power_(x, base, exponent.integer, bits);
+    raise_to_integer_(result, base, exponent.integer, bits);
+    if (exponent.has_fraction) multiply_by_roots_(result, begin_roots(base), exponent.fraction);
+    store_binary(power, result);
 }
 
 }  // namespace
 
 extern "C" void number_pow(number_t *x, const number_t *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
-    if (is_one_(*y)) return;
+    if (is_one(*y)) return;
     const bool has_negative_power = !number_is_zero(*y) && number_is_negative(*y);
     if (number_is_zero(*x)) {
         if (has_negative_power) raise(ERR_NUMBER_DOMAIN);
@@ -195,9 +169,7 @@ extern "C" void number_pow(number_t *x, const number_t *y) {
     if (number_is_negative(*x) && exponent.has_fraction) raise(ERR_NUMBER_DOMAIN);
 
     number_t result;
-    number_copy(result, *_number_one);
-    raise_to_integer_(result, *x, exponent.integer);
-    multiply_by_roots_(result, *x, exponent.fraction);
+    raise_(result, *x, exponent);
     if (has_negative_power) {
         number_t inverse;
         number_copy(inverse, *_number_one);

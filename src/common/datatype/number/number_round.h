@@ -22,6 +22,9 @@ void report_unknown_rmode();
 // Raises -5068 in the name of number_round_at_withmode.
 [[noreturn]] void raise_rounding_overflow();
 
+// Raises -5068 or -5069 in the name of number_mul: a product has an exponent outside the range.
+[[noreturn]] void raise_product_range(int exponent);
+
 // Does the magnitude of the kept part grow by one unit? Where nothing is dropped no mode is asked.
 inline bool rounds_away(int rmode, bool negative, const cut_digits_t &cut) {
     const bool inexact = cut.first_dropped != 0 || cut.rest;
