@@ -20,17 +20,6 @@ bool is_null_(const dv_date_t &date) { return memcmp(&date, &null_dv_date, sizeo
 model_text_t reading_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_TYPE_DATE, true}; }
 model_text_t writing_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_TYPE_DATE, false}; }
 
-struct unit_text_t {
-    const char *fmt;
-    int fmt_len;
-};
-
-// NULL and "" mean "DD".
-unit_text_t unit_text_(const char *fmt, int fmt_len) {
-    if (fmt == NULL || *fmt == '\0') return {"DD", 2};
-    return {fmt, fmt_len != 0 ? fmt_len : text_length(fmt)};
-}
-
 }  // namespace
 
 extern "C" void dv_date_from_str(dv_date_t *date, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx) {
@@ -108,12 +97,12 @@ extern "C" void dv_date_check_format(const char *fmt, int fmt_len) {
 
 extern "C" void dv_date_trunc(dv_date_t *date, const char *fmt, int fmt_len) {
     if (fmt_len < 0) raise(ERR_MODEL_ELEMENT);
-    const unit_text_t unit = unit_text_(fmt, fmt_len);
-    dt_fmt_trunc_or_round(date, unit.fmt, unit.fmt_len, /*is_trunc=*/1);
+    const std::string_view unit = unit_text(fmt, fmt_len);
+    dt_fmt_trunc_or_round(date, unit.data(), static_cast<int>(unit.size()), /*is_trunc=*/1);
 }
 
 extern "C" void dv_date_round(dv_date_t *date, const char *fmt, int fmt_len) {
     if (fmt_len < 0) raise(ERR_MODEL_ELEMENT);
-    const unit_text_t unit = unit_text_(fmt, fmt_len);
-    dt_fmt_trunc_or_round(date, unit.fmt, unit.fmt_len, /*is_trunc=*/0);
+    const std::string_view unit = unit_text(fmt, fmt_len);
+    dt_fmt_trunc_or_round(date, unit.data(), static_cast<int>(unit.size()), /*is_trunc=*/0);
 }

@@ -3,6 +3,7 @@
 #ifndef DV_DATETIME_FMT_INTERNAL_H
 #define DV_DATETIME_FMT_INTERNAL_H
 
+#include <climits>
 #include <cstring>
 
 #include "../ascii.h"
@@ -37,6 +38,19 @@ struct fmt_conflict_t {
 
 // The conflict of a new element's unit with what was given before it, or nullptr.
 const fmt_conflict_t *find_conflict(dt_fmt_unit_t unit, dt_fmt_unit_t given);
+
+// Cuts (round false) or rounds a date to a unit.
+using truncation_t = void(dv_date_t &date, bool round);
+
+// The rule of a unit that a format element names; nullptr: it names none.
+truncation_t *find_truncation(std::string_view unit);
+
+// A unit's text as the functions of DATE take it: NULL and "" mean "DD", the length 0 up to the NUL.
+// fmt_len is not negative.
+inline std::string_view unit_text(const char *fmt, int fmt_len) {
+    if (fmt == NULL || *fmt == '\0') return "DD";
+    return {fmt, fmt_len != 0 ? static_cast<size_t>(fmt_len) : strnlen(fmt, INT_MAX)};
+}
 
 // Elements of a context of any bytes.
 inline int fmt_token_count(const dt_fmt_ctx_t &fmt_ctx) {

@@ -104,12 +104,10 @@ void to_minute_(dv_date_t &date, bool round) {
     if (up) dv_date_add_field(&date, DT_FMT_UNIT_MINUTE, 1);
 }
 
-using rule_t = void(dv_date_t &date, bool round);
-
 // The rule of each format element, none where it is no unit.
 constexpr auto _rules = [] {
-    std::array<rule_t *, FMT_TOKEN_IDS_END> rules{};
-    const auto set = [&rules](rule_t *rule, std::initializer_list<dt_fmt_token_id_e> elements) {
+    std::array<truncation_t *, FMT_TOKEN_IDS_END> rules{};
+    const auto set = [&rules](truncation_t *rule, std::initializer_list<dt_fmt_token_id_e> elements) {
         for (const dt_fmt_token_id_e id : elements) rules[id] = rule;
     };
     set(to_century_, {DT_FMT_TOKEN_CC, DT_FMT_TOKEN_SCC});
@@ -130,13 +128,16 @@ constexpr auto _rules = [] {
 
 }  // namespace
 
+truncation_t *dv::impl::find_truncation(std::string_view unit) {
+    const int id = find_keyword(unit);
+    if (id == FMT_TOKEN_NONE) return nullptr;
+    const auto element = static_cast<size_t>(id);
+    return keyword_of(fmt_tokens_[element]).size() < unit.size() ? nullptr : _rules[element];
+}
+
 extern "C" void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_len, uchar is_trunc) {
     if (!is_given(date) || !DV_ASSERT(fmt != NULL)) return;
-    const std::string_view unit(fmt, static_cast<size_t>(std::max(fmt_len, 0)));
-    const int id = find_keyword(unit);
-    if (id == FMT_TOKEN_NONE) raise(ERR_MODEL_ELEMENT);
-    const auto element = static_cast<size_t>(id);
-    rule_t *const rule = _rules[element];
-    if (rule == nullptr || keyword_of(fmt_tokens_[element]).size() < unit.size()) raise(ERR_MODEL_ELEMENT);
+    truncation_t *const rule = find_truncation({fmt, static_cast<size_t>(std::max(fmt_len, 0))});
+    if (rule == nullptr) raise(ERR_MODEL_ELEMENT);
     rule(*date, is_trunc == 0);
 }
