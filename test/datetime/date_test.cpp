@@ -41,6 +41,24 @@ TEST(DateFault, IsFoundInAllButTheRecordsOfDates) {
     EXPECT_GT(sound, scaled(20'000));
 }
 
+TEST(TimeFault, IsFoundInAllButTheRecordsOfTimes) {
+    std::mt19937_64 random(3);
+    long sound = 0;
+    for (long i = scaled(200'000); i > 0; --i) {
+        const auto byte = [&](unsigned limit) { return static_cast<uint8_t>(random() % limit); };
+        dv_time_t time = {
+            byte(26), byte(62), byte(62), static_cast<uint8_t>(byte(8) / 7), {byte(64), byte(255), 0, 0}};
+        dv_time_t made{};
+        const int fraction = time.csec[0] << 24 | time.csec[1] << 16;
+        const int code =
+            raise_of([&] { dv_time_from_unit_values(&made, time.hour, time.minute, time.second, fraction); });
+        const bool is_made = code == 0 && memcmp(&made, &time, sizeof time) == 0;
+        ASSERT_EQ(dv_time_get_fault(&time) == nullptr, is_made) << testing::PrintToString(time);
+        sound += is_made ? 1 : 0;
+    }
+    EXPECT_GT(sound, scaled(20'000));
+}
+
 // Counts of every unit and intervals are one arithmetic on seconds since day number 0, and go back again.
 TEST(DateAdd, IsArithmeticOnSeconds) {
     constexpr int units[] = {DT_FMT_UNIT_SECOND, DT_FMT_UNIT_MINUTE, DT_FMT_UNIT_HOUR, DT_FMT_UNIT_DAY};

@@ -235,6 +235,10 @@ DV_EXPORT int dv_time_get_field(const dv_time_t *time, dt_fmt_unit_t unit_type);
 DV_EXPORT void dv_time_set_field(dv_time_t *time, dt_fmt_unit_t unit_type, int value, uchar check_valid_input,
                                  uchar check_valid_result);
 
+// What is wrong with the bytes of a record that came from elsewhere, as an English clause; NULL when nothing
+// is: hour, minute, second and fraction are those of a TIME and the byte dummy is 0.
+DV_EXPORT const char *dv_time_get_fault(const dv_time_t *time);
+
 // Checks hour, minute and second; the fraction is not looked at.
 // Raises  -5114  the first of them out of range
 DV_EXPORT void dv_time_is_valid(dv_time_t *time);

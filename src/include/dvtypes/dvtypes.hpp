@@ -9,8 +9,8 @@
 //   value.hpp          what all of them have: default, text both ways, order, hash, <<
 //   model.hpp          dv::reader, dv::writer: datetimes under format models
 //   number_model.hpp   dv::number_reader, dv::number_writer: numbers under format models
-//   chrono.hpp         dv::chrono_cast: to and from std::chrono
-//   format.hpp         std::format
+//   bytes.hpp          dv::to_bytes, dv::from_bytes, dv::append_key: to store and send, and back again
+//   checked chrono.hpp         dv::chrono_cast: to and from std::chrono format.hpp         std::format
 //   try.hpp            dv::try_parse, dv::try_add, ...: without exceptions
 //   result.hpp         dv::result, dv::attempt; codes as std::error_code
 //   error.hpp          dv::error, dv::guarded: a raise as an exception
@@ -23,6 +23,7 @@
 #ifndef DVTYPES_DVTYPES_HPP
 #define DVTYPES_DVTYPES_HPP
 
+#include "dvtypes/bytes.hpp"
 #include "dvtypes/chrono.hpp"
 #include "dvtypes/datetime.hpp"
 #include "dvtypes/error.hpp"

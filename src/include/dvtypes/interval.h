@@ -111,6 +111,16 @@ extern DV_EXPORT_DATA const char *const _itv_print_fmt[DV_ITV_PRINT_FMTS];
 enum { DV_ITV_YTM_TEXT_SIZE = 16, DV_ITV_DTS_TEXT_SIZE = 36 };
 
 // ---------------------------------------------------------------------------------------------------------
+// Records that came from elsewhere
+// ---------------------------------------------------------------------------------------------------------
+
+// What is wrong with the bytes of a record, as an English clause ("its fields differ in sign"); NULL when
+// nothing is: at most nine digits of years or days, months, seconds and nanoseconds below a year, a day and a
+// second, all of one sign. Any bytes may be given.
+DV_EXPORT const char *dv_itv_ytm_get_fault(const dv_itv_ytm_t *itv);
+DV_EXPORT const char *dv_itv_dts_get_fault(const dv_itv_dts_t *itv);
+
+// ---------------------------------------------------------------------------------------------------------
 // INTERVAL YEAR TO MONTH
 // ---------------------------------------------------------------------------------------------------------
 

@@ -48,6 +48,10 @@ DV_EXPORT int dv_timestamp_get_field(const dv_timestamp_t *ts, dt_fmt_unit_t uni
 DV_EXPORT void dv_timestamp_set_field(dv_timestamp_t *ts, dt_fmt_unit_t unit_type, int value,
                                       uchar check_valid_input, uchar check_valid_result);
 
+// What is wrong with the bytes of a record that came from elsewhere, as an English clause; NULL when nothing
+// is: it has the fault of neither its DATE (dv_date_get_fault) nor its fraction, and the byte dummy is 0.
+DV_EXPORT const char *dv_timestamp_get_fault(const dv_timestamp_t *ts);
+
 // fsec in nanoseconds.
 // Raises  -5114  a field out of range, or no such date
 DV_EXPORT void dv_timestamp_from_unit_values(dv_timestamp_t *ts, int year, int month, int day, int hour,

@@ -46,6 +46,12 @@ extern DV_EXPORT_DATA const dv_ts_ltz_t null_dv_ts_ltz;  // the same
 // WITH TIME ZONE: making one
 // ---------------------------------------------------------------------------------------------------------
 
+// What is wrong with the bytes of a record that came from elsewhere, as an English clause; NULL when nothing
+// is: the time in UTC is that of a TIMESTAMP, the zone one of timezone_get_fault, and the local time lies in
+// the calendar.
+DV_EXPORT const char *dv_ts_tz_get_fault(const dv_ts_tz_t *ts_tz);
+DV_EXPORT const char *dv_ts_ltz_get_fault(const dv_ts_ltz_t *ts_ltz);
+
 // Fields of the session's local time. Each is checked as it is stored, and the record with it, in the order
 // of the parameters: give a valid record, such as one that was just read. fsec in nanoseconds.
 // Raises  -5114  a field out of range, or no such date so far     -5110  as above

@@ -129,6 +129,11 @@ typedef int32_t tz_field_t;
 // Offset 0:00:00, no zone given.
 DV_EXPORT void timezone_init(timezone_t *tz);
 
+// What is wrong with the bytes of a zone that came from elsewhere, as an English clause; NULL when nothing
+// is: it is a region or a fixed offset, with an offset of -12:59 to +14:00, which in a region may come to 15
+// hours either way. That a region had the offset at some time is not looked at.
+DV_EXPORT const char *timezone_get_fault(const timezone_t *tz);
+
 // Stores one field.
 // Raises  -5098  an hour outside -12..14     -5099  a minute outside 0..59     -5100  a second outside 0..59
 //         -5006  no such field

@@ -1,4 +1,4 @@
-// What is wrong with the bytes of a DATE that somebody else wrote.
+// What is wrong with the bytes of a DATE or TIME that somebody else wrote.
 
 #include "datetime_internal.h"
 
@@ -15,9 +15,10 @@ bool has_year_(const dv_date_t &date) {
     return is_field_(DT_FMT_UNIT_YEAR, date_year(date)) && canonical.century == date.century;
 }
 
-bool has_time_of_day_(const dv_date_t &date) {
-    return is_field_(DT_FMT_UNIT_HOUR, date.hour) && is_field_(DT_FMT_UNIT_MINUTE, date.minute) &&
-           is_field_(DT_FMT_UNIT_SECOND, date.second);
+template <typename Record>
+bool has_time_of_day_(const Record &x) {
+    return is_field_(DT_FMT_UNIT_HOUR, x.hour) && is_field_(DT_FMT_UNIT_MINUTE, x.minute) &&
+           is_field_(DT_FMT_UNIT_SECOND, x.second);
 }
 
 }  // namespace
@@ -29,4 +30,11 @@ extern "C" const char *dv_date_get_fault(const dv_date_t *date) {
     if (date->day < 1 || date->day > date_month_length(*date)) return "its month does not have its day";
     if (is_in_calendar_gap(date_calendar_day(*date))) return "its day was left out of October 1582";
     return has_time_of_day_(*date) ? nullptr : "its time of day is out of range";
+}
+
+extern "C" const char *dv_time_get_fault(const dv_time_t *time) {
+    if (!is_given(time)) return nullptr;
+    if (time->dummy != 0) return "the fourth byte of a TIME is not 0";
+    if (time_nanoseconds(*time) >= NSEC_PER_SEC) return "its fraction of a second is out of range";
+    return has_time_of_day_(*time) ? nullptr : "its time of day is out of range";
 }

@@ -12,13 +12,6 @@ namespace {
 
 constexpr int _minutes_per_day = MINUTES_PER_HOUR * HOURS_PER_DAY;
 
-// Signed minutes of the offset as they are applied: the minute has the sign of the hour, with 0 counted as
-// negative.
-int applied_minutes_(const timezone_t &tz) {
-    const int hour = tz_hour(tz), minute = tz.utc_min;
-    return hour * MINUTES_PER_HOUR + (hour > 0 ? minute : -minute);
-}
-
 // Of 1600 to 9998, so that a day more or less is Gregorian too; all fields in range.
 bool is_plain_(const dv_date_t &date, uint64_t word) {
     constexpr uint64_t from = date_word(116, 100, 1), to = date_word(199, 199, 0);
@@ -125,13 +118,13 @@ int timezone_get_field(const timezone_t *tz, tz_field_t field) {
 
 void timezone_shift_to_east(const timezone_t *local_tz, dv_date_t *date) {
     if (DV_ASSERT(local_tz != NULL) && DV_ASSERT(date != NULL)) {
-        move_by_minutes_(*date, applied_minutes_(*local_tz));
+        move_by_minutes_(*date, tz_applied_minutes(*local_tz));
     }
 }
 
 void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *date) {
     if (DV_ASSERT(local_tz != NULL) && DV_ASSERT(date != NULL)) {
-        move_by_minutes_(*date, -applied_minutes_(*local_tz));
+        move_by_minutes_(*date, -tz_applied_minutes(*local_tz));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "../bytes.h"
+#include "../time_units.h"
 #include "dvtypes/timezone.h"
 
 namespace dv::impl {
@@ -18,6 +19,13 @@ static_assert(sizeof(timezone_t) == 5 && alignof(timezone_t) == 1 && offsetof(ti
 constexpr int tz_hour(const timezone_t &tz) { return tz.utc_hour - TZ_OFFSET_HOUR_EXCESS; }
 constexpr void tz_set_hour(timezone_t &tz, int hour) {
     tz.utc_hour = static_cast<uint8_t>(hour + TZ_OFFSET_HOUR_EXCESS);
+}
+
+// Signed minutes of the offset as they are applied: the minute has the sign of the hour, with 0 counted as
+// negative.
+constexpr int tz_applied_minutes(const timezone_t &tz) {
+    const int hour = tz_hour(tz), minute = tz.utc_min;
+    return hour * MINUTES_PER_HOUR + (hour > 0 ? minute : -minute);
 }
 
 constexpr int tz_zone(const timezone_t &tz) { return load_be16(tz.zone_id); }
