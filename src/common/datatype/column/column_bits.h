@@ -18,9 +18,22 @@ constexpr uint64_t first_rows(int64_t count) {
     return count >= BLOCK_ROWS ? ~uint64_t{0} : (uint64_t{1} << count) - 1;
 }
 
+// Whether bits begin with a byte and are a whole word, as they are of a bitmap from bit 0 on.
+constexpr bool is_word_of_bits(int64_t first, int64_t count) { return first % 8 == 0 && count == BLOCK_ROWS; }
+
+// Of the bytes of memory the first is lowest in a word of bits; turns either into the other.
+constexpr uint64_t bits_in_memory(uint64_t bits) {
+    return std::endian::native == std::endian::little ? bits : __builtin_bswap64(bits);
+}
+
 // Bits [first, first + count) of a bitmap, count at most 64, the first as bit 0; reads no byte beside them.
 inline uint64_t load_bits(const uint8_t *bitmap, int64_t first, int64_t count) {
     const uint8_t *const byte = bitmap + first / 8;
+    if (is_word_of_bits(first, count)) [[likely]] {
+        uint64_t word;
+        memcpy(&word, byte, sizeof word);
+        return bits_in_memory(word);
+    }
     const int shift = static_cast<int>(first % 8);
     uint64_t bits = 0;
     const auto bytes = static_cast<int>((shift + count + 7) / 8);  // 0..9
@@ -32,6 +45,11 @@ inline uint64_t load_bits(const uint8_t *bitmap, int64_t first, int64_t count) {
 
 // Stores them, and leaves the bits beside them as they are.
 inline void store_bits(uint8_t *bitmap, int64_t first, int64_t count, uint64_t bits) {
+    if (is_word_of_bits(first, count)) [[likely]] {
+        const uint64_t word = bits_in_memory(bits);
+        memcpy(bitmap + first / 8, &word, sizeof word);
+        return;
+    }
     while (count > 0) {
         uint8_t &byte = bitmap[first / 8];
         const int shift = static_cast<int>(first % 8);

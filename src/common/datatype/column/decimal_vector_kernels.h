@@ -5,6 +5,17 @@
 namespace dv::impl::DV_LEVEL {
 namespace {
 
+// Asks for bytes that are read 2048 bytes later: the machine's own prefetching stops at the end of a page.
+// Sums of 128 bits take 0.57 ns instead of 0.67 (column_decimal_bench). What lies there is not read, and may
+// be nothing.
+inline void fetch_ahead(const char *p, int64_t bytes) {
+    constexpr uintptr_t distance = 2048, line = 64;
+    const uintptr_t begin = reinterpret_cast<uintptr_t>(p) + distance;
+    for (uintptr_t at = begin; at < begin + static_cast<uintptr_t>(bytes); at += line) {
+        _mm_prefetch(reinterpret_cast<const char *>(at), _MM_HINT_T0);
+    }
+}
+
 // A bit for each of 64 rows, from those of the lanes at each place.
 template <typename Test>
 inline uint64_t bits_of_64(Test test) {
@@ -19,6 +30,7 @@ void within(const char *values, int64_t count, uint64_t low, uint64_t width, uin
     const lanes_t base = in_each_lane(low + (uint64_t{1} << 63));
     const lanes_t top = in_each_lane(width ^ uint64_t{1} << 63);
     for (const char *const end = values + 8 * whole; values != end; values += 64 * 8) {
+        fetch_ahead(values, 64 * 8);
         const uint64_t above = bits_of_64(
             [=](int place) { return are_greater(subtract_lanes(load_lanes(values + place), base), top); });
         *bits++ = ~above ^ flip;
@@ -75,6 +87,7 @@ word_sums_t sum(const char *words, int64_t count, uint64_t even_bias, uint64_t o
     lane_sums_t sums[4] = {};
     const int64_t whole = count - count % step;
     for (const char *const end = words + 8 * whole; words != end; words += 8 * step) {
+        fetch_ahead(words, 8 * step);
         for (int i = 0; i < 4; ++i) {
             sums[i].add(exclusive_or(load_lanes(words + int64_t{8} * LANES * i), bias));
         }
