@@ -109,7 +109,7 @@ TEST(NumberColumn, WritesTextsAsTheFunctionForOneText) {
     EXPECT_EQ(writing_fault_(random_numbers_(2), NUMBER_NORMAL_TEXT_SIZE, number_column_to_text, single), "");
 }
 
-// By stride every size is one for the text with its NUL.
+// A NUL needs no room in a row.
 TEST(NumberColumn, ShortensTextsToTheirStride) {
     const rows_t numbers = random_numbers_(3);
     for (const int size : {0, 1, 2, 5, 16, 17, 18, 40, 49, 50}) {
@@ -125,7 +125,7 @@ TEST(NumberColumn, ShortensTextsToTheirStride) {
                 if (!numbers[i]) continue;
                 const number_t value = number_of(*numbers[i]);
                 char alone[64] = "";
-                const int code = raise_of([&] { number_to_str(&value, size, alone, nullptr); });
+                const int code = raise_of([&] { number_to_str(&value, size + 1, alone, nullptr); });
                 ASSERT_EQ(codes[i], code) << describe(value) << " in " << size;
                 const row_t wanted = code == 0 ? row_t(alone) : std::nullopt;
                 ASSERT_EQ(texts.row(static_cast<int64_t>(i)), wanted) << describe(value) << " in " << size;
@@ -187,6 +187,39 @@ TEST(NumberColumn, ReadsUnderModelsAsTheFunctionForOneText) {
             });
         };
         EXPECT_EQ(column_fault(c), "") << model;
+    }
+}
+
+// Offsets of any value: a row has the bytes that they give it, or -5120.
+TEST(NumberColumn, BelievesNoOffsets) {
+    number_source source(6);
+    // Digits in front of the column and behind it, which no row may show.
+    constexpr std::string_view around = "12.5-3.758.25199.9917.0000000.21";
+    const std::string digits = std::string(around) + std::string(around) + std::string(around);
+    char *const text = const_cast<char *>(digits.data()) + around.size();
+    constexpr int rows = 64;
+    for (long round = 0; round < scaled(200); ++round) {
+        std::vector<int32_t> offsets(rows + 1);
+        for (int32_t &offset : offsets) offset = source.pick(-2, 34);
+        for (const int32_t extreme : {INT32_MIN, INT32_MAX, -1})
+            offsets[static_cast<size_t>(source.pick(0, rows))] = extreme;
+        dv_column_t texts = {rows, text, 0, offsets.data(), 32, nullptr, 0};
+        for (each_level levels; levels.next();) {
+            std::vector<number_t> values(rows);
+            std::vector<int32_t> codes(rows);
+            dv_column_t numbers = {rows, values.data(), sizeof(number_t), nullptr, 0, nullptr, 0};
+            dv_column_faults_t faults = {codes.data(), nullptr, 0, 0, 0, 0};
+            number_column_from_text(&texts, &numbers, &faults);
+            for (size_t i = 0; i < rows; ++i) {
+                const int32_t begin = offsets[i], end = offsets[i + 1];
+                number_t alone{};
+                int code = -5120;
+                if (begin >= 0 && begin <= end && end <= 32)
+                    code = begin == end ? -5074 : number_try_from_str(&alone, end - begin, text + begin);
+                ASSERT_EQ(codes[i], code) << begin << " to " << end;
+                ASSERT_EQ(values[i], code == 0 ? alone : number_t{}) << begin << " to " << end;
+            }
+        }
     }
 }
 

@@ -90,18 +90,18 @@ DV_EXPORT void number_column_force_prec_scale(const dv_column_t *x, int prec, in
 DV_EXPORT void number_column_from_text(const dv_column_t *text, dv_column_t *result,
                                        dv_column_faults_t *faults);
 
-// Writes texts as number_to_str does without a format. By stride each is as long as `size` bytes allow, its
-// NUL included; what lies behind the NUL, within `size`, is unspecified. By offsets each is in normal form
-// and has no NUL.
+// Writes texts as number_to_str does without a format into a buffer for as many characters as `size` says,
+// and a NUL behind a text that is shorter; what lies behind the NUL, within `size`, is unspecified. By
+// offsets every text is in normal form, without a NUL.
 //
 // Fails with -3005, -5067, -5068  as number_to_str, by stride
 DV_EXPORT void number_column_to_text(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults);
 
 // The same under a model (number_fmt.h), which is compiled once; fmt and fmt_len are those of
-// number_from_str_fmt and number_to_str_fmt. By offsets texts have no NUL.
+// number_from_str_fmt and number_to_str_fmt. Texts have a NUL as above.
 //
 // Raises, whatever `faults` says:  -5075, -3006  no model
-// Fails with -5074, -5068, -5069  from text     -3005  to text, by stride: `size` bytes are too few
+// Fails with -5074, -5068, -5069  from text     -3005  to text, by stride: more than `size` characters
 DV_EXPORT void number_column_from_text_fmt(const dv_column_t *text, int fmt_len, const char *fmt,
                                            dv_column_t *result, dv_column_faults_t *faults);
 DV_EXPORT void number_column_to_text_fmt(const dv_column_t *x, int fmt_len, const char *fmt,

@@ -34,19 +34,34 @@ inline bool has_bytes(const dv_column_t &column, int64_t row) {
     return begin >= 0 && begin <= end && end <= column.size;
 }
 
-// The bytes of a row by offsets; raises when they are not within the column.
-inline row_bytes_t bytes_by_offsets(const dv_column_t &column, int64_t row) {
-    if (!has_bytes(column, row)) raise(ERR_COLUMN_OFFSETS);
+// The bytes of a row by offsets; false: they are not within the column.
+inline bool find_bytes(const dv_column_t &column, int64_t row, row_bytes_t &bytes) {
+    if (!has_bytes(column, row)) return false;
     const int32_t begin = column.offsets[row];
-    return {static_cast<const char *>(column.values) + begin, column.offsets[row + 1] - begin};
+    bytes = {static_cast<const char *>(column.values) + begin, column.offsets[row + 1] - begin};
+    return true;
+}
+
+// The same; raises.
+inline row_bytes_t bytes_by_offsets(const dv_column_t &column, int64_t row) {
+    row_bytes_t bytes;
+    if (!find_bytes(column, row, bytes)) raise(ERR_COLUMN_OFFSETS);
+    return bytes;
 }
 
 // The text of a row, in either layout; by stride it ends at `size` bytes or at a NUL.
-inline row_bytes_t text_at(const dv_column_t &column, int64_t row) {
-    if (column.offsets != nullptr) return bytes_by_offsets(column, row);
-    const auto *const text = static_cast<const char *>(value_at(column, row));
+inline bool find_text(const dv_column_t &column, int64_t row, row_bytes_t &text) {
+    if (column.offsets != nullptr) return find_bytes(column, row, text);
+    const auto *const begin = static_cast<const char *>(value_at(column, row));
     const auto room = static_cast<size_t>(column.size < 0 ? 0 : column.size);
-    return {text, static_cast<int64_t>(strnlen(text, room))};
+    text = {begin, static_cast<int64_t>(strnlen(begin, room))};
+    return true;
+}
+
+inline row_bytes_t text_at(const dv_column_t &column, int64_t row) {
+    row_bytes_t text;
+    if (!find_text(column, row, text)) raise(ERR_COLUMN_OFFSETS);
+    return text;
 }
 
 // The rows of a result by offsets, appended in their order. Rows that have no value become empty when the
@@ -55,11 +70,15 @@ struct appended_rows_t {
     const dv_column_t *column;
     int64_t end = 0;
 
+    bool has_room(int64_t size) const { return end + size <= column->size && end + size <= INT32_MAX; }
+
+    char *next_place() const { return static_cast<char *>(column->values) + end; }
+
     // Room for a row of `size` bytes; raises when there is none.
     char *append(int64_t row, int64_t size) {
         const int64_t next = end + size;
-        if (next > column->size || next > INT32_MAX) raise(ERR_TEXT_BUFFER_SIZE);
-        char *const place = static_cast<char *>(column->values) + end;
+        if (!has_room(size)) raise(ERR_TEXT_BUFFER_SIZE);
+        char *const place = next_place();
         end = next;
         column->offsets[row + 1] = static_cast<int32_t>(next);
         return place;

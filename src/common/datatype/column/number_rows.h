@@ -24,6 +24,34 @@ inline const number_t *number_at(const dv_column_t &column, int64_t row, number_
     return &buffer;
 }
 
+// Records by stride, as kernels read and write them.
+struct records_t {
+    char *first;
+    int64_t stride;
+
+    number_t &operator[](int i) const { return *reinterpret_cast<number_t *>(first + i * stride); }
+};
+
+struct number_block_t {
+    number_t record[BLOCK_ROWS];
+    records_t records() { return {reinterpret_cast<char *>(record), sizeof *record}; }
+};
+
+// The records of a block of rows; those by offsets are put together in `buffer`. A row that is none becomes a
+// NULL value, which no kernel takes, so that number_at is asked for it.
+inline records_t records_at(const dv_column_t &column, int64_t row, int count, number_block_t &buffer) {
+    if (column.offsets == nullptr) return {static_cast<char *>(value_at(column, row)), column.stride};
+    for (int i = 0; i < count; ++i) {
+        number_t &x = buffer.record[i];
+        x.size = 0;
+        row_bytes_t bytes;
+        if (!find_bytes(column, row + i, bytes) || bytes.size > NUMBER_SIZE_MAX) continue;
+        x.size = static_cast<uint8_t>(bytes.size);
+        memcpy(&x.signexp, bytes.begin, x.size);
+    }
+    return buffer.records();
+}
+
 // The NUMBERs of a result. A row's value is made in its place, which is that of the column by stride and a
 // buffer by offsets, and then kept.
 struct number_result_t {
@@ -40,6 +68,22 @@ struct number_result_t {
         if (column().offsets != nullptr) memcpy(appended.append(row, place.size), &place.signexp, place.size);
     }
 
+    // Where a kernel is to make the records of a block, and their keeping: takes the rows that a kernel has
+    // left, and returns those that are to be done one by one. By offsets these are all from the first on.
+    records_t block_at(int64_t row, number_block_t &buffer) const {
+        if (column().offsets != nullptr) return buffer.records();
+        return {static_cast<char *>(value_at(column(), row)), column().stride};
+    }
+    uint64_t keep_block(int64_t row, uint64_t valid, uint64_t left, const number_block_t &buffer) {
+        if (column().offsets == nullptr) return left;
+        for (uint64_t rest = valid; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            const number_t &x = buffer.record[i];
+            if ((left >> i & 1) != 0 || !appended.has_room(x.size)) return rest;
+            keep(row + i, x);
+        }
+        return 0;
+    }
     void store_none(int64_t row) const {
         if (column().offsets == nullptr) {
             value_at<number_t>(column(), row).size = 0;

@@ -1,29 +1,83 @@
 // Text to and from columns of NUMBER, plain and under a model.
 
 #include <algorithm>
+#include <iterator>
 
+#include "../number/plain_text.h"
+#include "../number/plain_text_writer.h"
 #include "../number_fmt/number_fmt_internal.h"
 #include "dvtypes/column_number.h"
-#include "number_rows.h"
+#include "number_text_rows.h"
+#include "vector_level.h"
 
 using namespace dv::impl;
 
+namespace dv::impl::plain {
 namespace {
+
+uint64_t read_texts(const dv_column_t &text, int64_t row, int /*count*/, uint64_t valid, records_t to) {
+    uint64_t left = valid;
+    for (uint64_t rest = valid; rest != 0; rest &= rest - 1) {
+        const int i = std::countr_zero(rest);
+        row_bytes_t bytes;
+        if (!find_text(text, row + i, bytes)) continue;
+        if (read_short_plain_text(to[i], bytes.begin, static_cast<size_t>(bytes.size)))
+            left ^= rest & (0 - rest);
+    }
+    return left;
+}
+
+uint64_t write_texts(records_t /*from*/, int /*count*/, uint64_t valid, short_texts_t & /*texts*/) {
+    return valid;
+}
+
+constexpr number_text_kernels_t kernels = {read_texts, write_texts};
+
+}  // namespace
+}  // namespace dv::impl::plain
+
+#if DV_HAS_VECTOR_BYTES
+#define DV_LEVEL avx512
+DV_BEGIN_AVX512
+#include "eight_numbers.h"
+#include "number_text_kernels.h"
+DV_END_LEVEL
+#undef DV_LEVEL
+#else
+namespace dv::impl {
+namespace avx512 = plain;
+}
+#endif
+
+namespace {
+
+constexpr const number_text_kernels_t *_kernels[] = {&plain::kernels, &plain::kernels, &plain::kernels,
+                                                     &avx512::kernels};
+static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
+const number_text_kernels_t &kernels_() { return *_kernels[vector_level()]; }
 
 // ---- from text: `Reader` reads one text, with and without a raise ----
 
 struct plain_reader_t {
+    static constexpr bool has_kernel = true;
+
+    static bool may_raise() { return false; }  // in try_to_read
+
     // To the functions for one text a length of 0 is none: they look for a NUL.
     void read(number_t &x, const char *text, int size) const {
         number_from_str(&x, size, size != 0 ? text : "", nullptr);
     }
     int try_to_read(number_t &x, const char *text, int size) const {
+        if (read_long_plain_text(x, text, static_cast<size_t>(size))) return 0;
         return size != 0 ? number_try_from_str(&x, size, text) : int{ERR_NUMBER_TEXT};
     }
 };
 
 struct model_reader_t {
+    static constexpr bool has_kernel = false;
     const number_model_t *model;
+
+    bool may_raise() const { return model->whole == whole_model_e::NONE && model->pr.in_hexadecimal != 0; }
 
     static std::string_view view(const char *text, int size) { return {text, static_cast<size_t>(size)}; }
     void read(number_t &x, const char *text, int size) const {
@@ -41,7 +95,14 @@ struct from_text_t {
     Reader reader;
     number_result_t values{result};
 
-    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
+    uint64_t block(int64_t row, int count, const uint64_t &valid) {
+        number_block_t buffer;
+        const records_t to = values.block_at(row, buffer);
+        uint64_t left = valid;
+        if constexpr (Reader::has_kernel) left = kernels_().read(*operand[0], row, count, valid, to);
+        if (!reader.may_raise()) left = read_(row, left, to);
+        return values.keep_block(row, valid, left, buffer);
+    }
 
     bool row(int64_t row) {
         number_t buffer;
@@ -65,27 +126,56 @@ struct from_text_t {
     void no_value(int64_t row) const { values.store_none(row); }
 
   private:
+    // One by one; what is refused is left.
+    uint64_t read_(int64_t row, uint64_t rows, records_t to) const {
+        uint64_t left = 0;
+        for (; rows != 0; rows &= rows - 1) {
+            const int i = std::countr_zero(rows);
+            row_bytes_t text;
+            const bool is_read = find_text(*operand[0], row + i, text) &&
+                                 reader.try_to_read(to[i], text.begin, size_of_text_(text)) == 0;
+            if (!is_read) left |= rows & (0 - rows);
+        }
+        return left;
+    }
+
     static int size_of_text_(row_bytes_t text) {
         return static_cast<int>(std::min<int64_t>(text.size, INT32_MAX));
     }
 };
 
-// ---- to text ----
+// ---- to text: `Writer` writes one value, and gives the characters of its text ----
 
 struct plain_writer_t {
-    static constexpr int SIZE_MAX_BY_OFFSETS = NUMBER_NORMAL_TEXT_SIZE;
-    void write(const number_t &x, int buf_size, char *str) const {
+    static constexpr bool has_kernel = true;
+    static constexpr int size_max = NUMBER_NORMAL_TEXT_SIZE;
+    size_t write(const number_t &x, int buf_size, char *str) const {
+        const size_t length = x.size <= sizeof x ? write_plain_text(x, buf_size, str) : 0;
+        if (length != 0) return length;
         number_to_str(&x, buf_size, str, nullptr);
+        return strlen(str);
     }
 };
 
 struct model_writer_t {
-    static constexpr int SIZE_MAX_BY_OFFSETS = NUMBER_FMT_TEXT_SIZE;
+    static constexpr bool has_kernel = false;
+    static constexpr int size_max = NUMBER_FMT_TEXT_SIZE;
     const number_model_t *model;
-    void write(const number_t &x, int buf_size, char *str) const {
+    size_t write(const number_t &x, int buf_size, char *str) const {
         number_to_text_under(x, buf_size, str, *model);
+        return strlen(str);
     }
 };
+
+// Sixteen bytes where there is room for them, else as many as the text has. In two branches: of one copy with
+// a size of at most sixteen compilers make a string instruction.
+inline void put_short_text_(char *to, const char *text, int64_t length, bool has_room) {
+    if (has_room) {
+        memcpy(to, text, SHORT_TEXT_SIZE);
+    } else {
+        for (int64_t i = 0; i < length; ++i) to[i] = text[i];
+    }
+}
 
 template <typename Writer>
 struct to_text_t {
@@ -94,26 +184,85 @@ struct to_text_t {
     Writer writer;
     appended_rows_t appended{result};
 
-    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
+    uint64_t block(int64_t row, int count, const uint64_t &valid) {
+        if constexpr (!Writer::has_kernel) return valid;
+        number_block_t buffer;
+        short_texts_t texts;
+        const records_t numbers = records_at(*operand[0], row, count, buffer);
+        const uint64_t left = kernels_().write(numbers, count, valid, texts);
+        return result->offsets != nullptr ? append_(row, valid, left, texts, numbers)
+                                          : left | put_(row, valid & ~left, texts);
+    }
 
     bool row(int64_t row) {
         number_t buffer;
         const number_t *const x = number_at(*operand[0], row, buffer);
         if (x == nullptr) return false;
-        if (result->offsets == nullptr) {
-            const auto size = static_cast<int>(std::clamp<int64_t>(result->size, 0, INT32_MAX));
-            writer.write(*x, size, static_cast<char *>(value_at(*result, row)));
-            return true;
+        char text[Writer::size_max];
+        const auto length = static_cast<int64_t>(writer.write(*x, size_with_nul_(), text));
+        if (result->offsets != nullptr) {
+            memcpy(appended.append(row, length), text, static_cast<size_t>(length));
+        } else {
+            const int64_t shown = length < result->size ? length + 1 : length;
+            memcpy(value_at(*result, row), text, static_cast<size_t>(shown));
         }
-        char text[Writer::SIZE_MAX_BY_OFFSETS];
-        writer.write(*x, sizeof text, text);
-        const size_t length = strlen(text);
-        memcpy(appended.append(row, static_cast<int64_t>(length)), text, length);
         return true;
     }
 
     void no_value(int64_t row) const {
         if (result->offsets != nullptr) appended.append_none(row);
+    }
+
+  private:
+    // What a buffer would have to be for texts as long as the rows of the result.
+    int size_with_nul_() const {
+        if (result->offsets != nullptr) return Writer::size_max;
+        return static_cast<int>(std::clamp<int64_t>(result->size, 0, Writer::size_max - 1)) + 1;
+    }
+
+    // Texts to their rows by stride; returns those that are too long.
+    uint64_t put_(int64_t row, uint64_t rows, const short_texts_t &texts) const {
+        const bool has_room = result->size >= SHORT_TEXT_SIZE;
+        uint64_t left = 0;
+        for (; rows != 0; rows &= rows - 1) {
+            const int i = std::countr_zero(rows);
+            const int64_t length = texts.length[i];
+            if (length > result->size) {
+                left |= rows & (0 - rows);
+                continue;
+            }
+            auto *const to = static_cast<char *>(value_at(*result, row + i));
+            put_short_text_(to, texts.text[i], length, has_room);
+            if (length < result->size) to[length] = '\0';
+        }
+        return left;
+    }
+
+    // Texts by offsets, in the order of their rows; returns those from the first on that may raise.
+    uint64_t append_(int64_t row, uint64_t valid, uint64_t left, const short_texts_t &texts,
+                     records_t numbers) {
+        for (uint64_t rest = valid; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            const bool is_done = (left >> i & 1) == 0 ? append_short_(row + i, texts.text[i], texts.length[i])
+                                                      : append_any_(row + i, numbers[i]);
+            if (!is_done) return rest;
+        }
+        return 0;
+    }
+
+    bool append_short_(int64_t row, const char *text, int64_t length) {
+        if (!appended.has_room(length)) return false;
+        const bool has_room = appended.has_room(SHORT_TEXT_SIZE);
+        put_short_text_(appended.append(row, length), text, length, has_room);
+        return true;
+    }
+
+    // Where there is room for the longest text, it is written where it goes, and without a raise.
+    bool append_any_(int64_t row, const number_t &x) {
+        if (!number_is_valid_ptr(&x) || x.size == 0 || !appended.has_room(Writer::size_max)) return false;
+        char *const to = appended.next_place();
+        appended.append(row, static_cast<int64_t>(writer.write(x, Writer::size_max, to)));
+        return true;
     }
 };
 

@@ -25,7 +25,7 @@
 #include "dvtypes/column_record.h"
 
 #if DV_HAS_VECTOR_BYTES
-#include <immintrin.h>
+#include "../intrinsics.h"
 #endif
 
 // clang-format off

@@ -15,7 +15,7 @@
 #include "number_layout.h"
 
 #if DV_HAS_X86_64
-#include <immintrin.h>
+#include "../intrinsics.h"
 #endif
 
 namespace dv::impl {

@@ -208,6 +208,6 @@ void write_whole_(const char *text, int buf_size, char *str) {
 
 extern "C" void number_to_str(const number_t *x, int buf_size, char *str, const char *format) {
     const bool is_plain = format == nullptr && x != nullptr && str != nullptr && x->size <= sizeof *x;
-    if (is_plain && write_plain_text(*x, buf_size, str)) return;
+    if (is_plain && write_plain_text(*x, buf_size, str) != 0) return;
     write_any_(x, buf_size, str, format);
 }

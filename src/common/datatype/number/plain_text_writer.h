@@ -104,11 +104,11 @@ inline constexpr size_t SHORT_TEXT_DIGITS_MAX = COEF_WORD_DIGITS - 1;
 inline constexpr size_t SHORT_TEXT_EXPONENT_MAX = 4;
 inline constexpr int SHORT_TEXT_BUFFER_SIZE = 1 + VECTOR_SIZE;  // sign, and characters with point and NUL
 
-inline bool write_short_text(const number_t &x, const plain_head_t &head, char *str) {
+inline size_t write_short_text(const number_t &x, const plain_head_t &head, char *str) {
     const bytes16_t bytes = _mm_loadl_epi64(reinterpret_cast<const bytes16_t *>(x.coef));
     const bytes16_t digits = _mm_and_si128(digits_of_bytes(bytes, load_signs(head)), in_front_of(head.count));
     const size_t first_digit = first_of(digits);
-    if (!are_digits(digits) || first_digit == 0) return false;
+    if (!are_digits(digits) || first_digit == 0) return 0;
 
     const size_t skipped = skipped_characters(head, first_digit);
     const bytes16_t is_skipped = in_front_of(skipped * VECTOR_SIZE);
@@ -116,9 +116,10 @@ inline bool write_short_text(const number_t &x, const plain_head_t &head, char *
     const bytes16_t front = select(is_skipped, _mm_srli_si128(characters, 1), characters);
     const bytes16_t behind = select(is_skipped, characters, _mm_slli_si128(characters, 1));
     const bytes16_t text = join_at_point(front, behind, 2 * head.exponent - skipped);
+    const size_t length = plain_length(x, head, skipped);
     str[0] = '-';
-    store_vector(str + head.negative, _mm_and_si128(text, in_front_of(plain_length(x, head, skipped))));
-    return true;
+    store_vector(str + head.negative, _mm_and_si128(text, in_front_of(length)));
+    return head.negative + length;
 }
 
 // ---- up to 15 digits in front of the point: three vectors ----
@@ -126,7 +127,7 @@ inline bool write_short_text(const number_t &x, const plain_head_t &head, char *
 inline constexpr size_t LONG_TEXT_EXPONENT_MAX = VECTOR_SIZE - 1;
 inline constexpr int LONG_TEXT_BUFFER_SIZE = 1 + 3 * VECTOR_SIZE;  // what is written, at most
 
-inline bool write_long_text(const number_t &x, const plain_head_t &head, char *str) {
+inline size_t write_long_text(const number_t &x, const plain_head_t &head, char *str) {
     int last_bytes;
     memcpy(&last_bytes, x.coef + VECTOR_SIZE, sizeof last_bytes);
     const bytes16_t signs = load_signs(head);
@@ -135,7 +136,7 @@ inline bool write_long_text(const number_t &x, const plain_head_t &head, char *s
     const bytes16_t last =
         _mm_and_si128(digits_of_bytes(_mm_cvtsi32_si128(last_bytes), signs), in_front_of(head.count, 1));
     const size_t first_digit = first_of(first);
-    if (!are_digits(_mm_max_epu8(first, last)) || first_digit == 0) return false;
+    if (!are_digits(_mm_max_epu8(first, last)) || first_digit == 0) return 0;
 
     const size_t skipped = skipped_characters(head, first_digit);
     const auto [tens, units] = tens_and_units(first);
@@ -156,14 +157,14 @@ inline bool write_long_text(const number_t &x, const plain_head_t &head, char *s
     put(0, _mm_unpacklo_epi8(even, odd));
     put(1, _mm_unpackhi_epi8(even, odd));
     put(2, tail);
-    return true;
+    return head.negative + length;
 }
 
-// Writes a value of any record but NULL and zero in normal form; false: it is not plain, or the buffer has no
-// room for whole vectors, and nothing is written.
-inline bool write_plain_text(const number_t &x, int buf_size, char *str) {
+// Writes a value of any record but NULL and zero in normal form, and returns the characters of the text; 0:
+// it is not plain, or the buffer has no room for whole vectors, and nothing is written.
+inline size_t write_plain_text(const number_t &x, int buf_size, char *str) {
     const number_head_t head = read_head(x);
-    if (head.count < 1 || head.count > NUMBER_DIGITS_MAX || head.exponent < 0) return false;
+    if (head.count < 1 || head.count > NUMBER_DIGITS_MAX || head.exponent < 0) return 0;
     const plain_head_t plain = {static_cast<size_t>(head.count), static_cast<size_t>(head.exponent),
                                 head.sign & 1};
     // Both at once: of long values either may be the small one.
@@ -171,13 +172,13 @@ inline bool write_plain_text(const number_t &x, int buf_size, char *str) {
         std::max(plain.count + SHORT_TEXT_EXPONENT_MAX, plain.exponent + SHORT_TEXT_DIGITS_MAX) <=
         SHORT_TEXT_DIGITS_MAX + SHORT_TEXT_EXPONENT_MAX;
     if (is_short && buf_size >= SHORT_TEXT_BUFFER_SIZE) return write_short_text(x, plain, str);
-    if (plain.exponent > LONG_TEXT_EXPONENT_MAX || buf_size < LONG_TEXT_BUFFER_SIZE) return false;
+    if (plain.exponent > LONG_TEXT_EXPONENT_MAX || buf_size < LONG_TEXT_BUFFER_SIZE) return 0;
     return write_long_text(x, plain, str);
 }
 
 #else
 
-inline bool write_plain_text(const number_t &, int, char *) { return false; }
+inline size_t write_plain_text(const number_t &, int, char *) { return 0; }
 
 #endif
 
