@@ -15,8 +15,8 @@ namespace {
 // Bytes
 // ---------------------------------------------------------------------------------------------------------
 
-const char *fault_(const dv_date_t &date) {
-    return date.dummy != 0 ? "the last byte of a DATE is 0" : dv_date_get_fault(&date);
+const char *fault_(const dv_date_t *date) {
+    return date->dummy != 0 ? "the last byte of a DATE is not 0" : dv_date_get_fault(date);
 }
 
 // ---------------------------------------------------------------------------------------------------------

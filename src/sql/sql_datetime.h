@@ -27,7 +27,7 @@ const char *sql_decode_record(sql_value &value, const uint8_t *bytes, int length
     auto &record = value.*Record;
     if (length != static_cast<int>(sizeof record)) return "it does not have the length of its type";
     memcpy(&record, bytes, sizeof record);
-    return Fault(record);
+    return Fault(&record);
 }
 
 template <auto Record>
@@ -108,9 +108,6 @@ void sql_return_datetime(sql_call &call, const Record &record) {
     sql_return(call, value);
 }
 
-// What is wrong with the bytes of a TIMESTAMP, but for its eighth; NULL when nothing is.
-const char *sql_timestamp_fault(const dv_timestamp_t &ts);
-
 // ---------------------------------------------------------------------------------------------------------
 // Zones
 // ---------------------------------------------------------------------------------------------------------
@@ -140,12 +137,8 @@ dv_date_t sql_utc_now();
 // Time of day
 // ---------------------------------------------------------------------------------------------------------
 
-// Nanoseconds; of any bytes perhaps negative.
+// Nanoseconds.
 inline int sql_fraction(const dv_time_t &time) { return dv_time_get_field(&time, DT_FMT_UNIT_FSEC); }
-
-inline bool sql_is_fraction(const dv_time_t &time) {
-    return sql_fraction(time) >= 0 && sql_fraction(time) < SQL_NSEC_PER_SEC;
-}
 
 // Writes a number that is not negative in decimal, with zeros in front; returns the end.
 inline char *sql_put_digits(char *out, int number, int digits) {

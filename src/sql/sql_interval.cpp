@@ -6,8 +6,6 @@
 // brought into that form: the library leaves a carry of nanoseconds in the seconds, and its totals of months
 // wrap at 32 bits.
 
-#include <algorithm>
-
 #include "sql_datetime.h"
 #include "sql_try.h"
 
@@ -18,33 +16,7 @@ namespace {
 constexpr int _leading_digits = 9;
 constexpr int _leading_max = 999'999'999;  // years or days of either sign
 
-constexpr bool is_within_(int64_t value, int64_t limit) { return value >= -limit && value <= limit; }
-
-constexpr bool have_one_sign_(std::initializer_list<int> fields) {
-    return std::min(fields) >= 0 || std::max(fields) <= 0;
-}
-
-// ---------------------------------------------------------------------------------------------------------
-// Bytes
-// ---------------------------------------------------------------------------------------------------------
-
-const char *ytm_fault_(const dv_itv_ytm_t &itv) {
-    const int years = dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_YEAR);
-    const int months = dv_itv_ytm_get_field(&itv, DT_FMT_UNIT_MONTH);
-    if (!is_within_(years, _leading_max)) return "it has more than nine digits of years";
-    if (!is_within_(months, SQL_MONTHS_PER_YEAR - 1)) return "its months are out of range";
-    return have_one_sign_({years, months}) ? nullptr : "its fields differ in sign";
-}
-
-const char *dts_fault_(const dv_itv_dts_t &itv) {
-    const int days = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_DAY);
-    const int seconds = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_SECOND);
-    const int nanoseconds = dv_itv_dts_get_field(&itv, DT_FMT_UNIT_FSEC);
-    if (!is_within_(days, _leading_max)) return "it has more than nine digits of days";
-    if (!is_within_(seconds, SQL_SEC_PER_DAY - 1)) return "its seconds are out of range";
-    if (!is_within_(nanoseconds, SQL_NSEC_PER_SEC - 1)) return "its nanoseconds are out of range";
-    return have_one_sign_({days, seconds, nanoseconds}) ? nullptr : "its fields differ in sign";
-}
+constexpr bool is_leading_(int64_t value) { return value >= -_leading_max && value <= _leading_max; }
 
 // ---------------------------------------------------------------------------------------------------------
 // INTERVAL YEAR TO MONTH, computed on its total of months: at most 12 * 10^9 of either sign, so that no sum
@@ -211,7 +183,7 @@ constexpr auto _functions = sql_with_tries<_rows>();
 }  // namespace
 
 void dv::impl::sql_return_ytm(sql_call &call, int64_t months) {
-    if (!is_within_(months / SQL_MONTHS_PER_YEAR, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    if (!is_leading_(months / SQL_MONTHS_PER_YEAR)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
     sql_value value{};
     value.kind = SQL_KIND_ITV_YTM;
     dv_itv_ytm_set_total_month(&value.ytm, months);
@@ -239,7 +211,7 @@ dv_itv_dts_t dv::impl::sql_dts_of(const sql_seconds &seconds) {
 }
 
 void dv::impl::sql_return_dts(sql_call &call, const sql_seconds &total) {
-    if (!is_within_(total.whole / SQL_SEC_PER_DAY, _leading_max)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
+    if (!is_leading_(total.whole / SQL_SEC_PER_DAY)) sql_raise(SQL_ERR_ITV_LEADING_PRECISION);
     sql_value value{};
     value.kind = SQL_KIND_ITV_DTS;
     value.dts = sql_dts_of(total);
@@ -250,7 +222,7 @@ constinit const sql_type dv::impl::itv_ytm_type = {
     SQL_KIND_ITV_YTM,
     "INTERVAL YEAR TO MONTH",
     "to_yminterval",
-    sql_decode_record<&sql_value::ytm, ytm_fault_>,
+    sql_decode_record<&sql_value::ytm, dv_itv_ytm_get_fault>,
     sql_encode_record<&sql_value::ytm>,
 };
 
@@ -258,7 +230,7 @@ constinit const sql_type dv::impl::itv_dts_type = {
     SQL_KIND_ITV_DTS,
     "INTERVAL DAY TO SECOND",
     "to_dsinterval",
-    sql_decode_record<&sql_value::dts, dts_fault_>,
+    sql_decode_record<&sql_value::dts, dv_itv_dts_get_fault>,
     sql_encode_record<&sql_value::dts>,
 };
 

@@ -8,13 +8,6 @@ using namespace dv::impl;
 
 namespace {
 
-const char *fault_(const dv_time_t &time) {
-    if (time.dummy != 0) return "the fourth byte of a TIME is 0";
-    if (!sql_is_fraction(time)) return "its fraction of a second is out of range";
-    const bool is_time_of_day = time.hour < 24 && time.minute < 60 && time.second < 60;
-    return is_time_of_day ? nullptr : "its time of day is out of range";
-}
-
 void make_(sql_call &call) {
     int field[4] = {};
     if (!sql_get_ints(call, 0, {field, static_cast<size_t>(call.argc)})) return;
@@ -65,7 +58,7 @@ constinit const sql_type dv::impl::time_type = {
     SQL_KIND_TIME,
     "TIME",
     "to_time",
-    sql_decode_record<&sql_value::time, fault_>,
+    sql_decode_record<&sql_value::time, dv_time_get_fault>,
     sql_encode_record<&sql_value::time>,
 };
 

@@ -10,10 +10,6 @@ using namespace dv::impl;
 
 namespace {
 
-const char *fault_(const dv_timestamp_t &ts) {
-    return ts.dummy != 0 ? "the eighth byte of a TIMESTAMP is 0" : sql_timestamp_fault(ts);
-}
-
 void make_(sql_call &call) {
     int field[7] = {};
     if (!sql_get_ints(call, 0, {field, static_cast<size_t>(call.argc)})) return;
@@ -65,16 +61,11 @@ constexpr auto _functions = sql_with_tries<_rows>();
 
 }  // namespace
 
-const char *dv::impl::sql_timestamp_fault(const dv_timestamp_t &ts) {
-    if (!sql_is_fraction(sql_time_part(ts))) return "its fraction of a second is out of range";
-    return dv_date_get_fault(&sql_date_part(ts));
-}
-
 constinit const sql_type dv::impl::timestamp_type = {
     SQL_KIND_TIMESTAMP,
     "TIMESTAMP",
     "to_timestamp",
-    sql_decode_record<&sql_value::timestamp, fault_>,
+    sql_decode_record<&sql_value::timestamp, dv_timestamp_get_fault>,
     sql_encode_record<&sql_value::timestamp>,
 };
 

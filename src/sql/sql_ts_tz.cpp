@@ -18,42 +18,6 @@ using namespace dv::impl;
 namespace {
 
 // ---------------------------------------------------------------------------------------------------------
-// Bytes
-// ---------------------------------------------------------------------------------------------------------
-
-// A fixed offset lies in -12:59..+14:00; local mean times of regions go beyond that.
-bool is_offset_(int zone, int hour, int minute) {
-    constexpr int region_hours_max = 15, fixed_hour_min = -12, fixed_hour_max = 14;
-    if (minute >= 60) return false;
-    if (zone < TZ_ID_MAX) return hour >= -region_hours_max && hour <= region_hours_max;
-    return hour >= fixed_hour_min && hour <= fixed_hour_max - (minute > 0 ? 1 : 0);
-}
-
-const char *zone_fault_(const timezone_t &tz) {
-    const int zone = sql_zone_number(tz);
-    if (zone >= TZ_ID_MAX && zone != TZ_ID_OFFSET) return "it has no such time zone";
-    const bool is_offset = is_offset_(zone, timezone_get_field(&tz, TZ_FLD_UTC_HOUR), tz.utc_min);
-    return is_offset && tz.utc_sec == 0 ? nullptr : "its UTC offset is out of range";
-}
-
-// Local times leave the calendar at its ends, and where day numbers count a 29 February that a year BC lacks.
-bool has_local_time_(const dv_ts_tz_t &ts_tz) {
-    const int year = dv_date_get_field(&sql_date_part(ts_tz.utc), DT_FMT_UNIT_YEAR);
-    if (year > 1 && year < 9999) return true;
-    dv_error_t error;
-    const auto check = [](void *arg) { sql_check_local_time(*static_cast<const dv_ts_tz_t *>(arg)); };
-    return dv_protect(check, const_cast<dv_ts_tz_t *>(&ts_tz), &error) == 0;
-}
-
-const char *fault_(const dv_ts_tz_t &ts_tz) {
-    if (ts_tz.utc.dummy != 0) return "the eighth byte of a TIMESTAMP WITH TIME ZONE is 0";
-    const char *fault = sql_timestamp_fault(ts_tz.utc);
-    if (fault == nullptr) fault = zone_fault_(ts_tz.tz);
-    if (fault == nullptr && !has_local_time_(ts_tz)) fault = "its local time lies outside the calendar";
-    return fault;
-}
-
-// ---------------------------------------------------------------------------------------------------------
 // Text
 // ---------------------------------------------------------------------------------------------------------
 
@@ -178,7 +142,7 @@ constinit const sql_type dv::impl::ts_tz_type = {
     SQL_KIND_TS_TZ,
     "TIMESTAMP WITH TIME ZONE",
     "to_timestamp_tz",
-    sql_decode_record<&sql_value::ts_tz, fault_>,
+    sql_decode_record<&sql_value::ts_tz, dv_ts_tz_get_fault>,
     sql_encode_record<&sql_value::ts_tz>,
 };
 

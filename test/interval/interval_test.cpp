@@ -200,4 +200,38 @@ TEST(IntervalText, PlainIsReadAsByTokens) {
     });
 }
 
+// What is wrong with bytes that somebody else wrote: nothing, exactly where the text with nine digits of
+// years or days gives the same bytes.
+TEST(IntervalFault, IsNoneWhereTheTextGivesTheSameBytes) {
+    constexpr int leading_digits = 9;
+    constexpr int32_t edges[] = {
+        0, 1, 11, 12, 244, 86399, 86400, 43200, 999'999'999, 1'000'000'000, 1'000'000'001, 500'000'000};
+    number_source source(19);
+    int sound = 0, faulty = 0;
+    const auto field = [&] { return edges[source.pick(0, 11)] * (source.pick(0, 2) == 0 ? -1 : 1); };
+    const auto check = [&](const char *fault, bool comes_back, const char *text) {
+        ASSERT_EQ(fault == nullptr, comes_back) << text << " " << (fault == nullptr ? "sound" : fault);
+        ++(fault == nullptr ? sound : faulty);
+    };
+    for (long round = scaled(100'000); round > 0; --round) {
+        char text[DV_ITV_DTS_TEXT_SIZE] = "";
+        const dv_itv_dts_t dts = dts_({field(), field(), field()});
+        dv_itv_dts_t dts_again{};
+        dv_itv_dts_to_str(&dts, text, 1, 9, sizeof text);
+        const int code = raise_of(
+            [&] { dv_itv_dts_from_str(&dts_again, text, 0, DV_ITV_DAY_TO_SECOND, leading_digits, 9); });
+        check(dv_itv_dts_get_fault(&dts), code == 0 && std::memcmp(&dts, &dts_again, sizeof dts) == 0, text);
+        dv_itv_ytm_t ytm, ytm_again{};
+        dv_itv_ytm_set_field(&ytm, DT_FMT_UNIT_YEAR, field());
+        ytm.month = static_cast<uint8_t>(source.pick(0, 30));
+        dv_itv_ytm_to_str(&ytm, text, 1, sizeof text);
+        const int ytm_code =
+            raise_of([&] { dv_itv_ytm_from_str(&ytm_again, text, 0, DV_ITV_YEAR_TO_MONTH, leading_digits); });
+        check(dv_itv_ytm_get_fault(&ytm), ytm_code == 0 && std::memcmp(&ytm, &ytm_again, sizeof ytm) == 0,
+              text);
+    }
+    EXPECT_GT(sound, scaled(10'000));
+    EXPECT_GT(faulty, scaled(10'000));
+}
+
 }  // namespace
