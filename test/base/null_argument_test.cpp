@@ -261,6 +261,8 @@ const null_group_t _groups[] = {
     {"is_key_part(part)", 0, null_cases<dv_key_size>()},
     {"is_key_part(part); keys != NULL", 1 << 3, null_cases<dv_column_write_keys>()},
     {"given(keys, rows, scratch)", 0, null_cases<dv_sort_keys>()},
+    {"are_columns(x, y); are_columns(x, y); rows != NULL", 1 << 4, null_cases<number_column_compare>()},
+    {"are_columns(x)", 1 << 1 | 1 << 2, null_cases<number_column_min, number_column_max>()},
     {"are_columns(x); total != NULL", 1 << 1 | 1 << 3, null_cases<number_column_sum>()},
     {"are_columns(x, y); are_columns(x, y); total != NULL", 1 << 2 | 1 << 4,
      null_cases<number_column_sum_products>()},

@@ -17,6 +17,27 @@ inline lanes_t either(lanes_t x, lanes_t y) { return _mm256_or_si256(x, y); }
 inline lanes_t exclusive_or(lanes_t x, lanes_t y) { return _mm256_xor_si256(x, y); }
 inline lanes_t upper_halves(lanes_t x) { return _mm256_srli_epi64(x, 32); }
 
+// ~x & y
+inline lanes_t second_alone(lanes_t x, lanes_t y) { return _mm256_andnot_si256(x, y); }
+// By the bits that each lane of `by` tells; 64 and more, as an unsigned number, leave 0.
+inline lanes_t shift_left(lanes_t x, lanes_t by) { return _mm256_sllv_epi64(x, by); }
+inline lanes_t shift_right(lanes_t x, lanes_t by) { return _mm256_srlv_epi64(x, by); }
+inline lanes_t times_eight(lanes_t x) { return _mm256_slli_epi64(x, 3); }
+// All ones in the lanes that are negative.
+inline lanes_t signs_of(lanes_t x) { return _mm256_cmpgt_epi64(_mm256_setzero_si256(), x); }
+inline void store_lanes(void *p, lanes_t x) { _mm256_storeu_si256(static_cast<lanes_t *>(p), x); }
+
+// 0 in the lanes whose bit is clear.
+inline lanes_t keep_lanes(uint64_t bits, lanes_t x) {
+    const lanes_t bit = _mm256_setr_epi64x(1, 2, 4, 8);
+    return both(x, _mm256_cmpeq_epi64(both(in_each_lane(bits), bit), bit));
+}
+
+inline int64_t sum_of_lanes(lanes_t x) {
+    const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(x), _mm256_extracti128_si256(x, 1));
+    return _mm_cvtsi128_si64(_mm_add_epi64(halves, _mm_unpackhi_epi64(halves, halves)));
+}
+
 // A bit for each lane.
 inline uint64_t top_bits_of(lanes_t x) {
     return static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(x)));
@@ -41,8 +62,20 @@ inline lanes_t subtract_lanes(lanes_t x, lanes_t y) { return _mm512_sub_epi64(x,
 inline lanes_t both(lanes_t x, lanes_t y) { return _mm512_and_si512(x, y); }
 inline lanes_t either(lanes_t x, lanes_t y) { return _mm512_or_si512(x, y); }
 inline lanes_t exclusive_or(lanes_t x, lanes_t y) { return _mm512_xor_si512(x, y); }
-// The form with a mask: GCC 12 takes the operand that the other one ignores for uninitialised.
-inline lanes_t upper_halves(lanes_t x) { return _mm512_maskz_srli_epi64(0xFF, x, 32); }
+inline lanes_t upper_halves(lanes_t x) { return _mm512_srli_epi64(x, 32); }
+
+inline lanes_t second_alone(lanes_t x, lanes_t y) { return _mm512_andnot_si512(x, y); }
+inline lanes_t shift_left(lanes_t x, lanes_t by) { return _mm512_sllv_epi64(x, by); }
+inline lanes_t shift_right(lanes_t x, lanes_t by) { return _mm512_srlv_epi64(x, by); }
+inline lanes_t times_eight(lanes_t x) { return _mm512_slli_epi64(x, 3); }
+inline lanes_t signs_of(lanes_t x) { return _mm512_srai_epi64(x, 63); }
+inline void store_lanes(void *p, lanes_t x) { _mm512_storeu_si512(p, x); }
+
+inline lanes_t keep_lanes(uint64_t bits, lanes_t x) {
+    return _mm512_maskz_mov_epi64(static_cast<__mmask8>(bits), x);
+}
+
+inline int64_t sum_of_lanes(lanes_t x) { return _mm512_reduce_add_epi64(x); }
 
 inline uint64_t top_bits_of(lanes_t x) { return _mm512_movepi64_mask(x); }
 inline uint64_t are_greater(lanes_t x, lanes_t y) { return _mm512_cmpgt_epi64_mask(x, y); }
