@@ -3,8 +3,9 @@
 
 The headers' comments are plain. Here a block in front of a declaration becomes the declaration's documentation, and
 that of all that follow without a blank line between; a comment behind a field or an enumerator is its own. Indented
-lines and what follows "Raises" keep their layout. --check FILE... lists exported functions and data without a block
-instead, and exits with 1 when there are any.
+lines and what follows "Raises" keep their layout. --check FILE... lists what is without a block instead, and exits with
+1 when there is any: exported functions and data, and in C++ classes, their public members and everything else that a
+program may name.
 """
 
 import pathlib
@@ -16,6 +17,7 @@ _RULE = re.compile(r'^\s*// ?-{10,}$')
 _TRAILING = re.compile(r'^(.*\S)(\s*)// (.*)$')
 _SPECIAL = re.compile(r'([\\@<>#%&*~]|(?<!\w)_|_(?!\w))')
 _ACCESS = re.compile(r'(public|protected|private):$')
+_UNNAMED = re.compile(r'(class|struct) \w+;|friend class|static_assert|struct raising\b|inline [^(]*\w::\w+\(|constexpr \w+ _|}')
 _STRING = re.compile(r'"([^"\\]|\\.)*"|\'([^\'\\]|\\.)\'')
 
 
@@ -75,12 +77,13 @@ def hidden_specializations(lines):
 class Header:
     """Walks over the lines, and knows what encloses each: scopes (of a namespace, class or enum) or a body of code."""
 
-    def __init__(self, text):
-        self.lines = text.splitlines()
+    def __init__(self, text, is_cpp):
+        self.lines, self.is_cpp = text.splitlines(), is_cpp
         self.out, self.unclaimed = [], []
         self.block, self.indent = [], ''  # the documentation of the declarations that follow
         self.statement = ''  # what there is of it so far
         self.enclosing = []
+        self.access = []  # of each of these: may a program name what is in it?
 
     def run(self):
         first = 0
@@ -115,20 +118,33 @@ class Header:
         if is_declaration and not self.is_in_code() and not _ACCESS.match(stripped):
             if self.block:
                 self.out += comment(self.block, self.indent)
-            elif re.match(r'(extern )?DV_EXPORT', stripped) and not _TRAILING.match(line):
+            elif self.is_named(stripped) and not _TRAILING.match(line):
                 self.unclaimed.append(stripped)
         self.out.append(line if 'code' in self.enclosing else self.own(line))
-        if not stripped.startswith('#') and not _ACCESS.match(stripped):
+        if _ACCESS.match(stripped) and self.access:
+            self.access[-1] = stripped == 'public:'
+        elif not stripped.startswith('#'):
             self.follow(_STRING.sub('""', stripped).partition('//')[0] + ' ')
+
+    def is_named(self, declaration):
+        """Is it the beginning of something that a program may name?"""
+        if not self.is_cpp:
+            return re.match(r'(extern )?DV_EXPORT', declaration)
+        return self.enclosing and all(self.access) and not _UNNAMED.match(declaration)
 
     def follow(self, code):
         for c in code:
             if c == '{':
-                self.enclosing.append(scope_of(self.statement))
-                self.statement, self.block = '', []
+                scope = scope_of(self.statement)
+                self.enclosing.append(scope)
+                self.access.append(scope != 'class' and not re.search(r'\bdetail\b|struct raising\b', self.statement))
+                self.statement = ''
+                if scope != 'code':
+                    self.block = []
             elif c == '}':
                 if self.enclosing:
                     self.enclosing.pop()
+                    self.access.pop()
                 self.statement = ''
             elif c == ';' or c == ',' and self.enclosing[-1:] == ['enum']:
                 self.statement = ''
@@ -156,7 +172,7 @@ def main():
     is_check = arguments[0] == '--check'
     missing = 0
     for name in arguments[1:] if is_check else arguments:
-        header = Header(pathlib.Path(name).read_text('ascii')).run()
+        header = Header(pathlib.Path(name).read_text('ascii'), name.endswith('.hpp')).run()
         if not is_check:
             print('\n'.join(header.out))
         for declaration in header.unclaimed if is_check else []:

@@ -183,11 +183,11 @@ enum { DV_ERROR_ARGS_MAX = 4, DV_ERROR_TEXT_MAX = 64, DV_ERROR_MESSAGE_MAX = 512
 
 // A caught error. A plain record: copy it, keep it, raise it again.
 typedef struct dv_error_s {
-    int code;
-    int line;
-    char file[DV_ERROR_TEXT_MAX];  // as given to dv_err_and_jmp, cut to fit; so are the others
-    char function[DV_ERROR_TEXT_MAX];
-    int arg_count;
+    int code;                          // negative (docs/error-codes.md)
+    int line;                          // of the raise, in its file
+    char file[DV_ERROR_TEXT_MAX];      // as given to dv_err_and_jmp, cut to fit; so are the others
+    char function[DV_ERROR_TEXT_MAX];  // that found the fault
+    int arg_count;                     // of args in use
     char args[DV_ERROR_ARGS_MAX][DV_ERROR_TEXT_MAX];  // the message arguments as text
     char message[DV_ERROR_MESSAGE_MAX];               // one English sentence, arguments filled in
 } dv_error_t;

@@ -6,6 +6,7 @@
 
 #include "dvtypes/base.h"
 
+// A DATE.
 typedef struct dv_date_s {
     uint8_t century;  // year / 100 toward zero, + 100
     uint8_t year;     // the rest, with the sign of the year, + 100
@@ -17,10 +18,11 @@ typedef struct dv_date_s {
     uint8_t dummy;    // 0
 } dv_date_t;
 
+// A TIME.
 typedef struct dv_time_s {
-    uint8_t hour;
-    uint8_t minute;
-    uint8_t second;
+    uint8_t hour;     // 0..23
+    uint8_t minute;   // 0..59
+    uint8_t second;   // 0..59
     uint8_t dummy;    // 0
     uint8_t csec[4];  // nanoseconds 0..999999999, big-endian
 } dv_time_t;

@@ -228,6 +228,7 @@ class interval_ds : public detail::basic_interval<interval_ds, dv_itv_dts_t> {
     }
 };
 
+// An interval of either type.
 template <typename T>
 concept interval = std::same_as<T, interval_ym> || std::same_as<T, interval_ds>;
 

@@ -126,6 +126,7 @@ inline constexpr std::string_view american = "AMERICAN";
 template <has_model Value>
 class reader {
   public:
+    // What it reads or writes.
     using value_type = Value;
 
     // Compiles a model. Throws what dt_fmt_ctx_set raises, and -11035 for what is no language.
@@ -153,6 +154,7 @@ class reader {
 template <has_model Value>
 class writer {
   public:
+    // What it reads or writes.
     using value_type = Value;
 
     // Compiles a model. Throws what dt_fmt_ctx_set raises, and -11035 for what is no language.

@@ -66,10 +66,11 @@ enum {
     NUMBER_DUMP_SIZE = 69     // longest number_sdump text with its NUL: 23 bytes of two digits, 22 colons
 };
 
+// A NUMBER, as above.
 typedef struct number_s {
-    uint8_t size;
-    uint8_t signexp;
-    uint8_t coef[NUMBER_COEF_MAX];
+    uint8_t size;                   // bytes that follow: 1..22, 0 for NULL
+    uint8_t signexp;                // sign and exponent
+    uint8_t coef[NUMBER_COEF_MAX];  // digits of base 100
 } number_t;
 
 // ---------------------------------------------------------------------------------------------------------

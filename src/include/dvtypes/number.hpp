@@ -275,11 +275,14 @@ inline number pow(const number &x, const number &y) {
     return detail::changed(x, [&](number_t &record) { number_pow(&record, &y.record()); });
 }
 
+// For using namespace dv::literals.
+inline namespace literals {
+
 // "12.50"_number and 12.50_number: the text as it is written, read exactly. Hexadecimal digits and digit
 // separators throw -5074.
-inline namespace literals {
 inline number operator""_number(const char *text, size_t length) { return number({text, length}); }
 inline number operator""_number(const char *digits) { return number(std::string_view(digits)); }
+
 }  // namespace literals
 
 }  // namespace dv

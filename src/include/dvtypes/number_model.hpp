@@ -44,6 +44,7 @@ class number_model {
 // A model for reading. Under RN numbers cannot be read: -5075.
 class number_reader {
   public:
+    // What it reads or writes.
     using value_type = number;
 
     // Throws -5075 and -3006 for what is no model.
@@ -69,6 +70,7 @@ class number_reader {
 // A model for writing; a value with too many digits for it is a run of "#".
 class number_writer {
   public:
+    // What it reads or writes.
     using value_type = number;
 
     // Throws -5075 and -3006 for what is no model.

@@ -82,6 +82,7 @@ inline std::error_code make_error_code(const error &caught) noexcept {
     return make_error_code(caught.code());
 }
 
+// A value or a code; below.
 template <typename Value>
 class result;
 

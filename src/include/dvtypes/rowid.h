@@ -13,6 +13,7 @@
 extern "C" {
 #endif
 
+// A row identifier, in the machine's byte order.
 typedef struct rowid_s {
     uint32_t sgmt;   // segment number
     uint32_t block;  // block number

@@ -44,6 +44,7 @@ result<Value> attempt_on(const Value &x, const Operation &operation) noexcept {
 
 }  // namespace detail
 
+// What reads values of a type: reader<Value>, number_reader.
 template <typename Reader, typename Value>
 concept reader_of = std::same_as<typename Reader::value_type, Value> &&
     requires(const Reader &reader, typename Value::record_type &record, const detail::text_argument &text) {
