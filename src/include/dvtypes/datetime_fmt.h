@@ -4,6 +4,22 @@
 // compiled once into a dt_fmt_ctx_t, for reading or for writing values of one type, and then read only: any
 // number of values and threads may use it at once. A compiled context owns memory until dt_fmt_ctx_reset.
 //
+// ```c
+// #include <dvtypes/datetime.h>
+// static const char american[] = "NLS_DATE_LANGUAGE = AMERICAN";   // Korean unless told
+// dt_fmt_ctx_t reading, writing;
+// dv_date_t day;
+// char text[64];
+// dt_fmt_ctx_set(_system_allocator, &reading, "DD MON YYYY", 0, DV_TYPE_DATE, 1, DVSTR_CHARSET_UTF8);
+// dt_fmt_ctx_set_user_nls(NULL, &reading, american, sizeof american - 1);
+// dt_fmt_ctx_set(_system_allocator, &writing, "YYYY-MM-DD", 0, DV_TYPE_DATE, 0, DVSTR_CHARSET_UTF8);
+// dv_date_from_str(&day, "29 February 2024", 0, &reading);
+// dv_date_to_str(&day, text, sizeof text, &writing);
+// puts(text);                                                      // 2024-02-29
+// dt_fmt_ctx_reset(_system_allocator, &reading);
+// dt_fmt_ctx_reset(_system_allocator, &writing);
+// ```
+//
 // Records here have a fixed layout, and the enumerators in them are permanent: those who keep or send a
 // flattened context (dt_fmt_ctx_serialize) rely on both. What is added comes behind.
 //
