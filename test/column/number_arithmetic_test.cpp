@@ -20,27 +20,73 @@ constexpr arithmetic_case _arithmetic[] = {
     {"mod", number_column_mod, number_mod}, {"rem", number_column_rem, number_rem},
 };
 
-TEST(NumberColumn, CalculatesAsTheFunctionsForOneValue) {
-    number_source source(20261122);
-    const auto rows = static_cast<size_t>(scaled(30'000));
+struct operands_t {
     rows_t x, y;
-    for (size_t i = 0; i < rows; ++i) {
+};
+
+operands_t random_operands_(uint64_t seed, long count) {
+    number_source source(seed);
+    operands_t operands;
+    for (long i = 0; i < scaled(count); ++i) {
         const number_t value = source.any();
-        x.push_back(source.pick(0, 20) == 0 ? std::nullopt : row_of(value));
-        y.push_back(source.pick(0, 20) == 0 ? std::nullopt : row_of(source.pair_for(value)));
+        operands.x.push_back(source.pick(0, 20) == 0 ? std::nullopt : row_of(value));
+        operands.y.push_back(source.pick(0, 20) == 0 ? std::nullopt : row_of(source.pair_for(value)));
     }
+    return operands;
+}
+
+std::string fault_(const arithmetic_case &c, const operands_t &operands) {
+    column_case_t columns = {
+        {operands.x, operands.y}, {{values_t::number, 0}, {values_t::number, 0}}, {values_t::number, 0}};
+    columns.room = static_cast<int64_t>(operands.x.size()) * 22;
+    columns.run = [&](dv_column_t *const *given, dv_column_t *result, dv_column_faults_t *faults) {
+        c.columns(given[0], given[1], result, faults);
+    };
+    columns.single = [&](const std::vector<std::string> &values) {
+        const number_t other = number_of(values[1]);
+        return number_outcome(number_of(values[0]), [&](number_t *value) { c.single(value, &other); });
+    };
+    return column_fault(columns);
+}
+
+TEST(NumberColumn, CalculatesAsTheFunctionsForOneValue) {
+    const operands_t operands = random_operands_(20261122, 30'000);
+    for (const arithmetic_case &c : _arithmetic) EXPECT_EQ(fault_(c, operands), "") << c.name;
+}
+
+TEST(NumberColumn, RoundsResultsInTheModeInForce) {
+    const operands_t operands = random_operands_(1, 5'000);
+    for (int mode = NUMBER_RMODE_TRUNC; mode <= NUMBER_RMODE_FLOOR; ++mode) {
+        const rounding_mode in_force(mode);
+        for (const arithmetic_case &c : _arithmetic) EXPECT_EQ(fault_(c, operands), "") << c.name << mode;
+    }
+}
+
+// The result where the first operand is, the second, or both.
+TEST(NumberColumn, CalculatesInPlace) {
+    const operands_t operands = random_operands_(2, 5'000);
     for (const arithmetic_case &c : _arithmetic) {
-        column_case_t columns = {
-            {x, y}, {{values_t::number, 0}, {values_t::number, 0}}, {values_t::number, 0}};
-        columns.room = static_cast<int64_t>(rows) * 22;
-        columns.run = [&](dv_column_t *const *operands, dv_column_t *result, dv_column_faults_t *faults) {
-            c.columns(operands[0], operands[1], result, faults);
-        };
-        columns.single = [&](const std::vector<std::string> &values) {
-            const number_t other = number_of(values[1]);
-            return number_outcome(number_of(values[0]), [&](number_t *value) { c.single(value, &other); });
-        };
-        EXPECT_EQ(column_fault(columns), "") << c.name;
+        for (each_level levels; levels.next();) {
+            for (const int in_place : {0, 1, 2}) {
+                test_column x(operands.x, {values_t::number, 0}, {false, 0, -1});
+                test_column y(operands.y, {values_t::number, 0}, {false, 0, -1});
+                dv_column_t *const result = in_place == 1 ? y.get() : x.get();
+                dv_column_faults_t faults{};
+                c.columns(x.get(), in_place == 2 ? x.get() : y.get(), result, &faults);
+                for (size_t i = 0; i < operands.x.size(); ++i) {
+                    const row_t &other = in_place == 2 ? operands.x[i] : operands.y[i];
+                    row_t wanted;
+                    if (operands.x[i] && other) {
+                        const number_t value = number_of(*other);
+                        wanted = number_outcome(number_of(*operands.x[i]), [&](number_t *to) {
+                                     c.single(to, &value);
+                                 }).value;
+                    }
+                    ASSERT_EQ((in_place == 1 ? y : x).row(static_cast<int64_t>(i)), wanted)
+                        << c.name << " in place " << in_place << ", row " << i;
+                }
+            }
+        }
     }
 }
 

@@ -83,6 +83,52 @@ inline eight_rows_t have_digits(const eight_numbers_t &x, uint64_t most) {
     return _mm512_cmplt_epu64_mask(_mm512_sub_epi64(x.count, in_each_lane(1)), in_each_lane(most));
 }
 
+// Up to eight digits out of their bytes, whatever the sign; zeros behind the last. What is no digit becomes a
+// byte above 99.
+inline lanes_t digits_of_bytes(lanes_t bytes, lanes_t sign, lanes_t count) {
+    const lanes_t one = in_each_lane(1);
+    const lanes_t is_shown = _mm512_sub_epi64(_mm512_sllv_epi64(one, _mm512_slli_epi64(count, 3)), one);
+    const lanes_t excess = in_each_lane(in_each_byte(NUMBER_DIGIT_EXCESS));
+    const lanes_t values = _mm512_sub_epi8(_mm512_xor_si512(_mm512_sub_epi8(bytes, excess), sign), sign);
+    return _mm512_and_si512(values, is_shown);
+}
+inline lanes_t digits_of(const eight_numbers_t &x) { return digits_of_bytes(x.digits, x.sign, x.count); }
+
+inline eight_rows_t are_digits(lanes_t digits) {
+    const lanes_t above = _mm512_subs_epu8(digits, _mm512_set1_epi8(99));
+    return _mm512_testn_epi64_mask(above, above);
+}
+
+// Numbers below 10^16 as eight digits.
+inline lanes_t digits_of_limbs(lanes_t limbs) {
+    // limb / 10^8 = (limb / 2^8) / 5^8 = (limb / 2^8) * reciprocal / 2^70, exactly: the reciprocal is less
+    // than 1 too large, and limb / 2^8 below 2^46.
+    constexpr uint64_t reciprocal = static_cast<uint64_t>((uint128_t{1} << 70) / 390'625) + 1;
+    const lanes_t zero = _mm512_setzero_si512();
+    const lanes_t high = _mm512_srli_epi64(
+        _mm512_madd52hi_epu64(zero, _mm512_srli_epi64(limbs, 8), in_each_lane(reciprocal)), 70 - 52);
+    const lanes_t low = _mm512_sub_epi64(limbs, _mm512_mul_epu32(high, in_each_lane(100'000'000)));
+    // As vectors::digits_of_ has it: each half by 10^4, each quarter by 100.
+    const lanes_t by_10_000 = in_each_lane(109'951'163);
+    const lanes_t even = _mm512_srli_epi64(_mm512_mul_epu32(high, by_10_000), 40);
+    const lanes_t odd = _mm512_srli_epi64(_mm512_mul_epu32(low, by_10_000), 40);
+    const lanes_t by_8 = _mm512_or_si512(high, _mm512_slli_epi64(low, 32));
+    const lanes_t upper = _mm512_or_si512(even, _mm512_slli_epi64(odd, 32));
+    const lanes_t lower = _mm512_sub_epi32(by_8, _mm512_madd_epi16(upper, _mm512_set1_epi32(10'000)));
+    const lanes_t by_4 = _mm512_or_si512(upper, _mm512_slli_epi32(lower, 16));
+    const lanes_t hundreds = _mm512_srli_epi16(_mm512_mulhi_epu16(by_4, _mm512_set1_epi16(5243)), 3);
+    return _mm512_add_epi16(_mm512_slli_epi16(by_4, 8),
+                            _mm512_mullo_epi16(hundreds, _mm512_set1_epi16(1 - 25'600)));
+}
+
+// Size and sign byte of values of so many digits.
+inline lanes_t head_of(lanes_t count, lanes_t sign, lanes_t exponent) {
+    const lanes_t size = _mm512_sub_epi64(_mm512_add_epi64(count, in_each_lane(1)), sign);
+    const lanes_t positive = _mm512_add_epi64(exponent, in_each_lane(NUMBER_SIGNEXP_EXCESS));
+    const lanes_t signexp = _mm512_and_si512(_mm512_xor_si512(positive, sign), in_each_lane(0xFF));
+    return _mm512_or_si512(size, _mm512_slli_epi64(signexp, 8));
+}
+
 // Values 0.digits x 100^exponent. Zeros in front and behind are left out; without digits the value is zero.
 inline void store_eight(char *first, int64_t stride, eight_rows_t rows, lanes_t sign, lanes_t exponent,
                         lanes_t digits) {
@@ -93,13 +139,9 @@ inline void store_eight(char *first, int64_t stride, eight_rows_t rows, lanes_t 
     lanes_t coef = _mm512_add_epi8(_mm512_sub_epi8(_mm512_xor_si512(shown, sign), sign), excess);
     // Behind the last digit; in none of the eight bytes if that is the eighth.
     coef = _mm512_xor_si512(coef, _mm512_sllv_epi64(in_each_lane(DIGIT_ZERO_TO_TERMINATOR), width));
-    const lanes_t size =
-        _mm512_sub_epi64(_mm512_add_epi64(_mm512_srli_epi64(width, 3), in_each_lane(1)), sign);
-    const lanes_t from_excess = _mm512_sub_epi64(
-        _mm512_add_epi64(exponent, in_each_lane(NUMBER_SIGNEXP_EXCESS)), _mm512_srli_epi64(in_front, 3));
-    const lanes_t signexp = _mm512_and_si512(_mm512_xor_si512(from_excess, sign), in_each_lane(0xFF));
-    lanes_t begin =
-        _mm512_or_si512(_mm512_or_si512(size, _mm512_slli_epi64(signexp, 8)), _mm512_slli_epi64(coef, 16));
+    const lanes_t head = head_of(_mm512_srli_epi64(width, 3), sign,
+                                 _mm512_sub_epi64(exponent, _mm512_srli_epi64(in_front, 3)));
+    lanes_t begin = _mm512_or_si512(head, _mm512_slli_epi64(coef, 16));
     begin = _mm512_mask_mov_epi64(begin, _mm512_testn_epi64_mask(digits, digits),
                                   in_each_lane(1 | NUMBER_SIGNEXP_ZERO << 8));
     const lanes_t rest =

@@ -188,16 +188,11 @@ inline eight_rows_t write_eight(const char *first, int64_t stride, short_texts_t
                         _mm512_cmple_epu64_mask(x.exponent, in_each_lane(WRITTEN_DIGITS_MAX));
     if (rows == 0) return 0;
     const lanes_t byte = in_each_lane(0xFF), one = in_each_lane(1);
-    const lanes_t is_shown = _mm512_sub_epi64(_mm512_sllv_epi64(one, _mm512_slli_epi64(x.count, 3)), one);
-    const lanes_t excess = in_each_lane(in_each_byte(NUMBER_DIGIT_EXCESS));
-    const lanes_t values =
-        _mm512_sub_epi8(_mm512_xor_si512(_mm512_sub_epi8(x.digits, excess), x.sign), x.sign);
-    const lanes_t digits = _mm512_and_si512(values, is_shown);
+    const lanes_t digits = digits_of(x);
     const lanes_t first_digit = _mm512_and_si512(digits, byte);
     const lanes_t last_at = _mm512_slli_epi64(_mm512_sub_epi64(x.count, one), 3);
     const lanes_t last = _mm512_and_si512(_mm512_srlv_epi64(digits, last_at), byte);
-    const lanes_t above = _mm512_subs_epu8(digits, _mm512_set1_epi8(99));
-    rows = rows & _mm512_testn_epi64_mask(above, above) & _mm512_test_epi64_mask(first_digit, first_digit);
+    rows = rows & are_digits(digits) & _mm512_test_epi64_mask(first_digit, first_digit);
 
     // The tens of the first digit are left out where they are 0, but behind the point.
     const eight_rows_t has_integer = _mm512_test_epi64_mask(x.exponent, x.exponent);

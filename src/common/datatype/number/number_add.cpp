@@ -6,12 +6,13 @@
 // either case the bytes with the top bit set give 156 back. (Packed-decimal addition, which adds 6 to every
 // digit first, in base 100.)
 //
-// Operands that together span at most seven digits are integers with a sign in one word. For all others the
-// one with the larger exponent leads; the other's digits are moved right by the difference of the exponents,
-// so that equal places stand under each other in three words. Only the latter can exceed 38 digits.
+// Operands that together span at most seven digits are integers with a sign in one word (number_short.h). For
+// all others the one with the larger exponent leads; the other's digits are moved right by the difference of
+// the exponents, so that equal places stand under each other in three words. Only the latter can exceed 38
+// digits.
 
-#include "number_limb.h"
 #include "number_round.h"
+#include "number_short.h"
 
 using namespace dv::impl;
 
@@ -25,62 +26,13 @@ void number_remove_head_zero(long_coef &coef, int &exponent) {
     if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
 }
 
-constexpr uint64_t _carry_gaps = in_each_byte(COEF_CARRY_GAP);
-
-// See above.
-constexpr uint64_t give_gaps_back_(uint64_t sum) {
-    return sum - ((sum & COEF_TOP_BITS) >> 7) * COEF_CARRY_GAP;
-}
-
-constexpr int _short_digits = 7;  // leaves a byte for carry and sign
-
-// The digits of a record, 1..7, as bytes of an integer, which is negative if the record is: digit bytes are
-// 128 + d or 128 - d.
-inline int64_t signed_digits_(const number_t &x, int count) {
-    const int unused = 8 * (COEF_WORD_DIGITS - count);
-    return static_cast<int64_t>((load_be64(x.coef) >> unused) -
-                                (in_each_byte(NUMBER_DIGIT_EXCESS) >> unused));
-}
-
-// x = x + y or x - y for operands that span up to seven digits. False for others, also where the exponents
-// leave a doubt about the range; nothing is stored then.
-template <bool is_add>
-inline bool add_short_(number_t &x, const number_t &y) {
-    const number_head_t x_head = read_head(x);
-    const number_head_t y_head = read_head(y);
-    const auto is_long = [](int count) { return static_cast<unsigned>(count - 1) >= _short_digits; };
-    if (is_long(x_head.count) || is_long(y_head.count)) return false;
-    const int x_weight = x_head.exponent - x_head.count;  // of the last digit, as a power of 100
-    const int y_weight = y_head.exponent - y_head.count;
-    const int weight = x_weight < y_weight ? x_weight : y_weight;
-    const int top = x_head.exponent > y_head.exponent ? x_head.exponent : y_head.exponent;
-    if (top - weight > _short_digits || weight < NUMBER_EXPONENT_MIN - 1 || top >= NUMBER_EXPONENT_MAX)
-        return false;
-
-    const int64_t a = signed_digits_(x, x_head.count) << (8 * (x_weight - weight));
-    const int64_t b = signed_digits_(y, y_head.count) << (8 * (y_weight - weight));
-    const int64_t sum = is_add ? a + b : a - b;
-    const auto sign = static_cast<uint64_t>(sum >> 63);
-    const uint64_t adds = x_head.sign ^ y_head.sign ^ (is_add ? ~uint64_t{0} : 0);
-    const uint64_t magnitude = (static_cast<uint64_t>(sum) ^ sign) - sign;
-    const uint64_t digits = give_gaps_back_(magnitude + (_carry_gaps & adds));
-    if (digits == 0) {
-        store_zero(x);
-        return true;
-    }
-    const int leading_zeros = leading_zero_bytes(digits);
-    store_coef(x, sign, weight + COEF_WORD_DIGITS - leading_zeros,
-               short_coef{{digits << (8 * leading_zeros)}});
-    return true;
-}
-
 // a += b, or a -= b where `subtracts` is all ones. Returns the carry out of the first digit, or when
 // subtracting 1 unless b was the larger one.
 uint64_t add_or_subtract_(long_coef &a, const long_coef &b, uint64_t subtracts) {
-    const uint64_t gaps = _carry_gaps & ~subtracts;
+    const uint64_t gaps = CARRY_GAPS & ~subtracts;
     uint64_t carry = subtracts & 1;
     for (int i = 2; i >= 0; --i) carry = add_words(a.word[i] + gaps, b.word[i] ^ subtracts, carry, a.word[i]);
-    for (uint64_t &word : a.word) word = give_gaps_back_(word);
+    for (uint64_t &word : a.word) word = give_gaps_back(word);
     return carry;
 }
 
@@ -155,12 +107,12 @@ void add_long_(number_t &x, const number_t &y, uint64_t flip) {
 
 extern "C" void number_add(number_t *x, const number_t *y) {
     // A record that is short is a valid one.
-    if (x != nullptr && y != nullptr && add_short_</*is_add=*/true>(*x, *y)) return;
+    if (x != nullptr && y != nullptr && add_short</*is_add=*/true>(*x, *x, *y)) return;
     add_any_(x, y, /*flip=*/0);
 }
 
 extern "C" void number_sub(number_t *x, const number_t *y) {
-    if (x != nullptr && y != nullptr && add_short_</*is_add=*/false>(*x, *y)) return;
+    if (x != nullptr && y != nullptr && add_short</*is_add=*/false>(*x, *x, *y)) return;
     add_any_(x, y, /*flip=*/~uint64_t{0});
 }
 

@@ -3,12 +3,11 @@
 // Coefficients are fractions 0.d1 d2 ...; as left-aligned limbs of base 10^16 their product is a fraction
 // again, of at most 48 digits in six limbs, whose first base-100 digit may be 0 (0.01 x 0.01 = 0.0001). The
 // first three limbs become the digits of the result; whether anything is left in the others is all that the
-// rounding asks of them. Operands of up to four digits have
-// a shorter road: one product of integers.
-
-#include <array>
+// rounding asks of them. Operands of up to four digits have a shorter road: one product of integers
+// (number_short.h).
 
 #include "number_result.h"
+#include "number_short.h"
 
 using namespace dv::impl;
 
@@ -49,11 +48,6 @@ limbs_t multiply_upper_limbs_(const record_limbs_t &a, const record_limbs_t &b) 
     return {{first.quotient + carry, second - carry * LIMB_BASE, third.remainder}};
 }
 
-// The sum of exponents is in the range of NUMBER, with and without a leading zero digit of the product.
-constexpr bool is_in_range_(int exponent) {
-    return exponent > NUMBER_EXPONENT_MIN && exponent <= NUMBER_EXPONENT_MAX;
-}
-
 // The range of a product is checked before it is rounded; it has one leading zero digit or none.
 void check_product_range_(const result_t &product) {
     const int exponent = product.exponent - (product.limbs.limb[0] < LIMB_BASE / 100 ? 1 : 0);
@@ -67,59 +61,12 @@ void check_product_range_(const result_t &product) {
     const record_limbs_t b = load_limbs(y, y_head);
     result_t product = {x_head.sign ^ y_head.sign, x_head.exponent + y_head.exponent,
                         multiply_upper_limbs_(a, b), false};
-    if (is_in_range_(product.exponent) && store_result_half_up(x, product, _upper_limbs_uncertainty))
+    if (is_product_in_range(product.exponent) && store_result_half_up(x, product, _upper_limbs_uncertainty))
         [[likely]]
         return;
     multiply_limbs_(a, b, product);
     check_product_range_(product);
     store_result(x, product);
-}
-
-constexpr int _short_digits = 4;
-
-// By digit count: what 128 in each digit byte of an integer adds to it.
-constexpr auto _excess_of_integers = [] {
-    std::array<uint32_t, _short_digits + 1> excess{};
-    for (size_t i = 1; i < excess.size(); ++i) excess[i] = excess[i - 1] * 100 + NUMBER_DIGIT_EXCESS;
-    return excess;
-}();
-
-struct two_integers_t {
-    int64_t x, y;
-};
-
-// The digits of two records of 1..4 digits as integers with the signs. Digit bytes are 128 + d or 128 - d, so
-// bytes that are combined as if they were digits give the integer, or its negative, and a constant.
-two_integers_t read_short_integers_(const number_t &x, unsigned x_count, const number_t &y,
-                                    unsigned y_count) {
-    constexpr uint64_t even_bytes = 0x00FF00FF00FF00FF;
-    constexpr uint64_t even_halves = 0x0000FFFF0000FFFF;
-    // Each record takes a half, its first digit below the others and zeros below that.
-    const uint32_t x_bytes = swap_bytes(load_be32(x.coef)) << (8 * (_short_digits - x_count));
-    const uint32_t y_bytes = swap_bytes(load_be32(y.coef)) << (8 * (_short_digits - y_count));
-    const uint64_t bytes = uint64_t{y_bytes} << 32 | x_bytes;
-    const uint64_t by_4 = (bytes & even_bytes) * 100 + (bytes >> 8 & even_bytes);      // at most 25'755
-    const uint64_t by_8 = (by_4 & even_halves) * 10'000 + (by_4 >> 16 & even_halves);  // below 2^28
-    return {static_cast<int64_t>(by_8 & 0xFFFFFFFF) - _excess_of_integers[x_count],
-            static_cast<int64_t>(by_8 >> 32) - _excess_of_integers[y_count]};
-}
-
-// Operands of 1..4 digits: the product of their integers is below 10^16. False for others, also where the
-// exponents leave a doubt about the range; nothing is stored then.
-inline bool multiply_short_(number_t &x, const number_t &y) {
-    const number_head_t x_head = read_head(x);
-    const number_head_t y_head = read_head(y);
-    const int exponent = x_head.exponent + y_head.exponent;
-    const auto x_count = static_cast<unsigned>(x_head.count);
-    const auto y_count = static_cast<unsigned>(y_head.count);
-    if (x_count - 1 >= _short_digits || y_count - 1 >= _short_digits) return false;
-    if (!is_in_range_(exponent)) return false;
-    const two_integers_t integers = read_short_integers_(x, x_count, y, y_count);
-    const int64_t product = integers.x * integers.y;
-    const auto sign = static_cast<uint64_t>(product >> 63);
-    store_limb(x, sign, (static_cast<uint64_t>(product) ^ sign) - sign,
-               exponent - x_head.count - y_head.count);
-    return true;
 }
 
 // Sizes of a valid record that is neither zero nor a NULL value.
@@ -142,7 +89,7 @@ void dv::impl::raise_product_range(int exponent) {
 
 extern "C" void number_mul(number_t *x, const number_t *y) {
     if (!given(x, y)) return multiply_without_digits_(x, y);
-    if (multiply_short_(*x, *y)) return;
+    if (multiply_short(*x, *x, *y)) return;
     if (!has_digits_(*x) || !has_digits_(*y)) return multiply_without_digits_(x, y);
     multiply_long_(*x, *y);
 }
