@@ -63,15 +63,22 @@ def title(lines):
     return ['@file', '@brief ' + escaped(lines[0].partition(': ')[2] or lines[0])], lines[1:]
 
 
-def hidden_specializations(lines):
-    """Specializations of the standard library's templates, which Doxygen does not know, are left out."""
-    is_hidden = False
+def shown(lines):
+    """Without what users of the manual do not look for: specializations of the standard library's templates, which
+    Doxygen does not know, the operations on records under values, and members that only heirs see."""
+    end = None  # of what is being left out: a line that still is, or one that is not
     for line, following in zip(lines, [*lines[1:], '']):
-        begins = line.startswith('template') and re.match(r'(struct|class) std::', following)
-        is_hidden = is_hidden or bool(begins)
-        if not is_hidden:
+        if end is None and line.startswith('template') and re.match(r'(struct|class) std::', following):
+            end = '};'
+        elif end is None and re.match(r'\s+struct raising\b', line):
+            end = line[:line.index('struct')] + '};'
+        elif end is None and line == '  protected:':
+            end = ('  private:', '};')
+        if end is None or line in end and isinstance(end, tuple):
+            end = None
             yield line
-        is_hidden = is_hidden and line != '};'
+        elif line == end:
+            end = None
 
 
 class Header:
@@ -92,7 +99,7 @@ class Header:
         head, rest = title([line[3:] for line in self.lines[:first]])
         self.out += ['/*! ' + head[0], head[1], '', *documentation(rest), '*/']
         block = []
-        for line in hidden_specializations(self.lines[first:]):
+        for line in shown(self.lines[first:]):
             match = _COMMENT.match(line)
             if _RULE.match(line):
                 block = []

@@ -38,6 +38,10 @@ inline void move(dv_date_t &x, const interval_ym &y) {
 inline void move(dv_date_t &x, const interval_ds &y) { dv_date_add_itv_dts(&x, &y.record()); }
 inline void move(dv_timestamp_t &x, const interval_ds &y) { dv_timestamp_add_itv_dts(&x, &y.record()); }
 
+}  // namespace detail
+
+namespace parts {
+
 // What dates and timestamps share: plus and minus an interval. A month that lacks the day throws -5005, and
 // what leaves the calendar -5114.
 template <typename Derived, typename Record, size_t KeySize = sizeof(Record)>
@@ -45,12 +49,12 @@ class basic_datetime : public ordered_value<Derived, Record, KeySize> {
   public:
     struct raising {
         static void add(Record &x, const interval_ym &y) {
-            move(date_part(x), y);
-            dv_date_is_valid(&date_part(x));
+            detail::move(detail::date_part(x), y);
+            dv_date_is_valid(&detail::date_part(x));
         }
         static void add(Record &x, const interval_ds &y) {
-            move(x, y);
-            dv_date_is_valid(&date_part(x));
+            detail::move(x, y);
+            dv_date_is_valid(&detail::date_part(x));
         }
         template <interval Interval>
         static void sub(Record &x, const Interval &y) {
@@ -105,8 +109,12 @@ class local_datetime : public basic_datetime<Derived, Record, KeySize> {
     using basic_datetime<Derived, Record, KeySize>::basic_datetime;
 
   private:
-    const dv_date_t &day_() const noexcept { return date_part(this->record_); }
+    const dv_date_t &day_() const noexcept { return detail::date_part(this->record_); }
 };
+
+}  // namespace parts
+
+namespace detail {
 
 inline interval_ds difference(const dv_timestamp_t &x, const dv_timestamp_t &y) noexcept {
     dv_itv_dts_t difference;
@@ -118,7 +126,7 @@ inline interval_ds difference(const dv_timestamp_t &x, const dv_timestamp_t &y) 
 }  // namespace detail
 
 // DATE: a day and a time of day to the second.
-class date : public detail::local_datetime<date, dv_date_t, sizeof(dv_date_t) - 1> {
+class date : public parts::local_datetime<date, dv_date_t, sizeof(dv_date_t) - 1> {
   public:
     struct raising : basic_datetime::raising {
         static void read(dv_date_t &x, const detail::text_argument &text) {
@@ -159,7 +167,7 @@ class date : public detail::local_datetime<date, dv_date_t, sizeof(dv_date_t) - 
 };
 
 // TIME: a time of day to the nanosecond.
-class time_of_day : public detail::ordered_value<time_of_day, dv_time_t> {
+class time_of_day : public parts::ordered_value<time_of_day, dv_time_t> {
   public:
     struct raising {
         static void read(dv_time_t &x, const detail::text_argument &text) {
@@ -205,7 +213,7 @@ class time_of_day : public detail::ordered_value<time_of_day, dv_time_t> {
 };
 
 // TIMESTAMP: a day and a time of day to the nanosecond.
-class timestamp : public detail::local_datetime<timestamp, dv_timestamp_t> {
+class timestamp : public parts::local_datetime<timestamp, dv_timestamp_t> {
   public:
     struct raising : basic_datetime::raising {
         static void read(dv_timestamp_t &x, const detail::text_argument &text) {

@@ -49,6 +49,10 @@ int128 scaled_total(int128 x, const number &y, int64_t units) {
     return result;
 }
 
+}  // namespace detail
+
+namespace parts {
+
 // What both intervals can do: all of it on the total of months or nanoseconds, in 128 bits. Derived has
 //   unit_count            of the total in the leading field
 //   total(record), set_total(record, total)
@@ -63,14 +67,14 @@ class basic_interval : public ordered_value<Derived, Record> {
             store(x, Derived::total(x) - Derived::total(y.record()));
         }
         static void mul(Record &x, const number &y) {
-            store(x, scaled_total<number_mul>(Derived::total(x), y, Derived::unit_count));
+            store(x, detail::scaled_total<number_mul>(Derived::total(x), y, Derived::unit_count));
         }
         static void div(Record &x, const number &y) {
-            if (y == 0) raise(-5065);
-            store(x, scaled_total<number_div>(Derived::total(x), y, Derived::unit_count));
+            if (y == 0) detail::raise(-5065);
+            store(x, detail::scaled_total<number_div>(Derived::total(x), y, Derived::unit_count));
         }
-        static void store(Record &x, int128 total) {
-            Derived::set_total(x, checked_total(total, Derived::unit_count));
+        static void store(Record &x, detail::int128 total) {
+            Derived::set_total(x, detail::checked_total(total, Derived::unit_count));
         }
     };
 
@@ -116,15 +120,15 @@ class basic_interval : public ordered_value<Derived, Record> {
   protected:
     using ordered_value<Derived, Record>::ordered_value;
 
-    void assign_total(int128 total) {
+    void assign_total(detail::int128 total) {
         guarded([&] { raising::store(this->record_, total); });
     }
 };
 
-}  // namespace detail
+}  // namespace parts
 
 // INTERVAL YEAR TO MONTH. The text is that of the qualifier YEAR TO MONTH: "+01-02".
-class interval_ym : public detail::basic_interval<interval_ym, dv_itv_ytm_t> {
+class interval_ym : public parts::basic_interval<interval_ym, dv_itv_ytm_t> {
   public:
     struct raising : basic_interval::raising {
         static void read(dv_itv_ytm_t &x, const detail::text_argument &text) {
@@ -172,7 +176,7 @@ class interval_ym : public detail::basic_interval<interval_ym, dv_itv_ytm_t> {
 };
 
 // INTERVAL DAY TO SECOND. The text is that of the qualifier DAY TO SECOND: "+01 02:03:04.500000000".
-class interval_ds : public detail::basic_interval<interval_ds, dv_itv_dts_t> {
+class interval_ds : public parts::basic_interval<interval_ds, dv_itv_dts_t> {
   public:
     struct raising : basic_interval::raising {
         static void read(dv_itv_dts_t &x, const detail::text_argument &text) {

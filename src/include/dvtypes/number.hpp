@@ -103,7 +103,7 @@ concept integer = !detail::one_of<T, bool, char, wchar_t, char8_t, char16_t, cha
                   (std::integral<T> || detail::one_of<T, detail::int128, detail::uint128>);
 
 // SQL NUMBER that is not NULL. A plain 23-byte value.
-class number : public detail::basic_value<number, number_t> {
+class number : public parts::basic_value<number, number_t> {
   public:
     // What operations do to a record; they raise, so they run under guarded or attempt.
     struct raising {

@@ -18,7 +18,7 @@
 namespace dv {
 
 // A row identifier. The text has 18 characters.
-class rowid : public detail::keyed_value<rowid, rowid_t> {
+class rowid : public parts::keyed_value<rowid, rowid_t> {
   public:
     struct raising {
         // Also raises -5080 for another length.

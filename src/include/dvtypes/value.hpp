@@ -45,9 +45,16 @@ struct text_argument {
     int length;
 };
 
+}  // namespace detail
+
+// What classes are made of: their members are those of the values.
+namespace parts {
+
+// A record.
 template <typename Derived, typename Record>
 class basic_value {
   public:
+    // The C record's type.
     using record_type = Record;
 
     // The C record, for its functions.
@@ -82,6 +89,7 @@ class basic_value {
 template <typename Derived, typename Record>
 class keyed_value : public basic_value<Derived, Record> {
   public:
+    // The order of key(); of timestamp_tz the instant alone.
     friend bool operator==(const Derived &x, const Derived &y) noexcept { return compare(x, y) == 0; }
     friend std::strong_ordering operator<=>(const Derived &x, const Derived &y) noexcept {
         return compare(x, y) <=> 0;
@@ -110,14 +118,14 @@ class ordered_value : public keyed_value<Derived, Record> {
     using keyed_value<Derived, Record>::keyed_value;
 };
 
-}  // namespace detail
+}  // namespace parts
 
 // A value of this layer.
 template <typename T>
 concept value = requires {
     typename T::record_type;
 }
-&&std::derived_from<T, detail::basic_value<T, typename T::record_type>>;
+&&std::derived_from<T, parts::basic_value<T, typename T::record_type>>;
 
 namespace detail {
 

@@ -25,7 +25,7 @@
 namespace dv {
 
 // A time zone: a region, or a fixed UTC offset. Ordered by region name, then fixed offsets from west to east.
-class zone : public detail::keyed_value<zone, timezone_t> {
+class zone : public parts::keyed_value<zone, timezone_t> {
   public:
     struct raising {
         static void read(timezone_t &x, const detail::text_argument &text) {
@@ -75,7 +75,7 @@ class timestamp_tz;
 // TIMESTAMP WITH LOCAL TIME ZONE: an instant alone, shown in the zone of whoever looks. Its text is that of a
 // timestamp_tz at +00:00; one of any zone is read. Months are added where there is a zone: to
 // x.local(zone) or x.at(zone).
-class timestamp_ltz : public detail::ordered_value<timestamp_ltz, dv_ts_ltz_t> {
+class timestamp_ltz : public parts::ordered_value<timestamp_ltz, dv_ts_ltz_t> {
   public:
     struct raising {
         static void read(dv_ts_ltz_t &x, const detail::text_argument &text) {
@@ -132,7 +132,7 @@ class timestamp_ltz : public detail::ordered_value<timestamp_ltz, dv_ts_ltz_t> {
 
 // TIMESTAMP WITH TIME ZONE: compared as an instant, shown in its zone. Months are added to its fields in UTC,
 // as the database does.
-class timestamp_tz : public detail::basic_datetime<timestamp_tz, dv_ts_tz_t, sizeof(dv_timestamp_t)> {
+class timestamp_tz : public parts::basic_datetime<timestamp_tz, dv_ts_tz_t, sizeof(dv_timestamp_t)> {
   public:
     struct raising {
         static void read(dv_ts_tz_t &x, const detail::text_argument &text) {
