@@ -96,6 +96,7 @@ constexpr message_t message_of_(error_code code) {  // NOLINT(readability-functi
         case ERR_COLUMN_OFFSETS: return {"", "The offsets of a row run backwards, leave the bytes of the column, or give a value more bytes than it can have."};
         case ERR_TOTAL_BYTES: return {"", "The bytes are not those of a total."};
         case ERR_TOTAL_MEMORY: return {"", "The total needs more memory than it has."};
+        case ERR_ARROW: return {"t", "The Arrow array cannot be exchanged: {1}."};
         case ERR_NLS_SETTING: return {"", "Invalid language setting: one assignment NAME=VALUE with a known name and value is expected."};
     }
     return {"", nullptr};

@@ -295,7 +295,10 @@ const null_group_t _groups[] = {
     {"is_decimal_beside(text, x)", 1 << 2, null_cases<dv_decimal_column_to_text>()},
     {"is_decimal(x) && sum != NULL", 0, null_cases<dv_decimal_column_sum>()},
     {"sum != NULL && other != NULL", 0, null_cases<dv_decimal_sum_merge>()},
-    {"sum != NULL && x != NULL", 0, null_cases<dv_decimal_sum_quotient>()}};
+    {"sum != NULL && x != NULL", 0, null_cases<dv_decimal_sum_quotient>()},
+    {"given(column, bitmap)", 0, null_cases<dv_column_copy_validity>()},
+    {"given(schema, array, type, column)", 0, null_cases<dv_arrow_import>()},
+    {"are_columns(column) && given(type, lent, schema, array)", 0, null_cases<dv_arrow_export>()}};
 // clang-format on
 
 // NULL has a meaning for these: it is dumped, comes first, or is an empty model, text or name. And one

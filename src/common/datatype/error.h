@@ -86,6 +86,7 @@ enum error_code : int {
     ERR_COLUMN_OFFSETS = -5120,              // a row's offsets leave the bytes of its column
     ERR_TOTAL_BYTES = -5121,                 // not the bytes of a packed total
     ERR_TOTAL_MEMORY = -5122,                // a total needs more memory than it has
+    ERR_ARROW = -5123,                       // (what is wrong) an Arrow array that cannot be taken or made
     ERR_NLS_SETTING = -11035,                // no known language setting
 
     ERR_NO_MEMORY = DV_ERR_NO_MEMORY,

@@ -3,6 +3,7 @@
 //   dvtypes/column_record.h         what a column is, failures by row, vector levels
 //   dvtypes/column_number.h         NUMBER
 //   dvtypes/column_decimal.h        decimals in 64 or 128 bits
+//   dvtypes/column_arrow.h          columns of other libraries, by the Arrow C data interface
 //   dvtypes/column_key.h            sort keys of every type, sorting by them
 //   dvtypes/column_sum.h            NUMBER: exact sums, averages, by groups too
 //   dvtypes/column_datetime.h       datetimes: fields, truncation, adding, differences
@@ -19,6 +20,7 @@
 #ifndef DVTYPES_COLUMN_H
 #define DVTYPES_COLUMN_H
 
+#include "dvtypes/column_arrow.h"
 #include "dvtypes/column_compare.h"
 #include "dvtypes/column_datetime.h"
 #include "dvtypes/column_datetime_text.h"

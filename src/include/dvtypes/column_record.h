@@ -101,6 +101,10 @@ typedef enum dv_column_relation_e {
 // values count as values.
 DV_EXPORT int64_t dv_column_count_valid(const dv_column_t *column);
 
+// Writes a bitmap of the rows that have a value, from bit 0 on: (count + 7) / 8 bytes, of which the last bits
+// behind the rows become 0. It may be the column's own.
+DV_EXPORT void dv_column_copy_validity(const dv_column_t *column, uint8_t *bitmap);
+
 #ifdef __cplusplus
 }  // extern "C"
 #endif

@@ -16,12 +16,16 @@ constexpr bool is_decimal_scale(int scale) {
     return scale >= DV_DECIMAL_SCALE_MIN && scale <= DV_DECIMAL_SCALE_MAX;
 }
 
+constexpr bool is_decimal_type(int bytes, int precision, int scale) {
+    const int precision_max = bytes == 8    ? int{DV_DECIMAL64_PRECISION_MAX}
+                              : bytes == 16 ? int{DV_DECIMAL128_PRECISION_MAX}
+                                            : 0;
+    return precision >= 1 && precision <= precision_max && is_decimal_scale(scale);
+}
+
 inline bool is_decimal(const dv_decimal_column_t *x) {
-    if (x == nullptr || x->column.count < 0 || x->column.offsets != nullptr) return false;
-    const int precision_max = x->bytes == 8    ? int{DV_DECIMAL64_PRECISION_MAX}
-                              : x->bytes == 16 ? int{DV_DECIMAL128_PRECISION_MAX}
-                                               : 0;
-    return x->precision >= 1 && x->precision <= precision_max && is_decimal_scale(x->scale);
+    return x != nullptr && x->column.count >= 0 && x->column.offsets == nullptr &&
+           is_decimal_type(x->bytes, x->precision, x->scale);
 }
 
 // Whether these are decimals, all of the same count.
