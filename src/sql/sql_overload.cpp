@@ -44,6 +44,19 @@ void append_readers_(sql_text_list &text, std::span<const sql_kind> expected) {
     text.append(" reads text");
 }
 
+bool is_number_(sql_kind kind) {
+    return kind == SQL_KIND_INTEGER || kind == SQL_KIND_REAL || kind == SQL_KIND_NUMBER;
+}
+
+// What makes an expected value of one of another kind.
+void append_makers_(sql_text_list &text, sql_kind kind, std::span<const sql_kind> expected) {
+    const auto expects = [&](sql_kind one) { return std::ranges::count(expected, one) > 0; };
+    if (is_number_(kind) && expects(SQL_KIND_ITV_DTS))
+        text.append("; numtodsinterval() and numtoyminterval() make intervals of numbers");
+    if ((kind == SQL_KIND_DATE || kind == SQL_KIND_TIMESTAMP) && expects(SQL_KIND_TS_TZ))
+        text.append("; from_tz() gives a TIMESTAMP its zone");
+}
+
 void fail_with_kind_(sql_call &call, int position, std::span<const sql_kind> expected) {
     const sql_value &value = call.args[position];
     if (value.kind == SQL_KIND_BLOB) {
@@ -55,6 +68,7 @@ void fail_with_kind_(sql_call &call, int position, std::span<const sql_kind> exp
         text.append_item(i, expected.size(), sql_kind_name(expected[i]), "");
     text.append(" is expected");
     if (value.kind == SQL_KIND_TEXT) append_readers_(text, expected);
+    append_makers_(text, value.kind, expected);
     const sql_quoted shown = value.kind == SQL_KIND_TEXT ? sql_quote(value.text) : sql_quoted{};
     sql_fail(call, "argument %d is %s%s%s where %s", position + 1, sql_kind_name(value.kind),
              *shown.text == '\0' ? "" : " ", shown.text, text.text());

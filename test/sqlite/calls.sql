@@ -42,7 +42,7 @@ SELECT dv_cast_number(1, 0);  -- error: dv_cast_number: the precision 0 does not
 SELECT from_tz(dv_date(1,1,1), 'UTC');  -- error: from_tz: argument 1 is DATE where TIMESTAMP is expected
 SELECT to_yminterval(1);  -- error: to_yminterval: argument 1 is INTEGER where TEXT or INTERVAL YEAR TO MONTH is expected
 SELECT to_date(1);  -- error: to_date: argument 1 is INTEGER where TIMESTAMP, TIMESTAMP WITH TIME ZONE, TEXT or DATE is expected
-SELECT to_timestamp_tz(dv_date(1,1,1));  -- error: to_timestamp_tz: argument 1 is DATE where TEXT or TIMESTAMP WITH TIME ZONE is expected
+SELECT to_timestamp_tz(dv_date(1,1,1));  -- error: to_timestamp_tz: argument 1 is DATE where TEXT or TIMESTAMP WITH TIME ZONE is expected; from_tz() gives a TIMESTAMP its zone
 SELECT next_day(1, 'MON');  -- error: next_day: argument 1 is INTEGER where DATE, TIMESTAMP or TIMESTAMP WITH TIME ZONE is expected
 SELECT dv_timestamp(2024,1,1,0,0,0,-1);  -- error: dv_timestamp: The value -1 of the field "fractional second" is out of range: 0 to 999999999 is accepted. (dv-5114)
 SELECT dv_rowid(-1,0,0,0);  -- error: dv_rowid: argument 1 is out of range: -1
