@@ -5,6 +5,7 @@
     october-1582.svg   the days around the change of calendars
     local-time.svg     a gap and an overlap of local time
     ratios.svg         the ratios to peers, of the tables in docs/performance.md
+    columns.svg        one column of three rows, by stride and by offsets
 
 Text stays text, colours follow the reader's colour scheme, and widths follow the page. Each drawing is checked as it is
 written: it is well-formed, and no text leaves the picture or lies on another one, as far as estimated widths tell.
@@ -325,10 +326,57 @@ def draw_ratios():
     return drawing
 
 
+# ---- columns
+
+COLUMN_ROWS = ['127', None, '-12.34']  # NUMBERs of docs/bytes.md, and no value
+
+
+def cells(drawing, x, y, texts, style, width=30):
+    for i, text in enumerate(texts):
+        drawing.rect(x + i * width + 1, y, width - 2, 26, style, 3)
+        drawing.text(x + (i + 0.5) * width, y + 17.5, text, 12, 'mono inside', 'middle')
+    return x + len(texts) * width
+
+
+def draw_columns():
+    drawing = Drawing('columns', 760, 'A column of three NUMBERs, by stride and by offsets',
+                      'Rows 127, no value, -12.34. By stride each record begins a fixed distance behind the one before. '
+                      'By offsets the bytes behind the size byte follow each other, and four offsets tell where each '
+                      'row begins and the last one ends. The validity bitmap is 5: bits 0 and 2.')
+    left, y = 130, 38
+    drawing.text(18, y, 'By stride', 15, 'bold')
+    drawing.text(left, y, 'row i at values + i * stride; what lies between two values is somebody else\'s', 12, 'quiet')
+    x = left
+    for value, style in zip(COLUMN_ROWS, 'abc'):
+        drawing.text(x + 2, y + 26, value or 'no value', 12, 'bold' if value else 'quiet')
+        end = cells(drawing, x, y + 34, documented('NUMBER', value) if value else ['00'], style)
+        drawing.line(end, y + 47, x + 194, y + 47, extra='stroke-dasharray="2 4"')
+        drawing.line(x + 1, y + 70, x + 1, y + 78)
+        x += 200
+    drawing.line(left + 1, y + 74, left + 201, y + 74)
+    drawing.text(left + 101, y + 92, 'stride', 12, 'quiet', 'middle')
+    y += 138
+    drawing.text(18, y, 'By offsets', 15, 'bold')
+    drawing.text(left, y, 'row i is the bytes [offsets[i], offsets[i + 1]) of values', 12, 'quiet')
+    drawing.text(18, y + 34, 'values', 12)
+    x, ends = left, [0]
+    for value, style in zip(COLUMN_ROWS, 'abc'):
+        data = documented('NUMBER', value)[1:] if value else []
+        x = cells(drawing, x, y + 16, data, style)
+        ends.append(ends[-1] + len(data))
+    drawing.text(18, y + 78, 'offsets', 12)
+    cells(drawing, left, y + 60, [str(end) for end in ends], 'f')
+    drawing.text(18, y + 122, 'validity', 12)
+    cells(drawing, left, y + 104, ['101'], 'f', 60)
+    drawing.text(left + 72, y + 121, 'bit i for row i, the least significant bit first: rows 0 and 2 have a value', 12, 'quiet')
+    drawing.text(18, y + 160, 'A NUMBER by stride is NULL by its size byte 0, too; by offsets an empty row is.', 13, 'quiet')
+    return drawing
+
+
 def main():
     folder = pathlib.Path(sys.argv[1])
     folder.mkdir(parents=True, exist_ok=True)
-    for draw in (draw_bytes, draw_october, draw_local_time, draw_ratios):
+    for draw in (draw_bytes, draw_october, draw_local_time, draw_ratios, draw_columns):
         draw().write(folder)
 
 

@@ -9,8 +9,10 @@
 //   value.hpp          what all of them have: default, text both ways, order, hash, <<
 //   model.hpp          dv::reader, dv::writer: datetimes under format models
 //   number_model.hpp   dv::number_reader, dv::number_writer: numbers under format models
-//   bytes.hpp          dv::to_bytes, dv::from_bytes, dv::append_key: to store and send, and back again
-//   checked chrono.hpp         dv::chrono_cast: to and from std::chrono format.hpp         std::format
+//   bytes.hpp          dv::to_bytes, dv::from_bytes, dv::append_key: to store and send, checked coming back
+//   column.hpp         dv::column, dv::total, ...: many rows at once
+//   chrono.hpp         dv::chrono_cast: to and from std::chrono
+//   format.hpp         std::format
 //   try.hpp            dv::try_parse, dv::try_add, ...: without exceptions
 //   result.hpp         dv::result, dv::attempt; codes as std::error_code
 //   error.hpp          dv::error, dv::guarded: a raise as an exception
@@ -25,6 +27,7 @@
 
 #include "dvtypes/bytes.hpp"
 #include "dvtypes/chrono.hpp"
+#include "dvtypes/column.hpp"
 #include "dvtypes/datetime.hpp"
 #include "dvtypes/error.hpp"
 #include "dvtypes/format.hpp"

@@ -1,0 +1,351 @@
+// dvtypes/column.hpp: columns of values, of spans, members of structs and texts. Header only; C++20.
+//
+// What columns are and what operations do with rows that fail stands in dvtypes/column_record.h; the
+// operations are the functions of dvtypes/column.h. dv::run calls any of them and throws dv::row_error at the
+// first row that fails, dv::try_run does all rows and tells what failed:
+//
+// ```cpp
+// dv::texts texts{"12.50", "3.99", "1O"};
+// std::vector<dv::number> prices(3), totals(3);
+// const auto faults = dv::try_run(number_column_from_text, texts, dv::column(prices));
+// std::cout << faults.count() << " failed, the first in row " << faults.first() << '\n';
+//                                                                       // 1 failed, the first in row 2
+// const dv::number rate("1.19");
+// dv::multiply(prices, dv::column<const dv::number>::constant(rate, 3), totals);
+// std::cout << totals[0] << ' ' << dv::sum(prices) << '\n';             // 14.875 16.49
+// ```
+//
+// Columns own nothing: what they describe must live as long. They may be copied, and shared by threads that
+// read.
+
+#ifndef DVTYPES_COLUMN_HPP
+#define DVTYPES_COLUMN_HPP
+
+#include <cstring>
+#include <initializer_list>
+#include <memory>
+#include <ranges>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "dvtypes/column.h"
+#include "dvtypes/error.hpp"
+#include "dvtypes/number.hpp"
+
+namespace dv {
+
+// ---------------------------------------------------------------------------------------------------------
+// Columns
+// ---------------------------------------------------------------------------------------------------------
+
+// The validity bitmap of a column: bit first + i is 1 where row i has a value. NULL: every row has one.
+struct validity {
+    uint8_t *bits = nullptr;
+    int64_t first = 0;
+};
+
+// Values of one type by stride. Of a const type it is an operand alone; a column of T is one of const T, too.
+// T is a value of this layer, a record or a machine number.
+template <typename T>
+class column {
+  public:
+    // Values side by side: of a vector, an array, a span.
+    template <typename Range>
+    requires std::constructible_from<std::span<T>, Range> column(Range &&values, validity rows = {})
+    noexcept : column(std::span<T>(values), sizeof(T), rows) {}
+    // A member of each of some structs: dv::column(orders, &order::price).
+    template <typename Range, typename Row>
+    requires std::constructible_from<std::span<Row>, Range> column(Range &&rows, T Row::*member,
+                                                                   validity given = {})
+    noexcept
+        : column(std::span<Row>(rows).empty() ? nullptr : &(std::span<Row>(rows).data()->*member),
+                 static_cast<int64_t>(std::span<Row>(rows).size()), sizeof(Row), given) {}
+    // Values `stride` bytes apart.
+    column(T *values, int64_t count, int64_t stride, validity rows = {}) noexcept : record_{} {
+        record_.count = count;
+        record_.values = const_cast<std::remove_const_t<T> *>(values);
+        record_.stride = stride;
+        record_.validity = rows.bits;
+        record_.first_bit = rows.first;
+    }
+    column(const column<std::remove_const_t<T>> &other) noexcept requires std::is_const_v<T>
+        : record_(other.record()) {}
+    // The same value in every row; it must outlive the column.
+    static column constant(T &value, int64_t count) noexcept { return column(&value, count, 0); }
+
+    // How many rows there are.
+    int64_t size() const noexcept { return record_.count; }
+    // The value of row i; it means nothing where the row has none.
+    T &operator[](int64_t i) const noexcept {
+        return *reinterpret_cast<T *>(static_cast<char *>(record_.values) + i * record_.stride);
+    }
+    // As C has it.
+    const dv_column_t &record() const noexcept { return record_; }
+
+  private:
+    column(std::span<T> values, int64_t stride, validity rows) noexcept
+        : column(values.data(), static_cast<int64_t>(values.size()), stride, rows) {}
+
+    dv_column_t record_;
+};
+
+template <typename Range>
+column(Range &&) -> column<std::remove_reference_t<std::ranges::range_reference_t<Range>>>;
+template <typename Range, typename Row, typename T>
+column(Range &&, T Row::*) -> column<T>;
+
+// Texts of many rows one behind the other, with their offsets: the memory of a column of texts.
+class texts {
+  public:
+    texts() = default;
+    texts(std::initializer_list<std::string_view> rows) {
+        for (const std::string_view row : rows) push_back(row);
+    }
+    // Room for the result of an operation: `rows` texts of `bytes` bytes in all.
+    static texts room(size_t rows, size_t bytes) {
+        texts result;
+        result.offsets_.resize(rows + 1);
+        result.bytes_.resize(bytes);
+        return result;
+    }
+
+    // Appends a row. At most 2^31 bytes in all.
+    void push_back(std::string_view row) {
+        bytes_ += row;
+        offsets_.push_back(static_cast<int32_t>(bytes_.size()));
+    }
+    // No rows, the memory kept.
+    void clear() noexcept {
+        bytes_.clear();
+        offsets_.assign(1, 0);
+    }
+    // How many rows there are.
+    size_t size() const noexcept { return offsets_.size() - 1; }
+    // The text of row i.
+    std::string_view operator[](size_t i) const noexcept {
+        return std::string_view(bytes_).substr(static_cast<size_t>(offsets_[i]),
+                                               static_cast<size_t>(offsets_[i + 1] - offsets_[i]));
+    }
+    // As C has it, until a row is appended.
+    dv_column_t record() noexcept {
+        dv_column_t column{};
+        column.count = static_cast<int64_t>(size());
+        column.values = bytes_.data();
+        column.offsets = offsets_.data();
+        column.size = static_cast<int64_t>(bytes_.size());
+        return column;
+    }
+
+  private:
+    std::string bytes_;
+    std::vector<int32_t> offsets_ = std::vector<int32_t>(1);
+};
+
+// ---------------------------------------------------------------------------------------------------------
+// Failures
+// ---------------------------------------------------------------------------------------------------------
+
+// What the first failing row raised.
+class row_error : public error {
+  public:
+    row_error(const dv_error_t &record, int64_t row) : error(record), row_(row) {}
+    // The row, -1 where it is not the fault of a row.
+    int64_t row() const noexcept { return row_; }
+
+  private:
+    int64_t row_;
+};
+
+// The codes of the rows that failed.
+class row_faults {
+  public:
+    explicit row_faults(int64_t rows) : codes_(static_cast<size_t>(rows)) { told_.codes = codes_.data(); }
+    row_faults(row_faults &&) noexcept = default;  // the codes stay where they are
+    row_faults &operator=(row_faults &&) noexcept = default;
+
+    // How many rows failed, and the first of them, -1 for none.
+    int64_t count() const noexcept { return told_.count; }
+    int64_t first() const noexcept { return told_.first; }
+    // The code of row i, 0 where it did not fail.
+    int operator[](int64_t i) const noexcept { return codes_[static_cast<size_t>(i)]; }
+    // As C has it.
+    dv_column_faults_t *record() noexcept { return &told_; }
+
+  private:
+    std::vector<int32_t> codes_;
+    dv_column_faults_t told_{};
+};
+
+namespace detail {
+
+// An argument of an operation as C takes it: a column by the address of its record, others as they are.
+template <typename T>
+struct column_argument {
+    explicit column_argument(const T &given) : value(given) {}
+    const T &get() noexcept { return value; }
+    int64_t rows() const noexcept { return -1; }
+    const T &value;
+};
+template <typename T>
+struct column_argument<column<T>> {
+    explicit column_argument(const column<T> &given) : record(given.record()) {}
+    dv_column_t *get() noexcept { return &record; }
+    int64_t rows() const noexcept { return record.count; }
+    dv_column_t record;
+};
+template <>
+struct column_argument<texts> {
+    explicit column_argument(texts &given) : record(given.record()) {}
+    dv_column_t *get() noexcept { return &record; }
+    int64_t rows() const noexcept { return record.count; }
+    dv_column_t record;
+};
+
+}  // namespace detail
+
+// Calls an operation of dvtypes/column.h with its arguments in front of the failures: columns, texts, others
+// as C takes them. Throws row_error at the first row that fails; the rows in front of it are done.
+template <typename... Parameters, typename... Arguments>
+void run(void (*operation)(Parameters...), Arguments &&...arguments) {
+    dv_column_faults_t faults{};
+    faults.raises = 1;
+    faults.first = -1;
+    dv_error_t raised;
+    std::tuple<detail::column_argument<std::remove_cvref_t<Arguments>>...> given{arguments...};
+    const auto call = [&] { std::apply([&](auto &...each) { operation(each.get()..., &faults); }, given); };
+    if (detail::protect(call, &raised) != 0) throw row_error(raised, faults.first);
+}
+
+// The same, but every row is done that can be, and what failed is told. Throws dv::error where an error is
+// not that of a row, such as a model that is none.
+template <typename... Parameters, typename... Arguments>
+row_faults try_run(void (*operation)(Parameters...), Arguments &&...arguments) {
+    std::tuple<detail::column_argument<std::remove_cvref_t<Arguments>>...> given{arguments...};
+    const int64_t rows = std::apply([](const auto &...each) { return std::max({each.rows()...}); }, given);
+    row_faults faults(rows);
+    guarded([&] { std::apply([&](auto &...each) { operation(each.get()..., faults.record()); }, given); });
+    return faults;
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Numbers
+// ---------------------------------------------------------------------------------------------------------
+
+// result = x + y, x - y, x * y, x / y, row by row, in place where the result is an operand. Throw row_error.
+inline void add(const column<const number> &x, const column<const number> &y, const column<number> &result) {
+    run(number_column_add, x, y, result);
+}
+inline void subtract(const column<const number> &x, const column<const number> &y,
+                     const column<number> &result) {
+    run(number_column_sub, x, y, result);
+}
+inline void multiply(const column<const number> &x, const column<const number> &y,
+                     const column<number> &result) {
+    run(number_column_mul, x, y, result);
+}
+inline void divide(const column<const number> &x, const column<const number> &y,
+                   const column<number> &result) {
+    run(number_column_div, x, y, result);
+}
+
+// An exact sum with the count of its terms, of any values: number_total_t with the memory that it needs.
+class total {
+  public:
+    total() = default;
+    total(const total &other) : total() { merge(other); }
+    total(total &&other) noexcept : record_(other.record_), memory_(std::move(other.memory_)) {
+        other.record_ = {};
+    }
+    total &operator=(total other) noexcept {
+        std::swap(record_, other.record_);
+        std::swap(memory_, other.memory_);
+        return *this;
+    }
+    ~total() = default;
+
+    // Adds one number, all values of a column, or what another total holds. Throw dv::error.
+    void add(const number &x) {
+        grow_until([&] { return number_total_add(&record_, &x.record()); });
+    }
+    void add(const column<const number> &x) {
+        grow_until([&] { return number_column_sum(&x.record(), nullptr, &record_, nullptr); });
+    }
+    void merge(const total &other) {
+        grow_until([&] { return number_total_merge(&record_, &other.record_); });
+    }
+
+    // How many values were added.
+    int64_t count() const noexcept { return record_.count; }
+    // The sum; their average, rounded once, which takes one value at least. Throw dv::error beyond the range.
+    number sum() const { return rounded(number_total_sum); }
+    number average() const { return rounded(number_total_average); }
+
+    // The bytes of the total for other machines, and the total of such bytes. Throws dv::error (-5121).
+    std::vector<uint8_t> pack() const {
+        std::vector<uint8_t> bytes(DV_TOTAL_PACKED_MAX);
+        bytes.resize(static_cast<size_t>(number_total_pack(&record_, DV_TOTAL_PACKED_MAX, bytes.data())));
+        return bytes;
+    }
+    static total unpack(std::span<const uint8_t> bytes) {
+        total result;
+        result.grow_until([&] {
+            return number_total_unpack(&result.record_, static_cast<int64_t>(bytes.size()), bytes.data());
+        });
+        return result;
+    }
+
+  private:
+    template <typename Operation>
+    void grow_until(const Operation &operation) {
+        while (const int64_t wanted = guarded([&] { return operation(); })) {
+            auto memory = std::make_unique<uint64_t[]>(static_cast<size_t>(wanted) / sizeof(uint64_t));
+            number_total_attach(&record_, wanted, memory.get());
+            memory_ = std::move(memory);
+        }
+    }
+    number rounded(void (*round)(const number_total_t *, number_t *)) const {
+        number_t x = number().record();
+        guarded([&] { round(&record_, &x); });
+        return x.size == 0 ? throw error(-5070) : number::of_valid(x);
+    }
+
+    number_total_t record_{};
+    std::unique_ptr<uint64_t[]> memory_;
+};
+
+// The exact sum of all values, rounded once; 0 where there is none.
+inline number sum(const column<const number> &x) {
+    total all;
+    all.add(x);
+    return all.count() == 0 ? number() : all.sum();
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Order
+// ---------------------------------------------------------------------------------------------------------
+
+// The numbers of the rows in the order of their keys: of one column, or of several, the first one before the
+// second.
+inline std::vector<int64_t> sorted_rows(std::span<const dv_key_part_t> parts) {
+    size_t width = 0;
+    for (const dv_key_part_t &part : parts) width += dv_key_size(&part);
+    const int64_t count = parts.empty() ? 0 : parts.front().column->count;
+    std::vector<uint8_t> keys(static_cast<size_t>(count) * width + 1);
+    std::vector<uint64_t> scratch(dv_sort_scratch_size(count, width) / sizeof(uint64_t) + 1);
+    std::vector<int64_t> rows(static_cast<size_t>(count));
+    size_t place = 0;
+    for (const dv_key_part_t &part : parts) {
+        guarded([&] { dv_column_write_keys(&part, keys.data() + place, width, nullptr); });
+        place += dv_key_size(&part);
+    }
+    if (count > 0) dv_sort_keys(keys.data(), width, count, rows.data(), scratch.data());
+    return rows;
+}
+
+}  // namespace dv
+
+#endif  // DVTYPES_COLUMN_HPP

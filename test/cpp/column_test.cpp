@@ -1,0 +1,93 @@
+// column.hpp: columns over spans, members and texts; failures as exceptions and as codes.
+
+#include <gtest/gtest.h>
+
+#include <dvtypes/dvtypes.hpp>
+
+namespace {
+
+using dv::column;
+using dv::number;
+
+struct order_t {
+    int id;
+    number price;
+    int64_t count;
+};
+
+TEST(CppColumn, DescribesSpansMembersAndConstants) {
+    std::vector<order_t> orders = {{1, number("12.5"), 2}, {2, number("-3"), 1}, {3, number("0.25"), 4}};
+    std::vector<number> doubled(3);
+    const column prices(orders, &order_t::price);
+    dv::add(prices, prices, doubled);
+    EXPECT_EQ(doubled, (std::vector<number>{25, -6, number("0.5")}));
+    const number rate("0.1");
+    dv::multiply(prices, column<const number>::constant(rate, 3), prices);  // in place
+    EXPECT_EQ(orders[1].price, number("-0.3"));
+    EXPECT_EQ(prices[2], number("0.025"));
+    EXPECT_EQ(orders[1].count, 1);
+
+    uint8_t bits = 0b1010;  // rows 0 and 2, from bit 1 on: row 0 and 2 have a value
+    EXPECT_EQ(dv::sum(column<const number>(doubled.data(), 3, sizeof(number), {&bits, 1})), number("25.5"));
+}
+
+TEST(CppColumn, ThrowsTheFirstFailingRowOrTellsAll) {
+    std::vector<number> x = {1, 2, 3}, y = {1, 0, 0}, quotients(3);
+    try {
+        dv::divide(x, y, quotients);
+        ADD_FAILURE();
+    } catch (const dv::row_error &error) {
+        EXPECT_EQ(error.code(), -5070);
+        EXPECT_EQ(error.row(), 1);
+    }
+    const column<const number> dividends{x}, divisors{y};
+    dv::row_faults faults = dv::try_run(number_column_div, dividends, divisors, column(quotients));
+    const dv::row_faults moved = std::move(faults);
+    EXPECT_EQ(moved.count(), 2);
+    EXPECT_EQ(moved.first(), 1);
+    EXPECT_EQ(moved[0], 0);
+    EXPECT_EQ(moved[2], -5070);
+    EXPECT_EQ(quotients[0], 1);
+}
+
+TEST(CppColumn, TextsGoBothWays) {
+    dv::texts texts{"1.5", "", "-20"};
+    std::vector<number> numbers(3);
+    const auto faults = dv::try_run(number_column_from_text, texts, column(numbers));
+    EXPECT_EQ(faults.count(), 1);
+    EXPECT_EQ(faults[1], -5074);
+    dv::texts written = dv::texts::room(3, 100);
+    dv::run(number_column_to_text, column(numbers), written);
+    EXPECT_EQ(written[0], "1.5");
+    EXPECT_EQ(written[1], "");  // what failed has no value
+    EXPECT_EQ(written[2], "-20");
+    EXPECT_THROW(dv::run(number_column_to_text_fmt, column(numbers), 1, "?", written), dv::error);
+}
+
+TEST(CppColumn, TotalsGrowMergeAndTravel) {
+    std::vector<number> amounts = {number("1E100"), number("1E-90"), number("-1E100"), 5};
+    dv::total total;
+    total.add(amounts);
+    dv::total copy = total, moved = std::move(total);
+    copy.merge(moved);
+    copy.add(number("-10"));
+    EXPECT_EQ(copy.sum(), number("2E-90"));
+    EXPECT_EQ(copy.count(), 9);
+    EXPECT_EQ(dv::total::unpack(copy.pack()).sum(), copy.sum());
+    EXPECT_EQ(moved.average(), (number(5) + number("1E-90")) / 4);
+    EXPECT_EQ(total.count(), 0);  // NOLINT(bugprone-use-after-move)
+    EXPECT_THROW(dv::total::unpack(std::vector<uint8_t>{9, 9}), dv::error);
+    EXPECT_EQ(dv::sum(std::span<const number>()), 0);
+    EXPECT_THROW(dv::total().average(), dv::error);
+}
+
+TEST(CppColumn, RowsComeInTheOrderOfSeveralKeys) {
+    std::vector<order_t> orders = {{1, 5, 2}, {2, 5, 7}, {3, -1, 2}, {4, 5, 7}};
+    const column prices(orders, &order_t::price);
+    const column counts(orders, &order_t::count);
+    const dv_key_part_t by[] = {{&prices.record(), DV_KEY_NUMBER, DV_KEY_DESCENDING, DV_KEY_NULLS_LAST},
+                                {&counts.record(), DV_KEY_INT64, DV_KEY_DESCENDING, DV_KEY_NULLS_LAST}};
+    EXPECT_EQ(dv::sorted_rows(by), (std::vector<int64_t>{1, 3, 0, 2}));
+}
+
+}  // namespace
