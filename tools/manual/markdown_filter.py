@@ -2,8 +2,9 @@
 """A document as Doxygen reads it: markdown_filter.py FILE
 
 Headings get the names by which links find them. Links between documents stay links, and show the title of a document
-where they have its file's name; those to other files of the project become the files' names. A line "<!-- drawing: NAME.svg TITLE -->" is where a drawing goes. Fences of SQL and of
-the shell become plain ones.
+where they have its file's name; those to public headers are made by the headers' names, those to other files of the
+project become the files' names. A line "<!-- drawing: NAME.svg TITLE -->" is where a drawing goes. Fences of SQL and of
+the shell become plain ones. SQL functions that have the name of one in C++ are no links to that.
 """
 
 import pathlib
@@ -13,7 +14,8 @@ import sys
 _LINK = re.compile(r'(?<!!)\[([^\]]+)\]\(([^)\s]+)\)')
 _HEADING = re.compile(r'^(#+) +(.*?)[ \t]*$', re.M)
 _DRAWING = re.compile(r'^<!-- drawing: (\S+\.svg) (.*?) -->$', re.M)
-_QUOTING_CODE = re.compile(r"(?<!`)`([^`\n]*'[^`\n]*)`(?!`)")  # a single quote would end it
+_CODE = re.compile(r'``.+?``|`([^`\n]+)`')
+_CALL = re.compile(r'([a-z_]+)\([\w, ]*\)')
 _FENCED = re.compile(r'(^```.*?^```$)', re.S | re.M)
 
 
@@ -42,13 +44,19 @@ def prose(text, page, pages):
         file, _, anchor = target.partition('#')
         name = pathlib.PurePath(file).name
         if file and name not in pages:
-            return f'{title} (`{file.removeprefix("../")}`)'
+            shown = name if name.endswith(('.h', '.hpp')) else f'`{file.removeprefix("../")}`'
+            return shown if title.strip('`') in (name, file.removeprefix('../')) else f'{title} ({shown})'
         title = pages[name] if title == name else title
         goal = page_id(name) if file else page
         return f'[{title}](@ref {goal}{"_" + anchor if anchor else ""})'
 
+    def code(match):
+        if match[1] and _CALL.fullmatch(match[1]):
+            return f'<code>%{match[1]}</code>' if page.startswith('page_sql') else match[0]
+        return f'``{match[1]}``' if match[1] and "'" in match[1] else match[0]  # one quote would end it
+
     text = _HEADING.sub(heading, text)
-    text = _QUOTING_CODE.sub(r'``\1``', text)
+    text = _CODE.sub(code, text)
     text = _DRAWING.sub(r'![\2](\1)', text)
     return _LINK.sub(link, text)
 
