@@ -13,6 +13,12 @@ namespace {
 
 thread_local int _protect_depth = 0;
 
+// One more dv_protect, until it is left, be it by an exception of the caller's.
+struct protection_t {
+    protection_t() { ++_protect_depth; }
+    ~protection_t() { --_protect_depth; }
+};
+
 }  // namespace
 
 extern "C" {
@@ -36,7 +42,7 @@ void dv_rethrow(const dv_error_t *error) {
 }
 
 int dv_protect(void (*body)(void *arg), void *arg, dv_error_t *error) {
-    ++_protect_depth;
+    const protection_t protection;
     int code = 0;
     try {
         body(arg);
@@ -44,7 +50,6 @@ int dv_protect(void (*body)(void *arg), void *arg, dv_error_t *error) {
         code = raised.code;
         if (error != nullptr) *error = raised;
     }
-    --_protect_depth;
     return code;
 }
 
