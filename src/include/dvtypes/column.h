@@ -5,17 +5,12 @@
 //   dvtypes/column_decimal.h        decimals in 64 or 128 bits
 //   dvtypes/column_arrow.h          columns of other libraries, by the Arrow C data interface
 //   dvtypes/column_key.h            sort keys of every type, sorting by them
+//   dvtypes/column_compare.h        NUMBER: comparison into bitmaps, least and greatest value
 //   dvtypes/column_sum.h            NUMBER: exact sums, averages, by groups too
 //   dvtypes/column_datetime.h       datetimes: fields, truncation, adding, differences
 //   dvtypes/column_datetime_text.h  datetimes to and from text
 //   dvtypes/column_epoch.h          datetimes to and from counts since 1970-01-01
 //   dvtypes/column_zone.h           UTC and local time
-//   dvtypes/column_record.h    what a column is, failures by row, vector levels
-//   dvtypes/column_number.h    NUMBER
-//   dvtypes/column_decimal.h   decimals in 64 or 128 bits
-//   dvtypes/column_key.h       sort keys of every type, sorting by them
-//   dvtypes/column_compare.h   NUMBER: comparison into bitmaps, least and greatest value
-//   dvtypes/column_sum.h       NUMBER: exact sums, averages, by groups too
 
 #ifndef DVTYPES_COLUMN_H
 #define DVTYPES_COLUMN_H

@@ -24,33 +24,35 @@ struct sum_t {
     const dv_column_t *operand[1];
     const uint8_t *rows;
     row_sums_t *sums;
+    const sum_kernels_t *kernels;
     int64_t terms = 0;
     dv_column_t *result = nullptr;
 
     uint64_t block(int64_t row, int count, uint64_t &valid) {
         valid &= wanted_rows_(rows, row, count);
-        if (operand[0]->offsets != nullptr) return valid;
-        for (uint64_t left = valid; left != 0; left &= left - 1) {
-            const uint64_t bit = left & -left;
-            if (!add(row + std::countr_zero(left))) valid &= ~bit;
+        make_room(*sums, count);
+        uint64_t left = 0;
+        if (operand[0]->offsets == nullptr) {
+            valid &= ~kernels->by_stride(places_by_stride(*operand[0], row), count, valid, *sums);
+        } else {
+            places_by_offsets_t places;
+            const uint64_t found = find_by_offsets(*operand[0], row, count, valid, places);
+            left = valid & ~found;
+            valid &= ~kernels->by_offsets(places, count, found, *sums);
         }
-        return 0;
+        terms += std::popcount(valid & ~left);
+        return left;
     }
 
-    bool row(int64_t row) { return add(row); }
-    void no_value(int64_t /*row*/) const {}
-
-  private:
-    bool add(int64_t row) {
+    bool row(int64_t row) {
         number_t buffer;
         const number_t *const x = number_at(*operand[0], row, buffer);
         if (x == nullptr) return false;
-        if (sums->unswept == ROW_SUMS_UNSWEPT_MAX) sweep(*sums);
-        add_row(*sums, *x);
-        ++sums->unswept;
+        add_row(*sums, *x, x->size);  // there is room for the block
         ++terms;
         return true;
     }
+    void no_value(int64_t /*row*/) const {}
 };
 
 struct sum_products_t {
@@ -128,7 +130,7 @@ extern "C" int64_t number_column_sum(const dv_column_t *x, const uint8_t *rows, 
                                      dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x)) || !DV_ASSERT(total != NULL)) return 0;
     row_sums_t sums = {};
-    sum_t operation = {{x}, rows, &sums};
+    sum_t operation = {{x}, rows, &sums, &sum_kernels()};
     column_run(operation, x->count, faults);
     sweep(sums);
     exact_t sum = collect(sums.swept, NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS);

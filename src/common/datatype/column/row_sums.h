@@ -7,6 +7,7 @@
 #ifndef DV_COLUMN_ROW_SUMS_H
 #define DV_COLUMN_ROW_SUMS_H
 
+#include "record_places.h"
 #include "total.h"
 
 namespace dv::impl {
@@ -15,12 +16,13 @@ inline constexpr int RECORD_WORDS = 3;
 inline constexpr int RECORD_EXPONENTS = NUMBER_EXPONENT_MAX - NUMBER_EXPONENT_MIN + 1;
 
 // Digit bytes may be anything: a word of them is below 128 * (1 + 100 + ... + 100^7) < 2^54 by magnitude.
-inline constexpr int64_t ROW_SUMS_UNSWEPT_MAX = 512;
+inline constexpr int64_t UNSWEPT_ROWS_MAX = 512;
 
 struct row_sums_t {
     int64_t word[RECORD_WORDS][RECORD_EXPONENTS];
     int128_t swept[RECORD_WORDS][RECORD_EXPONENTS];
-    int64_t unswept;  // rows in `word`
+    int64_t unswept = 0;                   // rows in `word`
+    int window = 6 - NUMBER_EXPONENT_MIN;  // the exponent whose places most rows' digits are expected at
 };
 
 inline void sweep(row_sums_t &sums) {
@@ -31,6 +33,12 @@ inline void sweep(row_sums_t &sums) {
         }
     }
     sums.unswept = 0;
+}
+
+// Before so many rows are added.
+inline void make_room(row_sums_t &sums, int64_t rows) {
+    if (sums.unswept + rows > UNSWEPT_ROWS_MAX) sweep(sums);
+    sums.unswept += rows;
 }
 
 // Sums of products: of the five words that the product of two records has, by the sum of the exponents. A row
@@ -67,11 +75,11 @@ struct record_words_t {
     int words;
 };
 
-inline record_words_t words_of(const number_t &x) {
+// Of a record whose size stands elsewhere.
+inline record_words_t words_of(const number_t &x, int size) {
     const number_head_t head = read_head(x);
-    const int count = head.count < 0                   ? 0
-                      : head.count > NUMBER_DIGITS_MAX ? int{NUMBER_DIGITS_MAX}
-                                                       : head.count;
+    const int told = head.count - x.size + size;
+    const int count = told < 0 ? 0 : told > NUMBER_DIGITS_MAX ? int{NUMBER_DIGITS_MAX} : told;
     const auto word = [count](uint64_t bytes, int i) {
         const int rest = count - COEF_WORD_DIGITS * i;
         const int digits = rest < 0 ? 0 : rest > COEF_WORD_DIGITS ? int{COEF_WORD_DIGITS} : rest;
@@ -90,19 +98,28 @@ inline record_words_t words_of(const number_t &x) {
     return words;
 }
 
-inline void add_row(row_sums_t &sums, const number_t &x) {
-    const record_words_t words = words_of(x);
+inline void add_row(row_sums_t &sums, const number_t &x, int size) {
+    const record_words_t words = words_of(x, size);
     for (int i = 0; i < words.words; ++i) sums.word[i][words.exponent] += words.word[i];
 }
 
 inline void add_product(product_sums_t &sums, const number_t &x, const number_t &y) {
-    const record_words_t a = words_of(x), b = words_of(y);
+    const record_words_t a = words_of(x, x.size), b = words_of(y, y.size);
     for (int i = 0; i < a.words; ++i) {
         for (int j = 0; j < b.words; ++j) {
             sums.word[i + j][a.exponent + b.exponent] += int128_t{a.word[i]} * b.word[j];
         }
     }
 }
+
+// Rows of a block, at most BLOCK_ROWS, for which there is room; returns those of `valid` without a value.
+struct sum_kernels_t {
+    uint64_t (*by_stride)(const places_by_stride_t &places, int count, uint64_t valid, row_sums_t &sums);
+    uint64_t (*by_offsets)(const places_by_offsets_t &places, int count, uint64_t valid, row_sums_t &sums);
+};
+
+// Those of the level in use.
+const sum_kernels_t &sum_kernels();
 
 }  // namespace dv::impl
 

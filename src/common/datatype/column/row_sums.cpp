@@ -1,0 +1,83 @@
+// Rows into counters, at each vector level.
+
+#include "row_sums.h"
+
+#include "vector_level.h"
+
+namespace dv::impl {
+
+namespace {
+
+// The rows [row, count) of `valid`, one by one; returns those that have no value.
+template <typename Places>
+uint64_t add_rows_from(const Places &places, int row, int count, uint64_t valid, row_sums_t &sums) {
+    uint64_t none = 0;
+    for (; row < count; ++row) {
+        if ((valid >> row & 1) == 0) continue;
+        const auto *const x = reinterpret_cast<const number_t *>(places[row]);
+        int size = x->size;
+        if constexpr (Places::HAS_SIZES) size = static_cast<int>(places.size[row]);
+        if (size == 0) none |= uint64_t{1} << row;
+        if (size != 0) add_row(sums, *x, size);
+    }
+    return none;
+}
+
+}  // namespace
+
+}  // namespace dv::impl
+
+namespace dv::impl::plain {
+namespace {
+
+template <typename Places>
+uint64_t add_rows(const Places &places, int count, uint64_t valid, row_sums_t &sums) {
+    return add_rows_from(places, 0, count, valid, sums);
+}
+
+constexpr sum_kernels_t SUM_KERNELS = {add_rows<places_by_stride_t>, add_rows<places_by_offsets_t>};
+
+}  // namespace
+}  // namespace dv::impl::plain
+
+#if DV_HAS_VECTOR_BYTES
+
+#include "../number/vector_bytes.h"
+
+#define DV_LEVEL avx2
+#define DV_LANES 256
+DV_BEGIN_AVX2
+#include "int64_lanes.h"
+
+#include "record_lanes.h"
+
+#include "sum_kernels.h"
+DV_END_LEVEL
+#undef DV_LANES
+#undef DV_LEVEL
+
+#define DV_LEVEL avx512
+#define DV_LANES 512
+DV_BEGIN_AVX512
+#include "int64_lanes.h"
+
+#include "record_lanes.h"
+
+#include "sum_kernels.h"
+DV_END_LEVEL
+#undef DV_LANES
+#undef DV_LEVEL
+
+#endif
+
+const dv::impl::sum_kernels_t &dv::impl::sum_kernels() {
+    static constexpr const sum_kernels_t *by_level[DV_VECTOR_LEVELS] = {
+        &plain::SUM_KERNELS,
+#if DV_HAS_VECTOR_BYTES
+        &plain::SUM_KERNELS,
+        &avx2::SUM_KERNELS,
+        &avx512::SUM_KERNELS
+#endif
+    };
+    return *by_level[vector_level()];
+}
