@@ -12,7 +12,7 @@ namespace {
 template <typename Places>
 void load_keys_from(const Places &places, int row, int count, record_keys_t &keys) {
     for (; row < count; ++row) {
-        const uint8_t *const record = places[row];
+        const uint8_t *const record = places.at(row);
         uint64_t size = record[0];
         if constexpr (Places::HAS_SIZES) size = places.size[row];
         keys.size[row] = size;

@@ -12,12 +12,13 @@
 
 namespace dv::impl {
 
+// Row `row + further` is told in two parts, since by stride the second is the same address for many rows.
 struct places_by_stride_t {
     static constexpr bool HAS_SIZES = false;
     const uint8_t *first;
     int64_t stride;
 
-    const uint8_t *operator[](int i) const { return first + i * stride; }
+    const uint8_t *at(int row, int further = 0) const { return first + row * stride + further * stride; }
 };
 
 struct places_by_offsets_t {
@@ -25,10 +26,19 @@ struct places_by_offsets_t {
     const uint8_t *place[BLOCK_ROWS];
     uint64_t size[BLOCK_ROWS];
 
-    const uint8_t *operator[](int i) const { return place[i]; }
+    const uint8_t *at(int row, int further = 0) const { return place[row + further]; }
 };
 
+// Asks for the bytes of a later block: kernels do so little with a line of the cache that the processor, left
+// to itself, asks too late. There may be no memory at that place.
+inline void prefetch_later(const void *block, int64_t bytes) {
+    constexpr int64_t line = 64, blocks_ahead = 2;
+    const auto *const later = static_cast<const uint8_t *>(block) + blocks_ahead * bytes;
+    for (int64_t i = 0; i < bytes; i += line) __builtin_prefetch(later + i);
+}
+
 inline places_by_stride_t places_by_stride(const dv_column_t &column, int64_t row) {
+    if (column.stride <= 64) prefetch_later(value_at(column, row), BLOCK_ROWS * column.stride);
     return {static_cast<const uint8_t *>(value_at(column, row)), column.stride};
 }
 

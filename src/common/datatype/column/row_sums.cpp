@@ -14,7 +14,7 @@ uint64_t add_rows_from(const Places &places, int row, int count, uint64_t valid,
     uint64_t none = 0;
     for (; row < count; ++row) {
         if ((valid >> row & 1) == 0) continue;
-        const auto *const x = reinterpret_cast<const number_t *>(places[row]);
+        const auto *const x = reinterpret_cast<const number_t *>(places.at(row));
         int size = x->size;
         if constexpr (Places::HAS_SIZES) size = static_cast<int>(places.size[row]);
         if (size == 0) none |= uint64_t{1} << row;

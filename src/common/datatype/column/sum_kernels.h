@@ -7,12 +7,10 @@
 namespace dv::impl::DV_LEVEL {
 namespace {
 
-inline constexpr uint64_t ALL_LANES = (uint64_t{1} << LANES) - 1;
-
 struct lane_records_t {
     lanes_t digits;    // the first eight, 0 behind the last, with their sign
     lanes_t exponent;  // from 0 on
-    lanes_t count;     // of digits: [0, 20]
+    lanes_t count;     // of digits, 0 or more; above 20 only if the size byte is wrong
     uint64_t none;     // lanes without a value
 };
 
@@ -37,23 +35,24 @@ inline lane_records_t read_records(const Places &places, int row, uint64_t valid
     const lanes_t low_bits = in_each_lane(NUMBER_SIGN_BIT - 1);
     const lanes_t signexp = both(loaded.upper, in_each_lane(0xFF));
     const lanes_t positive = signs_of(subtract_lanes(low_bits, signexp));  // all ones for it
-    const lanes_t digits_max = in_each_lane(NUMBER_DIGITS_MAX);
-    const lanes_t told = at_least_0(subtract_lanes(subtract_lanes(size, in_each_lane(2)), positive));
     lane_records_t records;
     records.exponent = exclusive_or(both(signexp, low_bits), second_alone(positive, low_bits));
-    records.count = subtract_lanes(digits_max, at_least_0(subtract_lanes(digits_max, told)));
+    records.count = at_least_0(subtract_lanes(subtract_lanes(size, in_each_lane(2)), positive));
     records.digits = signed_digits(loaded.lower, records.count);
     records.none = are_equal(size, in_each_lane(0));
     return records;
 }
 
+// Halves of numbers, of which no more than a block's rows come together: below 128 * (1 + 100 + 100^2 +
+// 100^3) by magnitude, whatever the bytes are, and so below 2^31 in all.
+static_assert(int64_t{BLOCK_ROWS / LANES} * 128 * 1'010'101 < INT32_MAX);
 struct window_t {
     lanes_t sum;
     lanes_t exponent;  // of a number whose first digit has the highest place, from 0 on
 };
 
 inline void end_window(row_sums_t &sums, window_t &window) {
-    sums.word[0][sums.window] += sum_of_lanes(window.sum);
+    sums.word[0][sums.window] += sum_of_lanes(whole_numbers_of(window.sum));
     window.sum = in_each_lane(0);
 }
 
@@ -86,8 +85,10 @@ inline void add_by_exponent(const Places &places, int row, const lane_records_t 
     // The last sixteen bytes: those from 3 on are the digits behind the first eight.
     const __m128i rest = _mm_setr_epi8(3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, -1, -1, -1, -1);
     const two_lanes_t loaded = load_records(places, row, int{sizeof(number_t)} - 16, rest);
-    const lanes_t behind_8 = at_least_0(subtract_lanes(records.count, in_each_lane(8)));
-    const lanes_t behind_16 = at_least_0(subtract_lanes(records.count, in_each_lane(16)));
+    const lanes_t digits_max = in_each_lane(NUMBER_DIGITS_MAX);
+    const lanes_t missing = at_least_0(subtract_lanes(digits_max, records.count));
+    const lanes_t behind_8 = at_least_0(subtract_lanes(in_each_lane(NUMBER_DIGITS_MAX - 8), missing));
+    const lanes_t behind_16 = at_least_0(subtract_lanes(in_each_lane(NUMBER_DIGITS_MAX - 16), missing));
     store_lanes(word[1], numbers_of(signed_digits(loaded.lower, behind_8)));
     store_lanes(word[2], numbers_of(signed_digits(loaded.upper, behind_16)));
     for (int i = 0; i < LANES; ++i) {
@@ -99,7 +100,7 @@ inline void add_by_exponent(const Places &places, int row, const lane_records_t 
 // Adds the rows of `valid`; returns those of them that have no value.
 template <typename Places>
 uint64_t add_rows(const Places &places, int count, uint64_t valid, row_sums_t &sums) {
-    const lanes_t zero = in_each_lane(0), places_of_window = in_each_lane(COEF_WORD_DIGITS + 1);
+    const lanes_t zero = in_each_lane(0), word_size = in_each_lane(COEF_WORD_DIGITS);
     window_t window = {zero, in_each_lane(static_cast<uint64_t>(sums.window))};
     uint64_t none = 0;
     int row = 0;
@@ -108,11 +109,11 @@ uint64_t add_rows(const Places &places, int count, uint64_t valid, row_sums_t &s
         none |= records.none << row;
         const lanes_t before = subtract_lanes(window.exponent, records.exponent);  // empty places
         const lanes_t end = add_lanes(before, records.count);
-        const uint64_t outside = (are_greater(zero, before) | ~are_greater(places_of_window, end)) &
-                                 ~are_equal(records.count, zero) & ALL_LANES;
+        const lanes_t negative_if_outside = either(before, subtract_lanes(word_size, end));
+        const uint64_t outside = top_bits_of(negative_if_outside) & ~are_equal(records.count, zero);
         if (outside == 0) [[likely]] {
             const lanes_t moved = shift_left(records.digits, times_eight(before));
-            window.sum = add_lanes(window.sum, numbers_of(moved));
+            window.sum = add_halves(window.sum, half_numbers_of(moved));
         } else {
             add_by_exponent(places, row, records, sums, window);
         }
