@@ -189,6 +189,26 @@ TEST(NumberColumnSum, ByGroupAddsEachRowToItsTotal) {
     }
 }
 
+// So that the caller can give memory and go on with the row that raised.
+TEST(NumberColumnSum, ByGroupStopsAtTheRowThatRaises) {
+    std::vector<number_t> rows(200, num("1"));
+    rows[70] = num("1E-120");
+    const std::vector<int32_t> groups(rows.size());
+    dv_column_t column = {};
+    column.count = static_cast<int64_t>(rows.size());
+    column.values = rows.data();
+    column.stride = sizeof rows[0];
+    for (each_level levels; levels.next();) {
+        number_total_t total{};
+        const number_totals_t totals = {1, &total, sizeof total};
+        dv_column_faults_t faults = {nullptr, nullptr, /*raises=*/1, 0, 0, 0};
+        EXPECT_EQ(raise_of([&] { number_column_sum_by_group(&column, groups.data(), &totals, &faults); }),
+                  -5122);
+        EXPECT_EQ(faults.first, 70);
+        EXPECT_EQ(total.count, 70);
+    }
+}
+
 TEST(NumberColumnSum, LeavesOutRowsThatFailAndKeepsTheTotalOnARaise) {
     const number_t values[] = {num("1"), num("20"), num("300")};
     const std::string bytes = *row_of(values[0]) + *row_of(values[1]) + *row_of(values[2]);

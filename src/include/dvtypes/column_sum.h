@@ -151,7 +151,8 @@ typedef struct number_totals_s {
     int64_t stride;  // in bytes
 } number_totals_t;
 
-// For each row whose x has a value, the total of its group += x.
+// For each row whose x has a value, the total of its group += x. Where a row raises, those before it are in
+// their totals, and it and those behind it in none.
 //
 //   groups  the group of each row; a row whose group is not one of [0, totals->count) is left out
 //

@@ -96,23 +96,38 @@ struct sum_by_group_t {
     const number_totals_t *totals;
     dv_column_t *result = nullptr;
 
-    uint64_t block(int64_t row, int count, uint64_t &valid) {
+    // Stops where a row needs more than the usual: what is behind a row that fails must not be done before
+    // it.
+    uint64_t block(int64_t row, int count, uint64_t &valid) const {
+        if (row == 0) prefetch(0);
+        prefetch(row + BLOCK_ROWS);
         for (int i = 0; i < count; ++i) {
-            if (!has_group(row + i)) {
-                valid &= ~(uint64_t{1} << i);
-            } else {
-                __builtin_prefetch(total_of(row + i), /*for writing*/ 1);
-            }
+            if (!has_group(row + i)) valid &= ~(uint64_t{1} << i);
         }
-        return valid;
+        if (operand[0]->offsets != nullptr) return valid;
+        uint64_t left = valid;
+        for (; left != 0; left &= left - 1) {
+            const int64_t at = row + std::countr_zero(left);
+            const auto &x = value_at<const number_t>(*operand[0], at);
+            if (x.size == 0) valid &= ~(left & -left);
+            if (x.size != 0 && !add_in_place(*total_of(at), x, /*subtracts=*/false)) break;
+        }
+        return left;
     }
 
     bool row(int64_t row) const {
+        int code = 0;
+        const bool has_value = try_row(row, code);
+        if (code != 0) raise(ERR_TOTAL_MEMORY);
+        return has_value;
+    }
+
+    bool try_row(int64_t row, int &code) const {
         number_t buffer;
         const number_t *const x = number_at(*operand[0], row, buffer);
         if (x == nullptr) return false;
-        if (add_record(*total_of(row), *x, /*subtracts=*/false) != 0) raise(ERR_TOTAL_MEMORY);
-        return true;
+        if (add_record(*total_of(row), *x, /*subtracts=*/false) != 0) code = ERR_TOTAL_MEMORY;
+        return code == 0;
     }
     void no_value(int64_t /*row*/) const {}
 
@@ -121,6 +136,13 @@ struct sum_by_group_t {
     number_total_t *total_of(int64_t row) const {
         char *const first = reinterpret_cast<char *>(totals->totals);
         return reinterpret_cast<number_total_t *>(first + groups[row] * totals->stride);
+    }
+    // Totals lie anywhere: those of a block are asked for while the one before it is in work.
+    void prefetch(int64_t begin) const {
+        const int64_t end = begin + BLOCK_ROWS < operand[0]->count ? begin + BLOCK_ROWS : operand[0]->count;
+        for (int64_t row = begin; row < end; ++row) {
+            if (has_group(row)) __builtin_prefetch(total_of(row), /*for writing*/ 1);
+        }
     }
 };
 

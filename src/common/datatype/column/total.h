@@ -41,35 +41,68 @@ inline int64_t last_digits(const uint8_t *coef, int count) {
     return static_cast<int64_t>(limb_from_digits(digits)) - DIGIT_EXCESS_SUMS[static_cast<size_t>(count)];
 }
 
-// The usual case of add_to_total: a record of up to sixteen digits and a total without memory, whose weight
-// is not above that of the last digit. False: nothing is done.
-inline bool add_in_place(number_total_t &total, const number_t &x, bool subtracts) {
-    constexpr int digits_max = 2 * COEF_WORD_DIGITS;
-    constexpr int weight_max = (EXACT_BITS_MAX - 64 * DV_TOTAL_LIMBS) * 10 / 67 + EXACT_WEIGHT_MIN;
-    const int count = number_digit_count(x);
-    const int shift = count == 0 ? 0 : number_exponent(x) - count - total.weight;
-    int64_t terms;
-    if (count > digits_max || shift < 0 || shift >= POWERS_OF_100_COUNT || total.attached_room != 0 ||
-        total.weight > weight_max || __builtin_add_overflow(total.count, subtracts ? -1 : 1, &terms))
-        return false;
+// Moves the digits of a total without memory to a lower weight; false: it is too far, or they do not fit
+// there.
+inline bool lower_weight_in_place(number_total_t &total, int weight) {
+    const int steps = total.weight - weight;
+    if (steps >= POWERS_OF_100_COUNT) return false;
+    const uint64_t factor = POWERS_OF_100[static_cast<size_t>(steps)];
+    const uint64_t taken_for_sign = extension_of(total.limbs.own[DV_TOTAL_LIMBS - 1]) & factor;
+    uint64_t limb[DV_TOTAL_LIMBS], carry = 0;
+    for (int i = 0; i < DV_TOTAL_LIMBS; ++i) {
+        const uint128_t product = uint128_t{total.limbs.own[i]} * factor + carry;
+        limb[i] = static_cast<uint64_t>(product);
+        carry = static_cast<uint64_t>(product >> 64);
+    }
+    if (carry - taken_for_sign != extension_of(limb[DV_TOTAL_LIMBS - 1])) return false;
+    memcpy(total.limbs.own, limb, sizeof limb);
+    total.weight = static_cast<int16_t>(weight);
+    return true;
+}
 
-    int128_t value = last_digits(x.coef, count);
-    if (count > COEF_WORD_DIGITS)
-        value += int128_t{last_digits(x.coef, count - COEF_WORD_DIGITS)} * int64_t{LIMB_BASE};
-    if (subtracts) value = -value;
-    const uint64_t factor = POWERS_OF_100[static_cast<size_t>(shift)];
+// An integer of 192 bits in two's complement.
+struct term_t {
+    uint64_t low, middle, high;
+};
+
+// The digits of a record of up to sixteen, times a factor below 2^63.
+inline term_t scaled_digits(const number_t &x, int count, uint64_t factor) {
+    const int64_t last = last_digits(x.coef, count);
+    if (count <= COEF_WORD_DIGITS) {
+        const int128_t value = int128_t{last} * static_cast<int64_t>(factor);
+        const auto middle = static_cast<uint64_t>(value >> 64);
+        return {static_cast<uint64_t>(value), middle, extension_of(middle)};
+    }
+    const int128_t value =
+        last + int128_t{last_digits(x.coef, count - COEF_WORD_DIGITS)} * int64_t{LIMB_BASE};
     const uint128_t low = uint128_t{static_cast<uint64_t>(value)} * factor;
     const int128_t high = (value >> 64) * static_cast<int64_t>(factor) + static_cast<int64_t>(low >> 64);
-    const uint64_t term[DV_TOTAL_LIMBS] = {static_cast<uint64_t>(low), static_cast<uint64_t>(high),
-                                           static_cast<uint64_t>(high >> 64),
-                                           extension_of(static_cast<uint64_t>(high >> 64))};
+    return {static_cast<uint64_t>(low), static_cast<uint64_t>(high), static_cast<uint64_t>(high >> 64)};
+}
 
-    uint64_t sum[DV_TOTAL_LIMBS], carry = 0;
-    for (int i = 0; i < DV_TOTAL_LIMBS; ++i) carry = add_words(total.limbs.own[i], term[i], carry, sum[i]);
-    const uint64_t last = total.limbs.own[DV_TOTAL_LIMBS - 1];
-    if (extension_of((sum[DV_TOTAL_LIMBS - 1] ^ last) &
-                     (sum[DV_TOTAL_LIMBS - 1] ^ term[DV_TOTAL_LIMBS - 1])) != 0)
+// The usual case of add_to_total: a record of up to sixteen digits and a total without memory. False: the
+// total has the value that it had.
+inline bool add_in_place(number_total_t &total, const number_t &x, bool subtracts) {
+    constexpr int weight_max = (EXACT_BITS_MAX - 64 * DV_TOTAL_LIMBS) * 10 / 67 + EXACT_WEIGHT_MIN;
+    const int count = number_digit_count(x);
+    const int weight = count == 0 ? total.weight : number_exponent(x) - count;
+    int64_t terms;
+    if (count > 2 * COEF_WORD_DIGITS || weight - total.weight >= POWERS_OF_100_COUNT ||
+        total.attached_room != 0 || total.weight > weight_max ||
+        __builtin_add_overflow(total.count, subtracts ? -1 : 1, &terms))
         return false;
+    if (weight < total.weight && !lower_weight_in_place(total, weight)) return false;
+
+    const term_t term = scaled_digits(x, count, POWERS_OF_100[static_cast<size_t>(weight - total.weight)]);
+    const uint64_t flip = subtracts ? ~uint64_t{0} : 0;  // -x is ~x + 1
+    const uint64_t extension = extension_of(term.high) ^ flip;
+    const uint64_t last = total.limbs.own[DV_TOTAL_LIMBS - 1];
+    uint64_t sum[DV_TOTAL_LIMBS];
+    uint64_t carry = add_words(total.limbs.own[0], term.low ^ flip, flip & 1, sum[0]);
+    carry = add_words(total.limbs.own[1], term.middle ^ flip, carry, sum[1]);
+    carry = add_words(total.limbs.own[2], term.high ^ flip, carry, sum[2]);
+    add_words(last, extension, carry, sum[3]);
+    if (extension_of((sum[3] ^ last) & (sum[3] ^ extension)) != 0) return false;
     memcpy(total.limbs.own, sum, sizeof sum);
     total.count = terms;
     return true;
