@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
+#include <string>
 
 #include "model_text.h"
 
@@ -111,18 +113,20 @@ dv_date_t any_record_(number_source &source) {
         const int i = source.pick(0, static_cast<int>(turns.size()));
         return i == 0 ? source.pick(low, high) : turns.begin()[i - 1];
     };
-    int year = pick({-1, 1, -4712, -4713, -5000, 1582, 1582, 1582, 2024}, DV_YEAR_MIN, DV_YEAR_MAX);
+    int year = pick({-1, 1, -4712, -4713, -5000, 1582, 1582, 1582, 2024, 9999}, DV_YEAR_MIN, DV_YEAR_MAX);
     if (source.pick(0, 3) == 0) year = year / 100 * 100 + pick({-50, -51, 50, 51, -49, 49}, -99, 99);
     const bool is_reform = year == 1582 && source.pick(0, 3) != 0;
     const int wrong = source.pick(0, 40);  // the field that may be out of range
     const auto within = [&](int field, int value, int low, int high) {
         return wrong == field ? value : std::clamp(value, low, high);
     };
-    return make_date(year == 0 ? -1 : std::clamp(year, int{DV_YEAR_MIN}, int{DV_YEAR_MAX}),
-                     is_reform ? 10 : within(0, source.pick(0, 13), 1, 12),
-                     within(1, is_reform ? source.pick(1, 20) : pick({15, 16}, 0, 40), 1, 28),
-                     within(2, pick({11, 12}, 0, 30), 0, 23), within(3, pick({29, 30}, 0, 70), 0, 59),
-                     within(4, pick({29, 30}, 0, 70), 0, 59));
+    year = year == 0 ? -1 : std::clamp(year, int{DV_YEAR_MIN}, int{DV_YEAR_MAX});
+    const int month = is_reform ? 10 : within(0, source.pick(0, 13), 1, 12);
+    const int last_day = month >= 1 && month <= 12 ? dt_fmt_get_days_of_mon(year, month) : 28;
+    const int day = is_reform ? source.pick(1, 20) : pick({15, 16, 29, 30, 31}, 0, 40);
+    return make_date(year, month, within(1, day, 1, last_day), within(2, pick({11, 12, 24}, 0, 30), 0, 23),
+                     within(3, pick({29, 30, 60}, 0, 70), 0, 59),
+                     within(4, pick({29, 30, 60}, 0, 70), 0, 59));
 }
 
 }  // namespace
@@ -140,5 +144,31 @@ TEST(DateTruncate, FollowsTheStepsOfItsUnitForAnyRecord) {
         ASSERT_EQ(code, want_code) << unit.name << (up ? " up " : " ") << describe(date);
         if (code != 0) continue;
         ASSERT_EQ(got, want) << unit.name << (up ? " up " : " ") << describe(date);
+    }
+}
+
+// A unit is a whole name in any letter case: what differs from all of them in a character, or is longer or
+// shorter, is none.
+TEST(DateTruncate, KnowsAUnitByItsWholeName) {
+    const auto is_same = [](std::string_view text, std::string_view name) {
+        return std::ranges::equal(
+            text, name, {}, [](char c) { return std::toupper(c); }, [](char c) { return std::toupper(c); });
+    };
+    number_source source(4);
+    for (long round = scaled(100'000); round > 0; --round) {
+        std::string text = _units[source.pick(0, std::size(_units) - 1)].name;
+        const auto i = static_cast<size_t>(source.pick(0, static_cast<int>(text.size()) - 1));
+        const int change = source.pick(0, 3);
+        if (change == 0) text[i] = static_cast<char>(text[i] ^ 1 << source.pick(0, 6));
+        if (change == 1) text.insert(i, 1, "YMDHI124"[source.pick(0, 8)]);  // or a NUL
+        if (change == 2 && text.size() > 1) text.erase(i, 1);
+        if (change == 3) text += std::string(static_cast<size_t>(source.pick(0, 9)), text[i]);
+        const bool is_unit =
+            std::ranges::any_of(_units, [&](const auto &u) { return is_same(text, u.name); });
+        dv_date_t date = make_date(2024, 5, 17);
+        const int code = raise_of([&] {
+            dt_fmt_trunc_or_round(&date, text.data(), static_cast<int>(text.size()), /*is_trunc=*/1);
+        });
+        ASSERT_EQ(code, is_unit ? 0 : -5014) << testing::PrintToString(text);
     }
 }

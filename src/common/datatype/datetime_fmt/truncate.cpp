@@ -12,7 +12,23 @@ using namespace dv::impl;
 
 namespace {
 
-void rebuild_(dv_date_t &date, const calendar_day_t &day, int hour = 0, int minute = 0) {
+// What dv_date_from_unit_values checks, at a glance; it takes three times as long (benchmark trunc/month).
+inline bool is_plain_(const calendar_day_t &day, int hour, int minute) {
+    constexpr int of_every_month = 28;
+    return day.year > GREGORIAN_YEAR && day.year <= DV_YEAR_MAX && is_month(day.month) && day.day >= 1 &&
+           (day.day <= of_every_month || day.day <= month_length(day.year, day.month)) &&
+           hour < HOURS_PER_DAY && minute < MINUTES_PER_HOUR;
+}
+
+inline void rebuild_(dv_date_t &date, const calendar_day_t &day, int hour = 0, int minute = 0) {
+    if (is_plain_(day, hour, minute)) [[likely]] {
+        const auto year = static_cast<uint32_t>(day.year);
+        const uint32_t century = year / YEARS_PER_CENTURY;
+        date_set_packed_day(
+            date, packed_day(century, year - century * YEARS_PER_CENTURY, static_cast<uint32_t>(day.month),
+                             static_cast<uint32_t>(day.day)));
+        return date_set_clock(date, hour, minute, 0);
+    }
     const int year = day.year == 0 ? 1 : day.year;
     dv_date_from_unit_values(&date, year, day.month, day.day, hour, minute, 0);
 }
@@ -104,35 +120,85 @@ void to_minute_(dv_date_t &date, bool round) {
     if (up) dv_date_add_field(&date, DT_FMT_UNIT_MINUTE, 1);
 }
 
-// The rule of each format element, none where it is no unit.
-constexpr auto _rules = [] {
-    std::array<truncation_t *, FMT_TOKEN_IDS_END> rules{};
-    const auto set = [&rules](truncation_t *rule, std::initializer_list<dt_fmt_token_id_e> elements) {
-        for (const dt_fmt_token_id_e id : elements) rules[id] = rule;
+// Characters of a text that is not empty: two of one length up to eight have the same word only if they are
+// the same. Two halves that may overlap, or the length, the first character, the middle and the last.
+constexpr uint64_t word_of_(std::string_view text) {
+    const auto byte = [text](size_t i) { return uint64_t{static_cast<uint8_t>(text.data()[i])}; };
+    const size_t last = text.size() - 1;
+    if (last < 3) return text.size() << 24 | byte(0) << 16 | byte(text.size() / 2) << 8 | byte(last);
+    const auto half = [&](size_t i) {
+        return byte(i) << 24 | byte(i + 1) << 16 | byte(i + 2) << 8 | byte(i + 3);
     };
-    set(to_century_, {DT_FMT_TOKEN_CC, DT_FMT_TOKEN_SCC});
-    set(to_year_, {DT_FMT_TOKEN_YEAR, DT_FMT_TOKEN_SYEAR, DT_FMT_TOKEN_SYYYY, DT_FMT_TOKEN_YYYY,
-                   DT_FMT_TOKEN_YYY, DT_FMT_TOKEN_YY, DT_FMT_TOKEN_Y});
-    set(to_iso_year_, {DT_FMT_TOKEN_IYYY, DT_FMT_TOKEN_IYY, DT_FMT_TOKEN_IY, DT_FMT_TOKEN_I});
-    set(to_quarter_, {DT_FMT_TOKEN_Q});
-    set(to_month_, {DT_FMT_TOKEN_MM, DT_FMT_TOKEN_MON, DT_FMT_TOKEN_MONTH, DT_FMT_TOKEN_RM});
-    set(to_week_of_year_, {DT_FMT_TOKEN_WW});
-    set(to_week_of_month_, {DT_FMT_TOKEN_W});
-    set(to_monday_, {DT_FMT_TOKEN_IW});
-    set(to_sunday_, {DT_FMT_TOKEN_D, DT_FMT_TOKEN_DAY, DT_FMT_TOKEN_DY});
-    set(to_day_, {DT_FMT_TOKEN_DD, DT_FMT_TOKEN_DDD, DT_FMT_TOKEN_J});
-    set(to_hour_, {DT_FMT_TOKEN_HH, DT_FMT_TOKEN_HH12, DT_FMT_TOKEN_HH24});
-    set(to_minute_, {DT_FMT_TOKEN_MI});
-    return rules;
+    return half(0) << 32 | half(last - 3);
+}
+constexpr uint64_t _case_bits = in_each_byte('a' - 'A');
+
+struct unit_t {
+    uint64_t word;       // of its name in capitals
+    uint64_t case_bits;  // of those characters that are letters
+    size_t length;
+    truncation_t *rule;
+};
+constexpr unit_t unit_(dt_fmt_token_id_e id, truncation_t *rule) {
+    const std::string_view name = keyword_of(fmt_tokens_[id]);
+    const uint64_t word = word_of_(name);  // letters have the bit above that of their case, digits do not
+    return {word, word >> 1 & _case_bits, name.size(), rule};
+}
+constexpr unit_t _units[] = {
+    unit_(DT_FMT_TOKEN_CC, to_century_),      unit_(DT_FMT_TOKEN_SCC, to_century_),
+    unit_(DT_FMT_TOKEN_YEAR, to_year_),       unit_(DT_FMT_TOKEN_SYEAR, to_year_),
+    unit_(DT_FMT_TOKEN_SYYYY, to_year_),      unit_(DT_FMT_TOKEN_YYYY, to_year_),
+    unit_(DT_FMT_TOKEN_YYY, to_year_),        unit_(DT_FMT_TOKEN_YY, to_year_),
+    unit_(DT_FMT_TOKEN_Y, to_year_),          unit_(DT_FMT_TOKEN_IYYY, to_iso_year_),
+    unit_(DT_FMT_TOKEN_IYY, to_iso_year_),    unit_(DT_FMT_TOKEN_IY, to_iso_year_),
+    unit_(DT_FMT_TOKEN_I, to_iso_year_),      unit_(DT_FMT_TOKEN_Q, to_quarter_),
+    unit_(DT_FMT_TOKEN_MM, to_month_),        unit_(DT_FMT_TOKEN_MON, to_month_),
+    unit_(DT_FMT_TOKEN_MONTH, to_month_),     unit_(DT_FMT_TOKEN_RM, to_month_),
+    unit_(DT_FMT_TOKEN_WW, to_week_of_year_), unit_(DT_FMT_TOKEN_W, to_week_of_month_),
+    unit_(DT_FMT_TOKEN_IW, to_monday_),       unit_(DT_FMT_TOKEN_D, to_sunday_),
+    unit_(DT_FMT_TOKEN_DAY, to_sunday_),      unit_(DT_FMT_TOKEN_DY, to_sunday_),
+    unit_(DT_FMT_TOKEN_DD, to_day_),          unit_(DT_FMT_TOKEN_DDD, to_day_),
+    unit_(DT_FMT_TOKEN_J, to_day_),           unit_(DT_FMT_TOKEN_HH, to_hour_),
+    unit_(DT_FMT_TOKEN_HH12, to_hour_),       unit_(DT_FMT_TOKEN_HH24, to_hour_),
+    unit_(DT_FMT_TOKEN_MI, to_minute_),
+};
+
+// Where the unit of a name is, if it is one: a product of its word tells, with a factor that gives each a
+// place of its own. (Benchmark trunc/month: the search for an element took a third of the time.)
+struct unit_places_t {
+    static constexpr int BITS = 7;
+    uint64_t factor;
+    std::array<uint8_t, size_t{1} << BITS> number;  // in _units
+
+    constexpr size_t place_of(uint64_t word) const { return (word & ~_case_bits) * factor >> (64 - BITS); }
+
+    constexpr bool put_all() {
+        std::array<bool, size_t{1} << BITS> is_taken{};
+        for (size_t i = 0; i < std::size(_units); ++i) {
+            const size_t place = place_of(_units[i].word);
+            if (is_taken[place]) return false;
+            is_taken[place] = true;
+            number[place] = static_cast<uint8_t>(i);
+        }
+        return true;
+    }
+};
+constexpr unit_places_t _places = [] {
+    for (uint64_t factor = 0x9E37'79B9'7F4A'7C15;; factor *= 3) {  // any odd one to begin with
+        unit_places_t places{factor, {}};
+        if (places.put_all()) return places;
+    }
 }();
 
 }  // namespace
 
-truncation_t *dv::impl::find_truncation(std::string_view unit) {
-    const int id = find_keyword(unit);
-    if (id == FMT_TOKEN_NONE) return nullptr;
-    const auto element = static_cast<size_t>(id);
-    return keyword_of(fmt_tokens_[element]).size() < unit.size() ? nullptr : _rules[element];
+truncation_t *dv::impl::find_truncation(std::string_view text) {
+    if (text.empty()) return nullptr;
+    const uint64_t word = word_of_(text);
+    const unit_t &unit = _units[_places.number[_places.place_of(word)]];
+    // Names are of capitals: a letter may differ from them in the bit of its case.
+    const bool is_unit = unit.length == text.size() && ((unit.word ^ word) & ~unit.case_bits) == 0;
+    return is_unit ? unit.rule : nullptr;
 }
 
 extern "C" void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_len, uchar is_trunc) {
