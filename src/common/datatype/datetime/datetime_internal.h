@@ -73,6 +73,21 @@ inline void check_clock(int hour, int minute, int second) {
     check_unit(DT_FMT_UNIT_SECOND, second);
 }
 
+// Are all fields in their ranges, and the day in its month and after the reform? Nearly always, and told in a
+// third of the time of the checks (benchmarks trunc/month and read/day_first).
+inline bool is_plain_date(const calendar_day_t &day, int hour, int minute, int second) {
+    constexpr int of_every_month = 28;
+    return day.year > GREGORIAN_YEAR && day.year <= DV_YEAR_MAX && is_month(day.month) && day.day >= 1 &&
+           (day.day <= of_every_month || day.day <= month_length(day.year, day.month)) &&
+           hour < HOURS_PER_DAY && minute < MINUTES_PER_HOUR && second < SEC_PER_MINUTE;
+}
+
+// dv_date_is_valid.
+inline void check_date(dv_date_t &date) {
+    const calendar_day_t day = {date_year(date), date.month, date.day};
+    if (!is_plain_date(day, date.hour, date.minute, date.second)) dv_date_is_valid(&date);
+}
+
 // ---- the present, by the host's dv_getlocaltime ----
 
 struct local_time_t {

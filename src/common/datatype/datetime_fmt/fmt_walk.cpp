@@ -26,15 +26,17 @@ bool has_element_(const Parts &value, const dt_fmt_token_info_t &element) {
 // Must the present give the year or the month? The day of the year gives the month only when all is read,
 // behind the shift of a zone, which is that of the date as it is until then.
 bool needs_present_(const dt_fmt_ctx_t &model) {
-    bool has_year = false, has_month = false;
+    constexpr auto bit = [](int32_t id) { return uint64_t{1} << (static_cast<uint32_t>(id) % 64); };
+    constexpr uint64_t years = bit(DT_FMT_TOKEN_YYYY) | bit(DT_FMT_TOKEN_SYYYY);
+    constexpr uint64_t months =
+        bit(DT_FMT_TOKEN_MM) | bit(DT_FMT_TOKEN_MON) | bit(DT_FMT_TOKEN_MONTH) | bit(DT_FMT_TOKEN_RM);
+    uint64_t ids = 0;
     for (int i = 0; i < fmt_token_count(model); ++i) {
-        const int32_t id = model.token_infos[i].id;
-        has_year |= id == DT_FMT_TOKEN_YYYY || id == DT_FMT_TOKEN_SYYYY;
-        has_month |= id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM;
+        ids |= bit(model.token_infos[i].id);
+        if ((ids & years) != 0 && (ids & months) != 0) return false;
     }
-    return !has_year || !has_month;
+    return true;
 }
-static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);  // MM, MON, MONTH, RM
 
 conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value) {
     switch (ctx.cur_token_info->type) {
@@ -51,6 +53,36 @@ conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &va
         default:
             return CONV_STATUS_WHOLE;
     }
+}
+
+inline bool take_usual_element_(read_cursor_t &cursor, const readable_parts_t &value,
+                                const elements_t &elements, const dt_fmt_token_info_t &element) {
+    if (element.type == DT_FMT_TYPE_PUNC) return take_character(cursor, elements, element);
+    if (element.type == DT_FMT_TYPE_DATE)
+        return value.date != nullptr && take_usual_field(cursor, *value.date, element.id);
+    return element.type == DT_FMT_TYPE_TIME && value.time != nullptr &&
+           take_usual_field(cursor, *value.time, element.id);
+}
+
+// The current element, of index i. Returns that, or the index of the last element that it took along.
+int read_element_(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value, int i, next_element_t &next) {
+    switch (ctx.cur_token_info->type) {
+        case DT_FMT_TYPE_DATE:
+            dt_fmt_parse_date(&ctx, value.date);
+            break;
+        case DT_FMT_TYPE_TIME:
+            dt_fmt_parse_time(&ctx, value.time, value.fprec, &i);
+            break;
+        case DT_FMT_TYPE_PUNC:
+            dt_fmt_parse_punc_token(ctx, i, next);
+            break;
+        case DT_FMT_TYPE_TZ:
+            if (value.zone != nullptr) dt_fmt_parse_tz(&ctx, value.zone);
+            break;
+        default:
+            break;
+    }
+    return i;
 }
 
 }  // namespace
@@ -89,30 +121,21 @@ void dv::impl::load_date_defaults(dv_date_t &date, const dt_fmt_ctx_t &model, co
 
 void dv::impl::read_by_model(dt_fmt_parse_ctx_t &ctx, const readable_parts_t &value,
                              const error_at &refused) {
-    const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
+    // Copies, since a field that is stored might be a byte of anything else.
+    const readable_parts_t parts = value;
+    dt_fmt_token_info_t *const first = ctx.fmt_ctx->token_infos;
+    const elements_t elements = {first + fmt_token_count(*ctx.fmt_ctx), ctx.fmt_ctx->has_tz_token != 0};
+    read_cursor_t cursor = cursor_of(ctx);
     next_element_t next;
-    for (int i = 0; i < model.token_cnt; ++i) {
-        ctx.cur_token_info = &model.token_infos[i];
-        if (!has_element_(value, *ctx.cur_token_info)) raise(refused);
-        switch (ctx.cur_token_info->type) {
-            case DT_FMT_TYPE_DATE:
-                if (!take_usual_field(ctx, *value.date)) dt_fmt_parse_date(&ctx, value.date);
-                break;
-            case DT_FMT_TYPE_TIME:
-                if (!take_usual_field(ctx, *value.time)) {
-                    dt_fmt_parse_time(&ctx, value.time, value.fprec, &i);
-                }
-                break;
-            case DT_FMT_TYPE_PUNC:
-                if (!take_character(ctx, i)) dt_fmt_parse_punc_token(ctx, i, next);
-                break;
-            case DT_FMT_TYPE_TZ:
-                if (value.zone != nullptr) dt_fmt_parse_tz(&ctx, value.zone);
-                break;
-            default:
-                break;
-        }
+    for (dt_fmt_token_info_t *element = first; element < elements.end; ++element) {
+        if (take_usual_element_(cursor, parts, elements, *element)) continue;
+        keep_cursor(ctx, cursor);
+        if (!has_element_(value, *element)) raise(refused);
+        ctx.cur_token_info = element;
+        element = first + read_element_(ctx, value, static_cast<int>(element - first), next);
+        cursor = cursor_of(ctx);
     }
+    keep_cursor(ctx, cursor);
 }
 
 void dv::impl::read_local_by_model(const dt_fmt_ctx_t &model, const readable_parts_t &value, const char *str,
@@ -122,9 +145,9 @@ void dv::impl::read_local_by_model(const dt_fmt_ctx_t &model, const readable_par
     dt_fmt_parse_ctx_t ctx;
     begin_reading(ctx, model, str, str_len);
     read_by_model(ctx, value, refused);
-    dt_fmt_check_ddd(&ctx, value.date);
-    dt_parse_check_input_trailing_space(&ctx);
-    dv_date_is_valid(value.date);  // the time of day too
+    if (ctx.ddd != 0) dt_fmt_check_ddd(&ctx, value.date);
+    if (has_rest(ctx)) dt_parse_check_input_trailing_space(&ctx);
+    check_date(*value.date);  // the time of day too
 }
 
 conv_status_t dv::impl::write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value,

@@ -12,16 +12,8 @@ using namespace dv::impl;
 
 namespace {
 
-// What dv_date_from_unit_values checks, at a glance; it takes three times as long (benchmark trunc/month).
-inline bool is_plain_(const calendar_day_t &day, int hour, int minute) {
-    constexpr int of_every_month = 28;
-    return day.year > GREGORIAN_YEAR && day.year <= DV_YEAR_MAX && is_month(day.month) && day.day >= 1 &&
-           (day.day <= of_every_month || day.day <= month_length(day.year, day.month)) &&
-           hour < HOURS_PER_DAY && minute < MINUTES_PER_HOUR;
-}
-
 inline void rebuild_(dv_date_t &date, const calendar_day_t &day, int hour = 0, int minute = 0) {
-    if (is_plain_(day, hour, minute)) [[likely]] {
+    if (is_plain_date(day, hour, minute, 0)) [[likely]] {
         const auto year = static_cast<uint32_t>(day.year);
         const uint32_t century = year / YEARS_PER_CENTURY;
         date_set_packed_day(

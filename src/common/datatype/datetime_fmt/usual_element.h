@@ -59,58 +59,79 @@ inline bool put_character(dt_fmt_parse_ctx_t &ctx) {
 
 // ---- reading ----
 
+// How far a walk has read. It keeps that in registers from element to element; in the context each would wait
+// for what the last has stored.
+struct read_cursor_t {
+    const char *text;
+    int at, length;
+    dt_fmt_unit_t update_flag;
+};
+inline read_cursor_t cursor_of(const dt_fmt_parse_ctx_t &ctx) {
+    return {ctx.str, ctx.str_idx, ctx.str_len, ctx.update_flag};
+}
+inline void keep_cursor(dt_fmt_parse_ctx_t &ctx, const read_cursor_t &cursor) {
+    ctx.str_idx = cursor.at;
+    ctx.update_flag = cursor.update_flag;
+}
+
+// What a walk asks of a model again and again.
+struct elements_t {
+    const dt_fmt_token_info_t *end;
+    bool has_zone;
+};
+
 // The number that the next two characters of the text are; above 99 when they are not two digits.
-inline uint32_t pair_at(const dt_fmt_parse_ctx_t &ctx, int skipped = 0) {
-    const int at = ctx.str_idx + skipped;
-    if (at + 2 > ctx.str_len) return UINT32_MAX;
-    const auto tens = static_cast<uint32_t>(ctx.str[at] - '0'),
-               ones = static_cast<uint32_t>(ctx.str[at + 1] - '0');
+inline uint32_t pair_at(const read_cursor_t &cursor, int skipped = 0) {
+    const int at = cursor.at + skipped;
+    if (at + 2 > cursor.length) return UINT32_MAX;
+    const auto tens = static_cast<uint32_t>(cursor.text[at] - '0'),
+               ones = static_cast<uint32_t>(cursor.text[at + 1] - '0');
     return tens <= 9 && ones <= 9 ? tens * 10 + ones : UINT32_MAX;
 }
 
 // Two digits of a field in its range.
-inline bool take_pair(dt_fmt_parse_ctx_t &ctx, uint8_t &field, uint32_t lowest, uint32_t highest,
+inline bool take_pair(read_cursor_t &cursor, uint8_t &field, uint32_t lowest, uint32_t highest,
                       dt_fmt_unit_e unit) {
-    const uint32_t number = pair_at(ctx);
+    const uint32_t number = pair_at(cursor);
     if (number < lowest || number > highest) return false;
     field = static_cast<uint8_t>(number);
-    ctx.str_idx += 2;
-    ctx.update_flag |= unit;
+    cursor.at += 2;
+    cursor.update_flag |= unit;
     return true;
 }
 
 // Four digits. Behind the name of an era the year may be one BC.
-inline bool take_year(dt_fmt_parse_ctx_t &ctx, dv_date_t &date) {
-    const uint32_t century = pair_at(ctx), year = pair_at(ctx, 2);
+inline bool take_year(read_cursor_t &cursor, dv_date_t &date) {
+    const uint32_t century = pair_at(cursor), year = pair_at(cursor, 2);
     if (century > 99 || year > 99 || century + year == 0) return false;
-    if ((ctx.update_flag & DT_FMT_UNIT_BC) != 0) return false;
+    if ((cursor.update_flag & DT_FMT_UNIT_BC) != 0) return false;
     date_set_century_day(date, static_cast<int>(century), static_cast<int>(year), date.month, date.day);
-    ctx.str_idx += 4;
-    ctx.update_flag |= DT_FMT_UNIT_YEAR;
+    cursor.at += 4;
+    cursor.update_flag |= DT_FMT_UNIT_YEAR;
     return true;
 }
 
-inline bool take_usual_field(dt_fmt_parse_ctx_t &ctx, dv_date_t &date) {
-    switch (ctx.cur_token_info->id) {
+inline bool take_usual_field(read_cursor_t &cursor, dv_date_t &date, int32_t id) {
+    switch (id) {
         case DT_FMT_TOKEN_YYYY:
-            return take_year(ctx, date);
+            return take_year(cursor, date);
         case DT_FMT_TOKEN_MM:
-            return take_pair(ctx, date.month, 1, MONTHS_PER_YEAR, DT_FMT_UNIT_MONTH);
+            return take_pair(cursor, date.month, 1, MONTHS_PER_YEAR, DT_FMT_UNIT_MONTH);
         case DT_FMT_TOKEN_DD:
-            return take_pair(ctx, date.day, 1, 31, DT_FMT_UNIT_DAY);
+            return take_pair(cursor, date.day, 1, 31, DT_FMT_UNIT_DAY);
         default:
             return false;
     }
 }
 
-inline bool take_usual_field(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
-    switch (ctx.cur_token_info->id) {
+inline bool take_usual_field(read_cursor_t &cursor, dv_time_t &time, int32_t id) {
+    switch (id) {
         case DT_FMT_TOKEN_HH24:
-            return take_pair(ctx, time.hour, 0, HOURS_PER_DAY - 1, DT_FMT_UNIT_HH24);
+            return take_pair(cursor, time.hour, 0, HOURS_PER_DAY - 1, DT_FMT_UNIT_HH24);
         case DT_FMT_TOKEN_MI:
-            return take_pair(ctx, time.minute, 0, MINUTES_PER_HOUR - 1, DT_FMT_UNIT_MINUTE);
+            return take_pair(cursor, time.minute, 0, MINUTES_PER_HOUR - 1, DT_FMT_UNIT_MINUTE);
         case DT_FMT_TOKEN_SS:
-            return take_pair(ctx, time.second, 0, SEC_PER_MINUTE - 1, DT_FMT_UNIT_SECOND);
+            return take_pair(cursor, time.second, 0, SEC_PER_MINUTE - 1, DT_FMT_UNIT_SECOND);
         default:
             return false;
     }
@@ -118,18 +139,19 @@ inline bool take_usual_field(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
 
 // The character itself, with a field behind it that is no fraction. A blank stands for any white space and
 // the punctuation behind that: a digit or a letter must follow it.
-inline bool take_character(dt_fmt_parse_ctx_t &ctx, int token_idx) {
-    const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
-    const std::string_view text = text_of(*ctx.cur_token_info), rest = rest_of(ctx);
-    if (text.size() != 1 || rest.size() < 2 || rest[0] != text[0]) return false;
-    if (model.has_tz_token || token_idx + 1 >= model.token_cnt) return false;
-    const dt_fmt_token_info_t &next = model.token_infos[token_idx + 1];
-    if (next.type != DT_FMT_TYPE_DATE && next.type != DT_FMT_TYPE_TIME) return false;
-    if (next.id == DT_FMT_TOKEN_FF) return false;
-    if (is_white_space(rest[0]) && (is_white_space(rest[1]) || is_punc(rest[1]))) return false;
-    ++ctx.str_idx;
+inline bool take_character(read_cursor_t &cursor, const elements_t &elements,
+                           const dt_fmt_token_info_t &element) {
+    const std::string_view text = text_of(element);
+    if (text.size() != 1 || cursor.at + 2 > cursor.length || cursor.text[cursor.at] != text[0]) return false;
+    const dt_fmt_token_info_t &next = *(&element + 1);
+    if (elements.has_zone || &next == elements.end) return false;
+    if (next.type > DT_FMT_TYPE_TIME || next.id == DT_FMT_TOKEN_FF) return false;
+    const char behind = cursor.text[cursor.at + 1];
+    if (is_white_space(text[0]) && (is_white_space(behind) || is_punc(behind))) return false;
+    ++cursor.at;
     return true;
 }
+static_assert(DT_FMT_TYPE_DATE == 0 && DT_FMT_TYPE_TIME == 1);
 
 }  // namespace dv::impl
 

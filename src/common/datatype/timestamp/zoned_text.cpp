@@ -34,7 +34,7 @@ void read_(dv_ts_tz_t &ts_tz, const char *str, int length, const dt_fmt_ctx_t &m
     timezone_normalize(&ts_tz.tz, &date, ctx.tz_abbr);
     dt_fmt_check_ddd(&ctx, &date);
     dt_parse_check_input_trailing_space(&ctx);
-    dv_date_is_valid(&date);  // the time of day too
+    check_date(date);  // the time of day too
 }
 
 }  // namespace
