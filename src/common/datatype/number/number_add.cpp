@@ -120,8 +120,18 @@ extern "C" void number_add_with_mode(number_t *x, const number_t *y, uchar is_ad
     is_add != 0 ? number_add(x, y) : number_sub(x, y);
 }
 
-extern "C" void number_negate(number_t *x) {
+namespace {
+
+// Zero, a NULL value, and what is no record. Apart, so that the way of others has no registers to save.
+[[gnu::cold, gnu::noinline]] void negate_without_digits_(number_t *x) {
     if (!DV_ASSERT(number_is_valid_ptr(x)) && !given(x)) return;
+    mirror_digits(*x);
+}
+
+}  // namespace
+
+extern "C" void number_negate(number_t *x) {
+    if (!given(x) || !number_has_digits(*x)) return negate_without_digits_(x);
     mirror_digits(*x);
 }
 

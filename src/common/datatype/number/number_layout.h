@@ -13,6 +13,7 @@
 
 #include "../bytes.h"
 #include "dvtypes/number.h"
+#include "vector_bytes.h"
 
 namespace dv::impl {
 
@@ -64,6 +65,9 @@ constexpr const digit_count_row_t &digit_count_row(int count) {
 
 // No digits; a NULL value counts as zero where it is not accepted.
 constexpr bool number_is_zero(const number_t &x) { return x.size <= 1; }
+
+// The size of a valid record that is neither zero nor a NULL value.
+constexpr bool number_has_digits(const number_t &x) { return x.size - 2u < NUMBER_DIGITS_MAX + 2u; }
 
 constexpr bool number_is_negative(const number_t &x) { return (x.signexp & NUMBER_SIGN_BIT) == 0; }
 
@@ -188,22 +192,33 @@ constexpr uint64_t negate_each_byte(uint64_t bytes) {
 }
 static_assert(negate_each_byte(0x0001'7F80'81FF'E31D) == 0x00FF'8180'7F01'1DE3);
 
-// -x, byte by byte: 128 + d and 128 - d are each other's mirror image. A NULL value and zero stay.
+// 256 less every byte behind signexp, and the terminator behind so many digits. The last load begins early,
+// so as to end with the record. In vectors the terminator is put among the digits: a store of its own goes to
+// a place that the digits give, for which the next call would wait (benchmark neg: 4.7 ns instead of 3.0).
+inline void mirror_digit_bytes(number_t &x, int count) {
+#if DV_HAS_VECTOR_BYTES
+    constexpr int last = sizeof x.coef - VECTOR_SIZE;
+    const bytes16_t zero = _mm_setzero_si128();
+    const bytes16_t front = _mm_sub_epi8(zero, load_vector(x.coef));
+    const bytes16_t back = _mm_sub_epi8(zero, load_vector(x.coef + last));
+    store_vector(x.coef, with_byte_at(front, count, NUMBER_TOP));
+    store_vector(x.coef + last, with_byte_at(back, count - last, NUMBER_TOP));
+#else
+    uint8_t *const places[] = {x.coef, x.coef + 8, x.coef + 13};
+    uint64_t words[3];
+    for (size_t i = 0; i < 3; ++i) memcpy(&words[i], places[i], sizeof words[i]);
+    for (size_t i = 0; i < 3; ++i) words[i] = negate_each_byte(words[i]);
+    for (size_t i = 0; i < 3; ++i) memcpy(places[i], &words[i], sizeof words[i]);
+    x.coef[count] = NUMBER_TOP;
+#endif
+}
+
+// -x: 128 + d and 128 - d are each other's mirror image. A NULL value and zero stay.
 inline void mirror_digits(number_t &x) {
     if (number_is_zero(x)) return;
     const int count = number_digit_count(x);
-    uint64_t first, second, last;  // the last word begins 3 bytes early, so as to end with the record
-    memcpy(&first, x.coef, sizeof first);
-    memcpy(&second, x.coef + 8, sizeof second);
-    memcpy(&last, x.coef + 13, sizeof last);
-    first = negate_each_byte(first);
-    second = negate_each_byte(second);
-    last = negate_each_byte(last);
-    memcpy(x.coef, &first, sizeof first);
-    memcpy(x.coef + 8, &second, sizeof second);
-    memcpy(x.coef + 13, &last, sizeof last);
+    mirror_digit_bytes(x, count);  // of a positive result the terminator lies past the record
     x.signexp = static_cast<uint8_t>(~x.signexp);
-    x.coef[count] = NUMBER_TOP;  // of a positive result: past the record
     x.size = static_cast<uint8_t>(1 + count + (number_is_negative(x) ? 1 : 0));
 }
 

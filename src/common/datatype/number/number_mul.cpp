@@ -69,9 +69,6 @@ void check_product_range_(const result_t &product) {
     store_result(x, product);
 }
 
-// Sizes of a valid record that is neither zero nor a NULL value.
-bool has_digits_(const number_t &x) { return x.size - 2u < NUMBER_DIGITS_MAX + 2u; }
-
 // Zeros, and what is no valid record. Apart, so that the way of others has no registers to save.
 [[gnu::cold, gnu::noinline]] void multiply_without_digits_(number_t *x, const number_t *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
@@ -90,7 +87,7 @@ void dv::impl::raise_product_range(int exponent) {
 extern "C" void number_mul(number_t *x, const number_t *y) {
     if (!given(x, y)) return multiply_without_digits_(x, y);
     if (multiply_short(*x, *x, *y)) return;
-    if (!has_digits_(*x) || !has_digits_(*y)) return multiply_without_digits_(x, y);
+    if (!number_has_digits(*x) || !number_has_digits(*y)) return multiply_without_digits_(x, y);
     multiply_long_(*x, *y);
 }
 

@@ -42,6 +42,13 @@ inline bytes16_t select(bytes16_t mask, bytes16_t when_set, bytes16_t when_clear
     return _mm_xor_si128(when_clear, _mm_and_si128(mask, _mm_xor_si128(when_set, when_clear)));
 }
 
+// With another byte at one place; as it is where the place lies outside.
+inline bytes16_t with_byte_at(bytes16_t v, int place, uint8_t byte) {
+    const bytes16_t places = _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    const bytes16_t is_there = _mm_cmpeq_epi8(places, _mm_set1_epi8(static_cast<char>(place)));
+    return select(is_there, _mm_set1_epi8(static_cast<char>(byte)), v);
+}
+
 // Bytes moved by one place; the place that falls free is filled from the neighbouring vector.
 inline bytes16_t move_right(bytes16_t v, bytes16_t before) {
     return _mm_or_si128(_mm_slli_si128(v, 1), _mm_srli_si128(before, VECTOR_SIZE - 1));
