@@ -58,6 +58,42 @@ void add_(const std::string &operation, column_function_t columns, single_t sing
     }
 }
 
+// Operations on one column, over short operands: columns(x, result), single(x).
+template <typename Columns, typename Single>
+void add_change_(const std::string &operation, Columns columns, Single single) {
+    benchmark::RegisterBenchmark((operation + "/dvtypes").c_str(), [=](benchmark::State &state) {
+        std::vector<number_t> x = number_records(operands_e::SHORT, 1);
+        std::vector<number_t> values(x.size()), wanted = x;
+        const dv_column_t operand = column_of(x);
+        dv_column_t result = column_of(values);
+        for (auto _ : gauged(state)) columns(&operand, &result);
+        count_rows(state);
+        for (number_t &value : wanted) single(&value);
+        if (!are_equal_(values, wanted)) report_wrong(state, "other values");
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark((operation + "/one_by_one").c_str(), [=](benchmark::State &state) {
+        const std::vector<number_t> x = number_records(operands_e::SHORT, 1);
+        std::vector<number_t> values(x.size());
+        for (auto _ : gauged(state)) {
+            for (size_t i = 0; i < x.size(); ++i) {
+                values[i] = x[i];
+                single(&values[i]);
+            }
+            benchmark::ClobberMemory();
+        }
+        count_rows(state);
+    })->Unit(benchmark::kMillisecond);
+}
+
+void add_force_(const std::string &operation, int prec, int scale) {
+    add_change_(
+        operation,
+        [=](const dv_column_t *x, dv_column_t *result) {
+            number_column_force_prec_scale(x, prec, scale, result, nullptr);
+        },
+        [=](number_t *x) { number_force_prec_scale(x, prec, scale); });
+}
+
 }  // namespace
 }  // namespace dv::bench
 
@@ -67,5 +103,11 @@ int main(int argc, char **argv) {
     add_("sub", number_column_sub, number_sub);
     add_("mul", number_column_mul, number_mul);
     add_("div", number_column_div, number_div);
+    add_change_(
+        "column_negate/short",
+        [](const dv_column_t *x, dv_column_t *result) { number_column_negate(x, result, nullptr); },
+        number_negate);
+    add_force_("column_force_prec_scale/fits", 12, 2);
+    add_force_("column_force_prec_scale/rounds", 12, 1);
     return run_benchmarks(argc, argv);
 }

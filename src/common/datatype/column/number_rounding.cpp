@@ -1,5 +1,7 @@
-// The sign of NUMBERs in columns, rounding, precision and scale.
+// The sign of NUMBERs in columns, rounding, precision and scale. Most values have no more decimals than they
+// are rounded to: that is asked first.
 
+#include "../number/number_round.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
 
@@ -9,20 +11,69 @@ namespace {
 
 struct negate_t {
     void operator()(number_t &x) const { mirror_digits(x); }
+    bool try_change(number_t &x) const {
+        mirror_digits(x);
+        return true;
+    }
 };
 struct abs_t {
     void operator()(number_t &x) const {
         if (number_is_negative(x)) mirror_digits(x);
     }
+    bool try_change(number_t &x) const {
+        (*this)(x);
+        return true;
+    }
 };
+
+// Weight, as a power of ten, of the last decimal digit of a record that is not 0.
+int lowest_position_(const number_t &x) {
+    const int count = number_digit_count(x);
+    const int digit = count == 0 ? 0 : x.coef[count - 1] - NUMBER_DIGIT_EXCESS;
+    return 2 * (number_exponent(x) - count) + (digit % 10 == 0 ? 1 : 0);
+}
+
+int64_t integer_digits_(const number_t &x) {
+    const int first = x.coef[0] - NUMBER_DIGIT_EXCESS;
+    return decimal_exponent(number_exponent(x), first < 0 ? -first : first) + 1;
+}
+
+// Rounding at a position, and what a carry adds, stay within the range of NUMBER.
+bool rounds_within_range_(const number_t &x, int64_t pos) {
+    constexpr int position_max = 100;
+    return pos <= position_max && number_exponent(x) < NUMBER_EXPONENT_MAX;
+}
+
 struct round_t {
     int64_t places;
     int rmode;
+
     void operator()(number_t &x) const { number_round_to_places(&x, places, rmode); }
+    bool try_change(number_t &x) const {
+        if (places < NUMBER_PLACES_MIN || places > NUMBER_PLACES_MAX) return false;
+        if (number_is_zero(x) || lowest_position_(x) >= -places) return true;
+        if (!rounds_within_range_(x, -places)) return false;
+        number_round_at(x, -places, rmode);
+        return true;
+    }
 };
+
 struct force_t {
     int prec, scale;
+
     void operator()(number_t &x) const { number_force_prec_scale(&x, prec, scale); }
+    bool try_change(number_t &x) const {
+        if (number_is_zero(x)) return true;
+        if (prec == NUMBER_NOT_GIVEN || scale == NUMBER_NOT_GIVEN) return false;
+        const int64_t integer_digits_max = int64_t{prec} - scale;
+        if (lowest_position_(x) >= -int64_t{scale}) return integer_digits_(x) <= integer_digits_max;
+        if (!rounds_within_range_(x, -int64_t{scale})) return false;
+        number_t rounded = x;
+        number_round_at(rounded, -int64_t{scale}, NUMBER_RMODE_HALF_UP);
+        const bool fits = number_is_zero(rounded) || integer_digits_(rounded) <= integer_digits_max;
+        if (fits) x = rounded;
+        return fits;
+    }
 };
 
 }  // namespace

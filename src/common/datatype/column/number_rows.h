@@ -93,8 +93,10 @@ struct number_result_t {
     }
 };
 
-// An operation on one column of NUMBERs: `Change` is a plain struct that changes a record in place, and may
-// raise.
+// An operation on one column of NUMBERs. `Change` is a plain struct that
+//   - changes a record in place, and may raise: void operator()(number_t &value) const;
+//   - does so without a raise where it can tell that there is none: bool try_change(number_t &value) const.
+//     The record is valid and no NULL value. False: nothing is changed, and the row left to the first.
 template <typename Change>
 struct number_change_t {
     const dv_column_t *operand[1];
@@ -102,7 +104,19 @@ struct number_change_t {
     Change change;
     number_result_t values{result};
 
-    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
+    uint64_t block(int64_t row, int count, const uint64_t &valid) {
+        number_block_t x_buffer, buffer;
+        const records_t x = records_at(*operand[0], row, count, x_buffer);
+        const records_t to = values.block_at(row, buffer);
+        uint64_t left = 0;
+        for (uint64_t rest = valid; rest != 0; rest &= rest - 1) {
+            const int i = std::countr_zero(rest);
+            const bool is_sound = number_is_valid_ptr(&x[i]) && x[i].size != 0;
+            if (is_sound) to[i] = x[i];
+            if (!is_sound || !change.try_change(to[i])) left |= rest & (0 - rest);
+        }
+        return values.keep_block(row, valid, left, buffer);
+    }
 
     bool row(int64_t row) {
         number_t x_buffer, buffer;
