@@ -1,20 +1,120 @@
 // Columns of datetimes to and from counts since 1970-01-01.
+//
+// Kernels do days after the reform of 1582; the functions for one value what is older, and what is refused.
 
+#include "../datetime/datetime_internal.h"
+#include "../timestamp/epoch_layout.h"
 #include "dvtypes/column_epoch.h"
 #include "dvtypes/timestamp_tz.h"
 #include "each_row.h"
+#include "reciprocal.h"
+#include "vector_level.h"
+
+namespace dv::impl {
+
+// A unit in the numbers that kernels work with.
+struct epoch_scale_t {
+    uint32_t per_second, nanoseconds;  // units of a second, nanoseconds of a unit
+    uint64_t per_day;
+    uint32_t per_day_odd;  // the same as a product with 2^per_day_shift
+    int per_day_shift;
+    double days_per_coarse_unit;  // of so many units as that power of two
+    double seconds_per_unit;
+    reciprocal_t to_units;  // nanoseconds of a second to units
+    uint32_t days_limit;    // either way, of days whose counts fit 64 bits
+};
+
+// The rows of a block: the first of them at `from` and `to`.
+struct epoch_block_t {
+    const char *from;
+    int64_t from_stride;
+    char *to;
+    int64_t to_stride;
+    int count;
+};
+
+}  // namespace dv::impl
+
+#define DV_LEVEL plain
+#include "epoch_plain_kernels.h"
+#undef DV_LEVEL
+#if DV_HAS_VECTOR_BYTES
+#define DV_LEVEL avx512
+DV_BEGIN_AVX512
+#include "epoch_avx512_kernels.h"
+DV_END_LEVEL
+#undef DV_LEVEL
+#endif
 
 using namespace dv::impl;
 
 namespace {
 
-template <typename Record, int64_t (*to_epoch)(const Record *, dv_epoch_unit_t)>
-void to_epoch_(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result, dv_column_faults_t *faults) {
-    const auto count = [unit](const Record &record) { return to_epoch(&record, unit); };
-    each_row<Record>(count, result, faults, x);
+constexpr auto _scales = [] {
+    std::array<epoch_scale_t, DV_EPOCH_UNITS> scales{};
+    for (size_t i = 0; i < scales.size(); ++i) {
+        const auto per_second = static_cast<uint32_t>(UNITS_PER_SEC[i]);
+        const uint32_t nanoseconds = NSEC_PER_SEC / per_second;
+        const uint64_t per_day = uint64_t{per_second} * SEC_PER_DAY;
+        const int shift = std::countr_zero(per_day);
+        const auto odd = static_cast<uint32_t>(per_day >> shift);
+        scales[i] = {per_second,
+                     nanoseconds,
+                     per_day,
+                     odd,
+                     shift,
+                     1.0 / odd,
+                     1.0 / per_second,
+                     reciprocal_of(nanoseconds, NSEC_PER_SEC - 1),
+                     static_cast<uint32_t>(std::min<uint64_t>(INT64_MAX / per_day - 1, INT32_MAX / 2))};
+    }
+    return scales;
+}();
+
+using kernel_t = uint64_t(const epoch_block_t &block, const epoch_scale_t &scale, uint64_t rows);
+
+// The kernels of a level: the rows of `rows` that they do not do are returned.
+struct kernels_t {
+    kernel_t *date_to, *date_from, *timestamp_to, *timestamp_from;
+};
+constexpr kernels_t _plain = {plain::to_epoch<false>, plain::from_epoch<false>, plain::to_epoch<true>,
+                              plain::from_epoch<true>};
+#if DV_HAS_VECTOR_BYTES
+constexpr kernels_t _avx512 = {avx512::to_epoch<false>, avx512::from_epoch<false>, avx512::to_epoch<true>,
+                               avx512::from_epoch<true>};
+#else
+constexpr kernels_t _avx512 = _plain;
+#endif
+constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_plain, &_plain, &_plain, &_avx512};
+
+// What a kernel does to a block of an operation.
+struct block_kernel_t {
+    const dv_column_t *from, *to;
+    kernel_t *kernel;  // NULL: there is none
+    const epoch_scale_t *scale;
+
+    uint64_t operator()(int64_t row, int count, uint64_t valid) const {
+        if (kernel == nullptr) return valid;
+        const epoch_block_t block = {static_cast<const char *>(value_at(*from, row)), from->stride,
+                                     static_cast<char *>(value_at(*to, row)), to->stride, count};
+        return kernel(block, *scale, valid);
+    }
+};
+
+template <kernel_t *kernels_t::*Kernel>
+block_kernel_t kernel_of_(const dv_column_t *from, const dv_column_t *to, dv_epoch_unit_t unit) {
+    if (!is_epoch_unit(unit)) return {from, to, nullptr, nullptr};
+    return {from, to, _kernels[vector_level()]->*Kernel, &_scales[static_cast<size_t>(unit)]};
 }
 
-template <typename Record, void (*from_epoch)(Record *, int64_t, dv_epoch_unit_t)>
+template <typename Record, int64_t (*to_epoch)(const Record *, dv_epoch_unit_t), kernel_t *kernels_t::*Kernel>
+void to_epoch_(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result, dv_column_faults_t *faults) {
+    const auto count = [unit](const Record &record) { return to_epoch(&record, unit); };
+    each_row_with<Record>(kernel_of_<Kernel>(x, result, unit), count, result, faults, x);
+}
+
+template <typename Record, void (*from_epoch)(Record *, int64_t, dv_epoch_unit_t),
+          kernel_t *kernels_t::*Kernel>
 void from_epoch_(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                  dv_column_faults_t *faults) {
     const auto value = [unit](int64_t count) {
@@ -22,7 +122,7 @@ void from_epoch_(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *r
         from_epoch(&record, count, unit);
         return record;
     };
-    each_row<int64_t>(value, result, faults, counts);
+    each_row_with<int64_t>(kernel_of_<Kernel>(counts, result, unit), value, result, faults, counts);
 }
 
 }  // namespace
@@ -31,25 +131,27 @@ extern "C" {
 
 void dv_date_column_to_epoch(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result,
                              dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result))) to_epoch_<dv_date_t, dv_date_to_epoch>(x, unit, result, faults);
+    if (DV_ASSERT(are_columns(x, result)))
+        to_epoch_<dv_date_t, dv_date_to_epoch, &kernels_t::date_to>(x, unit, result, faults);
 }
 
 void dv_timestamp_column_to_epoch(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result,
                                   dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(x, result)))
-        to_epoch_<dv_timestamp_t, dv_timestamp_to_epoch>(x, unit, result, faults);
+        to_epoch_<dv_timestamp_t, dv_timestamp_to_epoch, &kernels_t::timestamp_to>(x, unit, result, faults);
 }
 
 void dv_date_column_from_epoch(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                                dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(counts, result)))
-        from_epoch_<dv_date_t, dv_date_from_epoch>(counts, unit, result, faults);
+        from_epoch_<dv_date_t, dv_date_from_epoch, &kernels_t::date_from>(counts, unit, result, faults);
 }
 
 void dv_timestamp_column_from_epoch(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                                     dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(counts, result)))
-        from_epoch_<dv_timestamp_t, dv_timestamp_from_epoch>(counts, unit, result, faults);
+        from_epoch_<dv_timestamp_t, dv_timestamp_from_epoch, &kernels_t::timestamp_from>(counts, unit, result,
+                                                                                         faults);
 }
 
 void dv_ts_tz_column_from_epoch(const dv_column_t *counts, const dv_column_t *zones, dv_epoch_unit_t unit,
