@@ -67,6 +67,10 @@ inline dv_timestamp_t any_timestamp(number_source &source) {
         std::memcpy(&ts, &recent, sizeof recent);
         if (source.pick(0, 3) == 0) ts.day = static_cast<uint8_t>(source.pick(28, 31));
     }
+    if (source.pick(0, 60) == 0) {  // about the days that do not exist
+        const dv_date_t reform = make_date(1582, source.pick(9, 11), source.pick(1, 31), ts.hour);
+        std::memcpy(&ts, &reform, sizeof reform);
+    }
     if (source.pick(0, 9) == 0) ts = hostile(ts, source);
     const dv_date_t date = date_of(ts);
     if (dv_date_get_field(&date, DT_FMT_UNIT_YEAR) == 0) ts.year = 101;

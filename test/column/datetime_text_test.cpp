@@ -109,12 +109,21 @@ TEST(IsoColumn, ReadsAsTheFunctionsForOneValue) {
     expect_iso_read_<dv_ts_tz_t, dv_ts_tz_column_from_iso, dv_ts_tz_from_iso>(zoned);
 }
 
+// Records of zeros and of the year 0 among them.
+template <typename Record>
+rows_t records_(number_source &source, long count) {
+    return rows_made(static_cast<size_t>(scaled(count)), source, [&] {
+        auto record = any_record<Record>(source);
+        if (source.pick(0, 30) == 0) record = Record{};
+        if (source.pick(0, 30) == 0) std::memset(&record, 100, 2);
+        return record;
+    });
+}
+
 template <typename Record, auto Columns, auto Single>
 void expect_iso_written_(number_source &source, long count) {
     const assertion_watch quiet;
-    const rows_t records = rows_made(static_cast<size_t>(scaled(count)), source, [&] {
-        return source.pick(0, 30) == 0 ? Record{} : any_record<Record>(source);
-    });
+    const rows_t records = records_<Record>(source, count);
     const auto run = [](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
         Columns(x[0], result, faults);
     };
@@ -204,12 +213,6 @@ TEST(TextColumn, ReadsZonedTimestampsUnderModels) {
         dv_ts_ltz_from_str(&ts_ltz, length == 0 ? "" : text, length, &compiled.ctx, 9, &zone);
     };
     EXPECT_EQ(reading_fault_<dv_ts_ltz_t>(texts, run_local, read_local), "");
-}
-
-template <typename Record>
-rows_t records_(number_source &source, long count) {
-    return rows_made(static_cast<size_t>(scaled(count)), source,
-                     [&] { return source.pick(0, 30) == 0 ? Record{} : any_record<Record>(source); });
 }
 
 TEST(TextColumn, WritesUnderModels) {

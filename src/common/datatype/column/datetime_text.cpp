@@ -2,8 +2,7 @@
 
 #include "../timezone/timezone_internal.h"
 #include "dvtypes/column_datetime_text.h"
-#include "each_row.h"
-#include "text_rows.h"
+#include "iso_operation.h"
 
 using namespace dv::impl;
 
@@ -12,6 +11,21 @@ namespace {
 // ---------------------------------------------------------------------------------------------------------
 // Reading
 // ---------------------------------------------------------------------------------------------------------
+
+// The ISO shape of a model, if it has one. A precision above that of the type is refused row by row.
+class reading_shape_t {
+  public:
+    reading_shape_t(const dt_fmt_ctx_t &model, bool has_fraction, int fprec) {
+        iso_model_t found;
+        is_found_ = fprec <= FRACTION_DIGITS && find_iso_reading(model, has_fraction, found);
+        if (is_found_) shape_ = iso_reading(found, has_fraction);
+    }
+    const iso_reading_t *get() const { return is_found_ ? &shape_ : nullptr; }
+
+  private:
+    iso_reading_t shape_;
+    bool is_found_;
+};
 
 // What stands for the present in all rows.
 dv_date_t present_(const dv_date_t *as_of) {
@@ -23,40 +37,42 @@ dv_date_t present_(const dv_date_t *as_of) {
 
 // Reads by read(record, text, length). To the functions for one value a length of 0 is none: they look for a
 // NUL.
-template <typename Record, typename Read>
-void read_(const dv_column_t *text, dv_column_t *result, dv_column_faults_t *faults, const Read read) {
+template <typename Record, typename Read, typename Kernel>
+void read_(const dv_column_t *text, dv_column_t *result, dv_column_faults_t *faults, const Read read,
+           Kernel kernel) {
     const auto value = [read](row_bytes_t bytes) {
         Record record;
         read(record, bytes.size != 0 ? bytes.begin : "", text_size(bytes.size));
         return record;
     };
-    each_row<row_bytes_t>(value, result, faults, text);
+    each_row_with<row_bytes_t>(kernel, value, result, faults, text);
 }
 
 // ---------------------------------------------------------------------------------------------------------
 // Writing
 // ---------------------------------------------------------------------------------------------------------
 
-template <typename Record, typename Write>
-struct writing_t {
-    const dv_column_t *operand[1];
-    dv_column_t *result;
-    Write write;
-    text_result_t texts{result};
-
-    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
-    bool row(int64_t row) {
-        const auto record = load_row<Record>(*operand[0], row);
-        texts.write(row, [this, &record](char *to, int size) { return write(record, to, size); });
-        return true;
+class writing_shape_t {
+  public:
+    writing_shape_t(const dt_fmt_ctx_t &model, bool has_fraction, int fprec) {
+        iso_model_t found;
+        is_found_ = fprec <= FRACTION_DIGITS && find_iso_writing(model, has_fraction, fprec, found);
+        if (is_found_) shape_ = iso_writing(found);
     }
-    void no_value(int64_t row) const { texts.store_none(row); }
+    const iso_writing_t *get() const { return is_found_ ? &shape_ : nullptr; }
+
+  private:
+    iso_writing_t shape_;
+    bool is_found_;
 };
 
 template <typename Record, typename Write>
-void write_(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults, Write write) {
-    writing_t<Record, Write> operation = {{x}, result, write};
-    column_run(operation, result->count, faults);
+void write_(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults, const iso_writing_t *shape,
+            Write write) {
+    const auto write_row = [write](const Record &record, text_result_t &texts, int64_t row) {
+        texts.write(row, [&record, &write](char *to, int size) { return write(record, to, size); });
+    };
+    write_texts<Record>(x, result, faults, shape, write_row);
 }
 
 }  // namespace
@@ -67,18 +83,26 @@ void dv_date_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ct
                              dv_column_t *result, dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
     const dv_date_t present = present_(as_of);
-    read_<dv_date_t>(text, result, faults, [=](dv_date_t &date, const char *str, int str_len) {
-        dv_date_from_str_as_of(&date, str, str_len, fmt_ctx, &present);
-    });
+    const reading_shape_t shape(*fmt_ctx, /*has_fraction=*/false, /*fprec=*/0);
+    read_<dv_date_t>(
+        text, result, faults,
+        [=](dv_date_t &date, const char *str, int str_len) {
+            dv_date_from_str_as_of(&date, str, str_len, fmt_ctx, &present);
+        },
+        iso_read_kernel_t{text, result, shape.get()});
 }
 
 void dv_timestamp_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                                   const dv_date_t *as_of, dv_column_t *result, dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
     const dv_date_t present = present_(as_of);
-    read_<dv_timestamp_t>(text, result, faults, [=](dv_timestamp_t &ts, const char *str, int str_len) {
-        dv_timestamp_from_str_as_of(&ts, str, str_len, fmt_ctx, fprec, &present);
-    });
+    const reading_shape_t shape(*fmt_ctx, /*has_fraction=*/true, fprec);
+    read_<dv_timestamp_t>(
+        text, result, faults,
+        [=](dv_timestamp_t &ts, const char *str, int str_len) {
+            dv_timestamp_from_str_as_of(&ts, str, str_len, fmt_ctx, fprec, &present);
+        },
+        iso_read_kernel_t{text, result, shape.get()});
 }
 
 void dv_ts_tz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, int fprec,
@@ -87,9 +111,12 @@ void dv_ts_tz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_c
     if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL))
         return;
     const dv_date_t present = present_(as_of);
-    read_<dv_ts_tz_t>(text, result, faults, [=](dv_ts_tz_t &ts_tz, const char *str, int str_len) {
-        dv_ts_tz_from_str_as_of(&ts_tz, str, str_len, fmt_ctx, fprec, sess_tz, &present);
-    });
+    read_<dv_ts_tz_t>(
+        text, result, faults,
+        [=](dv_ts_tz_t &ts_tz, const char *str, int str_len) {
+            dv_ts_tz_from_str_as_of(&ts_tz, str, str_len, fmt_ctx, fprec, sess_tz, &present);
+        },
+        no_kernel_t());
 }
 
 void dv_ts_ltz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, int fprec,
@@ -98,17 +125,21 @@ void dv_ts_ltz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_
     if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL))
         return;
     const dv_date_t present = present_(as_of);
-    read_<dv_ts_ltz_t>(text, result, faults, [=](dv_ts_ltz_t &ts_ltz, const char *str, int str_len) {
-        dv_timestamp_from_str_as_of(&ts_ltz.utc, str, str_len, fmt_ctx, fprec, &present);
-        timezone_t zone = *sess_tz;
-        timezone_normalize(&zone, &date_part(ts_ltz.utc), NULL);
-    });
+    read_<dv_ts_ltz_t>(
+        text, result, faults,
+        [=](dv_ts_ltz_t &ts_ltz, const char *str, int str_len) {
+            dv_timestamp_from_str_as_of(&ts_ltz.utc, str, str_len, fmt_ctx, fprec, &present);
+            timezone_t zone = *sess_tz;
+            timezone_normalize(&zone, &date_part(ts_ltz.utc), NULL);
+        },
+        no_kernel_t());
 }
 
 void dv_date_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, dv_column_t *result,
                            dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
-    write_<dv_date_t>(x, result, faults, [=](const dv_date_t &date, char *str, int str_len) {
+    const writing_shape_t shape(*fmt_ctx, /*has_fraction=*/false, /*fprec=*/0);
+    write_<dv_date_t>(x, result, faults, shape.get(), [=](const dv_date_t &date, char *str, int str_len) {
         return static_cast<conv_status_t>(dv_date_to_str(&date, str, str_len, fmt_ctx));
     });
 }
@@ -116,26 +147,30 @@ void dv_date_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, dv
 void dv_timestamp_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                                 dv_column_t *result, dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
-    write_<dv_timestamp_t>(x, result, faults, [=](const dv_timestamp_t &value, char *str, int str_len) {
-        return dv_timestamp_to_str(&value, str, str_len, fmt_ctx, fprec);
-    });
+    const writing_shape_t shape(*fmt_ctx, /*has_fraction=*/true, fprec);
+    write_<dv_timestamp_t>(x, result, faults, shape.get(),
+                           [=](const dv_timestamp_t &value, char *str, int str_len) {
+                               return dv_timestamp_to_str(&value, str, str_len, fmt_ctx, fprec);
+                           });
 }
 
 void dv_ts_tz_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, int fprec, dv_column_t *result,
                             dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
-    write_<dv_ts_tz_t>(x, result, faults, [=](const dv_ts_tz_t &value, char *str, int str_len) {
-        return dv_ts_tz_to_str(&value, str, str_len, fmt_ctx, fprec);
-    });
+    write_<dv_ts_tz_t>(x, result, faults, /*shape=*/nullptr,
+                       [=](const dv_ts_tz_t &value, char *str, int str_len) {
+                           return dv_ts_tz_to_str(&value, str, str_len, fmt_ctx, fprec);
+                       });
 }
 
 void dv_ts_ltz_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                              const timezone_t *sess_tz, dv_column_t *result, dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL))
         return;
-    write_<dv_ts_ltz_t>(x, result, faults, [=](const dv_ts_ltz_t &value, char *str, int str_len) {
-        return dv_ts_ltz_to_str(&value, str, str_len, fmt_ctx, fprec, sess_tz);
-    });
+    write_<dv_ts_ltz_t>(x, result, faults, /*shape=*/nullptr,
+                        [=](const dv_ts_ltz_t &value, char *str, int str_len) {
+                            return dv_ts_ltz_to_str(&value, str, str_len, fmt_ctx, fprec, sess_tz);
+                        });
 }
 
 }  // extern "C"

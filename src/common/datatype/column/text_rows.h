@@ -25,7 +25,8 @@ struct text_result_t {
         return static_cast<char *>(column().values) + appended.end;
     }
     int room() const {
-        return text_size(column().offsets == nullptr ? column().size : column().size - appended.end);
+        if (column().offsets == nullptr) return text_size(column().size);
+        return text_size(std::min<int64_t>(column().size, INT32_MAX) - appended.end);
     }
 
     // Makes a text that lies there already a row's; raises when there is no room for it.

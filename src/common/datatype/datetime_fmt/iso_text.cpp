@@ -287,7 +287,37 @@ bool read_(const record_t *elements, const readable_parts_t &value, const char *
     return true;
 }
 
+// ---------------------------------------------------------------------------------------------------------
+// The shape as data
+// ---------------------------------------------------------------------------------------------------------
+
+template <typename Direction>
+bool find_(const dt_fmt_ctx_t &model, bool type_has_fraction, int fprec, iso_model_t &found) {
+    return with_shape_(model, [&]<typename Shape>(Shape) {
+        constexpr Shape shape;
+        const record_t *const elements = model.token_infos;
+        if (!shape.has_date || (shape.has_fraction && !type_has_fraction)) return false;
+        if (!is_of_shape_<Direction>(elements, shape)) return false;
+        found = {shape.has_clock, shape.has_fraction, 0, {}};
+        constexpr int count = shape.has_fraction ? 6 : shape.has_clock ? 5 : 2;
+        for (int i = 0; i < count; ++i) found.characters[i] = *elements[2 * i + 1].token;
+        if (shape.has_fraction)
+            found.fraction_digits = fraction_precision(elements[shape.fraction_at + 1], fprec);
+        return true;
+    });
+}
+
 }  // namespace
+
+bool dv::impl::find_iso_reading(const dt_fmt_ctx_t &model, bool type_has_fraction, iso_model_t &found) {
+    return find_<reading_t>(model, type_has_fraction, FRACTION_DIGITS, found);
+}
+
+bool dv::impl::find_iso_writing(const dt_fmt_ctx_t &model, bool type_has_fraction, int fprec,
+                                iso_model_t &found) {
+    if (!find_<writing_t>(model, type_has_fraction, fprec, found)) return false;
+    return !found.has_fraction || (found.fraction_digits >= 1 && found.fraction_digits <= FRACTION_DIGITS);
+}
 
 bool dv::impl::write_iso_text(const dt_fmt_ctx_t &model, const writable_parts_t &value, char *str,
                               int str_len) {

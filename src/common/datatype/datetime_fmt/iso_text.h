@@ -24,6 +24,17 @@ bool write_iso_text(const dt_fmt_ctx_t &model, const writable_parts_t &value, ch
 // False: nothing is stored.
 bool read_iso_text(const dt_fmt_ctx_t &model, const readable_parts_t &value, const char *str, int str_len);
 
+// A model of the shape that begins with a date, as data for those who read or write many texts.
+struct iso_model_t {
+    bool has_clock, has_fraction;
+    int fraction_digits;  // that are written
+    char characters[6];   // between the numbers, in their order; NUL where there is none
+};
+
+// False: the model has no such shape, or a part that the type lacks. fprec is that of the type.
+bool find_iso_reading(const dt_fmt_ctx_t &model, bool type_has_fraction, iso_model_t &found);
+bool find_iso_writing(const dt_fmt_ctx_t &model, bool type_has_fraction, int fprec, iso_model_t &found);
+
 }  // namespace dv::impl
 
 #endif  // DV_ISO_TEXT_H
