@@ -1,11 +1,74 @@
 // Columns of local times to UTC and back.
 
+#include "../timezone/date_word.h"
+#include "../timezone/zonetab.h"
 #include "dvtypes/column_zone.h"
 #include "each_row.h"
+#include "vector_level.h"
+
+namespace dv::impl {
+
+// A period of one zone that times share: from its first word on, so many of them. It goes from block to
+// block, so that most times need one comparison.
+struct shared_period_t {
+    uint64_t first, size;
+    int32_t shift;
+};
+
+// The rows of a block: the first of them at `from`, its zone at `zones`.
+struct zone_block_t {
+    const char *from;
+    int64_t from_stride;
+    char *to;
+    int64_t to_stride;
+    const char *zones;
+    int64_t zone_stride;
+    int count;
+    shared_period_t *shared;
+};
+
+}  // namespace dv::impl
+
+#if DV_HAS_VECTOR_BYTES
+#define DV_LEVEL avx512
+DV_BEGIN_AVX512
+#include "zone_avx512_kernels.h"
+DV_END_LEVEL
+#undef DV_LEVEL
+#endif
 
 using namespace dv::impl;
 
 namespace {
+
+using kernel_t = uint64_t(const zone_block_t &block, uint64_t rows);
+
+// Both of twelve bytes, the fraction of the second as it is. NULL: a level has none.
+struct kernels_t {
+    kernel_t *to_local, *to_utc;
+};
+constexpr kernels_t _none = {nullptr, nullptr};
+#if DV_HAS_VECTOR_BYTES
+constexpr kernels_t _avx512 = {avx512::convert</*is_utc=*/true>, avx512::convert</*is_utc=*/false>};
+#else
+constexpr kernels_t _avx512 = _none;
+#endif
+constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_none, &_none, &_none, &_avx512};
+
+// What a kernel does to a block of an operation (each_row.h).
+struct block_kernel_t {
+    const dv_column_t *from, *zones, *to;
+    kernel_t *kernel;
+    shared_period_t *shared;
+
+    uint64_t operator()(int64_t row, int count, uint64_t valid) const {
+        if (kernel == nullptr) return valid;
+        return kernel({static_cast<const char *>(value_at(*from, row)), from->stride,
+                       static_cast<char *>(value_at(*to, row)), to->stride,
+                       static_cast<const char *>(value_at(*zones, row)), zones->stride, count, shared},
+                      valid);
+    }
+};
 
 template <typename To, typename From, void (*convert)(To *, const From *)>
 void convert_(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
@@ -19,13 +82,15 @@ void convert_(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *fau
 
 template <typename To, typename From, void (*convert)(To *, const From *, const timezone_t *)>
 void convert_in_zone_(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,
-                      dv_column_faults_t *faults) {
+                      dv_column_faults_t *faults, kernel_t *kernel = nullptr) {
     const auto value = [](const From &from, const timezone_t &zone) {
         To to;
         convert(&to, &from, &zone);
         return to;
     };
-    each_row<From, timezone_t>(value, result, faults, x, zones);
+    shared_period_t shared = {0, 0, 0};
+    each_row_with<From, timezone_t>(block_kernel_t{x, zones, result, kernel, &shared}, value, result, faults,
+                                    x, zones);
 }
 
 }  // namespace
@@ -35,7 +100,8 @@ extern "C" {
 void dv_timestamp_column_from_ts_ltz(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,
                                      dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(x, zones, result)))
-        convert_in_zone_<dv_timestamp_t, dv_ts_ltz_t, dv_timestamp_from_ts_ltz>(x, zones, result, faults);
+        convert_in_zone_<dv_timestamp_t, dv_ts_ltz_t, dv_timestamp_from_ts_ltz>(
+            x, zones, result, faults, _kernels[vector_level()]->to_local);
 }
 
 void dv_timestamp_column_from_ts_tz(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
@@ -57,7 +123,8 @@ void dv_date_column_from_ts_tz(const dv_column_t *x, dv_column_t *result, dv_col
 void dv_ts_ltz_column_from_timestamp(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,
                                      dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(x, zones, result)))
-        convert_in_zone_<dv_ts_ltz_t, dv_timestamp_t, dv_ts_ltz_from_timestamp>(x, zones, result, faults);
+        convert_in_zone_<dv_ts_ltz_t, dv_timestamp_t, dv_ts_ltz_from_timestamp>(
+            x, zones, result, faults, _kernels[vector_level()]->to_utc);
 }
 
 void dv_ts_tz_column_from_timestamp(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,

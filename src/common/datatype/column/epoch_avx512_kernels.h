@@ -5,12 +5,13 @@
 // rows. A day has odd * 2^shift units, the odd part below 2^31, so that products of 32 bits do.
 // The calendar is that of calendar.h, with products for the quotients. Included once, for AVX-512.
 
+#include "record_avx512_vectors.h"
+
 namespace dv::impl::DV_LEVEL {
 
 inline constexpr int _group = 16;  // rows
 
 inline __m512i all32_(uint32_t value) { return _mm512_set1_epi32(static_cast<int>(value)); }
-inline __m512i all64_(uint64_t value) { return _mm512_set1_epi64(static_cast<int64_t>(value)); }
 
 // Numbers below 2^15 times a factor below 2^15.
 inline __m512i short_product_(__m512i x, uint32_t factor) { return _mm512_madd_epi16(x, all32_(factor)); }
@@ -30,7 +31,7 @@ template <uint32_t divisor, uint32_t most>
 __m512i long_quotient_(__m512i x) {
     constexpr reciprocal_t reciprocal = reciprocal_of(divisor, most);
     static_assert(reciprocal.shift >= 32);
-    const __m512i factor = all64_(reciprocal.factor);
+    const __m512i factor = all64(reciprocal.factor);
     const __m512i even = _mm512_mul_epu32(x, factor),
                   odd = _mm512_mul_epu32(_mm512_srli_epi64(x, 32), factor);
     const __m512i upper = _mm512_mask_mov_epi32(_mm512_srli_epi64(even, 32), 0xAAAA, odd);
@@ -106,37 +107,13 @@ inline void store_side_by_side_(char *to, const records_t &x) {
         _mm512_storeu_si512(to + 64 * i, take_(_side_by_side.vectors[i], x.day, x.clock, fractions));
 }
 
-inline __m512i row_offsets_(int64_t stride) {
-    const __m512i rows = _mm512_setr_epi64(0, 1, 2, 3, 4, 5, 6, 7);
-    return _mm512_mullo_epi64(rows, all64_(static_cast<uint64_t>(stride)));
-}
-
-inline __m512i load_eight_(const char *from, int64_t stride, __mmask8 rows) {
-    if (stride == sizeof(int64_t)) return _mm512_maskz_loadu_epi64(rows, from);
-    return _mm512_mask_i64gather_epi64(_mm512_setzero_si512(), rows, row_offsets_(stride), from, 1);
-}
-
-inline void store_eight_(char *to, int64_t stride, __mmask8 rows, __m512i x) {
-    if (stride == sizeof(int64_t)) return _mm512_mask_storeu_epi64(to, rows, x);
-    _mm512_mask_i64scatter_epi64(to, rows, row_offsets_(stride), x, 1);
-}
-
 inline counts_t load_counts_(const char *from, int64_t stride, __mmask16 rows) {
-    return {load_eight_(from, stride, low_(rows)), load_eight_(from + 8 * stride, stride, high_(rows))};
+    return {load_words(from, stride, low_(rows)), load_words(from + 8 * stride, stride, high_(rows))};
 }
 
 inline void store_counts_(char *to, int64_t stride, __mmask16 rows, const counts_t &x) {
-    store_eight_(to, stride, low_(rows), x.low);
-    store_eight_(to + 8 * stride, stride, high_(rows), x.high);
-}
-
-inline __m256i load_fractions_(const char *from, int64_t stride, __mmask8 rows) {
-    return _mm512_mask_i64gather_epi32(_mm256_setzero_si256(), rows, row_offsets_(stride),
-                                       from + sizeof(dv_date_t), 1);
-}
-
-inline void store_fractions_(char *to, int64_t stride, __mmask8 rows, __m256i fractions) {
-    _mm512_mask_i64scatter_epi32(to + sizeof(dv_date_t), rows, row_offsets_(stride), fractions, 1);
+    store_words(to, stride, low_(rows), x.low);
+    store_words(to + 8 * stride, stride, high_(rows), x.high);
 }
 
 template <bool has_fraction>
@@ -145,8 +122,8 @@ records_t load_records_(const char *from, int64_t stride, __mmask16 rows) {
     const counts_t dates = load_counts_(from, stride, rows);
     __m512i fractions = _mm512_setzero_si512();
     if (has_fraction) {
-        fractions = _mm512_inserti64x4(_mm512_castsi256_si512(load_fractions_(from, stride, low_(rows))),
-                                       load_fractions_(from + 8 * stride, stride, high_(rows)), 1);
+        fractions = _mm512_inserti64x4(_mm512_castsi256_si512(load_fractions(from, stride, low_(rows))),
+                                       load_fractions(from + 8 * stride, stride, high_(rows)), 1);
     }
     return {take_(_even, dates.low, dates.high), take_(_odd, dates.low, dates.high), swapped_(fractions)};
 }
@@ -164,8 +141,8 @@ void store_records_(char *to, int64_t stride, __mmask16 rows, const records_t &x
     store_counts_(to, stride, rows, zipped_(x.day, x.clock));
     if (!has_fraction) return;
     const __m512i fractions = swapped_(x.nanoseconds);
-    store_fractions_(to, stride, low_(rows), _mm512_castsi512_si256(fractions));
-    store_fractions_(to + 8 * stride, stride, high_(rows), _mm512_extracti64x4_epi64(fractions, 1));
+    store_fractions(to, stride, low_(rows), _mm512_castsi512_si256(fractions));
+    store_fractions(to + 8 * stride, stride, high_(rows), _mm512_extracti64x4_epi64(fractions, 1));
 }
 
 // ---- records to counts ----
@@ -240,12 +217,12 @@ inline __m512i seconds_of_day_(__m512i clock) {
 }
 
 inline __m512i eight_counts_(__m256i days, __m256i seconds, __m256i nanoseconds, const epoch_scale_t &scale) {
-    const __m512i per_day_odd = all64_(scale.per_day_odd), factor = all64_(scale.to_units.factor);
-    const __m512i per_day_shift = all64_(static_cast<uint64_t>(scale.per_day_shift)),
-                  to_units_shift = all64_(static_cast<uint64_t>(scale.to_units.shift));
+    const __m512i per_day_odd = all64(scale.per_day_odd), factor = all64(scale.to_units.factor);
+    const __m512i per_day_shift = all64(static_cast<uint64_t>(scale.per_day_shift)),
+                  to_units_shift = all64(static_cast<uint64_t>(scale.to_units.shift));
     const __m512i of_days =
         _mm512_sllv_epi64(_mm512_mul_epi32(_mm512_cvtepi32_epi64(days), per_day_odd), per_day_shift);
-    const __m512i of_seconds = _mm512_mul_epu32(_mm512_cvtepu32_epi64(seconds), all64_(scale.per_second));
+    const __m512i of_seconds = _mm512_mul_epu32(_mm512_cvtepu32_epi64(seconds), all64(scale.per_second));
     const __m512i fraction =
         _mm512_srlv_epi64(_mm512_mul_epu32(_mm512_cvtepu32_epi64(nanoseconds), factor), to_units_shift);
     return _mm512_add_epi64(_mm512_add_epi64(of_days, of_seconds), fraction);
@@ -268,6 +245,8 @@ uint64_t to_epoch(const epoch_block_t &block, const epoch_scale_t &scale, uint64
     uint64_t left = rows;
     for (int i = 0; i < block.count; i += _group) {
         auto done = static_cast<__mmask16>(rows >> i);
+        fetch_ahead(block.from + i * block.from_stride, _group, block.from_stride);
+        fetch_ahead(block.to + i * block.to_stride, _group, block.to_stride);
         const char *const from = block.from + i * block.from_stride;
         const records_t x = load_records_<has_fraction>(from, block.from_stride, done);
         const counts_t counts = counts_of_(x, scale, done);
@@ -286,17 +265,17 @@ struct parts_t {
 // Quotients by doubles. They are exact: half a unit more keeps them off the integers, by more than the error
 // of days that have records; other days come out far from those.
 inline parts_t eight_parts_(__m512i counts, const epoch_scale_t &scale) {
-    const __m512i shift = all64_(static_cast<uint64_t>(scale.per_day_shift));
+    const __m512i shift = all64(static_cast<uint64_t>(scale.per_day_shift));
     const __m512d days_per_unit = _mm512_set1_pd(scale.days_per_coarse_unit),
                   seconds_per_unit = _mm512_set1_pd(scale.seconds_per_unit);
     const __m512d about = _mm512_fmadd_pd(_mm512_cvtepi64_pd(_mm512_srav_epi64(counts, shift)), days_per_unit,
                                           _mm512_mul_pd(_mm512_set1_pd(0.5), days_per_unit));
     const __m512i days = _mm512_cvt_roundpd_epi64(about, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
-    const __m512i of_days = _mm512_sllv_epi64(_mm512_mul_epi32(days, all64_(scale.per_day_odd)), shift);
+    const __m512i of_days = _mm512_sllv_epi64(_mm512_mul_epi32(days, all64(scale.per_day_odd)), shift);
     const __m512i of_day = _mm512_sub_epi64(counts, of_days);
     const __m512i seconds = _mm512_cvttpd_epi64(_mm512_fmadd_pd(
         _mm512_cvtepi64_pd(of_day), seconds_per_unit, _mm512_mul_pd(_mm512_set1_pd(0.5), seconds_per_unit)));
-    return {days, seconds, _mm512_sub_epi64(of_day, _mm512_mul_epu32(seconds, all64_(scale.per_second)))};
+    return {days, seconds, _mm512_sub_epi64(of_day, _mm512_mul_epu32(seconds, all64(scale.per_second)))};
 }
 
 // The first word of a record, for day numbers from DV_JULIAN_DAY_GREGORIAN on.
@@ -339,7 +318,7 @@ inline __m512i clock_(__m512i second_of_day) {
 inline records_t records_of_(const counts_t &counts, const epoch_scale_t &scale, __mmask16 &rows) {
     const parts_t low = eight_parts_(counts.low, scale), high = eight_parts_(counts.high, scale);
     const __m512i first = _mm512_set1_epi64(DV_JULIAN_DAY_GREGORIAN - JDN_EPOCH),
-                  range = all64_(DV_JULIAN_DAY_MAX - DV_JULIAN_DAY_GREGORIAN);
+                  range = all64(DV_JULIAN_DAY_MAX - DV_JULIAN_DAY_GREGORIAN);
     const __mmask8 low_done = _mm512_cmple_epu64_mask(_mm512_sub_epi64(low.days, first), range);
     const __mmask8 high_done = _mm512_cmple_epu64_mask(_mm512_sub_epi64(high.days, first), range);
     rows &= static_cast<__mmask16>(low_done | high_done << 8);
@@ -354,6 +333,8 @@ uint64_t from_epoch(const epoch_block_t &block, const epoch_scale_t &scale, uint
     uint64_t left = rows;
     for (int i = 0; i < block.count; i += _group) {
         auto done = static_cast<__mmask16>(rows >> i);
+        fetch_ahead(block.from + i * block.from_stride, _group, block.from_stride);
+        fetch_ahead(block.to + i * block.to_stride, _group, block.to_stride);
         const counts_t counts = load_counts_(block.from + i * block.from_stride, block.from_stride, done);
         const records_t x = records_of_(counts, scale, done);
         store_records_<has_fraction>(block.to + i * block.to_stride, block.to_stride, done, x);
