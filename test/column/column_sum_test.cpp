@@ -93,6 +93,27 @@ TEST(NumberColumnSum, IsTheSumInLongHand) {
     }
 }
 
+// Up to the last place at either end of the range.
+TEST(NumberColumnSum, IsExactWhereverTheDigitsAre) {
+    number_source source(20261129);
+    for (int top = -130; top <= 125; ++top) {
+        rows_t rows;
+        twin_total twin;
+        for (int i = 0; i < 40; ++i) {
+            rows.push_back(row_of(source.with_digits(source.pick(1, 8), top)));
+            twin.add(number_of(*rows.back()));
+        }
+        for (each_level levels; levels.next();) {
+            for (const shape_t shape : _shapes) {
+                test_column column(rows, _numbers, shape);
+                number_total_t total{};
+                EXPECT_EQ(number_column_sum(column.get(), nullptr, &total, nullptr), 0);
+                ASSERT_EQ(packed(total), twin.packed()) << top << " level " << dv_vector_level();
+            }
+        }
+    }
+}
+
 TEST(NumberColumnSum, OfProductsIsTheSumInLongHand) {
     number_source source(20261124);
     for (const sum_case_t &c : _sum_cases) {
@@ -128,7 +149,7 @@ TEST(NumberColumnSum, OfManyRowsOfTheLargestDigitsDoesNotOverflow) {
     std::fill(std::begin(y.coef), std::end(y.coef), uint8_t{255});
     for (const number_t &value : {x, y}) {
         dv_column_t column = {};
-        column.count = 300'000;
+        column.count = 400'000;
         column.values = const_cast<number_t *>(&value);
         twin_total twin, squares, one, one_square;
         one.add(value);
@@ -186,6 +207,49 @@ TEST(NumberColumnSum, ByGroupAddsEachRowToItsTotal) {
         }
         EXPECT_GT(faults.count, 0);
         for (size_t i = 0; i < group_count; ++i) ASSERT_EQ(packed(records[i].total), twins[i].packed()) << i;
+    }
+}
+
+// Offsets that run backwards, leave the bytes or give a record more than 22 of them, among good ones.
+TEST(NumberColumnSum, ByHostileOffsetsIsThatOfTheRowsThatAreRecords) {
+    number_source source(20261130);
+    for (long round = scaled(300); round > 0; --round) {
+        std::vector<uint8_t> bytes(static_cast<size_t>(source.pick(1, 3'000)));
+        source.fill(bytes.data(), bytes.size());
+        const auto size = static_cast<int32_t>(bytes.size());
+        std::vector<int32_t> offsets{source.pick(0, 3)};
+        for (int i = source.pick(0, 300); i > 0; --i) {
+            const int32_t steps[] = {source.pick(0, 21), source.pick(0, 21), source.pick(23, 30),
+                                     -source.pick(1, 40)};
+            const int64_t next = int64_t{offsets.back()} + steps[source.pick(0, source.pick(0, 3))];
+            const bool is_any = source.pick(0, 40) == 0;
+            offsets.push_back(static_cast<int32_t>(is_any        ? static_cast<int64_t>(source.bits())
+                                                   : next < size ? next
+                                                                 : 0));
+        }
+        const guarded values(bytes.size(), bytes.data());
+        dv_column_t column = {};
+        column.count = static_cast<int64_t>(offsets.size()) - 1;
+        column.values = values.text();
+        column.offsets = offsets.data();
+        column.size = size;
+        twin_total twin;
+        std::vector<int32_t> wanted;
+        for (size_t i = 0; i + 1 < offsets.size(); ++i) {
+            const int64_t begin = offsets[i], end = offsets[i + 1];
+            wanted.push_back(begin < 0 || end < begin || end > size || end - begin > 22 ? -5120 : 0);
+            if (wanted.back() == 0 && end > begin)
+                twin.add(number_of(std::string(bytes.begin() + begin, bytes.begin() + end)));
+        }
+        for (each_level levels; levels.next();) {
+            std::vector<int32_t> codes(wanted.size());
+            dv_column_faults_t faults = {codes.data(), nullptr, 0, 0, 0, 0};
+            number_total_t total{};
+            std::unique_ptr<uint64_t[]> memory;
+            with_memory(total, memory, [&] { return number_column_sum(&column, nullptr, &total, &faults); });
+            ASSERT_EQ(codes, wanted) << "level " << dv_vector_level();
+            ASSERT_EQ(packed(total), twin.packed()) << "level " << dv_vector_level();
+        }
     }
 }
 

@@ -126,6 +126,33 @@ TEST(NumberTotal, AsksForMemoryAndIsAsItWas) {
     EXPECT_EQ(packed(total), bytes);
 }
 
+// At both ends of 256 bits, by the least step there is, and by a lower weight.
+TEST(NumberTotal, AsksForMemoryWhereItsBitsEnd) {
+    const number_t one = num("1"), hundred = num("100"), minus_one = num("-1");
+    const std::string head("\1\0\x80\0\0\0\0\0\0\0\0\1", 12),
+        head_of_hundreds("\1\0\x80\1\0\0\0\0\0\0\0\1", 12);
+    const std::string most = '\x7F' + std::string(31, '\xFF'), least = '\x80' + std::string(31, '\0');
+    const struct {
+        std::string bytes;
+        const number_t *term;
+        bool fits;
+    } cases[] = {
+        {head + most, &one, false},
+        {head + most, &minus_one, true},
+        {head + least, &minus_one, false},
+        {head + least, &one, true},
+        {head_of_hundreds + most, &hundred, false},
+        {head_of_hundreds + most, &one, false},
+        {head_of_hundreds + least, &one, false},
+    };
+    for (const auto &c : cases) {
+        number_total_t total{};
+        ASSERT_EQ(number_total_unpack(&total, static_cast<int64_t>(c.bytes.size()), bytes_of_(c.bytes)), 0);
+        EXPECT_EQ(number_total_add(&total, c.term) == 0, c.fits);
+        EXPECT_EQ(packed(total) == c.bytes, !c.fits);
+    }
+}
+
 // Doubled until it is full: what any memory holds is told by the code, not by wrong digits.
 TEST(NumberTotal, RefusesWhatIsBeyondAnyTotal) {
     uint64_t memory[DV_TOTAL_MEMORY_MAX / sizeof(uint64_t)];
