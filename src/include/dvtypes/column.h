@@ -2,6 +2,7 @@
 //
 //   dvtypes/column_record.h         what a column is, failures by row, vector levels
 //   dvtypes/column_number.h         NUMBER
+//   dvtypes/column_compare.h        NUMBER: comparison into bitmaps, least and greatest value
 //   dvtypes/column_decimal.h        decimals in 64 or 128 bits
 //   dvtypes/column_arrow.h          columns of other libraries, by the Arrow C data interface
 //   dvtypes/column_key.h            sort keys of every type, sorting by them
