@@ -61,6 +61,12 @@ constexpr uint128_t _short_end =
 bool take_decimal_(int128_t value, int scale, number_t &x) {
     uint128_t magnitude = magnitude_of(value);
     int exponent = -scale;
+    if (magnitude < LIMB_BASE / 10) [[likely]] {  // digits pair up at even powers of ten
+        const int odd = exponent & 1;
+        store_limb(x, value < 0, static_cast<uint64_t>(magnitude) * (odd != 0 ? 10 : 1),
+                   (exponent - odd) / 2);
+        return true;
+    }
     if (magnitude < _short_end) {
         store_decimal(x, value < 0, magnitude, exponent);
         return true;

@@ -8,23 +8,87 @@
 
 #include "../ascii.h"
 #include "../digits.h"
+#include "../number/plain_text_writer.h"
 #include "column_run.h"
 #include "decimal_rows.h"
+#include "vector_level.h"
+
+namespace dv::impl {
+
+namespace {
+
+// What texts are read into.
+struct text_target_t {
+    const dv_decimal_column_t *result;
+    int scale;
+    int64_t end;  // 10^precision, of at most 18 digits
+};
+
+// Of a text with so many digits in front of the point: which of sixteen digits its characters are, 0x80 for
+// none, and its point.
+struct text_shape_t {
+    uint8_t source[16];
+    uint8_t point[16];
+};
+
+}  // namespace
+
+}  // namespace dv::impl
+
+#if DV_HAS_VECTOR_BYTES
+#define DV_LEVEL avx2
+DV_BEGIN_AVX2
+#include "decimal_text_kernels.h"
+DV_END_LEVEL
+#undef DV_LEVEL
+
+#define DV_LEVEL avx512
+DV_BEGIN_AVX512
+#include "decimal_text_batch_kernels.h"
+DV_END_LEVEL
+#undef DV_LEVEL
+#endif
 
 using namespace dv::impl;
 
 namespace {
 
-// ---- from text ----
+// ---- kernels: a text by offsets in a vector; both leave rows that they do not take ----
 
-// What a row is read with.
-struct target_t {
-    int scale;
-    uint64_t end;  // 10^precision, of at most 18 digits
+constexpr int _kernel_scale_max = 14;  // a digit in front of the point, fifteen in all
+
+struct text_kernels_t {
+    uint64_t (*read)(const dv_column_t &texts, int64_t begin, uint64_t rows, const text_target_t &target);
+    // In their order, up to the first that it does not take.
+    uint64_t (*write)(const dv_decimal_column_t &x, int64_t begin, uint64_t rows, const text_shape_t *shapes,
+                      appended_rows_t &texts);
 };
 
+uint64_t read_none_(const dv_column_t & /*texts*/, int64_t /*begin*/, uint64_t rows,
+                    const text_target_t & /*target*/) {
+    return rows;
+}
+uint64_t write_none_(const dv_decimal_column_t & /*x*/, int64_t /*begin*/, uint64_t rows,
+                     const text_shape_t * /*shapes*/, appended_rows_t & /*texts*/) {
+    return rows;
+}
+constexpr text_kernels_t _no_kernels = {read_none_, write_none_};
+#if DV_HAS_VECTOR_BYTES
+constexpr text_kernels_t _kernels[] = {
+    _no_kernels, _no_kernels, {avx2::read, avx2::write}, {avx512::read, avx512::write}};
+#else
+constexpr text_kernels_t _kernels[] = {_no_kernels, _no_kernels, _no_kernels, _no_kernels};
+#endif
+static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
+
+const text_kernels_t &kernels_for_(int scale) {
+    return scale >= 0 && scale <= _kernel_scale_max ? _kernels[vector_level()] : _no_kernels;
+}
+
+// ---- from text ----
+
 // The value of plain text; false: of any other.
-bool read_plain_(row_bytes_t text, const target_t &target, int64_t &value) {
+bool read_plain_(row_bytes_t text, const text_target_t &target, int64_t &value) {
     const char *at = text.begin;
     const char *const end = at + text.size;
     const bool negative = at != end && *at == '-';
@@ -55,24 +119,28 @@ bool read_plain_(row_bytes_t text, const target_t &target, int64_t &value) {
         digits = (digits + unit / 2) / unit;
     }
     value = negative ? -static_cast<int64_t>(digits) : static_cast<int64_t>(digits);
-    return digits < target.end;
+    return digits < static_cast<uint64_t>(target.end);
 }
 
 struct from_text_t {
     const dv_column_t *operand[1];
     dv_column_t *result;
     const dv_decimal_column_t *z;
-    target_t target;
+    text_target_t target;
+    const text_kernels_t *kernels;
 
     explicit from_text_t(const dv_column_t *text, dv_decimal_column_t *to)
         : operand{text},
           result(&to->column),
           z(to),
-          target{to->scale,
-                 static_cast<uint64_t>(ten_to(std::min<int>(to->precision, DV_DECIMAL64_PRECISION_MAX)))} {}
+          target{to, to->scale,
+                 static_cast<int64_t>(ten_to(std::min<int>(to->precision, DV_DECIMAL64_PRECISION_MAX)))},
+          kernels(&kernels_for_(to->scale)) {}
 
     uint64_t block(int64_t begin, int /*count*/, const uint64_t &valid) const {
-        return try_rows(begin, valid, /*appends=*/false, [&](int64_t row) {
+        const bool is_by_offsets = operand[0]->offsets != nullptr;
+        const uint64_t left = is_by_offsets ? kernels->read(*operand[0], begin, valid, target) : valid;
+        return try_rows(begin, left, /*appends=*/false, [&](int64_t row) {
             row_bytes_t text;
             int64_t value;
             if (!find_text_(row, text) || !read_plain_(text, target, value)) return false;
@@ -224,22 +292,32 @@ struct to_text_t {
     const dv_column_t *operand[1];
     dv_column_t *result;
     const dv_decimal_column_t *x;
-    appended_rows_t appended{result};
+    appended_rows_t appended;
+    const text_kernels_t *kernels;
+    text_shape_t shapes[16];  // of the scale, for the kernel
+
+    explicit to_text_t(const dv_decimal_column_t *from, dv_column_t *text)
+        : operand{&from->column},
+          result(text),
+          x(from),
+          appended{text},
+          kernels(&kernels_for_(from->scale)),
+          shapes{} {
+        if (from->scale < 0 || from->scale > _kernel_scale_max) return;
+        for (int integer = 1; integer < 16; ++integer) make_shape_(shapes[integer], integer, from->scale);
+    }
 
     // Texts of the usual scales by offsets, as long as there is room for copies.
     uint64_t block(int64_t begin, int /*count*/, const uint64_t &valid) {
         if (result->offsets == nullptr || x->bytes != sizeof(int64_t) || x->scale < 0 ||
             x->scale > DV_DECIMAL64_PRECISION_MAX)
             return valid;
-        return try_rows(begin, valid, /*appends=*/true, [&](int64_t row) {
-            if (appended.end + _room_narrow > std::min<int64_t>(result->size, INT32_MAX)) return false;
-            char *const out = static_cast<char *>(result->values) + appended.end;
-            int64_t value;
-            memcpy(&value, value_at(x->column, row), sizeof value);
-            appended.end += write_usual_<_copy_narrow>(out, value, x->scale) - out;
-            result->offsets[row + 1] = static_cast<int32_t>(appended.end);
-            return true;
-        });
+        uint64_t left = valid;
+        while ((left = kernels->write(*x, begin, left, shapes, appended)) != 0) {
+            if (!try_to_append_(begin + std::countr_zero(left))) return left;
+            left &= left - 1;
+        }
+        return 0;
     }
 
     bool row(int64_t row) {
@@ -259,6 +337,27 @@ struct to_text_t {
     void no_value(int64_t row) const {
         if (result->offsets != nullptr) appended.append_none(row);
     }
+
+  private:
+    static void make_shape_(text_shape_t &shape, int integer, int scale) {
+        for (int i = 0; i < 16; ++i) {
+            const bool is_point = scale > 0 && i == integer;
+            const int digit = 16 - scale - integer + i - (i > integer ? 1 : 0);
+            const bool is_digit = !is_point && digit >= 0 && digit < 16;
+            shape.source[i] = is_digit ? static_cast<uint8_t>(digit) : uint8_t{0x80};
+            shape.point[i] = is_point ? '.' : 0;
+        }
+    }
+
+    bool try_to_append_(int64_t row) {
+        if (appended.end + _room_narrow > std::min<int64_t>(result->size, INT32_MAX)) return false;
+        char *const out = static_cast<char *>(result->values) + appended.end;
+        int64_t value;
+        memcpy(&value, value_at(x->column, row), sizeof value);
+        appended.end += write_usual_<_copy_narrow>(out, value, x->scale) - out;
+        result->offsets[row + 1] = static_cast<int32_t>(appended.end);
+        return true;
+    }
 };
 
 }  // namespace
@@ -273,6 +372,6 @@ extern "C" void dv_decimal_column_from_text(const dv_column_t *text, dv_decimal_
 extern "C" void dv_decimal_column_to_text(const dv_decimal_column_t *x, dv_column_t *text,
                                           dv_column_faults_t *faults) {
     if (!DV_ASSERT(is_decimal_beside(text, x))) return;
-    to_text_t operation = {{&x->column}, text, x};
+    to_text_t operation(x, text);
     column_run(operation, text->count, faults);
 }
