@@ -33,12 +33,12 @@ struct sum_t {
         make_room(*sums, count);
         uint64_t left = 0;
         if (operand[0]->offsets == nullptr) {
-            valid &= ~kernels->by_stride(places_by_stride(*operand[0], row), count, valid, *sums);
+            valid &= ~kernels->by_stride.add_rows(places_by_stride(*operand[0], row), count, valid, *sums);
         } else {
             places_by_offsets_t places;
             const uint64_t found = find_by_offsets(*operand[0], row, count, valid, places);
             left = valid & ~found;
-            valid &= ~kernels->by_offsets(places, count, found, *sums);
+            valid &= ~kernels->by_offsets.add_rows(places, count, found, *sums);
         }
         terms += std::popcount(valid & ~left);
         return left;
@@ -55,17 +55,44 @@ struct sum_t {
     void no_value(int64_t /*row*/) const {}
 };
 
+// The words of a block of a column; returns the rows that are left to the function for one value.
+uint64_t read_block_(const sum_kernels_t &kernels, const dv_column_t &column, int64_t row, int count,
+                     uint64_t valid, block_words_t &words) {
+    if (column.offsets == nullptr) {
+        kernels.by_stride.read_words(places_by_stride(column, row), count, valid, words);
+        return words.more;
+    }
+    places_by_offsets_t places;
+    const uint64_t found = find_by_offsets(column, row, count, valid, places);
+    kernels.by_offsets.read_words(places, count, found, words);
+    words.none &= found;
+    return words.more | (valid & ~found);
+}
+
 struct sum_products_t {
     const dv_column_t *operand[2];
     const uint8_t *rows;
     product_sums_t *sums;
     exact_t *collected;
+    const sum_kernels_t *kernels;
     int64_t terms = 0;
+    int64_t uncollected = 0;
     dv_column_t *result = nullptr;
 
     uint64_t block(int64_t row, int count, uint64_t &valid) {
         valid &= wanted_rows_(rows, row, count);
-        return valid;
+        if (uncollected + count > PRODUCT_ROWS_MAX) collect_all();
+        uncollected += count;
+        block_words_t x, y;
+        uint64_t left = read_block_(*kernels, *operand[0], row, count, valid, x);
+        left |= read_block_(*kernels, *operand[1], row, count, valid, y);
+        valid &= ~(x.none | y.none);
+        for (uint64_t done = valid & ~left; done != 0; done &= done - 1) {
+            const int i = std::countr_zero(done);
+            sums->word[0][x.exponent[i] + y.exponent[i]] += int128_t{x.word[i]} * y.word[i];
+        }
+        terms += std::popcount(valid & ~left);
+        return left;
     }
 
     bool row(int64_t row) {
@@ -73,8 +100,8 @@ struct sum_products_t {
         const number_t *const x = number_at(*operand[0], row, x_buffer);
         const number_t *const y = number_at(*operand[1], row, y_buffer);
         if (x == nullptr || y == nullptr) return false;
-        add_product(*sums, *x, *y);
-        if (++terms % PRODUCT_ROWS_MAX == 0) collect_all();
+        add_product(*sums, *x, *y);  // there is room for the block
+        ++terms;
         return true;
     }
     void no_value(int64_t /*row*/) const {}
@@ -83,6 +110,7 @@ struct sum_products_t {
         exact_t sum = collect(sums->word, 2 * (NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS));
         add(*collected, sum);
         *sums = {};
+        uncollected = 0;
     }
 };
 
@@ -165,7 +193,7 @@ extern "C" int64_t number_column_sum_products(const dv_column_t *x, const dv_col
     if (!DV_ASSERT(are_columns(x, y)) || !DV_ASSERT(total != NULL)) return 0;
     product_sums_t sums = {};
     exact_t sum = exact_of(int128_t{0}, 0);
-    sum_products_t operation = {{x, y}, rows, &sums, &sum};
+    sum_products_t operation = {{x, y}, rows, &sums, &sum, &sum_kernels()};
     column_run(operation, x->count, faults);
     operation.collect_all();
     raise_weight(sum);

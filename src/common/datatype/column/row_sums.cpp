@@ -23,6 +23,21 @@ uint64_t add_rows_from(const Places &places, int row, int count, uint64_t valid,
     return none;
 }
 
+template <typename Places>
+void read_words_from(const Places &places, int row, int count, uint64_t valid, block_words_t &words) {
+    for (; row < count; ++row) {
+        const auto *const x = reinterpret_cast<const number_t *>(places.at(row));
+        int size = x->size;
+        if constexpr (Places::HAS_SIZES) size = static_cast<int>(places.size[row]);
+        if ((valid >> row & 1) == 0) size = 0;
+        const record_words_t all = words_of(*x, size);
+        words.word[row] = all.word[0];
+        words.exponent[row] = all.exponent;
+        words.none |= uint64_t{size == 0} << row;
+        words.more |= uint64_t{all.words > 1} << row;
+    }
+}
+
 }  // namespace
 
 }  // namespace dv::impl
@@ -35,7 +50,14 @@ uint64_t add_rows(const Places &places, int count, uint64_t valid, row_sums_t &s
     return add_rows_from(places, 0, count, valid, sums);
 }
 
-constexpr sum_kernels_t SUM_KERNELS = {add_rows<places_by_stride_t>, add_rows<places_by_offsets_t>};
+template <typename Places>
+void read_words(const Places &places, int count, uint64_t valid, block_words_t &words) {
+    words.none = words.more = 0;
+    read_words_from(places, 0, count, valid, words);
+}
+
+constexpr sum_kernels_t SUM_KERNELS = {{add_rows<places_by_stride_t>, read_words<places_by_stride_t>},
+                                       {add_rows<places_by_offsets_t>, read_words<places_by_offsets_t>}};
 
 }  // namespace
 }  // namespace dv::impl::plain

@@ -112,10 +112,24 @@ inline void add_product(product_sums_t &sums, const number_t &x, const number_t 
     }
 }
 
-// Rows of a block, at most BLOCK_ROWS, for which there is room; returns those of `valid` without a value.
+// The first words of the records of a block.
+struct block_words_t {
+    int64_t word[BLOCK_ROWS];
+    int64_t exponent[BLOCK_ROWS];  // from 0 on
+    uint64_t none;                 // rows without a value
+    uint64_t more;                 // rows that have more words
+};
+
+// Kernels for one layout; of a block, at most BLOCK_ROWS rows.
+template <typename Places>
+struct layout_sum_kernels_t {
+    // Adds rows for which there is room; returns those of `valid` without a value.
+    uint64_t (*add_rows)(const Places &places, int count, uint64_t valid, row_sums_t &sums);
+    void (*read_words)(const Places &places, int count, uint64_t valid, block_words_t &words);
+};
 struct sum_kernels_t {
-    uint64_t (*by_stride)(const places_by_stride_t &places, int count, uint64_t valid, row_sums_t &sums);
-    uint64_t (*by_offsets)(const places_by_offsets_t &places, int count, uint64_t valid, row_sums_t &sums);
+    layout_sum_kernels_t<places_by_stride_t> by_stride;
+    layout_sum_kernels_t<places_by_offsets_t> by_offsets;
 };
 
 // Those of the level in use.

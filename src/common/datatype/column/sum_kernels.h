@@ -1,4 +1,4 @@
-// Records added to the counters of row_sums.h, by lanes: behind record_lanes.h, once a level.
+// Records read, and added to the counters of row_sums.h, by lanes: behind record_lanes.h, once a level.
 //
 // In most columns all digits of many rows fall into eight places in a row, the window. Their words are
 // shifted there as bytes and summed as vectors, for a whole block. Rows that do not fit go to the counters
@@ -122,7 +122,23 @@ uint64_t add_rows(const Places &places, int count, uint64_t valid, row_sums_t &s
     return (none | add_rows_from(places, row, count, valid, sums)) & valid;
 }
 
-constexpr sum_kernels_t SUM_KERNELS = {add_rows<places_by_stride_t>, add_rows<places_by_offsets_t>};
+template <typename Places>
+void read_words(const Places &places, int count, uint64_t valid, block_words_t &words) {
+    const lanes_t word_size = in_each_lane(COEF_WORD_DIGITS);
+    words.none = words.more = 0;
+    int row = 0;
+    for (; row + LANES <= count; row += LANES) {
+        const lane_records_t records = read_records(places, row, valid >> row);
+        store_lanes(words.word + row, numbers_of(records.digits));
+        store_lanes(words.exponent + row, records.exponent);
+        words.none |= records.none << row;
+        words.more |= are_greater(records.count, word_size) << row;
+    }
+    read_words_from(places, row, count, valid, words);
+}
+
+constexpr sum_kernels_t SUM_KERNELS = {{add_rows<places_by_stride_t>, read_words<places_by_stride_t>},
+                                       {add_rows<places_by_offsets_t>, read_words<places_by_offsets_t>}};
 
 }  // namespace
 }  // namespace dv::impl::DV_LEVEL
