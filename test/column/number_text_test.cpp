@@ -134,9 +134,30 @@ TEST(NumberColumn, ShortensTextsToTheirStride) {
     }
 }
 
-constexpr const char *_models[] = {"999,999,990.00", "FM9990.09", "S099", "$9,999.99PR", "TM9", "tme",
-                                   "9.99EEEE",       "XXXX",      "RN",   "FMRN",        "9",   "000000",
-                                   "FM99C"};
+constexpr const char *_models[] = {"999,999,990.00",
+                                   "FM9990.09",
+                                   "FM999,999,990.00",
+                                   "9.9",
+                                   "FM9.9",
+                                   "FM.99",
+                                   ".0",
+                                   "0,009.990",
+                                   "FM9,999,",
+                                   "9G999D99",
+                                   "FM09.",
+                                   "9",
+                                   "000000",
+                                   "999,999,999",
+                                   "S099",
+                                   "$9,999.99PR",
+                                   "TM9",
+                                   "tme",
+                                   "9.99EEEE",
+                                   "XXXX",
+                                   "RN",
+                                   "FMRN",
+                                   "FM99C",
+                                   "9,9,9,9,9.9"};
 
 TEST(NumberColumn, WritesUnderModelsAsTheFunctionForOneText) {
     rows_t numbers = random_numbers_(4);

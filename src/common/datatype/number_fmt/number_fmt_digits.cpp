@@ -18,24 +18,13 @@ namespace {
 
 static_assert(model_digits_t::HEX_DIGITS_MAX == 16 * binary_integer_t::WORDS);
 
-// Four base-100 digits as eight characters. Each digit goes into a lane of 16 bits: 103/1024 is near enough
-// to a tenth up to 178.
-constexpr uint64_t characters_of_(uint32_t pairs) {
-    constexpr uint64_t low_bytes = 0x00FF00FF00FF00FF;
-    uint64_t lanes = (pairs | uint64_t{pairs} << 16) & 0x0000FFFF0000FFFF;
-    lanes = (lanes | lanes << 8) & low_bytes;
-    const uint64_t tens = lanes * 103 >> 10 & in_each_byte(0x1F) & low_bytes;
-    return (tens << 8 | (lanes - tens * 10)) + in_each_byte('0');
-}
-static_assert(characters_of_(0x0C00630A) == 0x3132303039393130);  // 12 00 99 10
-
 void unpack_(const number_t &x, model_digits_t &digits) {
     const long_coef coef = load_coef<3>(x);
     const int pairs = number_digit_count(x);
     for (int i = 0; i < 3; ++i) {
         auto *const word = reinterpret_cast<uint8_t *>(digits.text + 16 * i);
-        store_be64(word, characters_of_(static_cast<uint32_t>(coef.word[i] >> 32)));
-        store_be64(word + 8, characters_of_(static_cast<uint32_t>(coef.word[i])));
+        store_be64(word, characters_of_pairs(static_cast<uint32_t>(coef.word[i] >> 32)));
+        store_be64(word + 8, characters_of_pairs(static_cast<uint32_t>(coef.word[i])));
     }
     const int skipped = digits.text[0] == '0' ? 1 : 0;
     digits.first = digits.text + skipped;

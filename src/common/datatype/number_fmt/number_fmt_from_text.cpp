@@ -172,11 +172,10 @@ void dv::impl::make_reading_model(std::string_view text, number_model_t &model) 
 }
 
 void dv::impl::number_from_text_under(number_t &x, std::string_view text, const number_model_t &model) {
-    if (!read_under_plain_model(x, text, model.text)) read_or_raise_(x, text, model);
+    read_or_raise_(x, text, model);
 }
 
 int dv::impl::number_try_from_text_under(number_t &x, std::string_view text, const number_model_t &model) {
-    if (read_under_plain_model(x, text, model.text)) return 0;
     int code = 0;
     const auto plain = [&code](number_t &to, int length, const char *str) {
         code = number_try_from_str(&to, length, str);
@@ -188,7 +187,7 @@ extern "C" void number_from_str_fmt(number_t *x, int str_len, const char *str, i
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
     const std::string_view text(str, static_cast<size_t>(std::max(str_len, 0)));
     const std::string_view model_text = model_of(fmt, fmt_len);
-    if (read_under_plain_model(*x, text, model_text)) return;
+    if (read_under_plain_model(*x, text, plain_model_of(model_text))) return;
     number_model_t model;
     make_reading_model(model_text, model);
     read_or_raise_(*x, text, model);

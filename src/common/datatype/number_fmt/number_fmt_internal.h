@@ -46,7 +46,8 @@ struct number_model_t {
 void make_number_model(std::string_view text, number_model_t &model);
 void make_reading_model(std::string_view text, number_model_t &model);
 
-// number_to_str_fmt and number_from_str_fmt, in whose names they raise; the last with the code of a refused
+// number_to_str_fmt and number_from_str_fmt without their roads of plain models (plain_model.h,
+// plain_model_writer.h), in whose names they raise; the last with the code of a refused
 // text as its result, though under X it still raises what is beyond the range.
 void number_to_text_under(const number_t &x, int buf_size, char *str, const number_model_t &model);
 void number_from_text_under(number_t &x, std::string_view text, const number_model_t &model);

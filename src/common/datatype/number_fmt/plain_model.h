@@ -114,11 +114,25 @@ inline int compile_plain_model(std::string_view model, number_parse_result_t &pr
     return static_cast<int>(size);
 }
 
-// False: nothing is stored.
-inline bool read_under_plain_model(number_t &x, std::string_view text, std::string_view model) {
+// A model to read under.
+struct plain_model_t {
+    model_bits_t elements;
+    unsigned point;
+    bool is_plain;
+};
+[[gnu::always_inline]] inline plain_model_t plain_model_of(std::string_view model) {
     model = without_fm(model);
+    if (model.empty() || model.size() > PLAIN_MODEL_MAX) return {};
+    const model_bits_t elements = load_model(model);
+    const unsigned point = model_point_of(elements, model.size());
+    return {elements, point, is_plain_model(elements, model.size(), point)};
+}
+
+// False: nothing is stored. Both inline: a model of one call stays in registers.
+[[gnu::always_inline]] inline bool read_under_plain_model(number_t &x, std::string_view text,
+                                                          const plain_model_t &model) {
     text = end_of_text(text);
-    if (model.empty() || model.size() > PLAIN_MODEL_MAX || text.empty()) return false;
+    if (!model.is_plain || text.empty()) return false;
 
     bytes16_t digits = load_short_text(text.data(), static_cast<unsigned>(text.size()));
     const uint64_t blanks = bits_of(digits, ' '), commas = bits_of(digits, ','), minus = bits_of(digits, '-');
@@ -131,13 +145,10 @@ inline bool read_under_plain_model(number_t &x, std::string_view text, std::stri
     const bool begins_with_comma = (commas >> begin & 1) != 0;
     if ((are_digits | commas | points) != shown || are_digits == 0 || begins_with_comma) return false;
 
-    const model_bits_t elements = load_model(model);
-    const unsigned model_point = model_point_of(elements, model.size());
-    if (!is_plain_model(elements, model.size(), model_point)) return false;
-
+    const model_bits_t &elements = model.elements;
     const auto point = static_cast<unsigned>(std::countr_zero(points | uint64_t{1} << text.size()));
     // Bits of the text and of the model at it; the model may begin as far as its length in front.
-    const uint64_t shift = PLAIN_MODEL_MAX + point - model_point;
+    const uint64_t shift = PLAIN_MODEL_MAX + point - model.point;
     const auto at_text = [&](uint64_t bits) { return bits << shift >> PLAIN_MODEL_MAX & shown; };
     const uint64_t zeros_in_front = elements.zeros << shift & bits_up_to(PLAIN_MODEL_MAX + begin);
     if (at_text(elements.nines | elements.zeros) != are_digits || at_text(elements.commas) != commas ||
@@ -156,7 +167,9 @@ inline bool read_under_plain_model(number_t &x, std::string_view text, std::stri
 #else
 
 inline int compile_plain_model(std::string_view, number_parse_result_t &) { return 0; }
-inline bool read_under_plain_model(number_t &, std::string_view, std::string_view) { return false; }
+struct plain_model_t {};
+inline plain_model_t plain_model_of(std::string_view) { return {}; }
+inline bool read_under_plain_model(number_t &, std::string_view, const plain_model_t &) { return false; }
 
 #endif
 
