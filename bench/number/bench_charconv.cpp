@@ -26,7 +26,8 @@ struct charconv_int64_t {
     static void to_text(const int64_t &x, char *text) { *std::to_chars(text, text + 63, x).ptr = '\0'; }
 };
 
-// A machine number as text: the least work that takes it apart into decimal digits.
+// A machine number as text: the least work that takes it apart into decimal digits. Called out of line, as
+// every other library is.
 struct charconv_text_t {
     static constexpr const char *name = "std_to_chars";
     static constexpr int digits = 15;
@@ -34,8 +35,10 @@ struct charconv_text_t {
         char bytes[32];
     };
     static void to_text(const value &x, char *text) { std::strcpy(text, x.bytes); }
-    static void from_int64(value &x, int64_t v) { *std::to_chars(x.bytes, x.bytes + 31, v).ptr = '\0'; }
-    static void from_double(value &x, double v) {
+    [[gnu::noinline]] static void from_int64(value &x, int64_t v) {
+        *std::to_chars(x.bytes, x.bytes + 31, v).ptr = '\0';
+    }
+    [[gnu::noinline]] static void from_double(value &x, double v) {
         *std::to_chars(x.bytes, x.bytes + 31, v, std::chars_format::scientific).ptr = '\0';
     }
 };

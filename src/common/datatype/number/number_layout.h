@@ -150,17 +150,22 @@ constexpr void store_zero(number_t &x) {
 inline constexpr uint8_t DIGIT_ZERO_TO_TERMINATOR = NUMBER_DIGIT_EXCESS ^ NUMBER_TOP;
 
 // Stores a value that is not zero: first digit not 0, at most 20 digits, exponent in range. Trailing zero
-// digits are left out. `sign` is all ones for a negative value, else 0.
+// digits are left out; terminators stand in their places. `sign` is all ones for a negative value, else 0.
 constexpr void store_coef(number_t &x, uint64_t sign, int exponent, const long_coef &coef) {
+    constexpr uint64_t terminators = in_each_byte(NUMBER_TOP);
     // 128 + digit, or 128 - digit.
     const uint64_t excess = in_each_byte(NUMBER_DIGIT_EXCESS) - sign;
     const int count = coef_digit_count(coef);
+    const auto &mask = digit_count_row(count).mask;
+    const auto bytes = [&](int i) {
+        return ((((coef.word[i] ^ sign) + excess) ^ terminators) & mask[i]) ^ terminators;
+    };
     x.size = static_cast<uint8_t>(1 + count + static_cast<int>(sign & 1));
     x.signexp = static_cast<uint8_t>((NUMBER_SIGNEXP_EXCESS + exponent) ^ static_cast<int>(sign & 0xFF));
-    store_be64(x.coef, (coef.word[0] ^ sign) + excess);
-    store_be64(x.coef + 8, (coef.word[1] ^ sign) + excess);
-    store_be32(x.coef + 16, static_cast<uint32_t>(((coef.word[2] ^ sign) + excess) >> 32));
-    x.coef[count] = NUMBER_TOP;  // of a positive value: past the record
+    store_be64(x.coef, bytes(0));
+    store_be64(x.coef + 8, bytes(1));
+    store_be32(x.coef + 16, static_cast<uint32_t>(bytes(2) >> 32));
+    x.coef[NUMBER_DIGITS_MAX] = NUMBER_TOP;
 }
 
 // The same for eight digits in one store, so that a chain of short results reads back without a stall.
