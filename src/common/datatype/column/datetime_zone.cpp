@@ -1,7 +1,6 @@
 // Columns of local times to UTC and back.
 
-#include "../timezone/date_word.h"
-#include "../timezone/zonetab.h"
+#include "../timezone/zone_lookup.h"
 #include "dvtypes/column_zone.h"
 #include "each_row.h"
 #include "vector_level.h"
@@ -27,8 +26,23 @@ struct zone_block_t {
     shared_period_t *shared;
 };
 
+// The period of a time, from where its meaning is certain.
+template <bool is_utc>
+shared_period_t period_of(uint64_t word, const zone_year_t &row) {
+    const size_t period = zone_period_number(row, word_in_year(word));
+    const uint64_t year = word >> 48 << 48;
+    uint64_t first = period == 2 ? 0 : row.begin[period];
+    if (!is_utc) first = std::max(first, row.plain[period]);
+    const uint64_t end = period == 0 ? ~uint64_t{0} : row.begin[period - 1];
+    const uint64_t size = first < end ? (end >> 16) - (first >> 16) : 0;
+    return {year | first >> 16, size, row.periods[period].shift};
+}
+
 }  // namespace dv::impl
 
+#define DV_LEVEL plain
+#include "zone_plain_kernels.h"
+#undef DV_LEVEL
 #if DV_HAS_VECTOR_BYTES
 #define DV_LEVEL avx512
 DV_BEGIN_AVX512
@@ -43,17 +57,17 @@ namespace {
 
 using kernel_t = uint64_t(const zone_block_t &block, uint64_t rows);
 
-// Both of twelve bytes, the fraction of the second as it is. NULL: a level has none.
+// Both of twelve bytes, the fraction of the second as it is.
 struct kernels_t {
     kernel_t *to_local, *to_utc;
 };
-constexpr kernels_t _none = {nullptr, nullptr};
+constexpr kernels_t _plain = {plain::convert</*is_utc=*/true>, plain::convert</*is_utc=*/false>};
 #if DV_HAS_VECTOR_BYTES
 constexpr kernels_t _avx512 = {avx512::convert</*is_utc=*/true>, avx512::convert</*is_utc=*/false>};
 #else
-constexpr kernels_t _avx512 = _none;
+constexpr kernels_t _avx512 = _plain;
 #endif
-constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_none, &_none, &_none, &_avx512};
+constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_plain, &_plain, &_plain, &_avx512};
 
 // What a kernel does to a block of an operation (each_row.h).
 struct block_kernel_t {

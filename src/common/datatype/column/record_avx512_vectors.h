@@ -7,12 +7,11 @@ namespace dv::impl::DV_LEVEL {
 
 inline __m512i all64(uint64_t value) { return _mm512_set1_epi64(static_cast<int64_t>(value)); }
 
-// Fetches what lies a little behind rows that are read or written: the processor's own fetching ends with a
-// page of memory. A million rows take 0.5 to 0.7 of the time without. Nothing is accessed there.
+// Fetches what lies FETCH_AHEAD behind rows that are read or written.
 inline void fetch_ahead(const char *rows, int64_t count, int64_t stride) {
-    constexpr int64_t ahead = 2048, line = 64, longest = 4 * line;
+    constexpr int64_t line = 64, longest = 4 * line;
     const int64_t size = count * stride < longest ? count * stride : longest;
-    for (int64_t i = 0; i < size; i += line) _mm_prefetch(rows + ahead + i, _MM_HINT_T0);
+    for (int64_t i = 0; i < size; i += line) _mm_prefetch(rows + FETCH_AHEAD + i, _MM_HINT_T0);
 }
 
 inline __m512i row_offsets(int64_t stride) {

@@ -50,6 +50,10 @@
 
 namespace dv::impl {
 
+// So many bytes ahead kernels fetch memory: the processor's own fetching ends with a page. A million rows
+// take 0.5 to 0.7 of the time without. Nothing is accessed there, so that it may lie behind the column.
+inline constexpr int64_t FETCH_AHEAD = 2048;
+
 extern std::atomic<int> vector_level_in_use;  // a dv_vector_level_e
 
 // Which row of a table of kernels, one a level, is to be used.

@@ -99,17 +99,6 @@ __m512i member_(__m512i rows) {
     return _mm512_i64gather_epi64(rows, reinterpret_cast<const char *>(ZONE_YEAR_ROWS) + offset, 1);
 }
 
-// The period of a time, from where its meaning is certain.
-template <bool is_utc>
-shared_period_t period_of_(uint64_t word, size_t row_bytes, size_t period) {
-    const zone_year_t &row = ZONE_YEAR_ROWS[row_bytes / sizeof(zone_year_t)];
-    const uint64_t year = word >> 48 << 48;
-    uint64_t first = period == 2 ? 0 : row.begin[period];
-    if (!is_utc) first = std::max(first, row.plain[period]);
-    const uint64_t end = period == 0 ? ~uint64_t{0} : row.begin[period - 1];
-    return {year | first >> 16, (end >> 16) - (first >> 16), row.periods[period].shift};
-}
-
 // The shifts of the periods that times belong to. Times that the rows cannot tell are taken out of `rows`. A
 // period to which all of eight times belong is kept in `shared`.
 template <bool is_utc>
@@ -136,9 +125,8 @@ __m512i shifts_(__m512i words, __m512i year_rows, __mmask8 &rows, shared_period_
     if (_mm512_mask_cmpeq_epi64_mask(is_same_year, period,
                                      _mm512_broadcastq_epi64(_mm512_castsi512_si128(period))) == 0xFF) {
         const auto row = static_cast<size_t>(_mm_cvtsi128_si64(_mm512_castsi512_si128(year_rows)));
-        const size_t of_row = (is_before_last & 1) + (is_before_both & 1);
-        shared = period_of_<is_utc>(static_cast<uint64_t>(_mm_cvtsi128_si64(_mm512_castsi512_si128(words))),
-                                    row, of_row);
+        const auto word = static_cast<uint64_t>(_mm_cvtsi128_si64(_mm512_castsi512_si128(words)));
+        shared = period_of<is_utc>(word, ZONE_YEAR_ROWS[row / sizeof(zone_year_t)]);
     }
     return _mm512_srai_epi64(_mm512_slli_epi64(found, 32), 32);
 }
@@ -167,7 +155,7 @@ inline __m512i shifted_(__m512i words, __m512i shifts) {
 
 inline __mmask8 has_certain_day_(__m512i shifted, __m512i words) {
     const __m512i day = _mm512_and_si512(_mm512_srli_epi64(shifted, WORD_DAY_AT), all64(0xFF));
-    const __m512i month = _mm512_and_si512(_mm512_srli_epi64(words, 40), all64(0xFF));
+    const __m512i month = _mm512_and_si512(_mm512_srli_epi64(words, WORD_MONTH_AT), all64(0xFF));
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(CERTAIN_DAYS.data()));
     const __m512i certain = _mm512_permutexvar_epi32(month, _mm512_cvtepu8_epi32(bytes));
     const __mmask8 is_month = _mm512_cmple_epu64_mask(month, all64(MONTHS_PER_YEAR));

@@ -15,6 +15,8 @@
 
 namespace dv::impl {
 
+inline constexpr int WORD_MONTH_AT = WORD_DAY_AT + 8;
+
 // Of the day before a month: its other bytes are 0.
 constexpr uint64_t date_word(int century, int year, int month) {
     const auto at = [](int byte, int index) { return static_cast<uint64_t>(byte) << (56 - 8 * index); };

@@ -14,9 +14,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "date_word.h"
 #include "timezone_internal.h"
-#include "zonetab.h"
+#include "zone_lookup.h"
 
 using namespace dv::impl;
 
@@ -90,18 +89,6 @@ void store_offset_(timezone_t &tz, const tz_info_t &info) {
 
 // ---- the same by the rows of years ----
 
-// The number of the row in which to look for a time; 0: none. The bytes of the zone's number are loaded one
-// by one: a load of both waits for the copy of a zone that was made of four bytes and one.
-template <uint16_t zone_year_rows_t::*Kind>
-size_t row_number_(const timezone_t &zone, uint64_t word) {
-    constexpr uint64_t first_year = date_word(119, 100, 0) >> 48;
-    static_assert(ZONE_YEAR_FIRST == 1900);
-    const uint64_t year = (word >> 48) - first_year;
-    const uint8_t page = zone.zone_id[0];
-    if (year >= ZONE_YEAR_COUNT || page >= ZONE_ID_PAGES) return 0;
-    return ZONE_YEARS[ZONE_FIRST_YEARS[page][zone.zone_id[1]] + year].*Kind;
-}
-
 // Hidden in a register, lest compilers compute the row's address anew for each of its members: a twelfth of
 // the time from local to UTC (bench/timezone).
 const zone_year_t &row_(size_t number) {
@@ -110,24 +97,19 @@ const zone_year_t &row_(size_t number) {
     return *row;
 }
 
-// No branch: the months of random times would make it hard to predict.
-size_t period_number_(const zone_year_t &row, uint64_t in_year) {
-    return size_t{in_year < row.begin[0]} + size_t{in_year < row.begin[1]};
-}
-
 // The period that a time belongs to; NULL where the rows cannot tell.
 const zone_period_t *period_at_utc_(const timezone_t &zone, uint64_t word) {
-    const size_t number = row_number_<&zone_year_rows_t::utc>(zone, word);
+    const size_t number = zone_row_number<&zone_year_rows_t::utc>(zone, word);
     if (number == 0) return NULL;
     const zone_year_t &row = row_(number);
-    return &row.periods[period_number_(row, word_in_year(word))];
+    return &row.periods[zone_period_number(row, word_in_year(word))];
 }
 
 // NULL for times of none or two meanings too; row 0 has only such.
 const zone_period_t *period_at_local_(const timezone_t &zone, uint64_t word) {
-    const zone_year_t &row = row_(row_number_<&zone_year_rows_t::local>(zone, word));
+    const zone_year_t &row = row_(zone_row_number<&zone_year_rows_t::local>(zone, word));
     const uint64_t in_year = word_in_year(word);
-    const size_t period = period_number_(row, in_year);
+    const size_t period = zone_period_number(row, in_year);
     return in_year < row.plain[period] ? NULL : &row.periods[period];
 }
 
