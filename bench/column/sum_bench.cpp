@@ -92,36 +92,32 @@ void read_memory_(benchmark::State &state, operands_e kind) {
 }
 
 // Short ones, whose products number_mul gives exactly.
+number_sum_t products_one_by_one_(const std::vector<number_t> &x, const std::vector<number_t> &y) {
+    number_sum_t sum{};
+    for (size_t i = 0; i < x.size(); ++i) {
+        number_t product = x[i];
+        number_mul(&product, &y[i]);
+        number_sum_add(&sum, &product);
+    }
+    return sum;
+}
+
 void products_(benchmark::State &state, bool by_column) {
     std::vector<number_t> x = number_records(operands_e::SHORT, 1), y = number_records(operands_e::SHORT, 2);
     const dv_column_t x_column = column_of(x), y_column = column_of(y);
     number_total_t total{};
-    number_sum_t sum{};
     for (auto _ : gauged(state)) {
         if (by_column) {
             total = {};
             number_column_sum_products(&x_column, &y_column, nullptr, &total, nullptr);
             benchmark::DoNotOptimize(total);
-            continue;
+        } else {
+            number_sum_t sum = products_one_by_one_(x, y);
+            benchmark::DoNotOptimize(sum);
         }
-        sum = {};
-        for (size_t i = 0; i < x.size(); ++i) {
-            number_t product = x[i];
-            number_mul(&product, &y[i]);
-            number_sum_add(&sum, &product);
-        }
-        benchmark::DoNotOptimize(sum);
     }
     count_rows(state);
-    if (!by_column) number_column_sum_products(&x_column, &y_column, nullptr, &total, nullptr);
-    if (by_column) {
-        for (size_t i = 0; i < x.size(); ++i) {
-            number_t product = x[i];
-            number_mul(&product, &y[i]);
-            number_sum_add(&sum, &product);
-        }
-    }
-    if (!is_sum_(total, sum)) report_wrong(state, "another sum");
+    if (by_column && !is_sum_(total, products_one_by_one_(x, y))) report_wrong(state, "another sum");
 }
 
 void groups_(benchmark::State &state, int64_t count, bool by_column) {

@@ -107,9 +107,9 @@ struct sum_products_t {
     void no_value(int64_t /*row*/) const {}
 
     void collect_all() {
-        exact_t sum = collect(sums->word, 2 * (NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS));
+        exact_t sum = collect(sums->word, sums->words, 2 * (NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS));
         add(*collected, sum);
-        *sums = {};
+        sums->clear();
         uncollected = 0;
     }
 };
@@ -179,11 +179,11 @@ struct sum_by_group_t {
 extern "C" int64_t number_column_sum(const dv_column_t *x, const uint8_t *rows, number_total_t *total,
                                      dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x)) || !DV_ASSERT(total != NULL)) return 0;
-    row_sums_t sums = {};
+    row_sums_t sums;
     sum_t operation = {{x}, rows, &sums, &sum_kernels()};
     column_run(operation, x->count, faults);
     sweep(sums);
-    exact_t sum = collect(sums.swept, NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS);
+    exact_t sum = collect(sums.swept, sums.words, NUMBER_EXPONENT_MIN - COEF_WORD_DIGITS);
     raise_weight(sum);
     return add_to_total(*total, sum, operation.terms);
 }
@@ -191,7 +191,7 @@ extern "C" int64_t number_column_sum(const dv_column_t *x, const uint8_t *rows, 
 extern "C" int64_t number_column_sum_products(const dv_column_t *x, const dv_column_t *y, const uint8_t *rows,
                                               number_total_t *total, dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(x, y)) || !DV_ASSERT(total != NULL)) return 0;
-    product_sums_t sums = {};
+    product_sums_t sums;
     exact_t sum = exact_of(int128_t{0}, 0);
     sum_products_t operation = {{x, y}, rows, &sums, &sum, &sum_kernels()};
     column_run(operation, x->count, faults);

@@ -112,17 +112,32 @@ inline void lower_weight(exact_t &x, int weight) {
     }
 }
 
+// x /= divisor where nothing remains, of x that is not negative; else false, and x stays.
+inline bool divide_exactly(exact_t &x, uint64_t divisor) {
+    uint64_t quotient[EXACT_LIMBS_MAX], remainder = 0;
+    for (int i = x.size - 1; i >= 0; --i) {
+        const quotient_t step = divide_128_by_64(remainder, x.limb[i], divisor);
+        quotient[i] = step.quotient;
+        remainder = step.remainder;
+    }
+    if (remainder != 0) return false;
+    memcpy(x.limb, quotient, sizeof quotient[0] * static_cast<size_t>(x.size));
+    trim(x);
+    return true;
+}
+
 // The same value in units of the highest weight, 0 for zero, and trimmed.
 inline void raise_weight(exact_t &x) {
     trim(x);
     if (is_zero(x)) x.weight = 0;
+    if (is_zero(x)) return;
     const bool negative = is_negative(x);
     if (negative) negate(x);
-    while (!is_zero(x) && x.limb[0] % 4 == 0) {  // a multiple of 100 is one of 4
-        exact_t quotient = x;
-        if (divide(quotient, 100) != 0) break;
-        x = quotient;
-        ++x.weight;
+    for (const int step : {4, 1}) {  // a multiple of 100 is one of 4
+        const uint64_t multiple_of = uint64_t{1} << 2 * step;
+        while (x.limb[0] % multiple_of == 0 && divide_exactly(x, POWERS_OF_100[static_cast<size_t>(step)])) {
+            x.weight += step;
+        }
     }
     if (negative) negate(x);
     trim(x);

@@ -18,15 +18,29 @@ inline constexpr int RECORD_EXPONENTS = NUMBER_EXPONENT_MAX - NUMBER_EXPONENT_MI
 // Digit bytes may be anything: a word of them is below 128 * (1 + 100 + ... + 100^7) < 2^54 by magnitude.
 inline constexpr int64_t UNSWEPT_ROWS_MAX = 512;
 
+// Most columns have one word a record: the counters of the others are there from the first longer record on.
 struct row_sums_t {
     int64_t word[RECORD_WORDS][RECORD_EXPONENTS];
     int128_t swept[RECORD_WORDS][RECORD_EXPONENTS];
-    int64_t unswept = 0;                   // rows in `word`
-    int window = 6 - NUMBER_EXPONENT_MIN;  // the exponent whose places most rows' digits are expected at
+    int words;        // of both that are there
+    int64_t unswept;  // rows in `word`
+    int window;       // the exponent whose places most rows' digits are expected at
+
+    row_sums_t() : words(1), unswept(0), window(6 - NUMBER_EXPONENT_MIN) { clear(0, 1); }
+    void need_all_words() {
+        if (words == 1) clear(1, RECORD_WORDS);
+        words = RECORD_WORDS;
+    }
+
+  private:
+    void clear(int begin, int end) {
+        memset(word[begin], 0, sizeof word[0] * static_cast<size_t>(end - begin));
+        memset(swept[begin], 0, sizeof swept[0] * static_cast<size_t>(end - begin));
+    }
 };
 
 inline void sweep(row_sums_t &sums) {
-    for (int i = 0; i < RECORD_WORDS; ++i) {
+    for (int i = 0; i < sums.words; ++i) {
         for (int e = 0; e < RECORD_EXPONENTS; ++e) {
             sums.swept[i][e] += sums.word[i][e];
             sums.word[i][e] = 0;
@@ -49,11 +63,22 @@ inline constexpr int64_t PRODUCT_ROWS_MAX = int64_t{1} << 17;
 
 struct product_sums_t {
     int128_t word[PRODUCT_WORDS][PRODUCT_EXPONENTS];
+    int words;  // that are there
+
+    product_sums_t() { clear(); }
+    void clear() {
+        memset(word[0], 0, sizeof word[0]);
+        words = 1;
+    }
+    void need_all_words() {
+        if (words == 1) memset(word[1], 0, sizeof word - sizeof word[0]);
+        words = PRODUCT_WORDS;
+    }
 };
 
 // The exact sum of counters, where counter e of word i has the weight e + lowest - 8 * i.
-template <int words, int exponents>
-exact_t collect(const int128_t (&counter)[words][exponents], int lowest) {
+template <int exponents>
+exact_t collect(const int128_t (*counter)[exponents], int words, int lowest) {
     exact_t sum = exact_of(int128_t{0}, 0);
     for (int place = exponents - 1; place > -COEF_WORD_DIGITS * words; --place) {
         int128_t here = 0;
@@ -100,11 +125,13 @@ inline record_words_t words_of(const number_t &x, int size) {
 
 inline void add_row(row_sums_t &sums, const number_t &x, int size) {
     const record_words_t words = words_of(x, size);
+    if (words.words > 1) sums.need_all_words();
     for (int i = 0; i < words.words; ++i) sums.word[i][words.exponent] += words.word[i];
 }
 
 inline void add_product(product_sums_t &sums, const number_t &x, const number_t &y) {
     const record_words_t a = words_of(x, x.size), b = words_of(y, y.size);
+    if (a.words + b.words > 2) sums.need_all_words();
     for (int i = 0; i < a.words; ++i) {
         for (int j = 0; j < b.words; ++j) {
             sums.word[i + j][a.exponent + b.exponent] += int128_t{a.word[i]} * b.word[j];

@@ -82,6 +82,7 @@ inline void add_by_exponent(const Places &places, int row, const lane_records_t 
         store_lanes(count, records.count);
         return move_window(exponent, count, sums, window);
     }
+    sums.need_all_words();
     // The last sixteen bytes: those from 3 on are the digits behind the first eight.
     const __m128i rest = _mm_setr_epi8(3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, -1, -1, -1, -1);
     const two_lanes_t loaded = load_records(places, row, int{sizeof(number_t)} - 16, rest);
