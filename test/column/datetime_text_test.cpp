@@ -143,25 +143,26 @@ TEST(IsoColumn, WritesAsTheFunctionsForOneValue) {
 // ---- compiled models
 
 // Of the ISO shape, nearly so, and others.
-constexpr const char *_models[] = {"YYYY-MM-DD HH24:MI:SS.FF9",
-                                   "YYYY-MM-DD HH24:MI:SS.FF",
-                                   "YYYY-MM-DD HH24:MI:SS.FF3",
-                                   "SYYYY-MM-DD\"T\"HH24:MI:SS.FF6",
-                                   "YYYY-MM-DD HH24:MI:SS",
-                                   "YYYY-MM-DD",
-                                   "HH24:MI:SS.FF9",
-                                   "YYYY/MM/DD HH24.MI.SS,FF9",
-                                   "YYYYMMDDHH24MISS",
-                                   "DD-MON-RR HH12:MI AM",
-                                   "FMYYYY-MM-DD HH24:MI:SS.FF9",
-                                   "FXYYYY-MM-DD HH24:MI:SS.FF9"};
+constexpr std::string_view _models[] = {"YYYY-MM-DD HH24:MI:SS.FF9",
+                                        "YYYY-MM-DD HH24:MI:SS.FF",
+                                        "YYYY-MM-DD HH24:MI:SS.FF3",
+                                        "SYYYY-MM-DD\"T\"HH24:MI:SS.FF6",
+                                        "YYYY-MM-DD HH24:MI:SS",
+                                        "YYYY-MM-DD",
+                                        "HH24:MI:SS.FF9",
+                                        "YYYY/MM/DD HH24.MI.SS,FF9",
+                                        "YYYYMMDDHH24MISS",
+                                        "DD-MON-RR HH12:MI AM",
+                                        "FMYYYY-MM-DD HH24:MI:SS.FF9",
+                                        "FXYYYY-MM-DD HH24:MI:SS.FF9",
+                                        {"YYYY-MM-DD\"\0\"HH24:MI:SS", 23}};
 
 constexpr dv_date_t _as_of = {120, 126, 11, 22, 0, 0, 0, 0};
 
 TEST(TextColumn, ReadsTimestampsUnderModels) {
     number_source source(3);
-    for (const char *const model : _models) {
-        SCOPED_TRACE(model);
+    for (const std::string_view model : _models) {
+        SCOPED_TRACE(std::string(model));
         const compiled_model compiled(model, /*is_reading=*/true, DV_TYPE_TIMESTAMP);
         const rows_t texts = iso_texts_(source, model == _models[0] ? 30'000 : 4'000);
         for (const int fprec : {9, 2, 10}) {
@@ -218,8 +219,8 @@ TEST(TextColumn, ReadsZonedTimestampsUnderModels) {
 TEST(TextColumn, WritesUnderModels) {
     number_source source(6);
     const assertion_watch quiet;
-    for (const char *const model : _models) {
-        SCOPED_TRACE(model);
+    for (const std::string_view model : _models) {
+        SCOPED_TRACE(std::string(model));
         const compiled_model compiled(model, /*is_reading=*/false, DV_TYPE_TIMESTAMP);
         const rows_t records = records_<dv_timestamp_t>(source, model == _models[0] ? 30'000 : 4'000);
         const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {

@@ -300,7 +300,10 @@ bool find_(const dt_fmt_ctx_t &model, bool type_has_fraction, int fprec, iso_mod
         if (!is_of_shape_<Direction>(elements, shape)) return false;
         found = {shape.has_clock, shape.has_fraction, 0, {}};
         constexpr int count = shape.has_fraction ? 6 : shape.has_clock ? 5 : 2;
-        for (int i = 0; i < count; ++i) found.characters[i] = *elements[2 * i + 1].token;
+        for (int i = 0; i < count; ++i) {
+            found.characters[i] = *elements[2 * i + 1].token;
+            if (found.characters[i] == '\0') return false;  // a text would end there
+        }
         if (shape.has_fraction)
             found.fraction_digits = fraction_precision(elements[shape.fraction_at + 1], fprec);
         return true;
