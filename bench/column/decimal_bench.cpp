@@ -81,6 +81,28 @@ void sum_(benchmark::State &state) {
     if (sum.words[0] != static_cast<uint64_t>(wanted)) report_wrong(state, "another sum");
 }
 
+// Every seventh row has no value.
+void sum_with_nulls_(benchmark::State &state) {
+    std::vector<int64_t> values = values_<int64_t>();
+    std::vector<uint8_t> validity(values.size() / 8 + 1);
+    int128 wanted = 0;
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (i % 7 == 0) continue;
+        validity[i / 8] = static_cast<uint8_t>(validity[i / 8] | 1 << i % 8);
+        wanted += values[i];
+    }
+    dv_decimal_column_t x = decimals_of_(values);
+    x.column.validity = validity.data();
+    dv_decimal_sum_t sum = {};
+    for (auto _ : gauged(state)) {
+        sum = {};
+        dv_decimal_column_sum(&x, &sum);
+        benchmark::DoNotOptimize(sum);
+    }
+    count_rows(state);
+    if (sum.words[0] != static_cast<uint64_t>(wanted)) report_wrong(state, "another sum");
+}
+
 void sum_that_wraps_(benchmark::State &state) {
     const std::vector<int64_t> values = values_<int64_t>();
     for (auto _ : gauged(state)) {
@@ -305,6 +327,7 @@ void to_int64_one_by_one_(benchmark::State &state) {
 
 BENCHMARK(sum_<int64_t>)->Name("decimal_sum/int64/dvtypes");
 BENCHMARK(sum_<int128>)->Name("decimal_sum/int128/dvtypes");
+BENCHMARK(sum_with_nulls_)->Name("decimal_sum/int64_with_nulls/dvtypes");
 BENCHMARK(sum_that_wraps_)->Name("decimal_sum/int64/wrapping_int64");
 BENCHMARK_CAPTURE(compare_, constant, true)->Name("decimal_compare/constant/dvtypes");
 BENCHMARK_CAPTURE(read_memory_, one, 1)->Name("decimal_compare/constant/memory_read");

@@ -128,7 +128,7 @@ test_column::test_column(const rows_t &rows, values_t values, shape_t shape)
         } else {
             char *const value = target + static_cast<int64_t>(i) * column_.stride;
             const bool is_number = values.kind == values_t::number;
-            std::memset(value, is_number ? 0xCC : 0, static_cast<size_t>(width_of_(values)));
+            std::memset(value, is_number || !rows[i] ? 0xCC : 0, static_cast<size_t>(width_of_(values)));
             if (is_number) *value = static_cast<char>(bytes_of_row.size());
             std::memcpy(value + (is_number ? 1 : 0), bytes_of_row.data(), bytes_of_row.size());
         }

@@ -48,6 +48,15 @@ word_sums_t sum(const char *words, int64_t count, uint64_t even_bias, uint64_t o
     return sums;
 }
 
+uint128_t sum_valid(const char *values, const uint64_t *valid, int64_t blocks, uint64_t bias) {
+    uint128_t sum = 0;
+    for (int64_t i = 0; i < 64 * blocks; ++i) {
+        const uint64_t is_valid = valid[i / 64] >> (i % 64) & 1;
+        sum += (word_at(values, i) ^ bias) & (0 - is_valid);
+    }
+    return sum;
+}
+
 template <typename Overflows>
 uint64_t combine(const char *x, const char *y, int64_t y_step, char *z, int64_t limit, Overflows overflows) {
     uint64_t left = 0;
@@ -73,7 +82,7 @@ uint64_t subtract(const char *x, const char *y, int64_t y_step, char *z, int64_t
                    [](int64_t a, int64_t b, int64_t *c) { return __builtin_sub_overflow(a, b, c); });
 }
 
-constexpr decimal_kernels_t kernels = {within, less, equal, sum, add, subtract};
+constexpr decimal_kernels_t kernels = {within, less, equal, sum, sum_valid, add, subtract};
 
 }  // namespace
 }  // namespace dv::impl::plain

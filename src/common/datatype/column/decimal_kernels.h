@@ -26,6 +26,8 @@ struct decimal_kernels_t {
     void (*equal)(const char *x, const char *y, int64_t count, uint64_t flip, uint64_t *bits);
     // Sums of an even count of words; a bias is exclusive-ored to each of them.
     word_sums_t (*sum)(const char *words, int64_t count, uint64_t even_bias, uint64_t odd_bias);
+    // The sum of those of 64 `blocks` values for which a bit is set, each changed by the bias first.
+    uint128_t (*sum_valid)(const char *values, const uint64_t *valid, int64_t blocks, uint64_t bias);
     // z = x + y and x - y of 64 rows, y being one value where its step is 0. Returns the rows that were not
     // done because a magnitude may be above the limit.
     uint64_t (*add)(const char *x, const char *y, int64_t y_step, char *z, int64_t limit);

@@ -48,20 +48,53 @@ void sum_side_by_side_(const dv_decimal_column_t &x, int64_t begin, int64_t coun
     }
 }
 
-// The rows of a block that have a value.
+// The rows of a block that have a value. Sixty-four integers of 64 bits are summed in 128.
 void sum_rows_(const dv_decimal_column_t &x, int64_t begin, uint64_t valid, dv_decimal_sum_t &sum) {
+    const bool is_narrow = x.bytes == sizeof(int64_t);
+    int128_t narrow_sum = 0;
     sum.count += std::popcount(valid);
     for (; valid != 0; valid &= valid - 1) {
-        add_at_(sum, load_decimal(x, begin + std::countr_zero(valid)), 0);
+        const int128_t value = load_decimal(x, begin + std::countr_zero(valid));
+        if (is_narrow) {
+            narrow_sum += value;
+        } else {
+            add_at_(sum, value, 0);
+        }
     }
+    if (is_narrow) add_at_(sum, narrow_sum, 0);
+}
+
+// The whole blocks of integers of 64 bits side by side, some of which have no value; returns the rows of
+// these.
+int64_t sum_valid_blocks_(const dv_decimal_column_t &x, dv_decimal_sum_t &sum) {
+    constexpr int64_t blocks_at_once = 64;
+    uint64_t valid[blocks_at_once];
+    int64_t row = 0;
+    for (int64_t left = x.column.count / BLOCK_ROWS; left > 0;) {
+        const int64_t blocks = left < blocks_at_once ? left : blocks_at_once;
+        int64_t values = 0;
+        for (int64_t i = 0; i < blocks; ++i) {
+            valid[i] = valid_rows(x.column, row + i * BLOCK_ROWS, BLOCK_ROWS);
+            values += std::popcount(valid[i]);
+        }
+        const auto *const place = static_cast<const char *>(value_at(x.column, row));
+        const uint128_t biased = decimal_kernels().sum_valid(place, valid, blocks, _sign_bit);
+        add_at_(sum, static_cast<int128_t>(biased) - (int128_t{values} << 63), 0);
+        sum.count += values;
+        row += blocks * BLOCK_ROWS;
+        left -= blocks;
+    }
+    return row;
 }
 
 void sum_column_(const dv_decimal_column_t &x, dv_decimal_sum_t &sum) {
     const int64_t count = x.column.count;
     const bool is_side_by_side = x.column.stride == x.bytes;
     if (is_side_by_side && x.column.validity == nullptr) return sum_side_by_side_(x, 0, count, sum);
+    const bool is_narrow = is_side_by_side && x.bytes == sizeof(int64_t);
+    const int64_t first = is_narrow ? sum_valid_blocks_(x, sum) : 0;
     int64_t run = 0;  // rows in front of the block that all have a value
-    for (int64_t begin = 0; begin < count; begin += BLOCK_ROWS) {
+    for (int64_t begin = first; begin < count; begin += BLOCK_ROWS) {
         const int64_t size = count - begin < BLOCK_ROWS ? count - begin : int64_t{BLOCK_ROWS};
         const uint64_t valid = valid_rows(x.column, begin, size);
         if (is_side_by_side && valid == first_rows(size)) {

@@ -97,6 +97,22 @@ word_sums_t sum(const char *words, int64_t count, uint64_t even_bias, uint64_t o
     return total;
 }
 
+uint128_t sum_valid(const char *values, const uint64_t *valid, int64_t blocks, uint64_t bias) {
+    const lanes_t biases = in_each_lane(bias);
+    lane_sums_t sums[2] = {};
+    for (int64_t block = 0; block < blocks; ++block, values += 64 * 8) {
+        fetch_ahead(values, 64 * 8);
+        const uint64_t bits = valid[block];
+        for (int i = 0; i < 64; i += LANES) {
+            const lanes_t value = exclusive_or(load_lanes(values + 8 * i), biases);
+            sums[i / LANES % 2].add(keep_lanes(value, bits >> i));
+        }
+    }
+    word_sums_t total = {0, 0};
+    for (const lane_sums_t &s : sums) s.take(total);
+    return total.even + total.odd;
+}
+
 // A lane is left where its sign in `overflow` is set, or that of limit - result or limit + result: neither of
 // these wraps around to a sign that is clear.
 inline uint64_t store_within(lanes_t result, lanes_t overflow, lanes_t limit, char *z) {
@@ -135,7 +151,7 @@ uint64_t subtract(const char *x, const char *y, int64_t y_step, char *z, int64_t
     });
 }
 
-constexpr decimal_kernels_t kernels = {within, less, equal, sum, add, subtract};
+constexpr decimal_kernels_t kernels = {within, less, equal, sum, sum_valid, add, subtract};
 
 }  // namespace
 }  // namespace dv::impl::DV_LEVEL

@@ -45,6 +45,13 @@ inline uint64_t top_bits_of(lanes_t x) {
 inline uint64_t are_greater(lanes_t x, lanes_t y) { return top_bits_of(_mm256_cmpgt_epi64(x, y)); }
 inline uint64_t are_equal(lanes_t x, lanes_t y) { return top_bits_of(_mm256_cmpeq_epi64(x, y)); }
 
+// The lanes for which one of the lowest bits is set, and 0 for the others.
+inline lanes_t keep_lanes(lanes_t x, uint64_t bits) {
+    const lanes_t bit_of_lane = _mm256_setr_epi64x(1, 2, 4, 8);
+    const lanes_t own_bits = both(in_each_lane(bits), bit_of_lane);
+    return both(x, _mm256_cmpeq_epi64(own_bits, bit_of_lane));
+}
+
 // Stores the lanes whose sign in `where_not` is clear.
 inline void store_lanes_unless(lanes_t where_not, void *p, lanes_t x) {
     const lanes_t is_stored = _mm256_cmpgt_epi64(where_not, _mm256_set1_epi64x(-1));
@@ -80,6 +87,10 @@ inline int64_t sum_of_lanes(lanes_t x) { return _mm512_reduce_add_epi64(x); }
 inline uint64_t top_bits_of(lanes_t x) { return _mm512_movepi64_mask(x); }
 inline uint64_t are_greater(lanes_t x, lanes_t y) { return _mm512_cmpgt_epi64_mask(x, y); }
 inline uint64_t are_equal(lanes_t x, lanes_t y) { return _mm512_cmpeq_epi64_mask(x, y); }
+
+inline lanes_t keep_lanes(lanes_t x, uint64_t bits) {
+    return _mm512_maskz_mov_epi64(static_cast<__mmask8>(bits), x);
+}
 
 inline void store_lanes_unless(lanes_t where_not, void *p, lanes_t x) {
     _mm512_mask_storeu_epi64(p, static_cast<__mmask8>(~_mm512_movepi64_mask(where_not)), x);
