@@ -161,7 +161,7 @@ constexpr const char *_models[] = {"999,999,990.00",
 
 TEST(NumberColumn, WritesUnderModelsAsTheFunctionForOneText) {
     rows_t numbers = random_numbers_(4);
-    numbers.resize(numbers.size() / 10);
+    numbers.resize(numbers.size() / 30);
     for (const char *model : _models) {
         const auto length = static_cast<int>(strlen(model));
         const auto columns = [&](const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
@@ -178,7 +178,7 @@ TEST(NumberColumn, WritesUnderModelsAsTheFunctionForOneText) {
 rows_t texts_under_(std::string_view model, uint64_t seed) {
     number_source source(seed);
     rows_t rows;
-    for (long i = 0; i < scaled(10'000); ++i) {
+    for (long i = 0; i < scaled(3'000); ++i) {
         number_t x;
         number_from_double(&x, source.pick(-1'000'000, 1'000'000) / 100.0);
         char text[NUMBER_FMT_TEXT_SIZE];

@@ -36,6 +36,17 @@ class plain_template {
     static constexpr int _exponent_max = 10;
     static constexpr int _places = 96;
 
+    struct shown_t {
+        int digits;    // in front of the point
+        int decimals;  // below 0: zeros in front of the point
+    };
+    struct span_t {
+        int begin, end;
+    };
+    bool measure_(const number_t &x, const number_head_t &head, shown_t &shown) const;
+    static void lay_out_(const number_t &x, const number_head_t &head, char *places);
+    span_t written_(const shown_t &shown) const;
+
     int elements_ = 0;  // 0: no plain model
     int integer_positions_ = 0;
     int positions_ = 0;
@@ -77,57 +88,64 @@ inline plain_template::plain_template(const number_model_t &model) {
     }
 }
 
-inline size_t plain_template::write(const number_t &x, char *text) const {
-    const bool is_zero = number_is_zero(x);
-    const number_head_t head = read_head(x);
-    if (elements_ == 0 || x.size == 0 || x.size > sizeof x || (head.count <= 0 && !is_zero)) return 0;
-    const int exponent = is_zero ? 0 : head.exponent, count = is_zero ? 0 : head.count;
-    if (exponent < 0 || exponent > _exponent_max || count > NUMBER_DIGITS_MAX) return 0;
+// What a value shows on either side of the point; false: it is one that write() leaves.
+inline bool plain_template::measure_(const number_t &x, const number_head_t &head, shown_t &shown) const {
+    if (x.size > sizeof x || head.count < 1 || head.count > NUMBER_DIGITS_MAX ||
+        x.coef[0] == NUMBER_DIGIT_EXCESS)
+        return false;
+    if (head.exponent < 0 || head.exponent > _exponent_max) return false;
+    const int first = x.coef[0] - NUMBER_DIGIT_EXCESS, last = x.coef[head.count - 1] - NUMBER_DIGIT_EXCESS;
+    const bool skips_tens = head.exponent != 0 && first > -10 && first < 10;
+    shown.digits = 2 * head.exponent - (skips_tens ? 1 : 0);
+    shown.decimals = 2 * (head.count - head.exponent) - (last % 10 == 0 ? 1 : 0);
+    return shown.digits <= integer_positions_ && shown.decimals <= positions_ - integer_positions_;
+}
 
-    // Digits, and what they make of the places. Bytes above 99 are none.
-    const long_coef coef = is_zero ? long_coef{} : load_coef<3>(x, head);
-    constexpr uint64_t past_digits = in_each_byte(127 - 99);
-    const auto &[w0, w1, w2] = coef.word;
-    const uint64_t above = (w0 + past_digits) | (w1 + past_digits) | (w2 + past_digits) | w0 | w1 | w2;
-    if ((above & in_each_byte(0x80)) != 0) return 0;
-    const auto first = static_cast<int>(coef.word[0] >> 56);
-    const auto last = count == 0 ? 0 : x.coef[count - 1] - NUMBER_DIGIT_EXCESS;
-    const int digits = exponent == 0 ? 0 : 2 * exponent - (first < 10 ? 1 : 0);  // in front of the point
-    const int decimals = 2 * (count - exponent) - (last % 10 == 0 ? 1 : 0);
-    if (digits > integer_positions_ || decimals > positions_ - integer_positions_ || (first == 0 && !is_zero))
-        return 0;
-    char places[_places];
-    memset(places, '0', sizeof places);
-    places[_comma] = ',';
-    places[_point] = '.';
-    auto *const begin = reinterpret_cast<uint8_t *>(places + _units + 1 - 2 * exponent);
+inline void plain_template::lay_out_(const number_t &x, const number_head_t &head, char *places) {
+    const long_coef coef = load_coef<3>(x, head);
+    auto *const begin = reinterpret_cast<uint8_t *>(places + _units + 1 - 2 * head.exponent);
     for (int i = 0; i < 3; ++i) {
         store_be64(begin + 16 * i, characters_of_pairs(static_cast<uint32_t>(coef.word[i] >> 32)));
         store_be64(begin + 16 * i + 8, characters_of_pairs(static_cast<uint32_t>(coef.word[i])));
     }
+}
 
-    // The positions that are written, and their elements.
-    int from = std::min({integer_positions_ - digits, forced_begin_, integer_positions_});
+// The elements that are written: their positions first.
+inline plain_template::span_t plain_template::written_(const shown_t &shown) const {
+    const bool has_point = point_element_ < elements_;
+    int begin = std::min({integer_positions_ - shown.digits, forced_begin_, integer_positions_});
     int end = positions_;
-    if (is_unfilled_) end = std::max({integer_positions_, integer_positions_ + decimals, forced_end_});
-    if (from >= end) {
-        from = integer_positions_ > 0 ? integer_positions_ - 1 : 0;
-        end = std::max(end, from + 1);
+    if (is_unfilled_) end = std::max({integer_positions_, integer_positions_ + shown.decimals, forced_end_});
+    if (begin >= end) {  // a zero is written all the same
+        begin = std::max(integer_positions_ - 1, 0);
+        end = std::max(end, begin + 1);
     }
-    const int element_begin = from < integer_positions_    ? element_of_[from]
-                              : point_element_ < elements_ ? point_element_
-                                                           : element_of_[from];
-    const int element_end = end > integer_positions_     ? element_of_[end - 1] + 1
-                            : point_element_ < elements_ ? point_element_ + 1
-                                                         : elements_;
+    const bool begins_at_point = begin >= integer_positions_ && has_point;
+    const int past_integer = has_point ? point_element_ + 1 : elements_;
+    return {begins_at_point ? point_element_ : element_of_[begin],
+            end > integer_positions_ ? element_of_[end - 1] + 1 : past_integer};
+}
+
+inline size_t plain_template::write(const number_t &x, char *text) const {
+    const number_head_t head = read_head(x);
+    const bool is_zero = x.size == 1;
+    shown_t shown = {};
+    if (elements_ == 0 || (!is_zero && !measure_(x, head, shown))) return 0;
+    char places[_places];
+    memset(places, '0', sizeof places);
+    if (!is_zero) lay_out_(x, head, places);
+    places[_comma] = ',';
+    places[_point] = '.';
+
+    const span_t written = written_(shown);
     char *out = text;
     if (!is_unfilled_) {
         memset(out, ' ', TEXT_SIZE_MAX);
-        out += element_begin + elements_ - element_end;
+        out += written.begin + elements_ - written.end;
     }
     *out = head.sign != 0 ? '-' : ' ';
-    out += !is_unfilled_ || *out == '-' ? 1 : 0;
-    for (int i = element_begin; i < element_end; ++i) *out++ = places[from_[i]];
+    out += !is_unfilled_ || head.sign != 0 ? 1 : 0;
+    for (int i = written.begin; i < written.end; ++i) *out++ = places[from_[i]];
     return static_cast<size_t>(out - text);
 }
 
