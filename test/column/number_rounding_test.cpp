@@ -70,5 +70,56 @@ TEST(NumberColumn, FitsDeclarationsAsTheFunctionForOneValue) {
     }
 }
 
+TEST(NumberColumn, ChangesInPlace) {
+    const rows_t x = random_numbers_(4);
+    for (each_level levels; levels.next();) {
+        test_column column(x, _numbers, {false, 5, -1});
+        dv_column_faults_t faults{};
+        number_column_negate(column.get(), column.get(), &faults);
+        number_column_force_prec_scale(column.get(), 20, 4, column.get(), &faults);
+        for (size_t i = 0; i < x.size(); ++i) {
+            row_t wanted;
+            if (x[i]) {
+                wanted = number_outcome(number_of(*x[i]), [](number_t *value) {
+                             number_negate(value);
+                             number_force_prec_scale(value, 20, 4);
+                         }).value;
+            }
+            ASSERT_EQ(column.row(static_cast<int64_t>(i)), wanted) << i;
+        }
+    }
+}
+
+// Offsets of any value: a row has the bytes that they give it, none, or -5120.
+TEST(NumberColumn, BelievesNoOffsetsOfNumbers) {
+    number_source source(5);
+    std::string bytes;
+    for (int i = 0; i < 96; ++i) bytes += *row_of(source.with_digits(1, 1));  // three or four bytes a record
+    constexpr int rows = 64, size = 96;
+    char *const begin_of_column = bytes.data() + size;
+    for (long round = 0; round < scaled(200); ++round) {
+        std::vector<int32_t> offsets(rows + 1);
+        for (int32_t &offset : offsets) offset = source.pick(-2, size + 2);
+        for (const int32_t extreme : {INT32_MIN, INT32_MAX, -1})
+            offsets[static_cast<size_t>(source.pick(0, rows))] = extreme;
+        dv_column_t x = {rows, begin_of_column, 0, offsets.data(), size, nullptr, 0};
+        for (each_level levels; levels.next();) {
+            std::vector<number_t> values(rows);
+            std::vector<int32_t> codes(rows);
+            dv_column_t result = {rows, values.data(), sizeof(number_t), nullptr, 0, nullptr, 0};
+            dv_column_faults_t faults = {codes.data(), nullptr, 0, 0, 0, 0};
+            number_column_negate(&x, &result, &faults);
+            for (size_t i = 0; i < rows; ++i) {
+                const int32_t begin = offsets[i], end = offsets[i + 1];
+                const bool is_row = begin >= 0 && begin <= end && end <= size && end - begin <= 22;
+                ASSERT_EQ(codes[i], is_row ? 0 : -5120) << begin << " to " << end;
+                if (!is_row || begin == end) {
+                    ASSERT_EQ(values[i].size, 0) << begin << " to " << end;
+                }
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace dv::test

@@ -1,7 +1,5 @@
 // Arithmetic on columns of NUMBER.
 
-#include <iterator>
-
 #include "../number/number_round.h"
 #include "../number/number_short.h"
 #include "column_run.h"
@@ -62,10 +60,9 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr const number_arithmetic_kernels_t *_kernels[] = {&plain::kernels, &plain::kernels, &plain::kernels,
-                                                           &avx512::kernels};
-static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
-const number_arithmetic_kernels_t &kernels_() { return *_kernels[vector_level()]; }
+const number_arithmetic_kernels_t &kernels_() {
+    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
+}
 
 // After a block of which a kernel did nothing: rows are likely to be of one sort.
 constexpr int _skipped_blocks = 15;

@@ -1,7 +1,6 @@
 // Columns of machine numbers to and from columns of NUMBER.
 
 #include <cmath>
-#include <iterator>
 #include <limits>
 
 #include "../number/number_round.h"
@@ -52,10 +51,9 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr const number_machine_kernels_t *_kernels[] = {&plain::kernels, &plain::kernels, &plain::kernels,
-                                                        &avx512::kernels};
-static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
-const number_machine_kernels_t &kernels_() { return *_kernels[vector_level()]; }
+const number_machine_kernels_t &kernels_() {
+    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
+}
 
 using kernel_t = number_machine_kernels_t::kernel_t;
 

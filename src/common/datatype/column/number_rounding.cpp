@@ -2,14 +2,76 @@
 // are rounded to: that is asked first.
 
 #include "../number/number_round.h"
+#include "../number/number_short.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
+#include "vector_level.h"
+
+namespace dv::impl {
+namespace {
+
+// Rounding to the decimal digit of weight 10^pos, half up or toward zero, of values with no more digits in
+// front of the point than so many.
+struct number_rounding_t {
+    int64_t pos;
+    bool half_up;
+    int64_t integer_digits_max;
+};
+
+// Each returns the rows of `valid` that are left. It reads and writes no other rows than those of the block.
+struct number_rounding_kernels_t {
+    using change_t = uint64_t(records_t from, int count, uint64_t valid, records_t to);
+    change_t *negate, *abs;
+    uint64_t (*round)(records_t from, int count, uint64_t valid, records_t to,
+                      const number_rounding_t &rounding);
+};
+
+}  // namespace
+
+namespace plain {
+namespace {
+
+uint64_t leave(records_t /*from*/, int /*count*/, uint64_t valid, records_t /*to*/) { return valid; }
+uint64_t leave(records_t /*from*/, int /*count*/, uint64_t valid, records_t /*to*/,
+               const number_rounding_t & /*rounding*/) {
+    return valid;
+}
+
+constexpr number_rounding_kernels_t kernels = {leave, leave, leave};
+
+}  // namespace
+}  // namespace plain
+}  // namespace dv::impl
+
+#if DV_HAS_VECTOR_BYTES
+#define DV_LEVEL avx512
+DV_BEGIN_AVX512
+#include "eight_numbers.h"
+
+#include "number_rounding_kernels.h"
+DV_END_LEVEL
+#undef DV_LEVEL
+#else
+namespace dv::impl {
+namespace avx512 = plain;
+}
+#endif
 
 using namespace dv::impl;
 
 namespace {
 
+const number_rounding_kernels_t &kernels_() {
+    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
+}
+
+// Positions at which kernels round; beyond them lies no digit of theirs.
+constexpr int _position_max = 100;
+
 struct negate_t {
+    uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
+        return kernels_().negate(from, count, valid, to);
+    }
     void operator()(number_t &x) const { mirror_digits(x); }
     bool try_change(number_t &x) const {
         mirror_digits(x);
@@ -17,6 +79,9 @@ struct negate_t {
     }
 };
 struct abs_t {
+    uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
+        return kernels_().abs(from, count, valid, to);
+    }
     void operator()(number_t &x) const {
         if (number_is_negative(x)) mirror_digits(x);
     }
@@ -40,14 +105,19 @@ int64_t integer_digits_(const number_t &x) {
 
 // Rounding at a position, and what a carry adds, stay within the range of NUMBER.
 bool rounds_within_range_(const number_t &x, int64_t pos) {
-    constexpr int position_max = 100;
-    return pos <= position_max && number_exponent(x) < NUMBER_EXPONENT_MAX;
+    return pos <= _position_max && number_exponent(x) < NUMBER_EXPONENT_MAX;
 }
 
 struct round_t {
     int64_t places;
     int rmode;
 
+    uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
+        const bool half_up = rmode == NUMBER_RMODE_HALF_UP;
+        const bool has_kernel = half_up || rmode == NUMBER_RMODE_TRUNC;
+        if (!has_kernel || places < -_position_max || places > _position_max) return valid;
+        return kernels_().round(from, count, valid, to, {-places, half_up, INT64_MAX});
+    }
     void operator()(number_t &x) const { number_round_to_places(&x, places, rmode); }
     bool try_change(number_t &x) const {
         if (places < NUMBER_PLACES_MIN || places > NUMBER_PLACES_MAX) return false;
@@ -61,6 +131,11 @@ struct round_t {
 struct force_t {
     int prec, scale;
 
+    uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
+        if (prec == NUMBER_NOT_GIVEN || scale < -_position_max || scale > _position_max) return valid;
+        return kernels_().round(from, count, valid, to,
+                                {-int64_t{scale}, /*half_up=*/true, int64_t{prec} - scale});
+    }
     void operator()(number_t &x) const { number_force_prec_scale(&x, prec, scale); }
     bool try_change(number_t &x) const {
         if (number_is_zero(x)) return true;

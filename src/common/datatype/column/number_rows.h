@@ -96,7 +96,9 @@ struct number_result_t {
 // An operation on one column of NUMBERs. `Change` is a plain struct that
 //   - changes a record in place, and may raise: void operator()(number_t &value) const;
 //   - does so without a raise where it can tell that there is none: bool try_change(number_t &value) const.
-//     The record is valid and no NULL value. False: nothing is changed, and the row left to the first.
+//     The record is valid and no NULL value. False: nothing is changed, and the row left to the first;
+//   - does what it can of a block, without a raise: uint64_t change_block(records_t from, int count,
+//     uint64_t valid, records_t to) const. It returns the rows of `valid` that are left to the others.
 template <typename Change>
 struct number_change_t {
     const dv_column_t *operand[1];
@@ -109,7 +111,7 @@ struct number_change_t {
         const records_t x = records_at(*operand[0], row, count, x_buffer);
         const records_t to = values.block_at(row, buffer);
         uint64_t left = 0;
-        for (uint64_t rest = valid; rest != 0; rest &= rest - 1) {
+        for (uint64_t rest = change.change_block(x, count, valid, to); rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
             const bool is_sound = number_is_valid_ptr(&x[i]) && x[i].size != 0;
             if (is_sound) to[i] = x[i];

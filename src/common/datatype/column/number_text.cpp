@@ -1,7 +1,6 @@
 // Text to and from columns of NUMBER, plain and under a model.
 
 #include <algorithm>
-#include <iterator>
 
 #include "../number/plain_text.h"
 #include "../number/plain_text_writer.h"
@@ -52,10 +51,9 @@ namespace avx512 = plain;
 
 namespace {
 
-constexpr const number_text_kernels_t *_kernels[] = {&plain::kernels, &plain::kernels, &plain::kernels,
-                                                     &avx512::kernels};
-static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
-const number_text_kernels_t &kernels_() { return *_kernels[vector_level()]; }
+const number_text_kernels_t &kernels_() {
+    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
+}
 
 // ---- from text: `Reader` reads one text, with and without a raise ----
 
