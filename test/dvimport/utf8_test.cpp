@@ -37,6 +37,7 @@ TEST(Utf8, IsWhatTheConverterTakes) {
             const std::string text = begin + end;
             ASSERT_EQ(is_utf8(text), pair < beyond && reference.takes(text))
                 << std::hex << pair << " " << testing::PrintToString(end);
+            ASSERT_EQ(is_utf8("12345678" + text + "1234567"), is_utf8(text)) << std::hex << pair;
         }
     }
 }

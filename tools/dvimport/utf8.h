@@ -4,6 +4,7 @@
 #define DV_IMPORT_UTF8_H
 
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace dv::import {
@@ -24,8 +25,18 @@ inline size_t utf8_length(std::string_view text) {
     return length;
 }
 
+inline bool is_ascii_8(const char *text) {
+    uint64_t bytes;
+    memcpy(&bytes, text, sizeof bytes);
+    return (bytes & 0x8080'8080'8080'8080) == 0;
+}
+
 inline bool is_utf8(std::string_view text) {
     while (!text.empty()) {
+        if (text.size() >= 8 && is_ascii_8(text.data())) {
+            text.remove_prefix(8);
+            continue;
+        }
         const size_t length = utf8_length(text);
         if (length == 0) return false;
         text.remove_prefix(length);
