@@ -12,6 +12,7 @@
 #include <array>
 #include <string_view>
 
+#include "dvtypes/column_record.h"
 #include "sql_call.h"
 
 namespace dv::impl {
@@ -58,6 +59,14 @@ struct sql_function {
                                             // result, in engines whose functions need not have one type
     bool is_try = false;                    // gives SQL NULL where it fails or raises, but for memory
     bool is_json = false;                   // its texts are JSON, which engines may have a mark for
+
+    // Many calls at once, for engines that have many rows. Their first arguments are the rows of `values`:
+    // texts without a NUL inside, by offsets, which it may overwrite, or records, by stride; the others are
+    // those of `call`, which the row takes. `result` is of records of the row's result kind, with a bitmap
+    // from bit 0 on; it may be `values`. A row that has a value there afterwards has the one that body gives;
+    // the others are left to body, and all where it raises. What call holds of a failure means nothing.
+    // NULL: there is none.
+    void (*column_body)(sql_call &call, const dv_column_t &values, dv_column_t &result) = nullptr;
 };
 
 inline constexpr size_t SQL_STATE_ALIGN_MAX = 8;

@@ -6,8 +6,9 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "dvtypes/column_datetime_text.h"
 #include "dvtypes/iso.h"
-#include "sql_datetime.h"
+#include "sql_column.h"
 #include "sql_model.h"
 #include "sql_try.h"
 
@@ -30,6 +31,11 @@ struct date_reader {
     static void read(record &date, const sql_text &text, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         dv_date_from_str_as_of(&date, text.bytes, text.length, &model, &as_of);
     }
+    static constexpr auto read_iso_column = dv_date_column_from_iso;
+    static void read_column(const dv_column_t &texts, const dt_fmt_ctx_t &model, const dv_date_t &as_of,
+                            dv_column_t &result, dv_column_faults_t &faults) {
+        dv_date_column_from_str(&texts, &model, &as_of, &result, &faults);
+    }
 };
 
 struct timestamp_reader {
@@ -41,6 +47,11 @@ struct timestamp_reader {
     }
     static void read(record &ts, const sql_text &text, const dt_fmt_ctx_t &model, const dv_date_t &as_of) {
         dv_timestamp_from_str_as_of(&ts, text.bytes, text.length, &model, SQL_FRACTION_DIGITS, &as_of);
+    }
+    static constexpr auto read_iso_column = dv_timestamp_column_from_iso;
+    static void read_column(const dv_column_t &texts, const dt_fmt_ctx_t &model, const dv_date_t &as_of,
+                            dv_column_t &result, dv_column_faults_t &faults) {
+        dv_timestamp_column_from_str(&texts, &model, SQL_FRACTION_DIGITS, &as_of, &result, &faults);
     }
 };
 
@@ -57,6 +68,11 @@ struct ts_tz_reader {
         dv_ts_tz_from_str_as_of(&ts_tz, text.bytes, text.length, &model, SQL_FRACTION_DIGITS, &SQL_UTC,
                                 &as_of);
     }
+    static constexpr auto read_iso_column = dv_ts_tz_column_from_iso;
+    static void read_column(const dv_column_t &texts, const dt_fmt_ctx_t &model, const dv_date_t &as_of,
+                            dv_column_t &result, dv_column_faults_t &faults) {
+        dv_ts_tz_column_from_str(&texts, &model, SQL_FRACTION_DIGITS, &SQL_UTC, &as_of, &result, &faults);
+    }
 };
 
 template <typename Reader>
@@ -64,6 +80,13 @@ void read_iso_(sql_call &call) {
     typename Reader::record value;
     Reader::read_iso(value, call.args[0].text);
     sql_return_datetime(call, value);
+}
+
+template <typename Reader>
+void read_iso_column_(sql_call &, const dv_column_t &texts, dv_column_t &result) {
+    dv_column_faults_t faults{};
+    Reader::read_iso_column(&texts, &result, &faults);
+    sql_leave_datetimes_at_ends<typename Reader::record>(result);
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -143,6 +166,15 @@ void read_(sql_call &call) {
     if (missing != nullptr) fail_without_(call, missing);
 }
 
+template <typename Reader>
+void read_column_(sql_call &call, const dv_column_t &texts, dv_column_t &result) {
+    const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
+    if (missing_(call, model) != nullptr) return sql_leave_all_rows(result);
+    dv_column_faults_t faults{};
+    Reader::read_column(texts, model, as_of_(call), result, faults);
+    sql_leave_datetimes_at_ends<typename Reader::record>(result);
+}
+
 constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr sql_kind _date = SQL_KIND_DATE;
 constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
@@ -157,7 +189,7 @@ constexpr sql_function under_model_(std::initializer_list<sql_kind> params, cons
     sql_function row{
         {Reader::name, {}, param_names, _kind<Reader>, manual}, read_<Reader>, SQL_IMMUTABLE, Reader::keeper};
     std::ranges::copy(params, row.signature.params);
-    return row;
+    return sql_with_columns(row, read_column_<Reader>);
 }
 
 constexpr char _as_of[] = "v, model, as_of", _language_as_of[] = "v, model, language, as_of";
@@ -166,7 +198,8 @@ constexpr char _as_of_line[] = "the same; as_of gives the year and the month tha
 
 template <typename Reader>
 constexpr sql_function _rows_of[] = {
-    {{Reader::name, {_text}, "v", _kind<Reader>, Reader::iso_line}, read_iso_<Reader>},
+    sql_with_columns({{Reader::name, {_text}, "v", _kind<Reader>, Reader::iso_line}, read_iso_<Reader>},
+                     read_iso_column_<Reader>),
     {{Reader::name, {_kind<Reader>}, "v", _kind<Reader>, "the value itself"}, sql_return_argument},
     under_model_<Reader>({_text, _text}, "v, model", "reads text under a format model"),
     under_model_<Reader>({_text, _text, _text}, "v, model, language", "the same in a language"),

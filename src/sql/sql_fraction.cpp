@@ -2,7 +2,7 @@
 // as a TIMESTAMP(3) holds it; dv_cast_leading: years or days of at most so many, as an INTERVAL DAY(2) TO
 // SECOND has them.
 
-#include "sql_datetime.h"
+#include "sql_column.h"
 
 using namespace dv::impl;
 
@@ -31,19 +31,30 @@ void round_(dv_timestamp_t &ts, int64_t digits) {
     dv_date_add_field(&sql_date_part(ts), DT_FMT_UNIT_SECOND, carry);
 }
 
-void cast_timestamp_(sql_call &call) {
-    if (!is_digits_(call)) return;
-    dv_timestamp_t &ts = call.args[0].timestamp;
-    round_(ts, call.args[1].integer);
-    sql_return_datetime(call, ts);
+void round_(dv_ts_tz_t &ts_tz, int64_t digits) {
+    round_(ts_tz.utc, digits);
+    timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz));
 }
 
-void cast_ts_tz_(sql_call &call) {
+template <typename Record>
+void cast_(sql_call &call) {
     if (!is_digits_(call)) return;
-    dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
-    round_(ts_tz.utc, call.args[1].integer);
-    timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz));
-    sql_return_datetime(call, ts_tz);
+    auto &value = sql_record_of<Record>(call.args[0]);
+    round_(value, call.args[1].integer);
+    sql_return_datetime(call, value);
+}
+
+template <typename Record>
+void cast_column_(sql_call &call, const dv_column_t &values, dv_column_t &result) {
+    if (!is_digits_(call)) return sql_leave_all_rows(result);
+    dv_column_copy_validity(&values, result.validity);
+    for (int64_t row = 0; row < result.count; ++row) {
+        if (!sql_has_value(result, row)) continue;
+        auto *const value = sql_record_at<Record>(result, row);
+        *value = *sql_record_at<Record>(values, row);
+        round_(*value, call.args[1].integer);
+    }
+    sql_leave_datetimes_at_ends<Record>(result);
 }
 
 void cast_dts_(sql_call &call) {
@@ -108,8 +119,8 @@ constexpr sql_function row_(void (*body)(sql_call &call)) {
 
 constexpr sql_function _functions[] = {
     row_<SQL_KIND_TIME>(cast_time_),
-    row_<SQL_KIND_TIMESTAMP>(cast_timestamp_),
-    row_<SQL_KIND_TS_TZ>(cast_ts_tz_),
+    sql_with_columns(row_<SQL_KIND_TIMESTAMP>(cast_<dv_timestamp_t>), cast_column_<dv_timestamp_t>),
+    sql_with_columns(row_<SQL_KIND_TS_TZ>(cast_<dv_ts_tz_t>), cast_column_<dv_ts_tz_t>),
     row_<SQL_KIND_ITV_DTS>(cast_dts_),
     leading_row_<SQL_KIND_ITV_YTM>(cast_years_),
     leading_row_<SQL_KIND_ITV_DTS>(cast_days_),

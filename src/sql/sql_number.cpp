@@ -5,7 +5,8 @@
 
 #include <cstring>
 
-#include "sql_catalogue.h"
+#include "dvtypes/column_number.h"
+#include "sql_column.h"
 #include "sql_try.h"
 
 using namespace dv::impl;
@@ -53,6 +54,11 @@ void from_text_(sql_call &call) {
     value.kind = SQL_KIND_NUMBER;
     number_from_str(&value.number, text.length, text.bytes, nullptr);  // length 0: up to the NUL
     sql_return(call, value);
+}
+
+void from_texts_(sql_call &, const dv_column_t &texts, dv_column_t &result) {
+    dv_column_faults_t faults{};
+    number_column_from_text(&texts, &result, &faults);
 }
 
 // The scientific form of any value fits this buffer, so no text is ever shortened.
@@ -113,13 +119,30 @@ void cast_to_precision_and_scale_(sql_call &call) {
     if (is_precision_(call) && is_scale_(call)) cast_(call, static_cast<int>(call.args[2].integer));
 }
 
+void cast_columns_(const sql_call &call, int scale, const dv_column_t &values, dv_column_t &result) {
+    dv_column_faults_t faults{};
+    number_column_force_prec_scale(&values, static_cast<int>(call.args[1].integer), scale, &result, &faults);
+}
+
+void cast_columns_to_precision_(sql_call &call, const dv_column_t &values, dv_column_t &result) {
+    if (!is_precision_(call)) return sql_leave_all_rows(result);
+    cast_columns_(call, NUMBER_NOT_GIVEN, values, result);
+}
+
+void cast_columns_to_precision_and_scale_(sql_call &call, const dv_column_t &values, dv_column_t &result) {
+    if (!is_precision_(call) || !is_scale_(call)) return sql_leave_all_rows(result);
+    cast_columns_(call, static_cast<int>(call.args[2].integer), values, result);
+}
+
 constexpr sql_kind _number = SQL_KIND_NUMBER;
 constexpr sql_kind _integer = SQL_KIND_INTEGER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
 constexpr sql_function _rows[] = {
-    {{"to_number", {_text}, "v", _number, "reads a number; blanks around it, a point and an exponent"},
-     from_text_},
+    sql_with_columns(
+        {{"to_number", {_text}, "v", _number, "reads a number; blanks around it, a point and an exponent"},
+         from_text_},
+        from_texts_),
     {{"to_number", {_number}, "v", _number, "the number itself"}, sql_return_argument},
     {{"to_char", {_number}, "v", _text, "as text that to_number reads back, never rounded"}, to_text_},
     {{"dv_text", {_number}, "v", _text, "as text that to_number reads back, never rounded"}, to_text_},
@@ -154,14 +177,17 @@ constexpr sql_function _rows[] = {
     {{"dv_sign", {_number}, "v", _integer, "-1, 0 or 1 as v is below, equal to or above 0"}, sign_},
     {{"dv_cmp", {_number, _number}, "a, b", _integer, "-1, 0 or 1 as a is below, equal to or above b"},
      compare_},
-    {{"dv_cast_number", {_number, _integer}, "v, precision", _number, "rounded to so many digits"},
-     cast_to_precision_},
-    {{"dv_cast_number",
-      {_number, _integer, _integer},
-      "v, precision, scale",
-      _number,
-      "as NUMBER(precision,scale): rounded to the scale, an error when too large"},
-     cast_to_precision_and_scale_},
+    sql_with_columns(
+        {{"dv_cast_number", {_number, _integer}, "v, precision", _number, "rounded to so many digits"},
+         cast_to_precision_},
+        cast_columns_to_precision_),
+    sql_with_columns({{"dv_cast_number",
+                       {_number, _integer, _integer},
+                       "v, precision, scale",
+                       _number,
+                       "as NUMBER(precision,scale): rounded to the scale, an error when too large"},
+                      cast_to_precision_and_scale_},
+                     cast_columns_to_precision_and_scale_),
 };
 constexpr auto _functions = sql_with_tries<_rows>();
 

@@ -8,8 +8,9 @@
 #include <cstring>
 #include <string_view>
 
+#include "dvtypes/column_number.h"
 #include "dvtypes/number_fmt.h"
-#include "sql_catalogue.h"
+#include "sql_column.h"
 #include "sql_try.h"
 
 using namespace dv::impl;
@@ -115,6 +116,12 @@ void to_number_(sql_call &call) {
     read_(call, {text.bytes, static_cast<size_t>(text.length)});
 }
 
+void to_numbers_(sql_call &call, const dv_column_t &texts, dv_column_t &result) {
+    const sql_text &model = call.args[1].text;
+    dv_column_faults_t faults{};
+    number_column_from_text_fmt(&texts, model.length, model.bytes, &result, &faults);
+}
+
 void to_number_with_(sql_call &call) {
     punctuation of;
     if (!get_punctuation_(call, of)) return;
@@ -125,6 +132,32 @@ void to_number_with_(sql_call &call) {
     read_(call, take_with_(call, of, text));
 }
 
+// Texts with the call's punctuation as the library would have it, where both are a byte.
+void take_all_with_(const punctuation &of, const dv_column_t &texts) {
+    auto *const bytes = static_cast<char *>(texts.values);
+    for (int64_t i = texts.offsets[0]; i < texts.offsets[texts.count]; ++i) {
+        const char c = bytes[i];
+        bytes[i] = c == of.point[0] ? '.' : c == of.separator[0] ? ',' : c == '.' || c == ',' ? '?' : c;
+    }
+}
+
+// Blanks around a text are none of it, whatever the separator is, and a long one is refused: these texts are
+// left to the body.
+void to_numbers_with_(sql_call &call, const dv_column_t &texts, dv_column_t &result) {
+    punctuation of;
+    if (!get_punctuation_(call, of) || of.point.size() + of.separator.size() > 2)
+        return sql_leave_all_rows(result);
+    take_all_with_(of, texts);
+    to_numbers_(call, texts, result);
+    const char blank = of.separator == " " ? ',' : ' ';
+    for (int64_t row = 0; row < result.count; ++row) {
+        const std::string_view text(static_cast<char *>(texts.values) + texts.offsets[row],
+                                    static_cast<size_t>(texts.offsets[row + 1] - texts.offsets[row]));
+        if (text.starts_with(blank) || text.ends_with(blank) || text.size() > SQL_ROOM_SIZE)
+            sql_leave_row(result, row);
+    }
+}
+
 constexpr sql_kind _number = SQL_KIND_NUMBER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr char _with[] = "the same with another decimal point and group separator, such as ',.'";
@@ -132,8 +165,13 @@ constexpr char _with[] = "the same with another decimal point and group separato
 constexpr sql_function _rows[] = {
     {{"to_char", {_number, _text}, "v, model", _text, "as text under a number model"}, to_char_},
     {{"to_char", {_number, _text, _text}, "v, model, punctuation", _text, _with}, to_char_with_},
-    {{"to_number", {_text, _text}, "v, model", _number, "reads a number under a number model"}, to_number_},
-    {{"to_number", {_text, _text, _text}, "v, model, punctuation", _number, _with}, to_number_with_},
+    sql_with_columns(
+        {{"to_number", {_text, _text}, "v, model", _number, "reads a number under a number model"},
+         to_number_},
+        to_numbers_),
+    sql_with_columns(
+        {{"to_number", {_text, _text, _text}, "v, model, punctuation", _number, _with}, to_number_with_},
+        to_numbers_with_),
 };
 constexpr auto _functions = sql_with_tries<_rows>();
 

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <span>
 
+#include "sqlite_stored.h"
+
 using namespace dv::impl;
 
 namespace {
@@ -35,8 +37,6 @@ void throw_(allocator_t *, const char *file, int line) {
 // ---------------------------------------------------------------------------------------------------------
 // Values
 // ---------------------------------------------------------------------------------------------------------
-
-constexpr int _stored_size_max = 1 + SQL_VALUE_SIZE_MAX;
 
 // NULL when the bytes are a value, which is then stored.
 const char *decode_stored_(std::span<const uint8_t> blob, sql_value &value) {
@@ -84,10 +84,8 @@ bool decode_(sqlite3_value *raw, sql_value &value) {
 }
 
 void give_stored_(sqlite3_context *context, const sql_value &value) {
-    uint8_t stored[_stored_size_max];
-    stored[0] = value.kind;
-    const int length = sql_type_of(value.kind)->encode(value, stored + 1);
-    sqlite3_result_blob(context, stored, length + 1, SQLITE_TRANSIENT);
+    uint8_t stored[SQLITE_STORED_SIZE_MAX];
+    sqlite3_result_blob(context, stored, sqlite_store(value, stored), SQLITE_TRANSIENT);
 }
 
 // A text that lies in the call's block is SQLite's from now on.

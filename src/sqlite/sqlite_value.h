@@ -1,8 +1,4 @@
 // Values on their way between SQLite and the catalogue.
-//
-// Stored form of a value of the library: a BLOB of one tag byte, the type's code in the type catalogue, and
-// the value's bytes, whose unsigned order is the order of the values. So SQLite's own comparison, ORDER BY,
-// indexes, MIN and MAX order the values of one type.
 
 #ifndef DV_SQLITE_VALUE_H
 #define DV_SQLITE_VALUE_H

@@ -114,6 +114,7 @@ TEST(SqlCatalogue, EveryRowIsWhole) {
         EXPECT_TRUE(row->other_result == SQL_KIND_NONE || is_result_(row->other_result));
         EXPECT_LE(sql_overloads_of(*row, catalogue.functions).count, SQL_OVERLOADS_MAX);
         EXPECT_TRUE(row->keeper == nullptr || row->keeper->argument < sql_param_count(row->signature));
+        EXPECT_TRUE(row->column_body == nullptr || sql_type_of(row->signature.result) != nullptr);
     }
     for (const sql_aggregate *row : aggregates_()) {
         expect_whole_(row->signature);

@@ -116,22 +116,23 @@ std::string take_constraints_(std::string &words) {
     return taken;
 }
 
-void enclose_(column &of, const std::string &before, const std::string &behind) {
-    of.before = before + of.before;
-    of.behind += behind;
+// to_number(v, 'FM999,990.00'), and of that dv_cast_number(v, 10, 2); what goes with a model stands behind
+// it.
+std::vector<call> calls_(const impl::declared_type &type, const std::string &model,
+                         const std::string &option) {
+    std::vector<call> calls{{type.type->reader, {}}};
+    for (const std::string &text : {model, option}) {
+        if (!text.empty()) calls.back().constants.emplace_back(text);
+    }
+    if (type.precision > 0) calls.push_back({"dv_cast_number", {type.precision, type.scale}});
+    if (type.fraction >= 0) calls.push_back({"dv_cast_fraction", {type.fraction}});
+    if (type.leading >= 0) calls.push_back({"dv_cast_leading", {type.leading}});
+    return calls;
 }
 
-// "dv_cast_number(to_number(?, 'FM999,990.00'), 10, 2)"; what goes with a model stands behind it.
-void set_value_(column &of, const impl::declared_type &type, const std::string &model,
-                const std::string &option) {
-    enclose_(of, std::string(type.type->reader) + "(",
-             (model.empty() ? "" : ", " + quoted_text_(model)) +
-                 (option.empty() ? "" : ", " + quoted_text_(option)) + ")");
-    if (type.precision > 0)
-        enclose_(of, "dv_cast_number(",
-                 ", " + std::to_string(type.precision) + ", " + std::to_string(type.scale) + ")");
-    if (type.fraction >= 0) enclose_(of, "dv_cast_fraction(", ", " + std::to_string(type.fraction) + ")");
-    if (type.leading >= 0) enclose_(of, "dv_cast_leading(", ", " + std::to_string(type.leading) + ")");
+std::string literal_(const std::variant<std::string, int> &constant) {
+    const auto *text = std::get_if<std::string>(&constant);
+    return text != nullptr ? quoted_text_(*text) : std::to_string(std::get<int>(constant));
 }
 
 void take_constraints_behind_(cursor &text, column &of) {
@@ -142,7 +143,7 @@ void take_constraints_behind_(cursor &text, column &of) {
 }
 
 column take_column_(cursor &text) {
-    column of{text.name(), "", false, false, "", "", ""};
+    column of{text.name(), "", false, false, "", {}};
     if (of.name.empty()) text.fail("a name is expected at");
     if (of.name == "-") return {};
     of.type = text.type();
@@ -155,7 +156,7 @@ column take_column_(cursor &text) {
     const impl::declared_type type = impl::sql_parse_declared_type(of.type.c_str());
     if (!type.is_sound) throw std::runtime_error("--columns: " + of.type + " has a precision out of range");
     of.is_typed = type.type != nullptr;
-    if (of.is_typed) set_value_(of, type, model, option);
+    if (of.is_typed) of.calls = calls_(type, model, option);
     if (!of.is_typed && !model.empty())
         throw std::runtime_error("--columns: a model goes with a type that has one, not with \"" + of.type +
                                  "\"");
@@ -163,6 +164,16 @@ column take_column_(cursor &text) {
 }
 
 }  // namespace
+
+std::string column::value_of(const std::string &text) const {
+    std::string value = text;
+    for (const call &of : calls) {
+        value.insert(0, of.function + "(");
+        for (const auto &constant : of.constants) value += ", " + literal_(constant);
+        value += ")";
+    }
+    return value;
+}
 
 std::string quoted_name(std::string_view name) {
     std::string quoted = "\"";

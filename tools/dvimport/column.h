@@ -5,9 +5,16 @@
 
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace dv::import {
+
+// A call of an SQL function of a value and of constants: dv_cast_number(v, 10, 2).
+struct call {
+    std::string function;
+    std::vector<std::variant<std::string, int>> constants;
+};
 
 // A field of each record.
 struct column {
@@ -17,9 +24,10 @@ struct column {
     bool has_model;
     std::string constraint;  // " NOT NULL UNIQUE"; empty: none
 
+    std::vector<call> calls;  // what its value is of its text, by one function behind the other
+
     // The SQL expression of its value, given that of its text: "to_date(?, 'DD.MM.YYYY')".
-    std::string value_of(const std::string &text) const { return before + text + behind; }
-    std::string before, behind;
+    std::string value_of(const std::string &text) const;
 };
 
 // "day DATE 'DD.MM.YYYY', price NUMBER(10,2) 'FM999,990.00', seen 'TIMESTAMP WITH TIME ZONE', -": for each

@@ -1,12 +1,12 @@
-// A record is one INSERT whose values are the columns' expressions. Where it fails, each expression is asked
-// alone, so that every field that is wrong is named.
+// A record is one INSERT whose values are the columns' expressions, or what conversions made of its texts,
+// which is the same. Where it fails, each expression is asked alone, so that every field that is wrong is
+// named.
 
 #include "loader.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -109,28 +109,40 @@ void loader::make_tables_() {
                              "(line, \"column\", text, code, message) VALUES (?, ?, ?, ?, ?)");
 }
 
-// "INSERT OR ABORT INTO t(day, ...) SELECT to_date(column1, 'DD.MM.YYYY'), ... FROM (VALUES (?, ...), ...)",
-// for one record and for many. OR ABORT: a constraint that says no undoes its statement alone, whatever it is
-// declared to do.
 void loader::prepare_statements_() {
-    std::string names, values, row;
-    size_t parameters = 0;
     for (const column &of : what_.columns) {
         values_.push_back(of.name.empty() ? nullptr : prepare_("SELECT " + of.value_of("?")));
         if (of.has_model) check_model_(of, values_.back().get());
+        conversions_.push_back(what_.is_bulk ? conversion::of(of) : nullptr);
+    }
+    of_texts_ = prepare_insertion_(/*is_of_values=*/false);
+    if (std::ranges::any_of(conversions_, [](const auto &each) { return each != nullptr; }))
+        of_values_ = prepare_insertion_(/*is_of_values=*/true);
+}
+
+// "INSERT OR ABORT INTO t(day, ...) SELECT to_date(column1, 'DD.MM.YYYY'), ... FROM (VALUES (?, ...), ...)",
+// for one record and for many. OR ABORT: a constraint that says no undoes its statement alone, whatever it is
+// declared to do.
+loader::insertion loader::prepare_insertion_(bool is_of_values) {
+    std::string names, values, row;
+    size_t parameters = 0;
+    for (size_t i = 0; i < what_.columns.size(); ++i) {
+        const column &of = what_.columns[i];
         if (of.name.empty()) continue;
+        const std::string parameter = "column" + std::to_string(++parameters);
         append_(names, quoted_name(of.name));
-        append_(values, of.value_of("column" + std::to_string(++parameters)));
+        append_(values, is_of_values && conversions_[i] != nullptr ? parameter : of.value_of(parameter));
         append_(row, "?");
     }
     std::string rows = "(" + row + ")";
     const std::string insert = "INSERT OR ABORT INTO " + quoted_name(what_.table) + "(" + names +
                                ") SELECT " + values + " FROM (VALUES ";
-    insert_ = prepare_(insert + rows + ")");
+    insertion made = {is_of_values, prepare_(insert + rows + ")"), nullptr};
     for (size_t i = 1; i < waiting_.size(); ++i) rows += ", (" + row + ")";
     if (parameters * waiting_.size() <=
         static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1)))
-        insert_many_ = prepare_(insert + rows + ")");
+        made.many = prepare_(insert + rows + ")");
+    return made;
 }
 
 // A model that is none would have every record refused.
@@ -168,30 +180,63 @@ void loader::bind_(sqlite3_stmt *statement, int place, const column &of, const c
     if (code != SQLITE_OK && code != SQLITE_TOOBIG) fail_();
 }
 
-int loader::bind_record_(sqlite3_stmt *statement, int place, const csv_record &record) {
-    for (size_t i = 0; i < record.fields.size(); ++i) {
-        if (!what_.columns[i].name.empty()) bind_(statement, place++, what_.columns[i], record.fields[i]);
+int loader::bind_waiting_(const insertion &into, sqlite3_stmt *statement, int place, size_t i) {
+    const csv_record &record = waiting_[i].record;
+    for (size_t c = 0; c < record.fields.size(); ++c) {
+        const column &of = what_.columns[c];
+        if (of.name.empty()) continue;
+        const conversion *const by = into.is_of_values ? conversions_[c].get() : nullptr;
+        if (by == nullptr) {
+            bind_(statement, place++, of, record.fields[c]);
+        } else {
+            const auto stored = by->stored(i);  // without bytes it is bound as SQL NULL
+            sqlite3_bind_blob(statement, place++, stored.empty() ? nullptr : stored.data(),
+                              static_cast<int>(stored.size()), SQLITE_STATIC);
+        }
     }
     return place;
 }
 
-// A model is compiled once for a statement that runs, so that many records together take half of the time.
-// Where one of them fails, none is in, and each goes alone; the savepoint undoes what a trigger's RAISE(FAIL)
-// leaves.
-void loader::load_waiting_() {
-    const std::span waiting(waiting_.data(), std::exchange(waiting_count_, 0));
-    if (insert_many_ != nullptr && waiting.size() == waiting_.size()) {
-        run_("SAVEPOINT dvimport");
-        int place = 1;
-        for (const kept_record &kept : waiting) place = bind_record_(insert_many_.get(), place, kept.record);
-        const bool is_whole = sqlite3_step(insert_many_.get()) == SQLITE_DONE;
-        sqlite3_reset(insert_many_.get());
-        check_transaction_();
-        run_(is_whole ? "RELEASE dvimport" : "ROLLBACK TO dvimport; RELEASE dvimport");
-        if (is_whole) loaded_ += static_cast<long>(waiting.size());
-        if (is_whole) return;
+void loader::convert_(size_t count) {
+    for (size_t c = 0; c < conversions_.size(); ++c) {
+        if (conversions_[c] == nullptr) continue;
+        conversions_[c]->clear();
+        for (size_t i = 0; i < count; ++i) conversions_[c]->add(waiting_[i].record.fields[c].text);
+        conversions_[c]->convert();
     }
-    for (const kept_record &kept : waiting) load_(kept.record);
+}
+
+// Has every field that can be converted its value?
+bool loader::is_ready_(size_t i) const {
+    return of_values_.one != nullptr && std::ranges::all_of(conversions_, [i](const auto &each) {
+               return each == nullptr || each->is_known(i);
+           });
+}
+
+// Values that are ready go together, in less time than alone. So do texts, whose models are compiled once for
+// a statement that runs, unless few are not ready: those will be refused, and would undo the others.
+void loader::load_waiting_() {
+    const size_t count = std::exchange(waiting_count_, 0);
+    convert_(count);
+    size_t ready = 0;
+    for (size_t i = 0; i < count; ++i) ready += is_ready_(i) ? 1 : 0;
+    const bool is_together = count == waiting_.size() && (ready == count || ready < count / 2);
+    if (is_together && load_together_(ready == count ? of_values_ : of_texts_)) return;
+    for (size_t i = 0; i < count; ++i) load_(i);
+}
+
+// False: one of the records fails, and none is in; the savepoint undoes what a trigger's RAISE(FAIL) leaves.
+bool loader::load_together_(const insertion &into) {
+    if (into.many == nullptr) return false;
+    run_("SAVEPOINT dvimport");
+    int place = 1;
+    for (size_t i = 0; i < waiting_.size(); ++i) place = bind_waiting_(into, into.many.get(), place, i);
+    const bool is_whole = sqlite3_step(into.many.get()) == SQLITE_DONE;
+    sqlite3_reset(into.many.get());
+    check_transaction_();
+    run_(is_whole ? "RELEASE dvimport" : "ROLLBACK TO dvimport; RELEASE dvimport");
+    if (is_whole) loaded_ += static_cast<long>(waiting_.size());
+    return is_whole;
 }
 
 // A trigger's RAISE(ROLLBACK) has undone everything, and each further record would be in at once.
@@ -200,10 +245,12 @@ void loader::check_transaction_() const {
         throw std::runtime_error(what_.database + ": the table rolled the transaction back");
 }
 
-void loader::load_(const csv_record &record) {
-    bind_record_(insert_.get(), 1, record);
-    if (sqlite3_step(insert_.get()) != SQLITE_DONE) return refuse_(record);
-    sqlite3_reset(insert_.get());
+void loader::load_(size_t i) {
+    const insertion &into = is_ready_(i) ? of_values_ : of_texts_;
+    sqlite3_stmt *const statement = into.one.get();
+    bind_waiting_(into, statement, 1, i);
+    if (sqlite3_step(statement) != SQLITE_DONE) return refuse_(statement, waiting_[i].record);
+    sqlite3_reset(statement);
     ++loaded_;
 }
 
@@ -234,11 +281,11 @@ bool loader::refuse_form_(const csv_record &record) {
     return true;
 }
 
-void loader::refuse_(const csv_record &record) {
+void loader::refuse_(sqlite3_stmt *statement, const csv_record &record) {
     const int code = sqlite3_errcode(db_.get()) & 0xFF, extended = sqlite3_extended_errcode(db_.get());
     const std::string message = sqlite3_errmsg(db_.get());
     if (!is_of_record_(code)) fail_();
-    sqlite3_reset(insert_.get());
+    sqlite3_reset(statement);
     check_transaction_();
     reject_(record);
     bool is_told = false;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "column.h"
+#include "conversion.h"
 #include "csv_reader.h"
 #include "csv_writer.h"
 
@@ -24,6 +25,7 @@ struct options {
     std::string rejects;  // the file for records that are refused; empty: none
     long skip = 0;        // lines at the beginning
     char delimiter = ',';
+    bool is_bulk = true;  // values are converted many at once where that gives the same; false: one by one
 };
 
 // Makes the tables that are not there, and inserts each record. A record is refused when it has another
@@ -58,6 +60,12 @@ class loader {
         std::string texts;
     };
 
+    // An INSERT of one record, and of all that may wait; NULL where there is none.
+    struct insertion {
+        bool is_of_values;  // it takes what conversions_ give; else texts alone
+        statement_t one, many;
+    };
+
     // What is wrong with a record.
     struct fault {
         long line;
@@ -70,17 +78,21 @@ class loader {
     void open_();
     void make_tables_();
     void prepare_statements_();
+    insertion prepare_insertion_(bool is_of_values);
     void check_model_(const column &of, sqlite3_stmt *value);
     statement_t prepare_(const std::string &sql);
     void run_(const std::string &sql);
     [[noreturn]] void fail_() const;
     void bind_(sqlite3_stmt *statement, int place, const column &of, const csv_field &field);
-    // Binds the texts of a record to the parameters from `place` on; returns the place behind them.
-    int bind_record_(sqlite3_stmt *statement, int place, const csv_record &record);
+    // Binds the i-th record that waits to the parameters from `place` on; returns the place behind them.
+    int bind_waiting_(const insertion &into, sqlite3_stmt *statement, int place, size_t i);
     void load_waiting_();
+    bool load_together_(const insertion &into);
+    void convert_(size_t count);
+    bool is_ready_(size_t i) const;
     void check_transaction_() const;
-    void load_(const csv_record &record);
-    void refuse_(const csv_record &record);
+    void load_(size_t i);
+    void refuse_(sqlite3_stmt *statement, const csv_record &record);
     bool refuse_form_(const csv_record &record);
     void reject_(const csv_record &record);
     bool refuse_field_(const csv_record &record, size_t i);
@@ -89,9 +101,11 @@ class loader {
     const options &what_;
     std::unique_ptr<sqlite3, close_database> db_;
     std::unique_ptr<csv_writer> rejects_;
-    statement_t insert_, insert_many_, insert_error_;
-    std::vector<statement_t> values_;   // by column: its value alone
-    std::vector<kept_record> waiting_;  // of which the first waiting_count_ wait
+    statement_t insert_error_;
+    insertion of_texts_{}, of_values_{};
+    std::vector<statement_t> values_;                       // by column: its value alone
+    std::vector<std::unique_ptr<conversion>> conversions_;  // by column: NULL where there is none
+    std::vector<kept_record> waiting_;                      // of which the first waiting_count_ wait
     size_t waiting_count_ = 0;
     long loaded_ = 0, refused_ = 0;
 };

@@ -1,0 +1,52 @@
+// What helps the column bodies of functions (sql_function::column_body).
+
+#ifndef DV_SQL_COLUMN_H
+#define DV_SQL_COLUMN_H
+
+#include <cstring>
+
+#include "sql_datetime.h"
+
+namespace dv::impl {
+
+// A row with the body that does many calls.
+constexpr sql_function sql_with_columns(sql_function row, decltype(row.column_body) body) {
+    row.column_body = body;
+    return row;
+}
+
+// Of a result, whose bitmap begins with bit 0.
+inline bool sql_has_value(const dv_column_t &result, int64_t row) {
+    return (result.validity[row / 8] >> row % 8 & 1) != 0;
+}
+
+inline void sql_leave_row(const dv_column_t &result, int64_t row) {
+    result.validity[row / 8] = static_cast<uint8_t>(result.validity[row / 8] & ~(1 << row % 8));
+}
+
+inline void sql_leave_all_rows(const dv_column_t &result) {
+    for (int64_t row = 0; row < result.count; ++row) sql_leave_row(result, row);
+}
+
+template <typename Record>
+Record *sql_record_at(const dv_column_t &column, int64_t row) {
+    return reinterpret_cast<Record *>(static_cast<uint8_t *>(column.values) + row * column.stride);
+}
+
+// Leaves the rows that sql_return_datetime might refuse: in the years 2 to 9998, of UTC, every record that
+// the library makes is a day of the calendar, in every zone.
+template <typename Record>
+void sql_leave_datetimes_at_ends(const dv_column_t &result) {
+    constexpr uint8_t first[] = {100, 102}, last[] = {199, 198};  // century and year of it, with their excess
+    for (int64_t row = 0; row < result.count; ++row) {
+        const auto *year = reinterpret_cast<const uint8_t *>(sql_record_at<Record>(result, row));
+        const bool is_within = memcmp(year, first, sizeof first) >= 0 && memcmp(year, last, sizeof last) <= 0;
+        if (!is_within) sql_leave_row(result, row);
+    }
+}
+static_assert(offsetof(dv_date_t, century) == 0 && offsetof(dv_date_t, year) == 1);
+static_assert(offsetof(dv_timestamp_t, century) == 0 && offsetof(dv_ts_tz_t, utc) == 0);
+
+}  // namespace dv::impl
+
+#endif  // DV_SQL_COLUMN_H
