@@ -89,7 +89,8 @@ class decimal_source {
         int128 value = 0;
         switch (numbers_.pick(0, 5)) {
             case 0:
-                value = static_cast<int128>(static_cast<uint128>(1) << (bits - 1)) + numbers_.pick(-2, 2);
+                value = static_cast<int128>((static_cast<uint128>(1) << (bits - 1)) +
+                                            static_cast<uint128>(numbers_.pick(-2, 2)));
                 break;
             case 1:
                 value = power_(numbers_.pick(0, type.precision)) + numbers_.pick(-2, 2);
