@@ -9,7 +9,8 @@
 //     can be a member of an array of structs. With the stride 0 every row has the same value: a constant;
 //   - by offsets: row i is the bytes [offsets[i], offsets[i + 1]) of values. So lie texts and, less their
 //     size byte, NUMBERs. This is the layout of variable-length values in the Arrow columnar format.
-// Which rows have a value tells a validity bitmap, as there: least significant bit first, 1 for a value.
+// All values but texts, NUMBERs and bytes lie by stride. Which rows have a value tells a validity bitmap, as
+// there: least significant bit first, 1 for a value.
 //
 // Rows without a value. A row of a result has a value where every operand has one and the operation did not
 // fail; a result that has a bitmap gets it written. The bytes of a row without a value mean nothing and may
@@ -27,7 +28,8 @@
 // `size` bytes of values fails with -5120. That the arrays themselves have the lengths that count, stride and
 // size tell is up to the caller.
 //
-// A NULL pointer, or columns of different counts, are reported by an assertion; the call then does nothing.
+// A NULL pointer, columns of different counts, and one by offsets where it cannot be, are reported by an
+// assertion; the call then does nothing.
 // All functions may be called from any thread, on columns that no other thread is writing.
 
 #ifndef DVTYPES_COLUMN_RECORD_H

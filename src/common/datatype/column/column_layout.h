@@ -13,6 +13,12 @@ inline bool are_columns(const dv_column_t *first, const auto *...others) {
     return given(first, others...) && first->count >= 0 && ((first->count == others->count) && ...);
 }
 
+// The same of columns of values of a fixed length.
+inline bool lie_by_stride(const dv_column_t *first, const auto *...others) {
+    return are_columns(first, others...) && first->offsets == nullptr &&
+           ((others->offsets == nullptr) && ...);
+}
+
 inline void *value_at(const dv_column_t &column, int64_t row) {
     return static_cast<char *>(column.values) + row * column.stride;
 }

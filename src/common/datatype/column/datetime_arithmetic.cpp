@@ -117,50 +117,51 @@ extern "C" {
 
 void dv_date_column_get_field(const dv_column_t *x, dt_fmt_unit_t unit, dv_column_t *result,
                               dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result))) get_field_<dv_date_t, dv_date_get_field>(x, unit, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, result)))
+        get_field_<dv_date_t, dv_date_get_field>(x, unit, result, faults);
 }
 
 void dv_timestamp_column_get_field(const dv_column_t *x, dt_fmt_unit_t unit, dv_column_t *result,
                                    dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result)))
+    if (DV_ASSERT(lie_by_stride(x, result)))
         get_field_<dv_timestamp_t, dv_timestamp_get_field>(x, unit, result, faults);
 }
 
 void dv_date_column_trunc(const dv_column_t *x, const char *fmt, int fmt_len, dv_column_t *result,
                           dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result)))
+    if (DV_ASSERT(lie_by_stride(x, result)))
         truncate_<dv_date_trunc, /*Rounds=*/false>(x, fmt, fmt_len, result, faults);
 }
 
 void dv_date_column_round(const dv_column_t *x, const char *fmt, int fmt_len, dv_column_t *result,
                           dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result)))
+    if (DV_ASSERT(lie_by_stride(x, result)))
         truncate_<dv_date_round, /*Rounds=*/true>(x, fmt, fmt_len, result, faults);
 }
 
 void dv_date_column_add_month(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                               dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) add_months_<dv_date_t>(x, y, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, y, result))) add_months_<dv_date_t>(x, y, result, faults);
 }
 
 void dv_timestamp_column_add_month(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                    dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) add_months_<dv_timestamp_t>(x, y, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, y, result))) add_months_<dv_timestamp_t>(x, y, result, faults);
 }
 
 void dv_date_column_add_field(const dv_column_t *x, dt_fmt_unit_t unit, const dv_column_t *y,
                               dv_column_t *result, dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) add_field_<dv_date_t>(x, unit, y, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, y, result))) add_field_<dv_date_t>(x, unit, y, result, faults);
 }
 
 void dv_timestamp_column_add_field(const dv_column_t *x, dt_fmt_unit_t unit, const dv_column_t *y,
                                    dv_column_t *result, dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) add_field_<dv_timestamp_t>(x, unit, y, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, y, result))) add_field_<dv_timestamp_t>(x, unit, y, result, faults);
 }
 
 void dv_date_column_add_day(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                             dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, y, result))) return;
+    if (!DV_ASSERT(lie_by_stride(x, y, result))) return;
     const auto add = [](dv_date_t date, double n) {
         dv_date_add_day(&date, n);
         return date;
@@ -170,79 +171,79 @@ void dv_date_column_add_day(const dv_column_t *x, const dv_column_t *y, dv_colum
 
 void dv_date_column_add_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                 dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_date_t, dv_itv_ytm_t, dv_date_add_itv_ytm>(x, y, result, faults);
 }
 
 void dv_date_column_sub_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                 dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_date_t, dv_itv_ytm_t, dv_date_sub_itv_ytm>(x, y, result, faults);
 }
 
 void dv_date_column_add_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                 dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_date_t, dv_itv_dts_t, dv_date_add_itv_dts>(x, y, result, faults);
 }
 
 void dv_date_column_sub_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                 dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_date_t, dv_itv_dts_t, dv_date_sub_itv_dts>(x, y, result, faults);
 }
 
 void dv_timestamp_column_add_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                      dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_timestamp_t, dv_itv_ytm_t, add_months_to_timestamp_>(x, y, result, faults);
 }
 
 void dv_timestamp_column_sub_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                      dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_timestamp_t, dv_itv_ytm_t, sub_months_from_timestamp_>(x, y, result, faults);
 }
 
 void dv_timestamp_column_add_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                      dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_timestamp_t, dv_itv_dts_t, dv_timestamp_add_itv_dts>(x, y, result, faults);
 }
 
 void dv_timestamp_column_sub_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                      dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_timestamp_t, dv_itv_dts_t, dv_timestamp_sub_itv_dts>(x, y, result, faults);
 }
 
 void dv_ts_tz_column_add_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                  dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_ts_tz_t, dv_itv_ytm_t, dv_ts_tz_add_itv_ytm>(x, y, result, faults);
 }
 
 void dv_ts_tz_column_sub_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                  dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_ts_tz_t, dv_itv_ytm_t, dv_ts_tz_sub_itv_ytm>(x, y, result, faults);
 }
 
 void dv_ts_tz_column_add_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                  dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_ts_tz_t, dv_itv_dts_t, dv_ts_tz_add_itv_dts>(x, y, result, faults);
 }
 
 void dv_ts_tz_column_sub_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                  dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         add_interval_<dv_ts_tz_t, dv_itv_dts_t, dv_ts_tz_sub_itv_dts>(x, y, result, faults);
 }
 
 void dv_date_column_sub_days(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                              dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, y, result))) return;
+    if (!DV_ASSERT(lie_by_stride(x, y, result))) return;
     const auto subtract = [](const dv_date_t &one, const dv_date_t &other) -> int32_t {
         return dv_date_to_julian_day(&one) - dv_date_to_julian_day(&other);
     };
@@ -251,17 +252,17 @@ void dv_date_column_sub_days(const dv_column_t *x, const dv_column_t *y, dv_colu
 
 void dv_date_column_sub(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                         dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) difference_<dv_date_sub>(x, y, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, y, result))) difference_<dv_date_sub>(x, y, result, faults);
 }
 
 void dv_date_column_months_between(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                    dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) difference_<dv_date_months_between>(x, y, result, faults);
+    if (DV_ASSERT(lie_by_stride(x, y, result))) difference_<dv_date_months_between>(x, y, result, faults);
 }
 
 void dv_date_column_sub_into_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                      dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, y, result))) return;
+    if (!DV_ASSERT(lie_by_stride(x, y, result))) return;
     const auto subtract = [](const dv_date_t &one, const dv_date_t &other) {
         const dv_timestamp_t left = without_fraction_(one), right = without_fraction_(other);
         dv_itv_dts_t interval;
@@ -273,14 +274,14 @@ void dv_date_column_sub_into_itv_dts(const dv_column_t *x, const dv_column_t *y,
 
 void dv_timestamp_column_sub_into_itv_dts(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                           dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         difference_of_timestamps_<dv_itv_dts_t, dv_timestamp_sub_timestamp_into_itv_dts>(x, y, result,
                                                                                          faults);
 }
 
 void dv_timestamp_column_sub_into_itv_ytm(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                           dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result)))
+    if (DV_ASSERT(lie_by_stride(x, y, result)))
         difference_of_timestamps_<dv_itv_ytm_t, dv_timestamp_sub_timestamp_into_itv_ytm>(x, y, result,
                                                                                          faults);
 }

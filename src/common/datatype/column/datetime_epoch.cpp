@@ -131,32 +131,32 @@ extern "C" {
 
 void dv_date_column_to_epoch(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result,
                              dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result)))
+    if (DV_ASSERT(lie_by_stride(x, result)))
         to_epoch_<dv_date_t, dv_date_to_epoch, &kernels_t::date_to>(x, unit, result, faults);
 }
 
 void dv_timestamp_column_to_epoch(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result,
                                   dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result)))
+    if (DV_ASSERT(lie_by_stride(x, result)))
         to_epoch_<dv_timestamp_t, dv_timestamp_to_epoch, &kernels_t::timestamp_to>(x, unit, result, faults);
 }
 
 void dv_date_column_from_epoch(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                                dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(counts, result)))
+    if (DV_ASSERT(lie_by_stride(counts, result)))
         from_epoch_<dv_date_t, dv_date_from_epoch, &kernels_t::date_from>(counts, unit, result, faults);
 }
 
 void dv_timestamp_column_from_epoch(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                                     dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(counts, result)))
+    if (DV_ASSERT(lie_by_stride(counts, result)))
         from_epoch_<dv_timestamp_t, dv_timestamp_from_epoch, &kernels_t::timestamp_from>(counts, unit, result,
                                                                                          faults);
 }
 
 void dv_ts_tz_column_from_epoch(const dv_column_t *counts, const dv_column_t *zones, dv_epoch_unit_t unit,
                                 dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(counts, zones, result))) return;
+    if (!DV_ASSERT(lie_by_stride(counts, zones, result))) return;
     const auto value = [unit](int64_t count, const timezone_t &zone) {
         dv_ts_ltz_t instant;
         dv_timestamp_from_epoch(&instant.utc, count, unit);
@@ -168,12 +168,12 @@ void dv_ts_tz_column_from_epoch(const dv_column_t *counts, const dv_column_t *zo
 }
 
 void dv_date_column_to_epoch_day(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result))) return;
+    if (!DV_ASSERT(lie_by_stride(x, result))) return;
     each_row<dv_date_t>([](const dv_date_t &date) { return dv_date_to_epoch_day(&date); }, result, faults, x);
 }
 
 void dv_date_column_from_epoch_day(const dv_column_t *days, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(days, result))) return;
+    if (!DV_ASSERT(lie_by_stride(days, result))) return;
     const auto value = [](int32_t day) {
         dv_date_t date;
         dv_date_from_epoch_day(&date, day);

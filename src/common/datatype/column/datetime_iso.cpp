@@ -39,37 +39,37 @@ void write_(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *fault
 extern "C" {
 
 void dv_date_column_from_iso(const dv_column_t *text, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(text, result))) return;
+    if (!DV_ASSERT(are_columns(text, result) && lie_by_stride(result))) return;
     const iso_reading_t shape = iso_reading(/*has_fraction=*/false);
     read_<dv_date_t, dv_date_from_iso>(text, result, faults, iso_read_kernel_t{text, result, &shape});
 }
 
 void dv_timestamp_column_from_iso(const dv_column_t *text, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(text, result))) return;
+    if (!DV_ASSERT(are_columns(text, result) && lie_by_stride(result))) return;
     const iso_reading_t shape = iso_reading(/*has_fraction=*/true);
     read_<dv_timestamp_t, dv_timestamp_from_iso>(text, result, faults,
                                                  iso_read_kernel_t{text, result, &shape});
 }
 
 void dv_ts_tz_column_from_iso(const dv_column_t *text, dv_column_t *result, dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(text, result)))
+    if (DV_ASSERT(are_columns(text, result) && lie_by_stride(result)))
         read_<dv_ts_tz_t, dv_ts_tz_from_iso>(text, result, faults, no_kernel_t());
 }
 
 void dv_date_column_to_iso(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result))) return;
+    if (!DV_ASSERT(are_columns(x, result) && lie_by_stride(x))) return;
     const iso_writing_t shape = iso_writing(/*has_fraction=*/false);
     write_<dv_date_t, dv_date_to_iso>(x, result, faults, &shape);
 }
 
 void dv_timestamp_column_to_iso(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result))) return;
+    if (!DV_ASSERT(are_columns(x, result) && lie_by_stride(x))) return;
     const iso_writing_t shape = iso_writing(/*has_fraction=*/true);
     write_<dv_timestamp_t, dv_timestamp_to_iso>(x, result, faults, &shape);
 }
 
 void dv_ts_tz_column_to_iso(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result)))
+    if (DV_ASSERT(are_columns(x, result) && lie_by_stride(x)))
         write_<dv_ts_tz_t, dv_ts_tz_to_iso>(x, result, faults, /*shape=*/nullptr);
 }
 

@@ -81,7 +81,7 @@ extern "C" {
 
 void dv_date_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, const dv_date_t *as_of,
                              dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(are_columns(text, result) && lie_by_stride(result))) return;
     const dv_date_t present = present_(as_of);
     const reading_shape_t shape(*fmt_ctx, /*has_fraction=*/false, /*fprec=*/0);
     read_<dv_date_t>(
@@ -94,7 +94,7 @@ void dv_date_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ct
 
 void dv_timestamp_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                                   const dv_date_t *as_of, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(are_columns(text, result) && lie_by_stride(result))) return;
     const dv_date_t present = present_(as_of);
     const reading_shape_t shape(*fmt_ctx, /*has_fraction=*/true, fprec);
     read_<dv_timestamp_t>(
@@ -108,7 +108,8 @@ void dv_timestamp_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *f
 void dv_ts_tz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                               const timezone_t *sess_tz, const dv_date_t *as_of, dv_column_t *result,
                               dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL))
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL) ||
+        !DV_ASSERT(are_columns(text, result) && lie_by_stride(result)))
         return;
     const dv_date_t present = present_(as_of);
     read_<dv_ts_tz_t>(
@@ -122,7 +123,8 @@ void dv_ts_tz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_c
 void dv_ts_ltz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                                const timezone_t *sess_tz, const dv_date_t *as_of, dv_column_t *result,
                                dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(text, result)) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL))
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL) ||
+        !DV_ASSERT(are_columns(text, result) && lie_by_stride(result)))
         return;
     const dv_date_t present = present_(as_of);
     read_<dv_ts_ltz_t>(
@@ -137,7 +139,7 @@ void dv_ts_ltz_column_from_str(const dv_column_t *text, const dt_fmt_ctx_t *fmt_
 
 void dv_date_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, dv_column_t *result,
                            dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(are_columns(x, result) && lie_by_stride(x))) return;
     const writing_shape_t shape(*fmt_ctx, /*has_fraction=*/false, /*fprec=*/0);
     write_<dv_date_t>(x, result, faults, shape.get(), [=](const dv_date_t &date, char *str, int str_len) {
         return static_cast<conv_status_t>(dv_date_to_str(&date, str, str_len, fmt_ctx));
@@ -146,7 +148,7 @@ void dv_date_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, dv
 
 void dv_timestamp_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                                 dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(are_columns(x, result) && lie_by_stride(x))) return;
     const writing_shape_t shape(*fmt_ctx, /*has_fraction=*/true, fprec);
     write_<dv_timestamp_t>(x, result, faults, shape.get(),
                            [=](const dv_timestamp_t &value, char *str, int str_len) {
@@ -156,7 +158,7 @@ void dv_timestamp_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ct
 
 void dv_ts_tz_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, int fprec, dv_column_t *result,
                             dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL)) return;
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(are_columns(x, result) && lie_by_stride(x))) return;
     write_<dv_ts_tz_t>(x, result, faults, /*shape=*/nullptr,
                        [=](const dv_ts_tz_t &value, char *str, int str_len) {
                            return dv_ts_tz_to_str(&value, str, str_len, fmt_ctx, fprec);
@@ -165,7 +167,8 @@ void dv_ts_tz_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, i
 
 void dv_ts_ltz_column_to_str(const dv_column_t *x, const dt_fmt_ctx_t *fmt_ctx, int fprec,
                              const timezone_t *sess_tz, dv_column_t *result, dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(x, result)) || !DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL))
+    if (!DV_ASSERT(fmt_ctx != NULL) || !DV_ASSERT(sess_tz != NULL) ||
+        !DV_ASSERT(are_columns(x, result) && lie_by_stride(x)))
         return;
     write_<dv_ts_ltz_t>(x, result, faults, /*shape=*/nullptr,
                         [=](const dv_ts_ltz_t &value, char *str, int str_len) {

@@ -25,6 +25,7 @@ inline __m256i load_text_(const char *text, int64_t room) {
         const __m128i high = _mm_shuffle_epi8(last, load_16_(places + (ISO_TEXT_SIZE - room)));
         return _mm256_set_m128i(high, load_16_(text));
     }
+    if (room <= 0) return _mm256_setzero_si256();
     char bytes[16] = {};
     memcpy(bytes, text, static_cast<size_t>(room));
     return _mm256_zextsi128_si256(load_16_(bytes));

@@ -184,33 +184,36 @@ void convert_(const dv_column_t *operand, dv_column_t *result, dv_column_faults_
 
 extern "C" void number_column_from_int32(const dv_column_t *v, dv_column_t *result,
                                          dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(v, result))) return;
+    if (!DV_ASSERT(are_columns(v, result) && lie_by_stride(v))) return;
     convert_<from_machine_t<int32_t, number_from_int32>>(v, result, faults, kernels_().from_int32);
 }
 
 extern "C" void number_column_from_int64(const dv_column_t *v, dv_column_t *result,
                                          dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(v, result))) return;
+    if (!DV_ASSERT(are_columns(v, result) && lie_by_stride(v))) return;
     convert_<from_machine_t<int64_t, number_from_int64>>(v, result, faults, kernels_().from_int64);
 }
 
 extern "C" void number_column_from_double(const dv_column_t *v, dv_column_t *result,
                                           dv_column_faults_t *faults) {
-    if (!DV_ASSERT(are_columns(v, result))) return;
+    if (!DV_ASSERT(are_columns(v, result) && lie_by_stride(v))) return;
     convert_<from_machine_t<double, number_from_double>>(v, result, faults, nullptr);
 }
 
 extern "C" void number_column_to_int32(const dv_column_t *x, dv_column_t *result,
                                        dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result))) convert_<to_int32_t>(x, result, faults, kernels_().to_int32);
+    if (DV_ASSERT(are_columns(x, result) && lie_by_stride(result)))
+        convert_<to_int32_t>(x, result, faults, kernels_().to_int32);
 }
 
 extern "C" void number_column_to_int64(const dv_column_t *x, dv_column_t *result,
                                        dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result))) convert_<to_int64_t>(x, result, faults, kernels_().to_int64);
+    if (DV_ASSERT(are_columns(x, result) && lie_by_stride(result)))
+        convert_<to_int64_t>(x, result, faults, kernels_().to_int64);
 }
 
 extern "C" void number_column_to_double(const dv_column_t *x, dv_column_t *result,
                                         dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, result))) convert_<to_double_t>(x, result, faults, nullptr);
+    if (DV_ASSERT(are_columns(x, result) && lie_by_stride(result)))
+        convert_<to_double_t>(x, result, faults, nullptr);
 }

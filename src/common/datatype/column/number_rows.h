@@ -45,7 +45,7 @@ inline records_t records_at(const dv_column_t &column, int64_t row, int count, n
         number_t &x = buffer.record[i];
         x.size = 0;
         row_bytes_t bytes;
-        if (!find_bytes(column, row + i, bytes) || bytes.size > NUMBER_SIZE_MAX) continue;
+        if (!find_bytes(column, row + i, bytes) || bytes.size == 0 || bytes.size > NUMBER_SIZE_MAX) continue;
         x.size = static_cast<uint8_t>(bytes.size);
         memcpy(&x.signexp, bytes.begin, x.size);
     }
