@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <span>
 
 #include "dvtypes/column_datetime_text.h"
 #include "dvtypes/iso.h"
@@ -142,28 +143,39 @@ const char *missing_(const sql_call &call, const dt_fmt_ctx_t &model) {
     }
 }
 
-void fail_without_(sql_call &call, const char *missing) {
-    sql_fail(
-        call,
-        "the model %s leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
-        "what is missing",
-        sql_quote(call.args[1].text).text, missing);
+bool has_token_(const dt_fmt_ctx_t &model, dt_fmt_token_id_e id) {
+    const std::span tokens(model.token_infos, static_cast<size_t>(model.token_cnt));
+    return std::ranges::any_of(tokens, [id](const dt_fmt_token_info_t &token) { return token.id == id; });
+}
+
+// Fails where the model leaves open what nothing else in the call gives: a part of the date, or the zone that
+// an abbreviation belongs to.
+void check_is_closed_(sql_call &call, const dt_fmt_ctx_t &model) {
+    const char *missing = missing_(call, model);
+    if (missing != nullptr)
+        return sql_fail(
+            call,
+            "the model %s leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
+            "what is missing",
+            sql_quote(call.args[1].text).text, missing);
+    if (has_token_(model, DT_FMT_TOKEN_TZD) && !has_token_(model, DT_FMT_TOKEN_TZR))
+        sql_fail(call, "the model %s has TZD without TZR: an abbreviation such as EDT names no zone",
+                 sql_quote(call.args[1].text).text);
 }
 
 // ---------------------------------------------------------------------------------------------------------
 // Reading under the model of the call
 // ---------------------------------------------------------------------------------------------------------
 
-// What is missing is reported when the text has been read, so that an element that nobody can read, such as
-// IYYY, is named first.
+// What the model leaves open is reported when the text has been read, so that an element that nobody can
+// read, such as IYYY, is named first.
 template <typename Reader>
 void read_(sql_call &call) {
     const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
     typename Reader::record value;
     Reader::read(value, call.args[0].text, model, as_of_(call));
     sql_return_datetime(call, value);
-    const char *missing = missing_(call, model);
-    if (missing != nullptr) fail_without_(call, missing);
+    check_is_closed_(call, model);
 }
 
 template <typename Reader>

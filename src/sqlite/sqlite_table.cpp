@@ -1,5 +1,5 @@
 // Tables of the catalogue as virtual tables: read only, there without being created. Parameters are hidden
-// columns behind the others.
+// columns behind the others, named so that no column of a table that is joined is ambiguous.
 
 #include "sql_overload.h"
 #include "sqlite_register.h"
@@ -46,7 +46,7 @@ void append_kind_(sqlite3_str *text, const table_set &set, auto kind_of) {
     sqlite3_str_appendf(text, " %s", sql_kind_name(kind));
 }
 
-// CREATE TABLE x(name TEXT, ..., zone TEXT HIDDEN); NULL: there is no memory for it.
+// CREATE TABLE x(name TEXT, ..., dv_zone TEXT HIDDEN); NULL: there is no memory for it.
 char *declaration_(const table_set &set) {
     const sql_table &first = first_of_(set);
     sqlite3_str *text = sqlite3_str_new(nullptr);
@@ -56,7 +56,7 @@ char *declaration_(const table_set &set) {
     }
     for (int i = 0; i < sql_param_count(first.signature); ++i) {
         const std::string_view name = sql_param_name(first.signature, i);
-        sqlite3_str_appendf(text, ", %.*s", static_cast<int>(name.size()), name.data());
+        sqlite3_str_appendf(text, ", dv_%.*s", static_cast<int>(name.size()), name.data());
         append_kind_(text, set, [i](const sql_table &table) { return table.signature.params[i]; });
         sqlite3_str_appendall(text, " HIDDEN");
     }

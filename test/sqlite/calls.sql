@@ -21,7 +21,7 @@ SELECT code || enumerator || name || size || info || categories FROM dv_types WH
 SELECT group_concat(code) FROM dv_types WHERE categories LIKE '%datetime%';  -- 5,6,7,21,22
 SELECT count(DISTINCT rowid) || ' ' || count(*) FROM dv_zones;  -- 580 580
 SELECT count(*) FROM dv_zone_transitions(NULL);  -- 0
-SELECT count(*) FROM dv_zone_transitions('Asia/Seoul') WHERE zone > 'Asia';  -- 0
+SELECT count(*) FROM dv_zone_transitions('Asia/Seoul') WHERE dv_zone > 'Asia';  -- 0
 SELECT dv_text(dv_trunc(to_number('123.456'), -9999999999));  -- 0
 SELECT dv_text(dv_trunc(to_number('123.456'), 9999999999));  -- 123.456
 

@@ -121,9 +121,9 @@ typedef struct dv_arrow_type_s {
 // Describes an array as a column over the same memory, of which it is then the reader alone: the array must
 // not be released before, and `values` is not written. type->zone points into the schema.
 //
-// Raises  -5123  (what is wrong) no such format; released; a dictionary or children; a length, offset, count
-// of
-//                nulls or of buffers that cannot be; a buffer that is missing, or offsets at an odd address
+// Raises  -5123  (what is wrong) no such format; released; a dictionary or children; a length, offset, or
+//                count of nulls or of buffers that cannot be; a buffer that is missing, or offsets at an odd
+//                address
 // Asserts "given(schema, array, type, column)".
 DV_EXPORT void dv_arrow_import(const struct ArrowSchema *schema, const struct ArrowArray *array,
                                dv_arrow_type_t *type, dv_column_t *column);
@@ -158,8 +158,8 @@ typedef struct dv_arrow_export_s {
 // Nothing is copied, and the structs themselves are the caller's.
 //
 // Raises  -5123  (what is wrong) no such type; values that do not lie side by side, as Arrow has them; a
-// bitmap that
-//                does not begin with a byte (dv_column_copy_validity makes one that does); a zone too long
+//                bitmap that does not begin with a byte (dv_column_copy_validity makes one that does); a zone
+//                too long
 // Asserts "are_columns(column) && given(type, lent, schema, array)": a count of 0 or more.
 // On a raise nothing is to be released.
 DV_EXPORT void dv_arrow_export(const dv_column_t *column, const dv_arrow_type_t *type,

@@ -98,7 +98,8 @@ DV_EXPORT void number_column_from_text(const dv_column_t *text, dv_column_t *res
 DV_EXPORT void number_column_to_text(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults);
 
 // The same under a model (number_fmt.h), which is compiled once; fmt and fmt_len are those of
-// number_from_str_fmt and number_to_str_fmt. Texts have a NUL as above.
+// number_from_str_fmt and number_to_str_fmt: the length 0 is that of an empty model. Texts have a NUL as
+// above.
 //
 // Raises, whatever `faults` says:  -5075, -3006  no model
 // Fails with -5074, -5068, -5069  from text     -3005  to text, by stride: more than `size` characters

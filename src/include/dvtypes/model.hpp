@@ -122,7 +122,7 @@ inline constexpr std::string_view american = "AMERICAN";
 // A model compiled for reading. Texts are UTF-8; language is the name of one (docs/languages.md: AMERICAN,
 // KOREAN, JAPANESE, VIETNAMESE, BRAZILIAN PORTUGUESE, TRADITIONAL CHINESE, RUSSIAN), or "NLS_DATE_LANGUAGE =
 // ..."; what the model leaves open is of the present month (dvtypes/datetime.h); a timestamp_tz without a
-// zone is of +00:00.
+// zone is of +00:00, whatever abbreviation its text has (TZD without TZR).
 template <has_model Value>
 class reader {
   public:

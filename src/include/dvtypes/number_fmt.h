@@ -12,9 +12,11 @@
 // "#". National settings are not consulted: the group separator is ",", the decimal point ".", the currency
 // "$" or "USD".
 //
-// Models and texts come with a length and need no NUL; a negative length counts as 0, a NULL model as the
-// empty one. A NUL inside a model ends it. Nothing is allocated and nothing is kept between calls; every
-// function may be called from any thread on records and buffers that no other thread is writing.
+// Models and texts come with a length and need no NUL. The length 0 is that of an empty one, and no sign to
+// look for a NUL, as it is to number_from_str and to datetime models: pass strlen(fmt). A negative length
+// counts as 0, a NULL model as the empty one. A NUL inside a model ends it. Nothing is allocated and nothing
+// is kept between calls; every function may be called from any thread on records and buffers that no other
+// thread is writing.
 //
 // Codes raised:  -3005  the text does not fit its buffer
 //                -3006  the model has the element B, or roman numerals are to be read

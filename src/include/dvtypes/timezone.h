@@ -147,8 +147,8 @@ DV_EXPORT int timezone_get_field(const timezone_t *tz, tz_field_t field);
 // Reads a zone: blanks, then a UTC offset ("+09:00", "-5", "9:30") or the name of a region in any letter case
 // ("Asia/Seoul"), then blanks. A region gets the offset 0:00:00; blanks alone are Etc/UTC.
 //
-//   str, str_len  the text; behind its leading blanks a name has at most 64 characters, trailing blanks
-//   included
+//   str, str_len  the text, of 1 byte or more: 0 does not mean up to its NUL. Behind its leading blanks a
+//                 name has at most 64 characters, trailing blanks included
 //
 // Raises  -5104  no text, a name that is too long or no region's     -5103  an offset with other characters
 //         -5098  hours outside -12..14     -5099  minutes above 59, or outside -12:59..+14:00

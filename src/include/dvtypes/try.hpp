@@ -10,10 +10,10 @@
 // }
 // const auto ratio = dv::try_div(dv::number(1), 0);
 // std::cout << ratio.error().message() << '\n';                     // A number is divided by zero.
+// const dv::timestamp skipped(2026, 3, 29, 2, 30);
+// const auto dawn = dv::try_make<dv::timestamp_tz>(skipped, dv::zone("Europe/Berlin"));
+// std::cout << dawn.code() << '\n';                                // -5110
 // ```
-//
-// const auto dawn = dv::try_make<dv::timestamp_tz>(dv::timestamp(2026, 3, 29, 2, 30),
-// dv::zone("Europe/Berlin")); std::cout << dawn.code() << '\n';                                // -5110
 //
 // The results are those of the operators, readers and constructors, the codes those that they throw.
 
