@@ -31,6 +31,34 @@ TEST(CppColumn, DescribesSpansMembersAndConstants) {
     EXPECT_EQ(dv::sum(column<const number>(doubled.data(), 3, sizeof(number), {&bits, 1})), number("25.5"));
 }
 
+TEST(CppColumn, MembersOfConstStructsAreOperandsAlone) {
+    std::vector<order_t> orders = {{1, number("12.5"), 2}, {2, number("-3"), 1}};
+    const std::vector<order_t> &read = orders;
+    const column prices(read, &order_t::price);
+    static_assert(std::same_as<decltype(prices), const column<const number>>);
+    static_assert(std::same_as<decltype(column(orders, &order_t::price)), column<number>>);
+    static_assert(!std::constructible_from<column<number>, decltype(read), number order_t::*>);
+    static_assert(!std::constructible_from<column<const number>, std::vector<order_t>, number order_t::*>);
+    EXPECT_EQ(prices[1], -3);
+    EXPECT_EQ(dv::sum({read, &order_t::price}), number("9.5"));
+    EXPECT_EQ(column(std::span<const order_t>(), &order_t::price).size(), 0);
+
+    uint8_t given = 0b10;
+    EXPECT_EQ(dv::sum(column(read, &order_t::price, {&given})), -3);
+    const std::vector<number> numbers = {1, 2};
+    EXPECT_EQ(dv::sum(column(numbers, {&given})), 2);
+}
+
+TEST(CppColumn, ArgumentsMayBeArrays) {
+    const number x[] = {1, -2, 3}, zero = 0;
+    uint8_t above[1] = {};
+    dv::run(number_column_compare, column(x), column<const number>::constant(zero, 3), DV_COLUMN_GT, above);
+    EXPECT_EQ(above[0], 0b101);
+    dv::date days[] = {dv::date(2024, 2, 29)};
+    dv::run(dv_date_column_trunc, column(days), "MM", 0, column(days));
+    EXPECT_EQ(days[0], dv::date(2024, 2, 1));
+}
+
 TEST(CppColumn, ThrowsTheFirstFailingRowOrTellsAll) {
     std::vector<number> x = {1, 2, 3}, y = {1, 0, 0}, quotients(3);
     try {

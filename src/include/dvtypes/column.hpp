@@ -48,6 +48,21 @@ struct validity {
     int64_t first = 0;
 };
 
+namespace detail {
+
+// What a pointer to a member gives of the structs of a range: of const structs a const member.
+template <typename Range, typename Pointer>
+using member_of =
+    std::remove_reference_t<decltype(*std::ranges::data(std::declval<Range &>()).*std::declval<Pointer>())>;
+
+// Are there such members, of a range that leaves its structs where they are, for a column of T?
+template <typename Range, typename Pointer, typename T>
+concept has_member = std::ranges::contiguous_range<Range> && std::ranges::sized_range<Range> &&
+    std::ranges::borrowed_range<Range> &&
+    std::is_convertible_v<std::add_pointer_t<member_of<Range, Pointer>>, std::add_pointer_t<T>>;
+
+}  // namespace detail
+
 // Values of one type by stride. Of a const type it is an operand alone; a column of T is one of const T, too.
 // T is a value of this layer, a record or a machine number.
 template <typename T>
@@ -57,13 +72,15 @@ class column {
     template <typename Range>
     requires std::constructible_from<std::span<T>, Range> column(Range &&values, validity rows = {})
     noexcept : column(std::span<T>(values), sizeof(T), rows) {}
-    // A member of each of some structs: dv::column(orders, &order::price).
-    template <typename Range, typename Row>
-    requires std::constructible_from<std::span<Row>, Range> column(Range &&rows, T Row::*member,
-                                                                   validity given = {})
+    // A member of each of some structs: dv::column(orders, &order::price); of structs that are const it is an
+    // operand alone.
+    template <typename Range, typename Row, typename Member>
+    requires detail::has_member<Range, Member Row::*, T> column(Range &&rows, Member Row::*member,
+                                                                validity given = {})
     noexcept
-        : column(std::span<Row>(rows).empty() ? nullptr : &(std::span<Row>(rows).data()->*member),
-                 static_cast<int64_t>(std::span<Row>(rows).size()), sizeof(Row), given) {}
+        : column(std::ranges::empty(rows) ? nullptr : &(std::ranges::data(rows)->*member),
+                 static_cast<int64_t>(std::ranges::size(rows)), sizeof(std::ranges::range_value_t<Range>),
+                 given) {}
     // Values `stride` bytes apart.
     column(T *values, int64_t count, int64_t stride, validity rows = {}) noexcept : record_{} {
         record_.count = count;
@@ -94,9 +111,9 @@ class column {
 };
 
 template <typename Range>
-column(Range &&) -> column<std::remove_reference_t<std::ranges::range_reference_t<Range>>>;
-template <typename Range, typename Row, typename T>
-column(Range &&, T Row::*) -> column<T>;
+column(Range &&, validity = {}) -> column<std::remove_reference_t<std::ranges::range_reference_t<Range>>>;
+template <typename Range, typename Row, typename Member>
+column(Range &&, Member Row::*, validity = {}) -> column<detail::member_of<Range, Member Row::*>>;
 
 // Texts of many rows one behind the other, with their offsets: the memory of a column of texts.
 class texts {
@@ -182,13 +199,14 @@ class row_faults {
 
 namespace detail {
 
-// An argument of an operation as C takes it: a column by the address of its record, others as they are.
+// An argument of an operation as C takes it: a column by the address of its record, an array by that of its
+// first element, others as they are.
 template <typename T>
 struct column_argument {
-    explicit column_argument(const T &given) : value(given) {}
+    explicit column_argument(T given) : value(given) {}
     const T &get() noexcept { return value; }
     int64_t rows() const noexcept { return -1; }
-    const T &value;
+    T value;
 };
 template <typename T>
 struct column_argument<column<T>> {
@@ -215,7 +233,7 @@ void run(void (*operation)(Parameters...), Arguments &&...arguments) {
     faults.raises = 1;
     faults.first = -1;
     dv_error_t raised;
-    std::tuple<detail::column_argument<std::remove_cvref_t<Arguments>>...> given{arguments...};
+    std::tuple<detail::column_argument<std::decay_t<Arguments>>...> given{arguments...};
     const auto call = [&] { std::apply([&](auto &...each) { operation(each.get()..., &faults); }, given); };
     if (detail::protect(call, &raised) != 0) throw row_error(raised, faults.first);
 }
@@ -224,7 +242,7 @@ void run(void (*operation)(Parameters...), Arguments &&...arguments) {
 // not that of a row, such as a model that is none.
 template <typename... Parameters, typename... Arguments>
 row_faults try_run(void (*operation)(Parameters...), Arguments &&...arguments) {
-    std::tuple<detail::column_argument<std::remove_cvref_t<Arguments>>...> given{arguments...};
+    std::tuple<detail::column_argument<std::decay_t<Arguments>>...> given{arguments...};
     const int64_t rows = std::apply([](const auto &...each) { return std::max({each.rows()...}); }, given);
     row_faults faults(rows);
     guarded([&] { std::apply([&](auto &...each) { operation(each.get()..., faults.record()); }, given); });
