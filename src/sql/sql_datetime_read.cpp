@@ -148,8 +148,17 @@ bool has_token_(const dt_fmt_ctx_t &model, dt_fmt_token_id_e id) {
     return std::ranges::any_of(tokens, [id](const dt_fmt_token_info_t &token) { return token.id == id; });
 }
 
-// Fails where the model leaves open what nothing else in the call gives: a part of the date, or the zone that
-// an abbreviation belongs to.
+// An abbreviation without the zone that it belongs to.
+bool has_lone_abbreviation_(const dt_fmt_ctx_t &model) {
+    return has_token_(model, DT_FMT_TOKEN_TZD) && !has_token_(model, DT_FMT_TOKEN_TZR);
+}
+
+// Does the model leave open what nothing else in the call gives?
+bool is_open_(const sql_call &call, const dt_fmt_ctx_t &model) {
+    return missing_(call, model) != nullptr || has_lone_abbreviation_(model);
+}
+
+// Fails where it does.
 void check_is_closed_(sql_call &call, const dt_fmt_ctx_t &model) {
     const char *missing = missing_(call, model);
     if (missing != nullptr)
@@ -158,7 +167,7 @@ void check_is_closed_(sql_call &call, const dt_fmt_ctx_t &model) {
             "the model %s leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
             "what is missing",
             sql_quote(call.args[1].text).text, missing);
-    if (has_token_(model, DT_FMT_TOKEN_TZD) && !has_token_(model, DT_FMT_TOKEN_TZR))
+    if (has_lone_abbreviation_(model))
         sql_fail(call, "the model %s has TZD without TZR: an abbreviation such as EDT names no zone",
                  sql_quote(call.args[1].text).text);
 }
@@ -181,7 +190,7 @@ void read_(sql_call &call) {
 template <typename Reader>
 void read_column_(sql_call &call, const dv_column_t &texts, dv_column_t &result) {
     const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
-    if (missing_(call, model) != nullptr) return sql_leave_all_rows(result);
+    if (is_open_(call, model)) return sql_leave_all_rows(result);
     dv_column_faults_t faults{};
     Reader::read_column(texts, model, as_of_(call), result, faults);
     sql_leave_datetimes_at_ends<typename Reader::record>(result);

@@ -74,6 +74,7 @@ const conversion_case _cases[] = {
     {"c TIMESTAMP WITH TIME ZONE 'DD.MM.YYYY HH24:MI TZR'",
      {"29.02.2024 13:05 Asia/Seoul", "31.03.2024 01:59 Europe/Berlin", "01.01.2000 0:00 -07:30"},
      90},
+    {"c TIMESTAMP WITH TIME ZONE 'DD.MM.YYYY HH24:MI TZD'", {"26.10.2025 02:30 CEST"}, 0},
 };
 
 class Conversion : public testing::Test {
