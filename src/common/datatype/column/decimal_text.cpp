@@ -87,38 +87,58 @@ const text_kernels_t &kernels_for_(int scale) {
 
 // ---- from text ----
 
-// The value of plain text; false: of any other.
-bool read_plain_(row_bytes_t text, const text_target_t &target, int64_t &value) {
+// A minus or none, and digits with a point or none.
+struct plain_number_t {
+    bool negative;
+    uint64_t digits;   // as if there were no point
+    int64_t count;     // of digits
+    int64_t fraction;  // of them behind the point
+};
+
+// false: another text, or one of more digits than 64 bits take.
+bool read_number_(row_bytes_t text, plain_number_t &number) {
     const char *at = text.begin;
     const char *const end = at + text.size;
-    const bool negative = at != end && *at == '-';
-    if (negative) ++at;
-    if (end - at > DV_DECIMAL64_PRECISION_MAX + 1) return false;
-    uint64_t digits = 0;
+    number.negative = at != end && *at == '-';
+    if (number.negative) ++at;
+    const char *const begin = at;
+    if (end - begin > DV_DECIMAL64_PRECISION_MAX + 1) return false;
     const char *point = nullptr;
+    number.digits = 0;
     for (; at != end; ++at) {
         if (is_digit(*at)) {
-            digits = digits * 10 + static_cast<uint64_t>(*at - '0');
+            number.digits = number.digits * 10 + static_cast<uint64_t>(*at - '0');
         } else if (*at == '.' && point == nullptr) {
             point = at;
         } else {
             return false;
         }
     }
-    const int64_t characters = end - text.begin - (negative ? 1 : 0) - (point != nullptr ? 1 : 0);
-    if (characters < 1 || characters > DV_DECIMAL64_PRECISION_MAX) return false;
+    number.count = end - begin - (point != nullptr ? 1 : 0);
+    number.fraction = point != nullptr ? end - point - 1 : 0;
+    return number.count >= 1 && number.count <= DV_DECIMAL64_PRECISION_MAX;
+}
 
-    const int64_t fraction = point != nullptr ? end - point - 1 : 0;
-    const int64_t more_digits = target.scale - fraction;
+// The digits in units of 10^-scale, rounded half up; false: it takes the longer way.
+bool move_point_(const plain_number_t &number, int scale, uint64_t &digits) {
+    const int64_t more_digits = scale - number.fraction;
     if (more_digits >= 0) {
-        if (more_digits + characters > DV_DECIMAL64_PRECISION_MAX) return false;
-        digits *= static_cast<uint64_t>(ten_to(more_digits));
-    } else {
-        if (more_digits < -DV_DECIMAL64_PRECISION_MAX) return false;
-        const auto unit = static_cast<uint64_t>(ten_to(-more_digits));
-        digits = (digits + unit / 2) / unit;
+        if (more_digits + number.count > DV_DECIMAL64_PRECISION_MAX) return false;
+        digits = number.digits * static_cast<uint64_t>(ten_to(more_digits));
+        return true;
     }
-    value = negative ? -static_cast<int64_t>(digits) : static_cast<int64_t>(digits);
+    if (more_digits < -DV_DECIMAL64_PRECISION_MAX) return false;
+    const auto unit = static_cast<uint64_t>(ten_to(-more_digits));
+    digits = (number.digits + unit / 2) / unit;
+    return true;
+}
+
+// The value of plain text; false: of any other.
+bool read_plain_(row_bytes_t text, const text_target_t &target, int64_t &value) {
+    plain_number_t number;
+    uint64_t digits;
+    if (!read_number_(text, number) || !move_point_(number, target.scale, digits)) return false;
+    value = number.negative ? -static_cast<int64_t>(digits) : static_cast<int64_t>(digits);
     return digits < static_cast<uint64_t>(target.end);
 }
 

@@ -245,8 +245,8 @@ uint64_t to_epoch(const epoch_block_t &block, const epoch_scale_t &scale, uint64
     uint64_t left = rows;
     for (int i = 0; i < block.count; i += _group) {
         auto done = static_cast<__mmask16>(rows >> i);
-        fetch_ahead(block.from + i * block.from_stride, _group, block.from_stride);
-        fetch_ahead(block.to + i * block.to_stride, _group, block.to_stride);
+        fetch_rows_ahead(block.from + i * block.from_stride, _group, block.from_stride);
+        fetch_rows_ahead(block.to + i * block.to_stride, _group, block.to_stride);
         const char *const from = block.from + i * block.from_stride;
         const records_t x = load_records_<has_fraction>(from, block.from_stride, done);
         const counts_t counts = counts_of_(x, scale, done);
@@ -333,8 +333,8 @@ uint64_t from_epoch(const epoch_block_t &block, const epoch_scale_t &scale, uint
     uint64_t left = rows;
     for (int i = 0; i < block.count; i += _group) {
         auto done = static_cast<__mmask16>(rows >> i);
-        fetch_ahead(block.from + i * block.from_stride, _group, block.from_stride);
-        fetch_ahead(block.to + i * block.to_stride, _group, block.to_stride);
+        fetch_rows_ahead(block.from + i * block.from_stride, _group, block.from_stride);
+        fetch_rows_ahead(block.to + i * block.to_stride, _group, block.to_stride);
         const counts_t counts = load_counts_(block.from + i * block.from_stride, block.from_stride, done);
         const records_t x = records_of_(counts, scale, done);
         store_records_<has_fraction>(block.to + i * block.to_stride, block.to_stride, done, x);

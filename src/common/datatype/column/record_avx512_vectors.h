@@ -7,11 +7,11 @@ namespace dv::impl::DV_LEVEL {
 
 inline __m512i all64(uint64_t value) { return _mm512_set1_epi64(static_cast<int64_t>(value)); }
 
-// Fetches what lies FETCH_AHEAD behind rows that are read or written.
-inline void fetch_ahead(const char *rows, int64_t count, int64_t stride) {
-    constexpr int64_t line = 64, longest = 4 * line;
-    const int64_t size = count * stride < longest ? count * stride : longest;
-    for (int64_t i = 0; i < size; i += line) _mm_prefetch(rows + FETCH_AHEAD + i, _MM_HINT_T0);
+// fetch_ahead() for rows; of those far apart only the first ones.
+inline void fetch_rows_ahead(const char *rows, int64_t count, int64_t stride) {
+    constexpr int64_t longest = 256;
+    const int64_t size = count * stride;
+    fetch_ahead(rows, size < longest ? size : longest);
 }
 
 inline __m512i row_offsets(int64_t stride) {

@@ -51,8 +51,14 @@
 namespace dv::impl {
 
 // So many bytes ahead kernels fetch memory: the processor's own fetching ends with a page. A million rows
-// take 0.5 to 0.7 of the time without. Nothing is accessed there, so that it may lie behind the column.
+// take 0.5 to 0.85 of the time without. Nothing is accessed there, so that it may lie behind the column.
 inline constexpr int64_t FETCH_AHEAD = 2048;
+
+// Fetches what lies FETCH_AHEAD behind bytes that are read or written.
+inline void fetch_ahead(const char *p, int64_t bytes) {
+    constexpr int64_t line = 64;
+    for (int64_t i = 0; i < bytes; i += line) __builtin_prefetch(p + FETCH_AHEAD + i);
+}
 
 extern std::atomic<int> vector_level_in_use;  // a dv_vector_level_e
 

@@ -43,7 +43,7 @@ inline void store_side_by_side_(char *to, uint32_t words, const times_t &x) {
 
 inline times_t load_times_(const zone_block_t &block, int row, __mmask8 rows) {
     const char *const from = block.from + row * block.from_stride;
-    fetch_ahead(from, 8, block.from_stride);
+    fetch_rows_ahead(from, 8, block.from_stride);
     times_t x;
     if (block.from_stride == sizeof(dv_timestamp_t)) {
         x = load_side_by_side_(from, words_of_(rows));
@@ -57,7 +57,7 @@ inline times_t load_times_(const zone_block_t &block, int row, __mmask8 rows) {
 
 inline void store_times_(const zone_block_t &block, int row, __mmask8 rows, times_t x) {
     char *const to = block.to + row * block.to_stride;
-    fetch_ahead(to, 8, block.to_stride);
+    fetch_rows_ahead(to, 8, block.to_stride);
     x.words = swapped_words_(x.words);
     if (block.to_stride == sizeof(dv_timestamp_t)) return store_side_by_side_(to, words_of_(rows), x);
     store_words(to, block.to_stride, rows, x.words);
@@ -70,7 +70,7 @@ inline void store_times_(const zone_block_t &block, int row, __mmask8 rows, time
 inline __m512i first_years_(const zone_block_t &block, int row, __mmask8 rows) {
     constexpr int after_hour = offsetof(timezone_t, utc_min);  // four bytes, the number last
     const char *const zones = block.zones + row * block.zone_stride + after_hour;
-    fetch_ahead(zones, 8, block.zone_stride);
+    fetch_rows_ahead(zones, 8, block.zone_stride);
     const __m256i bytes =
         _mm512_mask_i64gather_epi32(_mm256_setzero_si256(), rows, row_offsets(block.zone_stride), zones, 1);
     const __m512i zone = _mm512_cvtepu32_epi64(bytes);

@@ -43,6 +43,9 @@ class plain_template {
     struct span_t {
         int begin, end;
     };
+    static bool is_plain_(const number_model_t &model);
+    void place_elements_(const char *elements);
+    void place_digit_(int element, int position, bool is_forced);
     bool measure_(const number_t &x, const number_head_t &head, shown_t &shown) const;
     static void lay_out_(const number_t &x, const number_head_t &head, char *places);
     span_t written_(const shown_t &shown) const;
@@ -58,34 +61,50 @@ class plain_template {
 };
 
 inline plain_template::plain_template(const number_model_t &model) {
+    if (!is_plain_(model)) return;
     const number_parse_result_t &pr = model.pr;
-    if (model.whole != whole_model_e::NONE || model.elements > _elements_max || pr.in_hexadecimal != 0 ||
-        pr.in_sciform != 0 || pr.sign_type != NUMBER_FMT_SIGN_NONE ||
-        pr.currency_type != NUMBER_FMT_CURRENCY_NONE)
-        return;
     integer_positions_ = pr.pos_msd + 1;
     positions_ = pr.pos_msd + 1 - pr.pos_lsd;
     if (positions_ == 0 || integer_positions_ > _units - _point) return;
     elements_ = point_element_ = model.elements;
     forced_begin_ = positions_;
     is_unfilled_ = pr.fm_present != 0;
+    place_elements_(pr.fmt_dig);
+}
+
+// Of digits, separators and a point alone, and not too long.
+inline bool plain_template::is_plain_(const number_model_t &model) {
+    const number_parse_result_t &pr = model.pr;
+    return model.whole == whole_model_e::NONE && model.elements <= _elements_max && pr.in_hexadecimal == 0 &&
+           pr.in_sciform == 0 && pr.sign_type == NUMBER_FMT_SIGN_NONE &&
+           pr.currency_type == NUMBER_FMT_CURRENCY_NONE;
+}
+
+inline void plain_template::place_elements_(const char *elements) {
     int position = 0;
     for (int i = 0; i < elements_; ++i) {
-        const char element = pr.fmt_dig[i];
-        if (element == '9' || element == '0') {
-            if (element == '0') {
-                forced_begin_ = std::min(forced_begin_, position);
-                forced_end_ = position + 1;
-            }
-            from_[i] = static_cast<uint8_t>(_units + 1 - integer_positions_ + position);
-            element_of_[position++] = static_cast<uint8_t>(i);
-        } else if (element == '.' || element == 'D') {
-            point_element_ = i;
-            from_[i] = _point;
-        } else {
-            from_[i] = _comma;
+        switch (elements[i]) {
+            case '9':
+            case '0':
+                place_digit_(i, position++, /*is_forced=*/elements[i] == '0');
+                break;
+            case '.':
+            case 'D':
+                point_element_ = i;
+                from_[i] = _point;
+                break;
+            default:
+                from_[i] = _comma;
         }
     }
+}
+
+inline void plain_template::place_digit_(int element, int position, bool is_forced) {
+    from_[element] = static_cast<uint8_t>(_units + 1 - integer_positions_ + position);
+    element_of_[position] = static_cast<uint8_t>(element);
+    if (!is_forced) return;
+    forced_begin_ = std::min(forced_begin_, position);
+    forced_end_ = position + 1;
 }
 
 // What a value shows on either side of the point; false: it is one that write() leaves.
