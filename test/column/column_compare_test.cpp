@@ -155,6 +155,33 @@ TEST(NumberColumnCompare, TellsRowsThatFailAndAsksForARelation) {
 }
 
 // The first row that no other one of those that are looked at is beyond.
+struct extremes_t {
+    int64_t least = -1, greatest = -1;  // -1: no value
+
+    bool operator==(const extremes_t &) const = default;
+};
+
+std::ostream &operator<<(std::ostream &out, const extremes_t &x) {
+    return out << "least " << x.least << " greatest " << x.greatest;
+}
+
+extremes_t extremes_(const rows_t &rows, const std::vector<uint8_t> &wanted) {
+    extremes_t found;
+    number_t low{}, high{};
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (!rows[i] || (wanted[i / 8] >> i % 8 & 1) == 0) continue;
+        const number_t x = number_of(*rows[i]);
+        const auto row = static_cast<int64_t>(i);
+        if (found.least < 0 || number_cmp(&x, &low) < 0) found.least = row, low = x;
+        if (found.greatest < 0 || number_cmp(&x, &high) > 0) found.greatest = row, high = x;
+    }
+    return found;
+}
+
+extremes_t column_extremes_(const dv_column_t *column, const uint8_t *wanted) {
+    return {number_column_min(column, wanted, nullptr), number_column_max(column, wanted, nullptr)};
+}
+
 TEST(NumberColumnCompare, FindsTheFirstLeastAndGreatestValue) {
     number_source source(20261128);
     for (long round = scaled(2'000); round > 0; --round) {
@@ -163,24 +190,13 @@ TEST(NumberColumnCompare, FindsTheFirstLeastAndGreatestValue) {
         std::vector<uint8_t> wanted(count / 8 + 1);
         source.fill(wanted.data(), wanted.size());
         if (round % 8 == 0) std::fill(wanted.begin(), wanted.end(), uint8_t{0});
-        int64_t least = -1, greatest = -1, first = -1;
-        number_t low{}, high{};
-        for (size_t i = 0; i < count; ++i) {
-            if (!rows[i]) continue;
-            if (first < 0) first = static_cast<int64_t>(i);
-            if ((wanted[i / 8] >> i % 8 & 1) == 0) continue;
-            const number_t x = number_of(*rows[i]);
-            if (least < 0 || number_cmp(&x, &low) < 0) least = static_cast<int64_t>(i), low = x;
-            if (greatest < 0 || number_cmp(&x, &high) > 0) greatest = static_cast<int64_t>(i), high = x;
-        }
+        const extremes_t some = extremes_(rows, wanted);
+        const extremes_t all = extremes_(rows, std::vector<uint8_t>(wanted.size(), 0xFF));
         for (each_level levels; levels.next();) {
             for (const auto &shape : _shapes) {
                 test_column column(rows, _numbers, shape.x);
-                ASSERT_EQ(number_column_min(column.get(), wanted.data(), nullptr), least)
-                    << dv_vector_level();
-                ASSERT_EQ(number_column_max(column.get(), wanted.data(), nullptr), greatest)
-                    << dv_vector_level();
-                ASSERT_EQ(number_column_min(column.get(), nullptr, nullptr) < 0, first < 0);
+                ASSERT_EQ(column_extremes_(column.get(), wanted.data()), some) << dv_vector_level();
+                ASSERT_EQ(column_extremes_(column.get(), nullptr), all) << dv_vector_level();
             }
         }
     }

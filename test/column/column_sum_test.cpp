@@ -61,6 +61,21 @@ constexpr sum_case_t _sum_cases[] = {
     {"few rows", content_e::AMOUNTS, 5},     {"no row", content_e::AMOUNTS, 0},
 };
 
+// The sum in a total that gets memory where it asks for some.
+std::string packed_sum_(const dv_column_t *column, const uint8_t *wanted, dv_column_faults_t *faults) {
+    number_total_t total{};
+    std::unique_ptr<uint64_t[]> memory;
+    with_memory(total, memory, [&] { return number_column_sum(column, wanted, &total, faults); });
+    return packed(total);
+}
+
+std::string packed_sum_of_products_(const dv_column_t *x, const dv_column_t *y, const uint8_t *wanted) {
+    number_total_t total{};
+    std::unique_ptr<uint64_t[]> memory;
+    with_memory(total, memory, [&] { return number_column_sum_products(x, y, wanted, &total, nullptr); });
+    return packed(total);
+}
+
 TEST(NumberColumnSum, IsTheSumInLongHand) {
     number_source source(20261123);
     for (const sum_case_t &c : _sum_cases) {
@@ -76,17 +91,13 @@ TEST(NumberColumnSum, IsTheSumInLongHand) {
         for (each_level levels; levels.next();) {
             for (const shape_t shape : _shapes) {
                 test_column column(rows, _numbers, shape);
-                for (const auto &[bits, twin] :
-                     {std::pair(wanted.bytes.data(), &some), std::pair((const uint8_t *)nullptr, &all)}) {
-                    number_total_t total{};
-                    std::unique_ptr<uint64_t[]> memory;
-                    dv_column_faults_t faults{};
-                    with_memory(total, memory,
-                                [&] { return number_column_sum(column.get(), bits, &total, &faults); });
-                    ASSERT_EQ(packed(total), twin->packed())
-                        << c.name << " level " << dv_vector_level() << shape.by_offsets;
-                    ASSERT_EQ(faults.count, 0);
-                }
+                dv_column_faults_t faults{};
+                SCOPED_TRACE(std::string(c.name) + (shape.by_offsets ? " by offsets" : " by stride"));
+                ASSERT_EQ(packed_sum_(column.get(), wanted.bytes.data(), &faults), some.packed())
+                    << "level " << dv_vector_level();
+                ASSERT_EQ(packed_sum_(column.get(), nullptr, &faults), all.packed())
+                    << "level " << dv_vector_level();
+                ASSERT_EQ(faults.count, 0);
                 ASSERT_TRUE(column.intact());
             }
         }
@@ -128,13 +139,9 @@ TEST(NumberColumnSum, OfProductsIsTheSumInLongHand) {
         for (each_level levels; levels.next();) {
             for (const shape_t shape : _shapes) {
                 test_column columns[] = {{x, _numbers, shape}, {y, _numbers, _shapes[0]}};
-                number_total_t total{};
-                std::unique_ptr<uint64_t[]> memory;
-                with_memory(total, memory, [&] {
-                    return number_column_sum_products(columns[0].get(), columns[1].get(), wanted.bytes.data(),
-                                                      &total, nullptr);
-                });
-                ASSERT_EQ(packed(total), twin.packed()) << c.name << " level " << dv_vector_level();
+                ASSERT_EQ(packed_sum_of_products_(columns[0].get(), columns[1].get(), wanted.bytes.data()),
+                          twin.packed())
+                    << c.name << " level " << dv_vector_level();
             }
         }
     }
@@ -160,14 +167,8 @@ TEST(NumberColumnSum, OfManyRowsOfTheLargestDigitsDoesNotOverflow) {
             one_square.add(twin_total(one_square));
         }
         for (each_level levels; levels.next();) {
-            number_total_t sum{}, product_sum{};
-            std::unique_ptr<uint64_t[]> memory, product_memory;
-            with_memory(sum, memory, [&] { return number_column_sum(&column, nullptr, &sum, nullptr); });
-            with_memory(product_sum, product_memory, [&] {
-                return number_column_sum_products(&column, &column, nullptr, &product_sum, nullptr);
-            });
-            EXPECT_EQ(packed(sum), twin.packed());
-            EXPECT_EQ(packed(product_sum), squares.packed());
+            EXPECT_EQ(packed_sum_(&column, nullptr, nullptr), twin.packed());
+            EXPECT_EQ(packed_sum_of_products_(&column, &column, nullptr), squares.packed());
         }
     }
 }
@@ -211,22 +212,31 @@ TEST(NumberColumnSum, ByGroupAddsEachRowToItsTotal) {
 }
 
 // Offsets that run backwards, leave the bytes or give a record more than 22 of them, among good ones.
+std::vector<int32_t> hostile_offsets_(number_source &source, int32_t size) {
+    std::vector<int32_t> offsets{source.pick(0, 3)};
+    for (int i = source.pick(0, 300); i > 0; --i) {
+        const int32_t steps[] = {source.pick(0, 21), source.pick(0, 21), source.pick(23, 30),
+                                 -source.pick(1, 40)};
+        const int64_t next = int64_t{offsets.back()} + steps[source.pick(0, source.pick(0, 3))];
+        const bool is_any = source.pick(0, 40) == 0;
+        offsets.push_back(static_cast<int32_t>(is_any        ? static_cast<int64_t>(source.bits())
+                                               : next < size ? next
+                                                             : 0));
+    }
+    return offsets;
+}
+
+bool are_record_or_none_(int64_t begin, int64_t end, int64_t size) {
+    return begin >= 0 && end >= begin && end <= size && end - begin <= 22;
+}
+
 TEST(NumberColumnSum, ByHostileOffsetsIsThatOfTheRowsThatAreRecords) {
     number_source source(20261130);
     for (long round = scaled(300); round > 0; --round) {
         std::vector<uint8_t> bytes(static_cast<size_t>(source.pick(1, 3'000)));
         source.fill(bytes.data(), bytes.size());
         const auto size = static_cast<int32_t>(bytes.size());
-        std::vector<int32_t> offsets{source.pick(0, 3)};
-        for (int i = source.pick(0, 300); i > 0; --i) {
-            const int32_t steps[] = {source.pick(0, 21), source.pick(0, 21), source.pick(23, 30),
-                                     -source.pick(1, 40)};
-            const int64_t next = int64_t{offsets.back()} + steps[source.pick(0, source.pick(0, 3))];
-            const bool is_any = source.pick(0, 40) == 0;
-            offsets.push_back(static_cast<int32_t>(is_any        ? static_cast<int64_t>(source.bits())
-                                                   : next < size ? next
-                                                                 : 0));
-        }
+        std::vector<int32_t> offsets = hostile_offsets_(source, size);
         const guarded values(bytes.size(), bytes.data());
         dv_column_t column = {};
         column.count = static_cast<int64_t>(offsets.size()) - 1;
@@ -237,18 +247,15 @@ TEST(NumberColumnSum, ByHostileOffsetsIsThatOfTheRowsThatAreRecords) {
         std::vector<int32_t> wanted;
         for (size_t i = 0; i + 1 < offsets.size(); ++i) {
             const int64_t begin = offsets[i], end = offsets[i + 1];
-            wanted.push_back(begin < 0 || end < begin || end > size || end - begin > 22 ? -5120 : 0);
+            wanted.push_back(are_record_or_none_(begin, end, size) ? 0 : -5120);
             if (wanted.back() == 0 && end > begin)
                 twin.add(number_of(std::string(bytes.begin() + begin, bytes.begin() + end)));
         }
         for (each_level levels; levels.next();) {
             std::vector<int32_t> codes(wanted.size());
             dv_column_faults_t faults = {codes.data(), nullptr, 0, 0, 0, 0};
-            number_total_t total{};
-            std::unique_ptr<uint64_t[]> memory;
-            with_memory(total, memory, [&] { return number_column_sum(&column, nullptr, &total, &faults); });
+            ASSERT_EQ(packed_sum_(&column, nullptr, &faults), twin.packed()) << "level " << dv_vector_level();
             ASSERT_EQ(codes, wanted) << "level " << dv_vector_level();
-            ASSERT_EQ(packed(total), twin.packed()) << "level " << dv_vector_level();
         }
     }
 }

@@ -36,7 +36,7 @@ inline int128 decimal_value(const std::string &row) {
 }
 
 inline big_t big_of(int128 value) {
-    const auto magnitude = static_cast<uint128>(value < 0 ? 0 - static_cast<uint128>(value) : value);
+    const auto bits = static_cast<uint128>(value), magnitude = value < 0 ? 0 - bits : bits;
     const big_t big =
         (big_t(static_cast<uint64_t>(magnitude >> 64)) << 64) + static_cast<uint64_t>(magnitude);
     return value < 0 ? big_t(-big) : big;
