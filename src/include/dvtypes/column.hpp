@@ -29,6 +29,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -69,9 +70,8 @@ template <typename T>
 class column {
   public:
     // Values side by side: of a vector, an array, a span.
-    template <typename Range>
-    requires std::constructible_from<std::span<T>, Range> column(Range &&values, validity rows = {})
-    noexcept : column(std::span<T>(values), sizeof(T), rows) {}
+    template <typename Range, typename = std::enable_if_t<std::is_constructible_v<std::span<T>, Range>>>
+    column(Range &&values, validity rows = {}) noexcept : column(std::span<T>(values), sizeof(T), rows) {}
     // A member of each of some structs: dv::column(orders, &order::price); of structs that are const it is an
     // operand alone.
     template <typename Range, typename Row, typename Member>
