@@ -287,7 +287,8 @@ constexpr room_case _room_cases[] = {
 
 using text_writer = std::function<void(dv_column_t *result, dv_column_faults_t *faults)>;
 
-void expect_room_(const room_case &c, const text_writer &write) {
+void expect_room_(const room_case &c, const char *way, const text_writer &write) {
+    SCOPED_TRACE(std::string(c.name) + ", " + way + ", level " + std::to_string(dv_vector_level()));
     const auto bytes = static_cast<size_t>(std::max<int64_t>(c.room, 0)) * (c.by_offsets ? 1 : 5);
     const guarded block(bytes, std::string(bytes, '#').data());
     int32_t offsets[6] = {9, 9, 9, 9, 9, 9}, codes[5];
@@ -310,11 +311,10 @@ TEST(TextColumn, FailsWhereATextDoesNotFit) {
     const dv_column_t operand = {5, values, sizeof values[0], NULL, 0, NULL, 0};
     for (each_level levels; levels.next();) {
         for (const room_case &c : _room_cases) {
-            SCOPED_TRACE(c.name);
-            expect_room_(c, [&](dv_column_t *result, dv_column_faults_t *faults) {
+            expect_room_(c, "model", [&](dv_column_t *result, dv_column_faults_t *faults) {
                 dv_timestamp_column_to_str(&operand, &compiled.ctx, 9, result, faults);
             });
-            expect_room_(c, [&](dv_column_t *result, dv_column_faults_t *faults) {
+            expect_room_(c, "ISO", [&](dv_column_t *result, dv_column_faults_t *faults) {
                 dv_timestamp_column_to_iso(&operand, result, faults);
             });
         }

@@ -10,32 +10,49 @@ big_t sum_of_(const dv_decimal_sum_t &sum) {
     return sum.words[2] >> 63 != 0 ? big_t(value - (big_t(1) << 192)) : value;
 }
 
+// Rows with long runs of values; all have one where there is no bitmap.
+rows_t rows_(decimal_source &source, const decimal_type_t &type, int count, const shape_t &shape) {
+    rows_t rows = source.rows(type, count);
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const bool needs_value = shape.first_bit < 0 || i % 1000 > 300;
+        if (!rows[i] && needs_value) rows[i] = decimal_row(type, -1);
+    }
+    return rows;
+}
+
+struct exact_sum_t {
+    big_t value = 0;
+    int64_t count = 0;
+};
+
+exact_sum_t exact_sum_(const rows_t &rows) {
+    exact_sum_t sum;
+    for (const row_t &row : rows) {
+        if (!row) continue;
+        sum.value += big_of(decimal_value(*row));
+        ++sum.count;
+    }
+    return sum;
+}
+
 TEST(DecimalColumn, SumsExactly) {
     decimal_source source(16);
     for (const decimal_type_t &type : {decimal_type_t{8, 18, 2}, decimal_type_t{16, 38, 2}}) {
         for (const int count : {0, 1, 2, 3, 63, 64, 129, 1000, 5003}) {
             for (const shape_t &shape : {shape_t{}, shape_t{false, 3, -1}, shape_t{false, 0, 5}}) {
-                rows_t rows = source.rows(type, count);
-                big_t wanted = 0;
-                int64_t values = 0;
-                for (size_t i = 0; i < rows.size(); ++i) {
-                    if (shape.first_bit < 0 && !rows[i]) rows[i] = decimal_row(type, -1);
-                    if (i % 1000 > 300 && !rows[i]) rows[i] = decimal_row(type, 1);  // long runs of values
-                    if (!rows[i]) continue;
-                    wanted += big_of(decimal_value(*rows[i]));
-                    ++values;
-                }
+                const rows_t rows = rows_(source, type, count, shape);
+                const exact_sum_t wanted = exact_sum_(rows);
                 test_column column(rows, kind_of(type), shape);
                 const dv_decimal_column_t x = decimals(*column.get(), type);
                 for (each_level levels; levels.next();) {
                     dv_decimal_sum_t sum = {}, twice = {};
                     dv_decimal_column_sum(&x, &sum);
-                    ASSERT_EQ(sum_of_(sum), wanted) << count << " level " << dv_vector_level();
-                    ASSERT_EQ(sum.count, values);
+                    ASSERT_EQ(sum_of_(sum), wanted.value) << count << " level " << dv_vector_level();
+                    ASSERT_EQ(sum.count, wanted.count);
                     dv_decimal_sum_merge(&twice, &sum);
                     dv_decimal_sum_merge(&twice, &twice);
-                    ASSERT_EQ(sum_of_(twice), 2 * wanted);
-                    ASSERT_EQ(twice.count, 2 * values);
+                    ASSERT_EQ(sum_of_(twice), 2 * wanted.value);
+                    ASSERT_EQ(twice.count, 2 * wanted.count);
                 }
             }
         }

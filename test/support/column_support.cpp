@@ -120,24 +120,30 @@ test_column::test_column(const rows_t &rows, values_t values, shape_t shape)
     auto *const target = static_cast<char *>(column_.values);
     int64_t end = 0;
     for (size_t i = 0; i < rows.size(); ++i) {
-        const std::string bytes_of_row = rows[i].value_or("");
         if (shape_.by_offsets) {
-            std::memcpy(target + end, bytes_of_row.data(), bytes_of_row.size());
-            end += static_cast<int64_t>(bytes_of_row.size());
+            const std::string bytes_of_row = rows[i].value_or("");
+            end += static_cast<int64_t>(bytes_of_row.copy(target + end, bytes_of_row.size()));
             column_.offsets[i + 1] = static_cast<int32_t>(end);
         } else {
-            char *const value = target + static_cast<int64_t>(i) * column_.stride;
-            const bool is_number = values.kind == values_t::number;
-            std::memset(value, is_number || !rows[i] ? 0xCC : 0, static_cast<size_t>(width_of_(values)));
-            if (is_number) *value = static_cast<char>(bytes_of_row.size());
-            std::memcpy(value + (is_number ? 1 : 0), bytes_of_row.data(), bytes_of_row.size());
+            store_by_stride(static_cast<int64_t>(i), rows[i]);
         }
-        if (column_.validity == nullptr) continue;
-        const auto bit = static_cast<int64_t>(i) + column_.first_bit;
-        column_.validity[bit / 8] = static_cast<uint8_t>(column_.validity[bit / 8] & ~(1 << bit % 8));
-        if (rows[i])
-            column_.validity[bit / 8] = static_cast<uint8_t>(column_.validity[bit / 8] | 1 << bit % 8);
+        if (column_.validity != nullptr)
+            set_bit(static_cast<int64_t>(i) + column_.first_bit, rows[i].has_value());
     }
+}
+
+void test_column::store_by_stride(int64_t row, const row_t &bytes) {
+    char *value = static_cast<char *>(column_.values) + row * column_.stride;
+    const bool is_number = values_kind_.kind == values_t::number;
+    std::memset(value, is_number || !bytes ? 0xCC : 0, static_cast<size_t>(width_of_(values_kind_)));
+    const std::string stored = bytes.value_or("");
+    if (is_number) *value++ = static_cast<char>(stored.size());
+    stored.copy(value, stored.size());
+}
+
+void test_column::set_bit(int64_t bit, bool is_set) {
+    const int mask = 1 << bit % 8, others = column_.validity[bit / 8] & ~mask;
+    column_.validity[bit / 8] = static_cast<uint8_t>(is_set ? others | mask : others);
 }
 
 test_column::test_column(int64_t count, values_t values, shape_t shape, int64_t room)

@@ -49,6 +49,8 @@ class test_column {
 
   private:
     void allocate(int64_t count, int64_t bytes);
+    void store_by_stride(int64_t row, const row_t &bytes);
+    void set_bit(int64_t bit, bool is_set);
 
     values_t values_kind_;
     shape_t shape_;

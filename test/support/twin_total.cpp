@@ -32,7 +32,7 @@ std::string twin_total::packed() const {
     const auto append = [&head](uint64_t number, int bytes) {
         while (bytes-- > 0) head += static_cast<char>(number >> 8 * bytes);
     };
-    append(static_cast<uint64_t>(weight + 32768), 2);
+    append(static_cast<uint64_t>(int64_t{weight} + 32768), 2);
     append(static_cast<uint64_t>(count_), 8);
 
     // Two's complement: bytes until what is left is the sign of the last one.
