@@ -176,6 +176,12 @@ TEST_F(Dvimport, SaysWhatIsWrongWithItsArguments) {
         {"gone.csv t --columns 'a TEXT'", "dvimport: gone.csv: No such file or directory" + nothing},
         {"in.csv t --columns 'a NUMBER(50)'",
          "dvimport: --columns: NUMBER(50) has a precision out of range" + nothing},
+        {"in.csv t --columns 'a NUMBER(5,2'",
+         "dvimport: --columns: NUMBER(5,2 has a parenthesis without its other one" + nothing},
+        {"in.csv t --columns 'a NUMBR(5,2)'",
+         "dvimport: --columns: NUMBR(5,2) is no type: NUMBER, DATE, TIME, TIMESTAMP and INTERVAL are, and "
+         "SQLite's such as INTEGER and TEXT" +
+             nothing},
         {"in.csv t --columns \"a TEXT 'DD'\"",
          "dvimport: --columns: a model goes with a type that has one, not with \"TEXT\"" + nothing},
         {"in.csv t --columns \"a DATE 'DD\"",
@@ -183,14 +189,12 @@ TEST_F(Dvimport, SaysWhatIsWrongWithItsArguments) {
         {"in.csv t --columns \"a DATE 'DD' b\"",
          "dvimport: --columns: a comma is expected at \"b\"" + nothing},
         {"in.csv t --columns \"a DATE 'DD.MM.YYYYY'\"",
-         "dvimport: --columns: a: to_date: The field \"YEAR\" is given twice in the format model. The text "
-         "is "
-         "empty, the model is \"DD.MM.YYYYY\", wrong at \"Y\". (dv-5112)" +
+         "dvimport: --columns: a: to_date: The field \"YEAR\" is given twice in the format model. The model "
+         "is \"DD.MM.YYYYY\", wrong at \"Y\". (dv-5112)" +
              nothing},
         {"in.csv t --columns \"a NUMBER '9G9' ','\"",
          "dvimport: --columns: a: to_number: argument 3, \",\", is not a decimal point and a group "
-         "separator, "
-         "such as \",.\"" +
+         "separator, such as \",.\"" +
              nothing},
         {"in.csv t --rejects ../$(basename $PWD)/in.csv --columns 'a TEXT'",
          "dvimport: --rejects is the file that is read" + see},

@@ -2,6 +2,7 @@
 
 #include "column.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "sql_declared_type.h"
@@ -102,6 +103,29 @@ std::string upper_(std::string text) {
     return text;
 }
 
+// Whether SQLite has a type of this name: one that tells it how to keep values, or none.
+bool is_of_sqlite_(const std::string &type) {
+    const std::string name = upper_(type);
+    for (const char *part : {"INT", "CHAR", "CLOB", "TEXT", "BLOB", "REAL", "FLOA", "DOUB"}) {
+        if (name.find(part) != name.npos) return true;
+    }
+    for (const char *whole : {"", "ANY", "BOOLEAN", "DECIMAL", "NUMERIC"}) {
+        if (name.substr(0, name.find_first_of(" (")) == whole) return true;
+    }
+    return false;
+}
+
+void check_type_(const std::string &type, const impl::declared_type &declared) {
+    const auto fail = [&](const char *why) { throw std::runtime_error("--columns: " + type + why); };
+    if (std::count(type.begin(), type.end(), '(') != std::count(type.begin(), type.end(), ')'))
+        fail(" has a parenthesis without its other one");
+    if (!declared.is_sound) fail(" has a precision out of range");
+    if (declared.type == nullptr && !is_of_sqlite_(type))
+        fail(
+            " is no type: NUMBER, DATE, TIME, TIMESTAMP and INTERVAL are, and SQLite's such as INTEGER and "
+            "TEXT");
+}
+
 // Takes constraints off the end of a type, or of what stands behind a model.
 std::string take_constraints_(std::string &words) {
     std::string taken;
@@ -154,7 +178,7 @@ column take_column_(cursor &text) {
     take_constraints_behind_(text, of);
     of.has_model = !model.empty();
     const impl::declared_type type = impl::sql_parse_declared_type(of.type.c_str());
-    if (!type.is_sound) throw std::runtime_error("--columns: " + of.type + " has a precision out of range");
+    check_type_(of.type, type);
     of.is_typed = type.type != nullptr;
     if (of.is_typed) of.calls = calls_(type, model, option);
     if (!of.is_typed && !model.empty())

@@ -149,9 +149,12 @@ loader::insertion loader::prepare_insertion_(bool is_of_values) {
 void loader::check_model_(const column &of, sqlite3_stmt *value) {
     sqlite3_bind_text(value, 1, "", 0, SQLITE_STATIC);
     if (sqlite3_step(value) != SQLITE_ROW) {
-        const std::string message = sqlite3_errmsg(db_.get());
-        if (!is_of_empty_text_(code_of_(message)))
-            throw std::runtime_error("--columns: " + of.name + ": " + message);
+        std::string message = sqlite3_errmsg(db_.get());
+        const bool is_sound = is_of_empty_text_(code_of_(message));
+        constexpr std::string_view text_of_ours = "text is empty, the ";
+        if (const size_t place = message.find(text_of_ours); place != message.npos)
+            message.erase(place, text_of_ours.size());
+        if (!is_sound) throw std::runtime_error("--columns: " + of.name + ": " + message);
     }
     sqlite3_reset(value);
 }
