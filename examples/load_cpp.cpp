@@ -30,8 +30,9 @@ class months {
         const auto amount = dv::try_parse<dv::number>(amount_text, read_amount);
         if (!amount) return refuse(line, amount_text, amount.code());
 
-        const dv::timestamp_tz instant(*time, *zone);
-        sums_[trunc(instant.utc().date(), "MM")] += *amount;
+        const auto instant = dv::try_make<dv::timestamp_tz>(*time, *zone);
+        if (!instant) return refuse(line, time_text, instant.code());  // the zone's clocks never showed it
+        sums_[trunc(instant->utc().date(), "MM")] += *amount;
         return true;
     }
 
@@ -72,7 +73,7 @@ int main() try {
     }
     sums.print();
     return is_all_read ? 0 : 1;
-} catch (const dv::error &error) {  // a time that the zone's clocks never showed
+} catch (const dv::error &error) {  // such as a sum beyond the range of NUMBER
     std::cerr << error.what() << '\n';
     return 2;
 }

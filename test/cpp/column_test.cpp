@@ -92,6 +92,19 @@ TEST(CppColumn, TextsGoBothWays) {
     EXPECT_THROW(dv::run(number_column_to_text_fmt, column(numbers), 1, "?", written), dv::error);
 }
 
+TEST(CppColumn, TakesReadersAndWritersForTheirModels) {
+    dv::texts texts{"29.02.2024", "30.02.2024", "01.03.2024"};
+    std::vector<dv::date> days(3);
+    const auto faults = dv::try_run(dv_date_column_from_str, texts, dv::reader<dv::date>("DD.MM.YYYY"),
+                                    nullptr, column(days));
+    EXPECT_EQ(faults.count(), 1);
+    EXPECT_EQ(faults[1], -5114);
+    EXPECT_EQ(days[2], dv::date("2024-03-01"));
+    dv::texts written = dv::texts::room(3, 100);
+    dv::run(dv_date_column_to_str, column(days), dv::writer<dv::date>("MONTH", "RUSSIAN"), written);
+    EXPECT_EQ(written[0], dv::writer<dv::date>("MONTH", "RUSSIAN")(days[0]));
+}
+
 TEST(CppColumn, TotalsGrowMergeAndTravel) {
     std::vector<number> amounts = {number("1E100"), number("1E-90"), number("-1E100"), 5};
     dv::total total;

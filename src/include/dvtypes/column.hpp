@@ -35,6 +35,7 @@
 
 #include "dvtypes/column.h"
 #include "dvtypes/error.hpp"
+#include "dvtypes/model.hpp"
 #include "dvtypes/number.hpp"
 
 namespace dv {
@@ -45,8 +46,8 @@ namespace dv {
 
 // The validity bitmap of a column: bit first + i is 1 where row i has a value. NULL: every row has one.
 struct validity {
-    uint8_t *bits = nullptr;
-    int64_t first = 0;
+    uint8_t *bits = nullptr;  // the bitmap
+    int64_t first = 0;        // the bit of row 0
 };
 
 namespace detail {
@@ -89,6 +90,7 @@ class column {
         record_.validity = rows.bits;
         record_.first_bit = rows.first;
     }
+    // The same column, for reading alone.
     column(const column<std::remove_const_t<T>> &other) noexcept requires std::is_const_v<T>
         : record_(other.record()) {}
     // The same value in every row; it must outlive the column.
@@ -110,15 +112,19 @@ class column {
     dv_column_t record_;
 };
 
+// Columns of what a range holds, and of the members of its structs, without naming T.
 template <typename Range>
 column(Range &&, validity = {}) -> column<std::remove_reference_t<std::ranges::range_reference_t<Range>>>;
+// The same, of a member of each.
 template <typename Range, typename Row, typename Member>
 column(Range &&, Member Row::*, validity = {}) -> column<detail::member_of<Range, Member Row::*>>;
 
 // Texts of many rows one behind the other, with their offsets: the memory of a column of texts.
 class texts {
   public:
+    // No rows.
     texts() = default;
+    // The texts of some rows.
     texts(std::initializer_list<std::string_view> rows) {
         for (const std::string_view row : rows) push_back(row);
     }
@@ -169,6 +175,7 @@ class texts {
 // What the first failing row raised.
 class row_error : public error {
   public:
+    // Of a raise that was caught, and the row that raised.
     row_error(const dv_error_t &record, int64_t row) : error(record), row_(row) {}
     // The row, -1 where it is not the fault of a row.
     int64_t row() const noexcept { return row_; }
@@ -180,8 +187,11 @@ class row_error : public error {
 // The codes of the rows that failed.
 class row_faults {
   public:
+    // For an operation on so many rows.
     explicit row_faults(int64_t rows) : codes_(static_cast<size_t>(rows)) { told_.codes = codes_.data(); }
-    row_faults(row_faults &&) noexcept = default;  // the codes stay where they are
+    // Moves; the codes stay where they are.
+    row_faults(row_faults &&) noexcept = default;
+    // Moves; the codes stay where they are.
     row_faults &operator=(row_faults &&) noexcept = default;
 
     // How many rows failed, and the first of them, -1 for none.
@@ -223,10 +233,28 @@ struct column_argument<texts> {
     dv_column_t record;
 };
 
+// Of readers and writers their compiled model.
+template <typename Model>
+struct model_argument {
+    explicit model_argument(const Model &given) : context(given.context()) {}
+    const dt_fmt_ctx_t *get() noexcept { return context; }
+    int64_t rows() const noexcept { return -1; }
+    const dt_fmt_ctx_t *context;
+};
+template <typename Value>
+struct column_argument<reader<Value>> : model_argument<reader<Value>> {
+    using model_argument<reader<Value>>::model_argument;
+};
+template <typename Value>
+struct column_argument<writer<Value>> : model_argument<writer<Value>> {
+    using model_argument<writer<Value>>::model_argument;
+};
+
 }  // namespace detail
 
-// Calls an operation of dvtypes/column.h with its arguments in front of the failures: columns, texts, others
-// as C takes them. Throws row_error at the first row that fails; the rows in front of it are done.
+// Calls an operation of dvtypes/column.h with its arguments in front of the failures: columns, texts, a
+// dv::reader or dv::writer where C takes a compiled model, others as C takes them. Throws row_error at the
+// first row that fails; the rows in front of it are done.
 template <typename... Parameters, typename... Arguments>
 void run(void (*operation)(Parameters...), Arguments &&...arguments) {
     dv_column_faults_t faults{};
@@ -273,16 +301,21 @@ inline void divide(const column<const number> &x, const column<const number> &y,
 // An exact sum with the count of its terms, of any values: number_total_t with the memory that it needs.
 class total {
   public:
+    // Of no values.
     total() = default;
+    // The same sum and count in memory of its own.
     total(const total &other) : total() { merge(other); }
+    // Takes the memory of the other one, which is empty then.
     total(total &&other) noexcept : record_(other.record_), memory_(std::move(other.memory_)) {
         other.record_ = {};
     }
+    // Becomes the other one, by copy or by move.
     total &operator=(total other) noexcept {
         std::swap(record_, other.record_);
         std::swap(memory_, other.memory_);
         return *this;
     }
+    // Releases its memory.
     ~total() = default;
 
     // Adds one number, all values of a column, or what another total holds. Throw dv::error.

@@ -146,6 +146,9 @@ class reader {
         detail::text_of<Value>::read(x, text, model_.get());
     }
 
+    // The compiled model, for functions of C; as long as this lives.
+    const dt_fmt_ctx_t *context() const noexcept { return model_.get(); }
+
   private:
     detail::model model_;
 };
@@ -175,6 +178,9 @@ class writer {
             return text;
         }
     }
+
+    // The compiled model, for functions of C; as long as this lives.
+    const dt_fmt_ctx_t *context() const noexcept { return model_.get(); }
 
   private:
     detail::model model_;
