@@ -44,8 +44,10 @@ bool is_mark_(std::string_view character) {
 bool get_punctuation_(sql_call &call, punctuation &of) {
     const sql_text &given = call.args[_punctuation_at].text;
     const std::string_view text(given.bytes, static_cast<size_t>(given.length));
-    of.point = first_character_(text);
-    of.separator = first_character_(text.substr(of.point.size()));
+    std::string_view rest = text;  // not substr, which unoptimised builds call the C++ library for
+    of.point = first_character_(rest);
+    rest.remove_prefix(of.point.size());
+    of.separator = first_character_(rest);
     const bool is_whole = of.point.size() + of.separator.size() == text.size();
     const bool are_two = is_mark_(of.point) && is_mark_(of.separator) && of.point != of.separator;
     if (is_whole && are_two && of.point != " ") return true;
