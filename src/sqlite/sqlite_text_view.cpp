@@ -137,7 +137,17 @@ bool check_model_(const task &t, const text_view_column &column) {
     if (sql == nullptr) return fail_without_memory_(t);
     sqlite3_stmt *statement = prepare_(t, sql, {texts, count});
     sqlite3_free(sql);
-    return statement != nullptr && finalize_(t, statement, sqlite3_step(statement));
+    if (statement == nullptr) return false;
+    const int code = sqlite3_step(statement);
+    if (code == SQLITE_ROW) return finalize_(t, statement, code);
+    if (sqlite3_errcode(t.db) == SQLITE_NOMEM) {
+        fail_without_memory_(t);
+    } else {
+        fail_(t, "the column \"%w\" cannot be shown and read under its model: %s", column.name,
+              sqlite3_errmsg(t.db));
+    }
+    sqlite3_finalize(statement);
+    return false;
 }
 
 bool append_column_(const task &t, sqlite3_stmt *row, text_view_pieces &pieces) {

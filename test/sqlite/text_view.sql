@@ -57,7 +57,7 @@ SELECT day || ' ' || amount FROM bill_text;  -- 3 МАРТ 2024 -0,50
 SELECT dv_create_text_view('bill', '{"day": ["YYYY"]}');  -- error: dv_create_text_view: the model of the column "day" is neither a text nor a list of a model and a language, or punctuation
 SELECT dv_create_text_view('bill', '{"day": ["YYYY", 1]}');  -- error: dv_create_text_view: the model of the column "day" is neither a text nor a list of a model and a language, or punctuation
 SELECT dv_create_text_view('bill', '{"day": {"YYYY": "RUSSIAN"}}');  -- error: dv_create_text_view: the model of the column "day" is neither a text nor a list of a model and a language, or punctuation
-SELECT dv_create_text_view('bill', '{"amount": ["999", "RUSSIAN"]}');  -- error: dv_create_text_view: to_char: argument 3, "RUSSIAN", is not a decimal point and a group separator, such as ",."
+SELECT dv_create_text_view('bill', '{"amount": ["999", "RUSSIAN"]}');  -- error: dv_create_text_view: the column "amount" cannot be shown and read under its model: to_char: argument 3, "RUSSIAN", is not a decimal point and a group separator, such as ",."
 
 -- Anew, and away.
 ALTER TABLE sale ADD COLUMN tax NUMBER(3);
@@ -141,7 +141,7 @@ SELECT dv_create_text_view('odd');  -- error: dv_create_text_view: the column "n
 SELECT dv_create_text_view('part');  -- error: dv_create_text_view: the column "n" is declared INTERVAL DAY(3)(4) TO SECOND, which is no precision of INTERVAL DAY TO SECOND
 SELECT dv_create_text_view('d', '{"t": "HH24"}');  -- error: dv_create_text_view: the column "t" takes no model
 SELECT dv_create_text_view('d', '{"z": "HH24"}');  -- error: dv_create_text_view: there is no column "z"
-SELECT dv_create_text_view('d', '{"day": "DAY"}');  -- error: dv_create_text_view: to_date: The format model has an element that can be written but not read. The text is "SATURDAY ", the model is "DAY". (dv-5013)
+SELECT dv_create_text_view('d', '{"day": "DAY"}');  -- error: dv_create_text_view: the column "day" cannot be shown and read under its model: to_date: The format model has an element that can be written but not read. The text is "SATURDAY ", the model is "DAY". (dv-5013)
 SELECT dv_create_text_view('d', 'day');  -- error: dv_create_text_view: malformed JSON
 SELECT dv_create_text_view('main.w', '{"n": "9"}');  -- main.w_text
 CREATE TABLE keyed(k DATE PRIMARY KEY, v) WITHOUT ROWID;
