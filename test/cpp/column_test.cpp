@@ -78,6 +78,13 @@ TEST(CppColumn, ThrowsTheFirstFailingRowOrTellsAll) {
     EXPECT_EQ(quotients[0], 1);
 }
 
+TEST(CppColumn, RefusesColumnsOfDifferentCounts) {
+    std::vector<number> three(3), two(2);
+    dv::texts texts{"1", "2"};
+    EXPECT_THROW(dv::multiply(three, two, three), std::invalid_argument);
+    EXPECT_THROW(dv::try_run(number_column_from_text, texts, column(three)), std::invalid_argument);
+}
+
 TEST(CppColumn, TextsGoBothWays) {
     dv::texts texts{"1.5", "", "-20"};
     std::vector<number> numbers(3);

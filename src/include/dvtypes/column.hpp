@@ -13,6 +13,12 @@
 // const dv::number rate("1.19");
 // dv::multiply(prices, dv::column<const dv::number>::constant(rate, 3), totals);
 // std::cout << totals[0] << ' ' << dv::sum(prices) << '\n';             // 14.875 16.49
+//
+// const dv::reader<dv::date> german("DD.MM.YYYY");                      // in place of C's compiled model
+// dv::texts dates{"29.02.2024", "30.02.2024"};
+// std::vector<dv::date> days(2);
+// std::cout << dv::try_run(dv_date_column_from_str, dates, german, nullptr, dv::column(days))[1] << '\n';
+//                                                                       // -5114
 // ```
 //
 // Columns own nothing: what they describe must live as long. They may be copied, and shared by threads that
@@ -26,6 +32,7 @@
 #include <memory>
 #include <ranges>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -250,11 +257,22 @@ struct column_argument<writer<Value>> : model_argument<writer<Value>> {
     using model_argument<writer<Value>>::model_argument;
 };
 
+// How many rows the columns of a call have; C only asserts that it is the same for all.
+template <typename... Given>
+int64_t rows_of(const Given &...each) {
+    const int64_t rows = std::max({each.rows()...});
+    if (((each.rows() >= 0 && each.rows() != rows) || ...))
+        throw std::invalid_argument("dv::run: columns of different counts");
+    return rows;
+}
+
 }  // namespace detail
 
 // Calls an operation of dvtypes/column.h with its arguments in front of the failures: columns, texts, a
 // dv::reader or dv::writer where C takes a compiled model, others as C takes them. Throws row_error at the
 // first row that fails; the rows in front of it are done.
+// Throws std::invalid_argument where columns have different counts; that they are of the operation's types is
+// up to the caller.
 template <typename... Parameters, typename... Arguments>
 void run(void (*operation)(Parameters...), Arguments &&...arguments) {
     dv_column_faults_t faults{};
@@ -262,6 +280,7 @@ void run(void (*operation)(Parameters...), Arguments &&...arguments) {
     faults.first = -1;
     dv_error_t raised;
     std::tuple<detail::column_argument<std::decay_t<Arguments>>...> given{arguments...};
+    std::apply([](const auto &...each) { detail::rows_of(each...); }, given);
     const auto call = [&] { std::apply([&](auto &...each) { operation(each.get()..., &faults); }, given); };
     if (detail::protect(call, &raised) != 0) throw row_error(raised, faults.first);
 }
@@ -271,7 +290,7 @@ void run(void (*operation)(Parameters...), Arguments &&...arguments) {
 template <typename... Parameters, typename... Arguments>
 row_faults try_run(void (*operation)(Parameters...), Arguments &&...arguments) {
     std::tuple<detail::column_argument<std::decay_t<Arguments>>...> given{arguments...};
-    const int64_t rows = std::apply([](const auto &...each) { return std::max({each.rows()...}); }, given);
+    const int64_t rows = std::apply([](const auto &...each) { return detail::rows_of(each...); }, given);
     row_faults faults(rows);
     guarded([&] { std::apply([&](auto &...each) { operation(each.get()..., faults.record()); }, given); });
     return faults;
