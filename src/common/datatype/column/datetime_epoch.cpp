@@ -33,18 +33,18 @@ struct epoch_block_t {
     int count;
 };
 
+// The rows of `rows` that they do not do are returned.
+using epoch_kernel_t = uint64_t(const epoch_block_t &block, const epoch_scale_t &scale, uint64_t rows);
+struct epoch_kernels_t {
+    epoch_kernel_t *date_to, *date_from, *timestamp_to, *timestamp_from;
+};
+
 }  // namespace dv::impl
 
-#define DV_LEVEL plain
 #include "epoch_plain_kernels.h"
-#undef DV_LEVEL
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "epoch_avx512_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#endif
+
+#define DV_AVX512_KERNELS "epoch_avx512_kernels.h"
+#include "kernels_by_level.h"
 
 using namespace dv::impl;
 
@@ -71,26 +71,10 @@ constexpr auto _scales = [] {
     return scales;
 }();
 
-using kernel_t = uint64_t(const epoch_block_t &block, const epoch_scale_t &scale, uint64_t rows);
-
-// The kernels of a level: the rows of `rows` that they do not do are returned.
-struct kernels_t {
-    kernel_t *date_to, *date_from, *timestamp_to, *timestamp_from;
-};
-constexpr kernels_t _plain = {plain::to_epoch<false>, plain::from_epoch<false>, plain::to_epoch<true>,
-                              plain::from_epoch<true>};
-#if DV_HAS_VECTOR_BYTES
-constexpr kernels_t _avx512 = {avx512::to_epoch<false>, avx512::from_epoch<false>, avx512::to_epoch<true>,
-                               avx512::from_epoch<true>};
-#else
-constexpr kernels_t _avx512 = _plain;
-#endif
-constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_plain, &_plain, &_plain, &_avx512};
-
 // What a kernel does to a block of an operation.
 struct block_kernel_t {
     const dv_column_t *from, *to;
-    kernel_t *kernel;  // NULL: there is none
+    epoch_kernel_t *kernel;  // NULL: there is none
     const epoch_scale_t *scale;
 
     uint64_t operator()(int64_t row, int count, uint64_t valid) const {
@@ -101,20 +85,21 @@ struct block_kernel_t {
     }
 };
 
-template <kernel_t *kernels_t::*Kernel>
+template <epoch_kernel_t *epoch_kernels_t::*Kernel>
 block_kernel_t kernel_of_(const dv_column_t *from, const dv_column_t *to, dv_epoch_unit_t unit) {
     if (!is_epoch_unit(unit)) return {from, to, nullptr, nullptr};
-    return {from, to, _kernels[vector_level()]->*Kernel, &_scales[static_cast<size_t>(unit)]};
+    return {from, to, kernels_in_use().*Kernel, &_scales[static_cast<size_t>(unit)]};
 }
 
-template <typename Record, int64_t (*to_epoch)(const Record *, dv_epoch_unit_t), kernel_t *kernels_t::*Kernel>
+template <typename Record, int64_t (*to_epoch)(const Record *, dv_epoch_unit_t),
+          epoch_kernel_t *epoch_kernels_t::*Kernel>
 void to_epoch_(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result, dv_column_faults_t *faults) {
     const auto count = [unit](const Record &record) { return to_epoch(&record, unit); };
     each_row_with<Record>(kernel_of_<Kernel>(x, result, unit), count, result, faults, x);
 }
 
 template <typename Record, void (*from_epoch)(Record *, int64_t, dv_epoch_unit_t),
-          kernel_t *kernels_t::*Kernel>
+          epoch_kernel_t *epoch_kernels_t::*Kernel>
 void from_epoch_(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                  dv_column_faults_t *faults) {
     const auto value = [unit](int64_t count) {
@@ -132,26 +117,27 @@ extern "C" {
 void dv_date_column_to_epoch(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result,
                              dv_column_faults_t *faults) {
     if (DV_ASSERT(lie_by_stride(x, result)))
-        to_epoch_<dv_date_t, dv_date_to_epoch, &kernels_t::date_to>(x, unit, result, faults);
+        to_epoch_<dv_date_t, dv_date_to_epoch, &epoch_kernels_t::date_to>(x, unit, result, faults);
 }
 
 void dv_timestamp_column_to_epoch(const dv_column_t *x, dv_epoch_unit_t unit, dv_column_t *result,
                                   dv_column_faults_t *faults) {
     if (DV_ASSERT(lie_by_stride(x, result)))
-        to_epoch_<dv_timestamp_t, dv_timestamp_to_epoch, &kernels_t::timestamp_to>(x, unit, result, faults);
+        to_epoch_<dv_timestamp_t, dv_timestamp_to_epoch, &epoch_kernels_t::timestamp_to>(x, unit, result,
+                                                                                         faults);
 }
 
 void dv_date_column_from_epoch(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                                dv_column_faults_t *faults) {
     if (DV_ASSERT(lie_by_stride(counts, result)))
-        from_epoch_<dv_date_t, dv_date_from_epoch, &kernels_t::date_from>(counts, unit, result, faults);
+        from_epoch_<dv_date_t, dv_date_from_epoch, &epoch_kernels_t::date_from>(counts, unit, result, faults);
 }
 
 void dv_timestamp_column_from_epoch(const dv_column_t *counts, dv_epoch_unit_t unit, dv_column_t *result,
                                     dv_column_faults_t *faults) {
     if (DV_ASSERT(lie_by_stride(counts, result)))
-        from_epoch_<dv_timestamp_t, dv_timestamp_from_epoch, &kernels_t::timestamp_from>(counts, unit, result,
-                                                                                         faults);
+        from_epoch_<dv_timestamp_t, dv_timestamp_from_epoch, &epoch_kernels_t::timestamp_from>(
+            counts, unit, result, faults);
 }
 
 void dv_ts_tz_column_from_epoch(const dv_column_t *counts, const dv_column_t *zones, dv_epoch_unit_t unit,

@@ -26,6 +26,13 @@ struct zone_block_t {
     shared_period_t *shared;
 };
 
+// Both of twelve bytes, the fraction of the second as it is. The rows of `rows` that they do not do are
+// returned.
+struct zone_kernels_t {
+    using kernel_t = uint64_t(const zone_block_t &block, uint64_t rows);
+    kernel_t *to_local, *to_utc;
+};
+
 // The period of a time, from where its meaning is certain.
 template <bool is_utc>
 shared_period_t period_of(uint64_t word, const zone_year_t &row) {
@@ -40,39 +47,19 @@ shared_period_t period_of(uint64_t word, const zone_year_t &row) {
 
 }  // namespace dv::impl
 
-#define DV_LEVEL plain
 #include "zone_plain_kernels.h"
-#undef DV_LEVEL
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "zone_avx512_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#endif
+
+#define DV_AVX512_KERNELS "zone_avx512_kernels.h"
+#include "kernels_by_level.h"
 
 using namespace dv::impl;
 
 namespace {
 
-using kernel_t = uint64_t(const zone_block_t &block, uint64_t rows);
-
-// Both of twelve bytes, the fraction of the second as it is.
-struct kernels_t {
-    kernel_t *to_local, *to_utc;
-};
-constexpr kernels_t _plain = {plain::convert</*is_utc=*/true>, plain::convert</*is_utc=*/false>};
-#if DV_HAS_VECTOR_BYTES
-constexpr kernels_t _avx512 = {avx512::convert</*is_utc=*/true>, avx512::convert</*is_utc=*/false>};
-#else
-constexpr kernels_t _avx512 = _plain;
-#endif
-constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_plain, &_plain, &_plain, &_avx512};
-
 // What a kernel does to a block of an operation (each_row.h).
 struct block_kernel_t {
     const dv_column_t *from, *zones, *to;
-    kernel_t *kernel;
+    zone_kernels_t::kernel_t *kernel;
     shared_period_t *shared;
 
     uint64_t operator()(int64_t row, int count, uint64_t valid) const {
@@ -96,7 +83,7 @@ void convert_(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *fau
 
 template <typename To, typename From, void (*convert)(To *, const From *, const timezone_t *)>
 void convert_in_zone_(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,
-                      dv_column_faults_t *faults, kernel_t *kernel = nullptr) {
+                      dv_column_faults_t *faults, zone_kernels_t::kernel_t *kernel = nullptr) {
     const auto value = [](const From &from, const timezone_t &zone) {
         To to;
         convert(&to, &from, &zone);
@@ -114,8 +101,8 @@ extern "C" {
 void dv_timestamp_column_from_ts_ltz(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,
                                      dv_column_faults_t *faults) {
     if (DV_ASSERT(lie_by_stride(x, zones, result)))
-        convert_in_zone_<dv_timestamp_t, dv_ts_ltz_t, dv_timestamp_from_ts_ltz>(
-            x, zones, result, faults, _kernels[vector_level()]->to_local);
+        convert_in_zone_<dv_timestamp_t, dv_ts_ltz_t, dv_timestamp_from_ts_ltz>(x, zones, result, faults,
+                                                                                kernels_in_use().to_local);
 }
 
 void dv_timestamp_column_from_ts_tz(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
@@ -137,8 +124,8 @@ void dv_date_column_from_ts_tz(const dv_column_t *x, dv_column_t *result, dv_col
 void dv_ts_ltz_column_from_timestamp(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,
                                      dv_column_faults_t *faults) {
     if (DV_ASSERT(lie_by_stride(x, zones, result)))
-        convert_in_zone_<dv_ts_ltz_t, dv_timestamp_t, dv_ts_ltz_from_timestamp>(
-            x, zones, result, faults, _kernels[vector_level()]->to_utc);
+        convert_in_zone_<dv_ts_ltz_t, dv_timestamp_t, dv_ts_ltz_from_timestamp>(x, zones, result, faults,
+                                                                                kernels_in_use().to_utc);
 }
 
 void dv_ts_tz_column_from_timestamp(const dv_column_t *x, const dv_column_t *zones, dv_column_t *result,

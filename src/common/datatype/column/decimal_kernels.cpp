@@ -87,41 +87,8 @@ constexpr decimal_kernels_t kernels = {within, less, equal, sum, sum_valid, add,
 }  // namespace
 }  // namespace dv::impl::plain
 
-#if DV_HAS_VECTOR_BYTES
+#define DV_AVX2_KERNELS "decimal_vector_kernels.h"
+#define DV_AVX512_KERNELS "decimal_vector_kernels.h"
+#include "kernels_by_level.h"
 
-#define DV_LEVEL avx2
-#define DV_LANES 256
-DV_BEGIN_AVX2
-#include "decimal_vector_kernels.h"
-DV_END_LEVEL
-#undef DV_LANES
-#undef DV_LEVEL
-
-#define DV_LEVEL avx512
-#define DV_LANES 512
-DV_BEGIN_AVX512
-#include "decimal_vector_kernels.h"
-DV_END_LEVEL
-#undef DV_LANES
-#undef DV_LEVEL
-
-#endif
-
-namespace dv::impl {
-
-namespace {
-
-#if DV_HAS_VECTOR_BYTES
-constexpr const decimal_kernels_t *_kernels[] = {&plain::kernels, &plain::kernels, &avx2::kernels,
-                                                 &avx512::kernels};
-#else
-constexpr const decimal_kernels_t *_kernels[] = {&plain::kernels, &plain::kernels, &plain::kernels,
-                                                 &plain::kernels};
-#endif
-static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
-
-}  // namespace
-
-const decimal_kernels_t &decimal_kernels() { return *_kernels[vector_level()]; }
-
-}  // namespace dv::impl
+const dv::impl::decimal_kernels_t &dv::impl::decimal_kernels() { return kernels_in_use(); }

@@ -31,32 +31,7 @@ struct text_shape_t {
     uint8_t point[16];
 };
 
-}  // namespace
-
-}  // namespace dv::impl
-
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx2
-DV_BEGIN_AVX2
-#include "decimal_text_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "decimal_text_batch_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#endif
-
-using namespace dv::impl;
-
-namespace {
-
-// ---- kernels: a text by offsets in a vector; both leave rows that they do not take ----
-
-constexpr int _kernel_scale_max = 14;  // a digit in front of the point, fifteen in all
-
+// A text by offsets in a vector; both leave rows that they do not take.
 struct text_kernels_t {
     uint64_t (*read)(const dv_column_t &texts, int64_t begin, uint64_t rows, const text_target_t &target);
     // In their order, up to the first that it does not take.
@@ -64,25 +39,39 @@ struct text_kernels_t {
                       appended_rows_t &texts);
 };
 
-uint64_t read_none_(const dv_column_t & /*texts*/, int64_t /*begin*/, uint64_t rows,
-                    const text_target_t & /*target*/) {
+}  // namespace
+
+namespace plain {
+namespace {
+
+uint64_t read(const dv_column_t & /*texts*/, int64_t /*begin*/, uint64_t rows,
+              const text_target_t & /*target*/) {
     return rows;
 }
-uint64_t write_none_(const dv_decimal_column_t & /*x*/, int64_t /*begin*/, uint64_t rows,
-                     const text_shape_t * /*shapes*/, appended_rows_t & /*texts*/) {
+uint64_t write(const dv_decimal_column_t & /*x*/, int64_t /*begin*/, uint64_t rows,
+               const text_shape_t * /*shapes*/, appended_rows_t & /*texts*/) {
     return rows;
 }
-constexpr text_kernels_t _no_kernels = {read_none_, write_none_};
-#if DV_HAS_VECTOR_BYTES
-constexpr text_kernels_t _kernels[] = {
-    _no_kernels, _no_kernels, {avx2::read, avx2::write}, {avx512::read, avx512::write}};
-#else
-constexpr text_kernels_t _kernels[] = {_no_kernels, _no_kernels, _no_kernels, _no_kernels};
-#endif
-static_assert(std::size(_kernels) == DV_VECTOR_LEVELS);
+
+constexpr text_kernels_t kernels = {read, write};
+
+}  // namespace
+}  // namespace plain
+
+}  // namespace dv::impl
+
+#define DV_AVX2_KERNELS "decimal_text_kernels.h"
+#define DV_AVX512_KERNELS "decimal_text_batch_kernels.h"
+#include "kernels_by_level.h"
+
+using namespace dv::impl;
+
+namespace {
+
+constexpr int _kernel_scale_max = 14;  // a digit in front of the point, fifteen in all
 
 const text_kernels_t &kernels_for_(int scale) {
-    return scale >= 0 && scale <= _kernel_scale_max ? _kernels[vector_level()] : _no_kernels;
+    return scale >= 0 && scale <= _kernel_scale_max ? kernels_in_use() : plain::kernels;
 }
 
 // ---- from text ----

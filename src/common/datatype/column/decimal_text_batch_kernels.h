@@ -204,5 +204,7 @@ uint64_t write(const dv_decimal_column_t &x, int64_t begin, uint64_t rows, const
     return 0;
 }
 
+constexpr text_kernels_t kernels = {read, write};
+
 }  // namespace
 }  // namespace dv::impl::DV_LEVEL

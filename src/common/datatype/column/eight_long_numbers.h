@@ -1,7 +1,9 @@
-// Eight NUMBERs with all their digits in vectors of 512 bits; included behind eight_numbers.h.
+// Eight NUMBERs with all their digits in vectors of 512 bits.
 //
 // A coefficient is three vectors, a lane for each row: the digits 0 to 7, 8 to 15 and 16 to 23, in each lane
 // the first digit in the top byte (number_layout.h).
+
+#include "eight_numbers.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {

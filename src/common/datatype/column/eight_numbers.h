@@ -1,4 +1,4 @@
-// Eight NUMBERs in vectors of 512 bits, for the kernels of any source; included by them at the level avx512.
+// Eight NUMBERs in vectors of 512 bits, for the kernels of any source.
 //
 // What belongs to one record is in one lane of 64 bits, in the order of the rows. Digits stand there as in a
 // record: the first in the lowest byte. Records are read and written in pieces of sixteen bytes, which hold

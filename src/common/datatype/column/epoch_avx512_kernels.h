@@ -3,11 +3,12 @@
 // A record is three words of 32 bits, each in a vector of its own: the day (century lowest), the clock, the
 // nanoseconds. Days and seconds of the day are numbers of 32 bits; counts have 64, in two vectors of eight
 // rows. A day has odd * 2^shift units, the odd part below 2^31, so that products of 32 bits do.
-// The calendar is that of calendar.h, with products for the quotients. Included once, for AVX-512.
+// The calendar is that of calendar.h, with products for the quotients.
 
 #include "record_avx512_vectors.h"
 
 namespace dv::impl::DV_LEVEL {
+namespace {
 
 inline constexpr int _group = 16;  // rows
 
@@ -343,4 +344,7 @@ uint64_t from_epoch(const epoch_block_t &block, const epoch_scale_t &scale, uint
     return left;
 }
 
+constexpr epoch_kernels_t kernels = {to_epoch<false>, from_epoch<false>, to_epoch<true>, from_epoch<true>};
+
+}  // namespace
 }  // namespace dv::impl::DV_LEVEL

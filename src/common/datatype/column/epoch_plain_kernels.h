@@ -1,6 +1,7 @@
 // Counts since 1970-01-01, row by row without a call, for days after the reform of 1582.
 
-namespace dv::impl::DV_LEVEL {
+namespace dv::impl::plain {
+namespace {
 
 inline bool is_plain_(const dv_date_t &date) {
     const int year = date_year(date);
@@ -60,4 +61,7 @@ uint64_t from_epoch(const epoch_block_t &block, const epoch_scale_t &scale, uint
     return left;
 }
 
-}  // namespace dv::impl::DV_LEVEL
+constexpr epoch_kernels_t kernels = {to_epoch<false>, from_epoch<false>, to_epoch<true>, from_epoch<true>};
+
+}  // namespace
+}  // namespace dv::impl::plain

@@ -1,5 +1,4 @@
-// Vectors of integers of 64 bits, for the kernels of any source; included by them, once a level. DV_LANES is
-// the width of a vector in bits, 256 or 512.
+// Vectors of integers of 64 bits, for the kernels of any source (kernels_by_level.h): 256 or 512 bits wide.
 
 namespace dv::impl::DV_LEVEL {
 namespace {

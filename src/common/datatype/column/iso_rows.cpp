@@ -6,13 +6,36 @@
 #include "dvtypes/iso.h"
 #include "vector_level.h"
 
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx2
-DV_BEGIN_AVX2
-#include "iso_avx2_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#endif
+namespace dv::impl {
+namespace {
+
+struct iso_kernels_t {
+    iso_read_t *read;
+    iso_write_t *write;
+};
+
+}  // namespace
+
+namespace plain {
+namespace {
+
+uint64_t read_rows(const iso_reading_t &, const dv_column_t &, const dv_column_t &, int64_t, int,
+                   uint64_t valid) {
+    return valid;
+}
+uint64_t write_rows(const iso_writing_t &, const dv_column_t &, text_result_t &, int64_t, int,
+                    uint64_t valid) {
+    return valid;
+}
+
+constexpr iso_kernels_t kernels = {read_rows, write_rows};
+
+}  // namespace
+}  // namespace plain
+}  // namespace dv::impl
+
+#define DV_AVX2_KERNELS "iso_avx2_kernels.h"
+#include "kernels_by_level.h"
 
 using namespace dv::impl;
 
@@ -31,27 +54,6 @@ void put_characters_(char *to, const iso_model_t &model) {
 }
 
 constexpr uint32_t _with_fraction = ((1u << 9) - 1) << (ISO_CLOCK_LENGTH + 2);  // of 1 to 9 digits
-
-uint64_t read_none_(const iso_reading_t &, const dv_column_t &, const dv_column_t &, int64_t, int,
-                    uint64_t valid) {
-    return valid;
-}
-uint64_t write_none_(const iso_writing_t &, const dv_column_t &, text_result_t &, int64_t, int,
-                     uint64_t valid) {
-    return valid;
-}
-
-struct kernels_t {
-    iso_read_t *read;
-    iso_write_t *write;
-};
-constexpr kernels_t _none = {read_none_, write_none_};
-#if DV_HAS_VECTOR_BYTES
-constexpr kernels_t _avx2 = {avx2::read_rows, avx2::write_rows};
-#else
-constexpr kernels_t _avx2 = _none;
-#endif
-constexpr const kernels_t *_kernels[DV_VECTOR_LEVELS] = {&_none, &_none, &_avx2, &_avx2};
 
 }  // namespace
 
@@ -89,5 +91,5 @@ iso_writing_t dv::impl::iso_writing(bool has_fraction) {
     return iso_writing(model);
 }
 
-iso_read_t *dv::impl::iso_reader() { return _kernels[vector_level()]->read; }
-iso_write_t *dv::impl::iso_writer() { return _kernels[vector_level()]->write; }
+iso_read_t *dv::impl::iso_reader() { return kernels_in_use().read; }
+iso_write_t *dv::impl::iso_writer() { return kernels_in_use().write; }

@@ -1,4 +1,6 @@
-// Keys of records, and their comparison, by lanes (record_keys.h): behind record_lanes.h, once a level.
+// Keys of records, and their comparison, by lanes (record_keys.h).
+
+#include "record_lanes.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {
@@ -36,8 +38,8 @@ key_order_t compare_keys(const record_keys_t &x, const record_keys_t &y) {
     return order;
 }
 
-constexpr key_kernels_t KEY_KERNELS = {load_keys<places_by_stride_t>, load_keys<places_by_offsets_t>,
-                                       compare_keys};
+constexpr key_kernels_t kernels = {load_keys<places_by_stride_t>, load_keys<places_by_offsets_t>,
+                                   compare_keys};
 
 }  // namespace
 }  // namespace dv::impl::DV_LEVEL

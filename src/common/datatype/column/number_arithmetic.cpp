@@ -5,7 +5,6 @@
 #include "column_run.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
-#include "vector_level.h"
 
 namespace dv::impl {
 namespace {
@@ -40,29 +39,12 @@ constexpr number_arithmetic_kernels_t kernels = {
 }  // namespace plain
 }  // namespace dv::impl
 
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "eight_numbers.h"
-
-#include "eight_long_numbers.h"
-
-#include "number_arithmetic_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#else
-namespace dv::impl {
-namespace avx512 = plain;
-}
-#endif
+#define DV_AVX512_KERNELS "number_arithmetic_kernels.h"
+#include "kernels_by_level.h"
 
 using namespace dv::impl;
 
 namespace {
-
-const number_arithmetic_kernels_t &kernels_() {
-    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
-}
 
 // After a block of which a kernel did nothing: rows are likely to be of one sort.
 constexpr int _skipped_blocks = 15;
@@ -115,17 +97,20 @@ void calculate_(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
 
 extern "C" void number_column_add(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                   dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) calculate_<number_add>(x, y, result, faults, kernels_().add);
+    if (DV_ASSERT(are_columns(x, y, result)))
+        calculate_<number_add>(x, y, result, faults, kernels_in_use().add);
 }
 
 extern "C" void number_column_sub(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                   dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) calculate_<number_sub>(x, y, result, faults, kernels_().sub);
+    if (DV_ASSERT(are_columns(x, y, result)))
+        calculate_<number_sub>(x, y, result, faults, kernels_in_use().sub);
 }
 
 extern "C" void number_column_mul(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                   dv_column_faults_t *faults) {
-    if (DV_ASSERT(are_columns(x, y, result))) calculate_<number_mul>(x, y, result, faults, kernels_().mul);
+    if (DV_ASSERT(are_columns(x, y, result)))
+        calculate_<number_mul>(x, y, result, faults, kernels_in_use().mul);
 }
 
 extern "C" void number_column_div(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,

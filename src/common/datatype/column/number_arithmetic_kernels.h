@@ -1,5 +1,7 @@
-// Kernels of sums and of products of short NUMBERs, compiled by number_arithmetic.cpp at the level avx512:
-// the steps of number_short.h and number_add.cpp for eight rows at a time.
+// Kernels of sums and of products of short NUMBERs: the steps of number_short.h and number_add.cpp for eight
+// rows at a time.
+
+#include "eight_long_numbers.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {

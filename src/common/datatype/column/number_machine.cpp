@@ -9,7 +9,6 @@
 #include "column_run.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
-#include "vector_level.h"
 
 namespace dv::impl {
 namespace {
@@ -31,29 +30,12 @@ constexpr number_machine_kernels_t kernels = {};
 }  // namespace plain
 }  // namespace dv::impl
 
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "eight_numbers.h"
-
-#include "eight_long_numbers.h"
-
-#include "number_machine_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#else
-namespace dv::impl {
-namespace avx512 = plain;
-}
-#endif
+#define DV_AVX512_KERNELS "number_machine_kernels.h"
+#include "kernels_by_level.h"
 
 using namespace dv::impl;
 
 namespace {
-
-const number_machine_kernels_t &kernels_() {
-    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
-}
 
 using kernel_t = number_machine_kernels_t::kernel_t;
 
@@ -185,13 +167,13 @@ void convert_(const dv_column_t *operand, dv_column_t *result, dv_column_faults_
 extern "C" void number_column_from_int32(const dv_column_t *v, dv_column_t *result,
                                          dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(v, result) && lie_by_stride(v))) return;
-    convert_<from_machine_t<int32_t, number_from_int32>>(v, result, faults, kernels_().from_int32);
+    convert_<from_machine_t<int32_t, number_from_int32>>(v, result, faults, kernels_in_use().from_int32);
 }
 
 extern "C" void number_column_from_int64(const dv_column_t *v, dv_column_t *result,
                                          dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(v, result) && lie_by_stride(v))) return;
-    convert_<from_machine_t<int64_t, number_from_int64>>(v, result, faults, kernels_().from_int64);
+    convert_<from_machine_t<int64_t, number_from_int64>>(v, result, faults, kernels_in_use().from_int64);
 }
 
 extern "C" void number_column_from_double(const dv_column_t *v, dv_column_t *result,
@@ -203,13 +185,13 @@ extern "C" void number_column_from_double(const dv_column_t *v, dv_column_t *res
 extern "C" void number_column_to_int32(const dv_column_t *x, dv_column_t *result,
                                        dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(x, result) && lie_by_stride(result)))
-        convert_<to_int32_t>(x, result, faults, kernels_().to_int32);
+        convert_<to_int32_t>(x, result, faults, kernels_in_use().to_int32);
 }
 
 extern "C" void number_column_to_int64(const dv_column_t *x, dv_column_t *result,
                                        dv_column_faults_t *faults) {
     if (DV_ASSERT(are_columns(x, result) && lie_by_stride(result)))
-        convert_<to_int64_t>(x, result, faults, kernels_().to_int64);
+        convert_<to_int64_t>(x, result, faults, kernels_in_use().to_int64);
 }
 
 extern "C" void number_column_to_double(const dv_column_t *x, dv_column_t *result,

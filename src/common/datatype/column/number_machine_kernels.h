@@ -1,5 +1,7 @@
-// Kernels of machine integers to and from NUMBER, compiled by number_machine.cpp at the level avx512:
-// integers of up to sixteen decimal digits, and values of up to eight base-100 digits in front of the point.
+// Kernels of machine integers to and from NUMBER: integers of up to sixteen decimal digits, and values of up
+// to eight base-100 digits in front of the point.
+
+#include "eight_long_numbers.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {

@@ -5,7 +5,6 @@
 #include "../number/number_short.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
-#include "vector_level.h"
 
 namespace dv::impl {
 namespace {
@@ -43,34 +42,19 @@ constexpr number_rounding_kernels_t kernels = {leave, leave, leave};
 }  // namespace plain
 }  // namespace dv::impl
 
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "eight_numbers.h"
-
-#include "number_rounding_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#else
-namespace dv::impl {
-namespace avx512 = plain;
-}
-#endif
+#define DV_AVX512_KERNELS "number_rounding_kernels.h"
+#include "kernels_by_level.h"
 
 using namespace dv::impl;
 
 namespace {
-
-const number_rounding_kernels_t &kernels_() {
-    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
-}
 
 // Positions at which kernels round; beyond them lies no digit of theirs.
 constexpr int _position_max = 100;
 
 struct negate_t {
     uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
-        return kernels_().negate(from, count, valid, to);
+        return kernels_in_use().negate(from, count, valid, to);
     }
     void operator()(number_t &x) const { mirror_digits(x); }
     bool try_change(number_t &x) const {
@@ -80,7 +64,7 @@ struct negate_t {
 };
 struct abs_t {
     uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
-        return kernels_().abs(from, count, valid, to);
+        return kernels_in_use().abs(from, count, valid, to);
     }
     void operator()(number_t &x) const {
         if (number_is_negative(x)) mirror_digits(x);
@@ -116,7 +100,7 @@ struct round_t {
         const bool half_up = rmode == NUMBER_RMODE_HALF_UP;
         const bool has_kernel = half_up || rmode == NUMBER_RMODE_TRUNC;
         if (!has_kernel || places < -_position_max || places > _position_max) return valid;
-        return kernels_().round(from, count, valid, to, {-places, half_up, INT64_MAX});
+        return kernels_in_use().round(from, count, valid, to, {-places, half_up, INT64_MAX});
     }
     void operator()(number_t &x) const { number_round_to_places(&x, places, rmode); }
     bool try_change(number_t &x) const {
@@ -133,8 +117,8 @@ struct force_t {
 
     uint64_t change_block(records_t from, int count, uint64_t valid, records_t to) const {
         if (prec == NUMBER_NOT_GIVEN || scale < -_position_max || scale > _position_max) return valid;
-        return kernels_().round(from, count, valid, to,
-                                {-int64_t{scale}, /*half_up=*/true, int64_t{prec} - scale});
+        return kernels_in_use().round(from, count, valid, to,
+                                      {-int64_t{scale}, /*half_up=*/true, int64_t{prec} - scale});
     }
     void operator()(number_t &x) const { number_force_prec_scale(&x, prec, scale); }
     bool try_change(number_t &x) const {

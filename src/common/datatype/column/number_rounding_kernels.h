@@ -1,5 +1,6 @@
-// Kernels of signs and of rounding, compiled by number_rounding.cpp at the level avx512: values of up to
-// eight base-100 digits, the first and last of them not 0.
+// Kernels of signs and of rounding: values of up to eight base-100 digits, the first and last of them not 0.
+
+#include "eight_numbers.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {

@@ -8,7 +8,6 @@
 #include "../number_fmt/plain_model_writer.h"
 #include "dvtypes/column_number.h"
 #include "number_text_rows.h"
-#include "vector_level.h"
 
 using namespace dv::impl;
 
@@ -36,24 +35,10 @@ constexpr number_text_kernels_t kernels = {read_texts, write_texts};
 }  // namespace
 }  // namespace dv::impl::plain
 
-#if DV_HAS_VECTOR_BYTES
-#define DV_LEVEL avx512
-DV_BEGIN_AVX512
-#include "eight_numbers.h"
-#include "number_text_kernels.h"
-DV_END_LEVEL
-#undef DV_LEVEL
-#else
-namespace dv::impl {
-namespace avx512 = plain;
-}
-#endif
+#define DV_AVX512_KERNELS "number_text_kernels.h"
+#include "kernels_by_level.h"
 
 namespace {
-
-const number_text_kernels_t &kernels_() {
-    return vector_level() == DV_VECTOR_AVX512 ? avx512::kernels : plain::kernels;
-}
 
 // ---- from text: `Reader` reads one text, with and without a raise ----
 
@@ -101,7 +86,7 @@ struct from_text_t {
         number_block_t buffer;
         const records_t to = values.block_at(row, buffer);
         uint64_t left = valid;
-        if constexpr (Reader::has_kernel) left = kernels_().read(*operand[0], row, count, valid, to);
+        if constexpr (Reader::has_kernel) left = kernels_in_use().read(*operand[0], row, count, valid, to);
         if (!reader.may_raise()) left = read_(row, left, to);
         return values.keep_block(row, valid, left, buffer);
     }
@@ -206,7 +191,7 @@ struct to_text_t {
         short_texts_t texts;
         const records_t numbers = records_at(*operand[0], row, count, buffer);
         uint64_t left = valid;
-        if constexpr (Writer::has_kernel) left = kernels_().write(numbers, count, valid, texts);
+        if constexpr (Writer::has_kernel) left = kernels_in_use().write(numbers, count, valid, texts);
         return result->offsets != nullptr ? append_(row, valid, left, texts, numbers)
                                           : left | put_(row, valid & ~left, texts);
     }

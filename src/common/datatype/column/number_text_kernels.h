@@ -1,4 +1,4 @@
-// Kernels of text to and from NUMBER, compiled by number_text.cpp at the level avx512.
+// Kernels of text to and from NUMBER.
 //
 // Up to sixteen characters of a text are in a quarter of a vector; eight texts are two vectors, the even rows
 // and the odd ones. Reading, a shuffle takes out the point and puts a 0 in front of an odd number of integer
@@ -9,6 +9,8 @@
 //   pairs       00  12  50
 //
 // Writing, a shuffle takes the characters of the pairs to their places beside the point and a sign.
+
+#include "eight_numbers.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {

@@ -1,5 +1,5 @@
 // Eight records of datetimes in vectors, for kernels of AVX-512: the first eight bytes of each in 64 bits,
-// the fraction of the second in 32. Included without a guard in the namespace of the level.
+// the fraction of the second in 32.
 //
 // A row that is not among `rows` is neither read nor written.
 

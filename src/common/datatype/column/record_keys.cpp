@@ -2,7 +2,7 @@
 
 #include "record_keys.h"
 
-#include "vector_level.h"
+#include "../number/vector_bytes.h"
 
 namespace dv::impl {
 
@@ -49,50 +49,14 @@ key_order_t compare_keys(const record_keys_t &x, const record_keys_t &y) {
     return order;
 }
 
-constexpr key_kernels_t KEY_KERNELS = {load_keys<places_by_stride_t>, load_keys<places_by_offsets_t>,
-                                       compare_keys};
+constexpr key_kernels_t kernels = {load_keys<places_by_stride_t>, load_keys<places_by_offsets_t>,
+                                   compare_keys};
 
 }  // namespace
 }  // namespace dv::impl::plain
 
-#if DV_HAS_VECTOR_BYTES
+#define DV_AVX2_KERNELS "key_kernels.h"
+#define DV_AVX512_KERNELS "key_kernels.h"
+#include "kernels_by_level.h"
 
-#include "../number/vector_bytes.h"
-
-#define DV_LEVEL avx2
-#define DV_LANES 256
-DV_BEGIN_AVX2
-#include "int64_lanes.h"
-
-#include "record_lanes.h"
-
-#include "key_kernels.h"
-DV_END_LEVEL
-#undef DV_LANES
-#undef DV_LEVEL
-
-#define DV_LEVEL avx512
-#define DV_LANES 512
-DV_BEGIN_AVX512
-#include "int64_lanes.h"
-
-#include "record_lanes.h"
-
-#include "key_kernels.h"
-DV_END_LEVEL
-#undef DV_LANES
-#undef DV_LEVEL
-
-#endif
-
-const dv::impl::key_kernels_t &dv::impl::key_kernels() {
-    static constexpr const key_kernels_t *by_level[DV_VECTOR_LEVELS] = {
-        &plain::KEY_KERNELS,
-#if DV_HAS_VECTOR_BYTES
-        &plain::KEY_KERNELS,
-        &avx2::KEY_KERNELS,
-        &avx512::KEY_KERNELS
-#endif
-    };
-    return *by_level[vector_level()];
-}
+const dv::impl::key_kernels_t &dv::impl::key_kernels() { return kernels_in_use(); }

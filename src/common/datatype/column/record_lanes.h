@@ -1,5 +1,6 @@
-// Bytes of NUMBER records in lanes of 64 bits, one record a lane, in their order: behind int64_lanes.h, once
-// a level.
+// Bytes of NUMBER records in lanes of 64 bits, one record a lane, in their order.
+
+#include "int64_lanes.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {

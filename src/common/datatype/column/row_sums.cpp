@@ -2,7 +2,7 @@
 
 #include "row_sums.h"
 
-#include "vector_level.h"
+#include "../number/vector_bytes.h"
 
 namespace dv::impl {
 
@@ -56,50 +56,14 @@ void read_words(const Places &places, int count, uint64_t valid, block_words_t &
     read_words_from(places, 0, count, valid, words);
 }
 
-constexpr sum_kernels_t SUM_KERNELS = {{add_rows<places_by_stride_t>, read_words<places_by_stride_t>},
-                                       {add_rows<places_by_offsets_t>, read_words<places_by_offsets_t>}};
+constexpr sum_kernels_t kernels = {{add_rows<places_by_stride_t>, read_words<places_by_stride_t>},
+                                   {add_rows<places_by_offsets_t>, read_words<places_by_offsets_t>}};
 
 }  // namespace
 }  // namespace dv::impl::plain
 
-#if DV_HAS_VECTOR_BYTES
+#define DV_AVX2_KERNELS "sum_kernels.h"
+#define DV_AVX512_KERNELS "sum_kernels.h"
+#include "kernels_by_level.h"
 
-#include "../number/vector_bytes.h"
-
-#define DV_LEVEL avx2
-#define DV_LANES 256
-DV_BEGIN_AVX2
-#include "int64_lanes.h"
-
-#include "record_lanes.h"
-
-#include "sum_kernels.h"
-DV_END_LEVEL
-#undef DV_LANES
-#undef DV_LEVEL
-
-#define DV_LEVEL avx512
-#define DV_LANES 512
-DV_BEGIN_AVX512
-#include "int64_lanes.h"
-
-#include "record_lanes.h"
-
-#include "sum_kernels.h"
-DV_END_LEVEL
-#undef DV_LANES
-#undef DV_LEVEL
-
-#endif
-
-const dv::impl::sum_kernels_t &dv::impl::sum_kernels() {
-    static constexpr const sum_kernels_t *by_level[DV_VECTOR_LEVELS] = {
-        &plain::SUM_KERNELS,
-#if DV_HAS_VECTOR_BYTES
-        &plain::SUM_KERNELS,
-        &avx2::SUM_KERNELS,
-        &avx512::SUM_KERNELS
-#endif
-    };
-    return *by_level[vector_level()];
-}
+const dv::impl::sum_kernels_t &dv::impl::sum_kernels() { return kernels_in_use(); }

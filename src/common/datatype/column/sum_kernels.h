@@ -1,8 +1,10 @@
-// Records read, and added to the counters of row_sums.h, by lanes: behind record_lanes.h, once a level.
+// Records read, and added to the counters of row_sums.h, by lanes.
 //
 // In most columns all digits of many rows fall into eight places in a row, the window. Their words are
 // shifted there as bytes and summed as vectors, for a whole block. Rows that do not fit go to the counters
 // one by one, and the window is moved to where they do.
+
+#include "record_lanes.h"
 
 namespace dv::impl::DV_LEVEL {
 namespace {
@@ -138,8 +140,8 @@ void read_words(const Places &places, int count, uint64_t valid, block_words_t &
     read_words_from(places, row, count, valid, words);
 }
 
-constexpr sum_kernels_t SUM_KERNELS = {{add_rows<places_by_stride_t>, read_words<places_by_stride_t>},
-                                       {add_rows<places_by_offsets_t>, read_words<places_by_offsets_t>}};
+constexpr sum_kernels_t kernels = {{add_rows<places_by_stride_t>, read_words<places_by_stride_t>},
+                                   {add_rows<places_by_offsets_t>, read_words<places_by_offsets_t>}};
 
 }  // namespace
 }  // namespace dv::impl::DV_LEVEL

@@ -1,10 +1,10 @@
 // UTC to local time and back by the rows of years (../timezone/zone_years.h), eight times at a time: each is
-// a date_word. What rows cannot tell is left, and so are days that not every such month has. Included once,
-// for AVX-512.
+// a date_word. What rows cannot tell is left, and so are days that not every such month has.
 
 #include "record_avx512_vectors.h"
 
 namespace dv::impl::DV_LEVEL {
+namespace {
 
 inline __m512i swapped_words_(__m512i x) {
     return _mm512_shuffle_epi8(
@@ -198,4 +198,7 @@ uint64_t convert(const zone_block_t &block, uint64_t rows) {
     return left;
 }
 
+constexpr zone_kernels_t kernels = {convert</*is_utc=*/true>, convert</*is_utc=*/false>};
+
+}  // namespace
 }  // namespace dv::impl::DV_LEVEL

@@ -1,7 +1,8 @@
 // UTC to local time and back, row by row without a call. Of one zone a period is kept that two times in turn
 // belonged to.
 
-namespace dv::impl::DV_LEVEL {
+namespace dv::impl::plain {
+namespace {
 
 // The period of a time; NULL where the rows cannot tell.
 template <bool is_utc>
@@ -51,4 +52,7 @@ uint64_t convert(const zone_block_t &block, uint64_t rows) {
     return left;
 }
 
-}  // namespace dv::impl::DV_LEVEL
+constexpr zone_kernels_t kernels = {convert</*is_utc=*/true>, convert</*is_utc=*/false>};
+
+}  // namespace
+}  // namespace dv::impl::plain
