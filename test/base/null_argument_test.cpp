@@ -298,6 +298,8 @@ const null_group_t _groups[] = {
     {"is_decimal(x) && sum != NULL", 0, null_cases<dv_decimal_column_sum>()},
     {"sum != NULL && other != NULL", 0, null_cases<dv_decimal_sum_merge>()},
     {"sum != NULL && x != NULL", 0, null_cases<dv_decimal_sum_quotient>()},
+    {"sum != NULL && bytes != NULL", 0, null_cases<dv_decimal_sum_pack>()},
+    {"sum != NULL && scale != NULL && bytes != NULL", 0, null_cases<dv_decimal_sum_unpack>()},
     {"given(column, bitmap)", 0, null_cases<dv_column_copy_validity>()},
     {"given(schema, array, type, column)", 0, null_cases<dv_arrow_import>()},
     {"are_columns(column) && given(type, lent, schema, array)", 0, null_cases<dv_arrow_export>()}};

@@ -107,5 +107,110 @@ TEST(DecimalColumn, SumsBecomeNumbersRoundedOnce) {
     }
 }
 
+// ---- sums that travel ----
+
+std::string packed_(const dv_decimal_sum_t &sum, int scale) {
+    std::string bytes(DV_DECIMAL_SUM_PACKED_MAX, '\0');
+    const int64_t size = dv_decimal_sum_pack(&sum, scale, DV_DECIMAL_SUM_PACKED_MAX,
+                                             reinterpret_cast<uint8_t *>(bytes.data()));
+    bytes.resize(static_cast<size_t>(size));
+    return bytes;
+}
+
+// In a block of their size.
+int unpack_(const std::string &bytes, dv_decimal_sum_t &sum, int &scale) {
+    const guarded input(bytes.size(), bytes.data());
+    return raise_of([&] {
+        dv_decimal_sum_unpack(&sum, &scale, static_cast<int64_t>(bytes.size()),
+                              reinterpret_cast<uint8_t *>(input.text()));
+    });
+}
+
+TEST(DecimalSum, PacksToTheSameBytesOnEveryMachine) {
+    const dv_decimal_sum_t sum = {{~uint64_t{0} - 299, ~uint64_t{0}, ~uint64_t{0}}, 258};  // -300
+    EXPECT_EQ(packed_(sum, -2), std::string("\1\1\xFE\0\0\0\0\0\0\1\2\xFE\xD4", 13));
+    EXPECT_EQ(packed_({{128, 0, 0}, 1}, 127), std::string("\1\1\x7F\0\0\0\0\0\0\0\1\0\x80", 13));
+    EXPECT_EQ(packed_({{0, 0, 0}, 5}, 0), std::string("\1\1\0\0\0\0\0\0\0\0\5", 11));
+    uint8_t byte = 7;
+    EXPECT_EQ(dv_decimal_sum_pack(&sum, 0, 12, &byte), 13);
+    EXPECT_EQ(byte, 7);
+    const assertion_watch watch;
+    EXPECT_EQ(dv_decimal_sum_pack(&sum, 128, 12, &byte), 0);
+    EXPECT_EQ(watch.count(), 1u);
+}
+
+TEST(DecimalSum, ReadsBackWhatWasPackedAndNothingElse) {
+    decimal_source source(18);
+    number_source &random = source.numbers();
+    long refused = 0, taken = 0;
+    for (long round = scaled(50'000); round > 0; --round) {
+        const int count = random.pick(0, 4), scale = random.pick(DV_DECIMAL_SCALE_MIN, DV_DECIMAL_SCALE_MAX);
+        dv_decimal_sum_t sum = {}, back = {};
+        rows_t rows;
+        const decimal_type_t type = {16, 38, scale};
+        for (int i = 0; i < count; ++i) rows.push_back(decimal_row(type, source.any(type)));
+        test_column column(rows, kind_of(type), {});
+        const dv_decimal_column_t x = decimals(*column.get(), type);
+        dv_decimal_column_sum(&x, &sum);
+        for (int doubled = random.pick(0, 60); doubled > 0; --doubled) dv_decimal_sum_merge(&sum, &sum);
+
+        std::string bytes = packed_(sum, scale);
+        int scale_back = 0;
+        ASSERT_EQ(unpack_(bytes, back, scale_back), 0);
+        ASSERT_EQ(sum_of_(back), sum_of_(sum));
+        ASSERT_EQ(back.count, sum.count);
+        ASSERT_EQ(scale_back, scale);
+
+        const auto place = static_cast<size_t>(random.pick(0, static_cast<int>(bytes.size()) - 1));
+        if (random.pick(0, 3) == 0)
+            bytes.resize(place);
+        else if (random.pick(0, 3) == 0)
+            bytes.append(static_cast<size_t>(random.pick(1, 30)), '\1');
+        else
+            bytes[place] = static_cast<char>(random.bits() >> 8);
+        const std::string kept = packed_(back, scale_back);
+        const int code = unpack_(bytes, back, scale_back);
+        ASSERT_TRUE(code == 0 || code == -5121) << code;
+        ASSERT_EQ(packed_(back, scale_back), code == 0 ? bytes : kept);
+        // What was taken is a sum of so many values.
+        ASSERT_LE(abs(sum_of_(back)), back.count * (big_t(1) << 127));
+        ++(code == 0 ? taken : refused);
+    }
+    EXPECT_GT(refused, scaled(10'000));
+    EXPECT_GT(taken, scaled(5'000));
+}
+
+struct hostile_bytes_t {
+    const char *name;
+    std::string bytes;
+};
+const hostile_bytes_t _hostile_bytes[] = {
+    {"no bytes", ""},
+    {"a head too short", std::string("\1\1\0\0\0\0\0\0\0\0", 10)},
+    {"version 2", std::string("\2\1\0\0\0\0\0\0\0\0\1\1", 12)},
+    {"a total of NUMBER", std::string("\1\0\x80\0\0\0\0\0\0\0\0\1\1", 13)},
+    {"a scale too low", std::string("\1\1\xAB\0\0\0\0\0\0\0\1\1", 12)},
+    {"zero as a byte", std::string("\1\1\0\0\0\0\0\0\0\0\1\0", 12)},
+    {"a first byte that the next one implies", std::string("\1\1\0\0\0\0\0\0\0\0\1\0\1", 13)},
+    {"the same of a negative sum", std::string("\1\1\0\0\0\0\0\0\0\0\1\xFF\xFF", 13)},
+    {"a sum of no values", std::string("\1\1\0\0\0\0\0\0\0\0\0\1", 12)},
+    {"a count below 0", std::string("\1\1\0\xFF\0\0\0\0\0\0\1", 11)},
+    {"2^127 of one value", std::string("\1\1\0\0\0\0\0\0\0\0\1\0\x80", 13) + std::string(15, '\0')},
+    {"-2^127 - 1 of one value", std::string("\1\1\0\0\0\0\0\0\0\0\1\xFF\x7F", 13) + std::string(15, '\xFF')},
+    {"too many bytes", std::string("\1\1\0\x7F\0\0\0\0\0\0\1\1", 12) + std::string(24, '\1')},
+};
+
+TEST(DecimalSum, RefusesHostileBytes) {
+    dv_decimal_sum_t sum = {};
+    int scale = 77;
+    for (const hostile_bytes_t &c : _hostile_bytes) {
+        EXPECT_EQ(unpack_(c.bytes, sum, scale), -5121) << c.name;
+    }
+    const uint8_t byte = 1;
+    EXPECT_EQ(raise_of([&] { dv_decimal_sum_unpack(&sum, &scale, -1, &byte); }), -5121);
+    EXPECT_EQ(scale, 77);
+    EXPECT_EQ(unpack_(std::string("\1\1\0\0\0\0\0\0\0\0\1\x80", 12) + std::string(15, '\0'), sum, scale), 0);
+}
+
 }  // namespace
 }  // namespace dv::test

@@ -49,6 +49,21 @@ TEST(CppColumn, MembersOfConstStructsAreOperandsAlone) {
     EXPECT_EQ(dv::sum(column(numbers, {&given})), 2);
 }
 
+template <typename... Arguments>
+concept can_run_add = requires(const Arguments &...given) {
+    dv::run(number_column_add, given...);
+    dv::try_run(number_column_add, given...);
+};
+
+TEST(CppColumn, ResultsAreNotConst) {
+    using operand_t = column<const number>;
+    static_assert(can_run_add<operand_t, operand_t, column<number>>);
+    static_assert(can_run_add<column<number>, column<number>, column<number>>);
+    static_assert(!can_run_add<operand_t, operand_t, operand_t>);
+    static_assert(!can_run_add<operand_t, column<number>>);
+    static_assert(!can_run_add<operand_t, operand_t, int>);
+}
+
 TEST(CppColumn, ArgumentsMayBeArrays) {
     const number x[] = {1, -2, 3}, zero = 0;
     uint8_t above[1] = {};

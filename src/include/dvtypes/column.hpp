@@ -73,9 +73,11 @@ concept has_member = std::ranges::contiguous_range<Range> && std::ranges::sized_
 }  // namespace detail
 
 // Values of one type by stride. Of a const type it is an operand alone; a column of T is one of const T, too.
-// T is a value of this layer, a record or a machine number.
+// T is a value of this layer, a record or a machine number: bytes that may be copied as they are.
 template <typename T>
 class column {
+    static_assert(std::is_trivially_copyable_v<T> && std::is_standard_layout_v<T> && !std::is_pointer_v<T>);
+
   public:
     // Values side by side: of a vector, an array, a span.
     template <typename Range, typename = std::enable_if_t<std::is_constructible_v<std::span<T>, Range>>>
@@ -227,8 +229,9 @@ struct column_argument {
 };
 template <typename T>
 struct column_argument<column<T>> {
+    using record_t = std::conditional_t<std::is_const_v<T>, const dv_column_t, dv_column_t>;
     explicit column_argument(const column<T> &given) : record(given.record()) {}
-    dv_column_t *get() noexcept { return &record; }
+    record_t *get() noexcept { return &record; }
     int64_t rows() const noexcept { return record.count; }
     dv_column_t record;
 };
@@ -257,6 +260,13 @@ struct column_argument<writer<Value>> : model_argument<writer<Value>> {
     using model_argument<writer<Value>>::model_argument;
 };
 
+// Does an operation take these arguments in front of the failures?
+template <typename Operation, typename... Arguments>
+concept takes = requires(Operation operation, column_argument<std::decay_t<Arguments>> &...given,
+                         dv_column_faults_t *faults) {
+    operation(given.get()..., faults);
+};
+
 // How many rows the columns of a call have; C only asserts that it is the same for all.
 template <typename... Given>
 int64_t rows_of(const Given &...each) {
@@ -271,9 +281,11 @@ int64_t rows_of(const Given &...each) {
 // Calls an operation of dvtypes/column.h with its arguments in front of the failures: columns, texts, a
 // dv::reader or dv::writer where C takes a compiled model, others as C takes them. Throws row_error at the
 // first row that fails; the rows in front of it are done.
-// Throws std::invalid_argument where columns have different counts; that they are of the operation's types is
-// up to the caller.
+// Throws std::invalid_argument where columns have different counts. That a result is no column of a const
+// type is checked by the compiler, but not that values are of the types that the operation says: to it, as in
+// C, a column is one whatever it holds. add, multiply and the like are for numbers alone.
 template <typename... Parameters, typename... Arguments>
+requires detail::takes<void (*)(Parameters...), Arguments...>
 void run(void (*operation)(Parameters...), Arguments &&...arguments) {
     dv_column_faults_t faults{};
     faults.raises = 1;
@@ -288,7 +300,8 @@ void run(void (*operation)(Parameters...), Arguments &&...arguments) {
 // The same, but every row is done that can be, and what failed is told. Throws dv::error where an error is
 // not that of a row, such as a model that is none.
 template <typename... Parameters, typename... Arguments>
-row_faults try_run(void (*operation)(Parameters...), Arguments &&...arguments) {
+requires detail::takes<void (*)(Parameters...), Arguments...> row_faults
+try_run(void (*operation)(Parameters...), Arguments &&...arguments) {
     std::tuple<detail::column_argument<std::decay_t<Arguments>>...> given{arguments...};
     const int64_t rows = std::apply([](const auto &...each) { return detail::rows_of(each...); }, given);
     row_faults faults(rows);

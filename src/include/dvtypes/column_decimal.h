@@ -137,7 +137,7 @@ DV_EXPORT void dv_decimal_column_compare(const dv_decimal_column_t *x, const dv_
 // ---------------------------------------------------------------------------------------------------------
 
 // An exact sum of decimals that all have one scale, which the caller remembers. All bytes 0 is the empty sum.
-// It holds 2^63 values at least, may be copied, and travels to machines of the same byte order.
+// It holds 2^63 values at least, and may be copied.
 typedef struct dv_decimal_sum_s {
     uint64_t words[3];  // an integer of 192 bits in two's complement, the least significant word first
     int64_t count;      // of the values
@@ -155,8 +155,30 @@ DV_EXPORT void dv_decimal_sum_merge(dv_decimal_sum_t *sum, const dv_decimal_sum_
 //   scale    of the values, -84..127; asserts "is_decimal_scale(scale)"
 //   divisor  1 or more; asserts "divisor > 0"
 //
-// Raises  -5068  the sum is beyond the range of NUMBER
+// Raises  -5068, -5069  the result is beyond the range of NUMBER
 DV_EXPORT void dv_decimal_sum_quotient(const dv_decimal_sum_t *sum, int scale, int64_t divisor, number_t *x);
+
+// The bytes of a sum for a disk or another machine: the same on all machines, and the same for all equal sums
+// of equal count and scale.
+//
+//   byte 0     version, 1
+//   byte 1     1: a sum of decimals (bytes of number_total_pack have 0)
+//   byte 2     scale, -84..127, in two's complement
+//   byte 3     count: eight bytes, the most significant first
+//   byte 11..  the integer in two's complement, likewise, in as few bytes as hold it: none for 0
+//
+//   scale  of the values; asserts "is_decimal_scale(scale)"
+//   size   of `bytes`; DV_DECIMAL_SUM_PACKED_MAX bytes hold any sum
+//
+// Returns how many bytes there are; where `size` is less, nothing is written.
+enum { DV_DECIMAL_SUM_PACKED_MAX = 11 + 24 };
+DV_EXPORT int64_t dv_decimal_sum_pack(const dv_decimal_sum_t *sum, int scale, int64_t size, uint8_t *bytes);
+
+// The sum that was packed, and its scale.
+//
+// Raises  -5121  the bytes are not those of such a sum, of this version: none of `count` values of 128 bits;
+//                the sum and the scale are then as they were
+DV_EXPORT void dv_decimal_sum_unpack(dv_decimal_sum_t *sum, int *scale, int64_t size, const uint8_t *bytes);
 
 #ifdef __cplusplus
 }  // extern "C"

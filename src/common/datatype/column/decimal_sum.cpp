@@ -8,6 +8,7 @@
 #include "decimal_kernels.h"
 #include "decimal_rows.h"
 #include "dvtypes/number_sum.h"
+#include "exact_integer.h"
 
 using namespace dv::impl;
 
@@ -123,6 +124,53 @@ void add_to_number_sum_(const dv_decimal_sum_t &sum, int scale, number_sum_t &to
     number_sum_add(&total, &piece);
 }
 
+// ---------------------------------------------------------------------------------------------------------
+// Bytes
+// ---------------------------------------------------------------------------------------------------------
+
+constexpr uint8_t _version = 1;
+constexpr uint8_t _is_of_decimals = 1;
+constexpr int _head_size = 11;
+static_assert(DV_DECIMAL_SUM_PACKED_MAX == _head_size + sizeof dv_decimal_sum_t{}.words);
+
+struct packed_sum_t {
+    dv_decimal_sum_t sum;
+    int scale;
+};
+
+// Returns how many bytes are written, at most DV_DECIMAL_SUM_PACKED_MAX.
+int pack_(const packed_sum_t &packed, uint8_t *bytes) {
+    bytes[0] = _version;
+    bytes[1] = _is_of_decimals;
+    bytes[2] = static_cast<uint8_t>(packed.scale);
+    store_be64(bytes + 3, static_cast<uint64_t>(packed.sum.count));
+    exact_t integer = {0, 3, {}};
+    memcpy(integer.limb, packed.sum.words, sizeof packed.sum.words);
+    trim(integer);
+    return _head_size + pack_integer(integer, bytes + _head_size);
+}
+
+// Whether so many values of 128 bits can have such a sum: below 2^127 each by magnitude, or -2^127.
+bool can_be_(const dv_decimal_sum_t &sum) {
+    const auto upper = static_cast<int128_t>(uint128_t{sum.words[2]} << 64 | sum.words[1]);
+    const int128_t in_halves = upper >> 63;  // sum / 2^127, down
+    if (sum.count == 0) return (sum.words[0] | sum.words[1] | sum.words[2]) == 0;
+    return in_halves >= -int128_t{sum.count} && in_halves < sum.count;
+}
+
+// Whether bytes are those that pack_ writes.
+bool read_(const uint8_t *bytes, int64_t size, packed_sum_t &packed) {
+    if (size < _head_size || size > DV_DECIMAL_SUM_PACKED_MAX) return false;
+    packed.scale = static_cast<int8_t>(bytes[2]);
+    packed.sum.count = static_cast<int64_t>(load_be64(bytes + 3));
+    const exact_t integer = unpack_integer(bytes + _head_size, static_cast<int>(size) - _head_size);
+    for (int i = 0; i < 3; ++i)
+        packed.sum.words[i] = i < integer.size ? integer.limb[i] : extension_of(packed.sum.words[i - 1]);
+    if (!is_decimal_scale(packed.scale) || !can_be_(packed.sum)) return false;
+    uint8_t again[DV_DECIMAL_SUM_PACKED_MAX];
+    return pack_(packed, again) == size && memcmp(again, bytes, static_cast<size_t>(size)) == 0;
+}
+
 }  // namespace
 
 extern "C" void dv_decimal_column_sum(const dv_decimal_column_t *x, dv_decimal_sum_t *sum) {
@@ -144,4 +192,20 @@ extern "C" void dv_decimal_sum_quotient(const dv_decimal_sum_t *sum, int scale, 
     number_sum_t total = {};
     add_to_number_sum_(*sum, scale, total);
     number_sum_quotient(&total, divisor, x);
+}
+
+extern "C" int64_t dv_decimal_sum_pack(const dv_decimal_sum_t *sum, int scale, int64_t size, uint8_t *bytes) {
+    if (!DV_ASSERT(sum != NULL && bytes != NULL) || !DV_ASSERT(is_decimal_scale(scale))) return 0;
+    uint8_t packed[DV_DECIMAL_SUM_PACKED_MAX];
+    const int length = pack_({*sum, scale}, packed);
+    if (length <= size) memcpy(bytes, packed, static_cast<size_t>(length));
+    return length;
+}
+
+extern "C" void dv_decimal_sum_unpack(dv_decimal_sum_t *sum, int *scale, int64_t size, const uint8_t *bytes) {
+    if (!DV_ASSERT(sum != NULL && scale != NULL && bytes != NULL)) return;
+    packed_sum_t packed;
+    if (!read_(bytes, size, packed)) raise(ERR_TOTAL_BYTES);
+    *sum = packed.sum;
+    *scale = packed.scale;
 }

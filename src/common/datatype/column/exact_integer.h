@@ -161,6 +161,38 @@ inline int bits_on_grid(const exact_t &x) {
     return bits + (x.weight - EXACT_WEIGHT_MIN) * 6644 / 1000 + 1;  // 100 is 2^6.6439
 }
 
+// ---------------------------------------------------------------------------------------------------------
+// Bytes: two's complement, the most significant first, in as few bytes as hold the integer, none for 0
+// ---------------------------------------------------------------------------------------------------------
+
+inline constexpr int LIMB_SIZE = sizeof(uint64_t);
+
+// Writes the bytes of a trimmed integer; returns how many.
+inline int pack_integer(const exact_t &x, uint8_t *bytes) {
+    if (is_zero(x)) return 0;
+    const uint64_t last = x.limb[x.size - 1];
+    const int bits = 64 * x.size - std::countl_zero(last ^ extension_of(last));  // less the sign
+    const int size = bits / 8 + 1;
+    for (int i = 0; i < size; ++i)
+        bytes[size - 1 - i] = static_cast<uint8_t>(x.limb[i / LIMB_SIZE] >> 8 * (i % LIMB_SIZE));
+    return size;
+}
+
+// The integer of `size` bytes, at most those of EXACT_LIMBS_MAX limbs; trimmed if there are no more than it
+// needs.
+inline exact_t unpack_integer(const uint8_t *bytes, int size) {
+    exact_t x = {0, 1, {}};
+    if (size == 0) return x;
+    x.size = (size - 1) / LIMB_SIZE + 1;
+    x.limb[x.size - 1] = extension_of(uint64_t{bytes[0]} << 56);
+    for (int i = 0; i < size; ++i) {
+        uint64_t &limb = x.limb[i / LIMB_SIZE];
+        const int shift = 8 * (i % LIMB_SIZE);
+        limb = (limb & ~(uint64_t{0xFF} << shift)) | uint64_t{bytes[size - 1 - i]} << shift;
+    }
+    return x;
+}
+
 }  // namespace dv::impl
 
 #endif  // DV_COLUMN_EXACT_INTEGER_H

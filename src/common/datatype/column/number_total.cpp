@@ -12,8 +12,7 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr int _limb_size = sizeof(uint64_t);
-constexpr int _limbs_max = DV_TOTAL_MEMORY_MAX / _limb_size;
+constexpr int _limbs_max = DV_TOTAL_MEMORY_MAX / LIMB_SIZE;
 
 static_assert(sizeof(number_total_t) == 48);
 
@@ -31,7 +30,7 @@ exact_t exact_of_(const number_total_t &total) {
     exact_t x;
     x.weight = total.weight;
     x.size = room_of_(total);
-    memcpy(x.limb, limbs_of_(total), static_cast<size_t>(x.size) * _limb_size);
+    memcpy(x.limb, limbs_of_(total), static_cast<size_t>(x.size) * LIMB_SIZE);
     trim(x);
     return x;
 }
@@ -46,7 +45,7 @@ void store_(number_total_t &total, const exact_t &x) {
 // 0, or the bytes of memory that a total needs to hold x, which is trimmed: a limb more than today.
 int64_t memory_for_(const number_total_t &total, const exact_t &x) {
     if (x.size <= room_of_(total)) return 0;
-    return int64_t{x.size < _limbs_max ? x.size + 1 : _limbs_max} * _limb_size;
+    return int64_t{x.size < _limbs_max ? x.size + 1 : _limbs_max} * LIMB_SIZE;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -112,28 +111,13 @@ constexpr int _weight_excess = 32768;
 constexpr int _head_size = 12;
 static_assert(DV_TOTAL_PACKED_MAX == _head_size + DV_TOTAL_MEMORY_MAX);
 
-// Byte i, from the least significant.
-uint8_t byte_of_(const exact_t &x, int i) {
-    return static_cast<uint8_t>(x.limb[i / _limb_size] >> 8 * (i % _limb_size));
-}
-
-// Bytes that hold a trimmed integer: none for 0.
-int byte_count_(const exact_t &x) {
-    if (is_zero(x)) return 0;
-    const uint64_t last = x.limb[x.size - 1];
-    const int bits = 64 * x.size - std::countl_zero(last ^ extension_of(last));  // less the sign
-    return bits / 8 + 1;
-}
-
 // Returns how many bytes are written, at most DV_TOTAL_PACKED_MAX.
 int pack_(const exact_t &sum, int64_t count, uint8_t *bytes) {
     bytes[0] = _version;
     bytes[1] = 0;
     store_be16(bytes + 2, static_cast<uint16_t>(sum.weight + _weight_excess));
     store_be64(bytes + 4, static_cast<uint64_t>(count));
-    const int digits = byte_count_(sum);
-    for (int i = 0; i < digits; ++i) bytes[_head_size + i] = byte_of_(sum, digits - 1 - i);
-    return _head_size + digits;
+    return _head_size + pack_integer(sum, bytes + _head_size);
 }
 
 struct packed_total_t {
@@ -141,24 +125,10 @@ struct packed_total_t {
     int64_t count;
 };
 
-// What the bytes behind the head hold.
-exact_t integer_of_(const uint8_t *bytes, int size) {
-    exact_t x = {0, 1, {}};
-    if (size == 0) return x;
-    x.size = (size - 1) / _limb_size + 1;
-    x.limb[x.size - 1] = extension_of(uint64_t{bytes[0]} << 56);
-    for (int i = 0; i < size; ++i) {
-        uint64_t &limb = x.limb[i / _limb_size];
-        const int shift = 8 * (i % _limb_size);
-        limb = (limb & ~(uint64_t{0xFF} << shift)) | uint64_t{bytes[size - 1 - i]} << shift;
-    }
-    return x;
-}
-
 // Whether bytes are those that pack_ writes, of a sum that a total can hold.
 bool read_(const uint8_t *bytes, int64_t size, packed_total_t &total) {
     if (size < _head_size || size > DV_TOTAL_PACKED_MAX) return false;
-    total.sum = integer_of_(bytes + _head_size, static_cast<int>(size) - _head_size);
+    total.sum = unpack_integer(bytes + _head_size, static_cast<int>(size) - _head_size);
     total.sum.weight = load_be16(bytes + 2) - _weight_excess;
     total.count = static_cast<int64_t>(load_be64(bytes + 4));
     if (total.sum.weight < EXACT_WEIGHT_MIN) return false;
@@ -220,11 +190,11 @@ extern "C" int64_t number_total_merge(number_total_t *total, const number_total_
 
 extern "C" void *number_total_attach(number_total_t *total, int64_t size, void *memory) {
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(memory != NULL)) return NULL;
-    const int64_t room = int64_t{room_of_(*total)} * _limb_size;
+    const int64_t room = int64_t{room_of_(*total)} * LIMB_SIZE;
     if (!DV_ASSERT(size >= room)) return NULL;
     const exact_t sum = exact_of_(*total);
     void *const before = total->attached_room != 0 ? total->limbs.attached : NULL;
-    const int64_t limbs = size / _limb_size;
+    const int64_t limbs = size / LIMB_SIZE;
     total->attached_room = static_cast<uint16_t>(limbs < _limbs_max ? limbs : int64_t{_limbs_max});
     total->limbs.attached = static_cast<uint64_t *>(memory);
     store_(*total, sum);
