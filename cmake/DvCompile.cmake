@@ -26,14 +26,14 @@ set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 # around local statics, no handlers of exceptions. Unwind tables stay: a host's base library may raise by an
 # exception, which passes through. Headers of the standard library have functions that name the runtime unless
 # the optimiser sees that they do not need it, so it always looks a little. An object that needs the C++ runtime
-# all the same fails to link.
+# all the same fails to link; not with HOSTED, for a module that finds symbols in the program that loads it.
 function(dv_without_cxx_runtime target)
     target_compile_options(${target} PRIVATE
         $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti -fno-threadsafe-statics -fno-exceptions -fasynchronous-unwind-tables>
         $<$<OR:$<CONFIG:Debug>,$<STREQUAL:$<CONFIG>,>>:-O1>)
     set_target_properties(${target} PROPERTIES LINKER_LANGUAGE C)
     get_target_property(type ${target} TYPE)
-    if(type MATCHES "SHARED|MODULE" AND NOT DV_SANITIZE)  # sanitizers leave their runtime to the program
+    if(type MATCHES "SHARED|MODULE" AND NOT DV_SANITIZE AND NOT "HOSTED" IN_LIST ARGN)  # sanitizers leave their runtime to the program
         target_link_options(${target} PRIVATE -Wl,--no-undefined)
     endif()
 endfunction()

@@ -221,10 +221,4 @@ extern "C" void dv_error_fill(dv_error_t *filled, const char *src_file, int line
     fill_in_(error, message.text);
 }
 
-void dv::impl::error_abort(const dv_error_t &error) {
-    std::fprintf(stderr, "%s:%d: %s: error %d raised without a recovery point: %s\n", error.file, error.line,
-                 error.function, error.code, error.message);
-    std::abort();
-}
-
 extern "C" const char *dv_error_text(int code) { return message_of_(code).text; }

@@ -33,6 +33,7 @@ struct sql_call {
                                      // or is a constant
     void *block;                     // of memory; the engine frees it after the call. NULL: none
     char room[SQL_ROOM_SIZE];        // for a body's text
+    int hint;                        // where what was possible begins in failure, a blank; 0: it does not
     char failure[SQL_FAILURE_SIZE];  // NUL ended, without the function's name in front
 };
 static_assert(std::is_trivial_v<sql_call>);
@@ -45,6 +46,7 @@ inline void sql_begin(sql_call &call, allocator_t *memory) {
     call.kept = nullptr;
     call.result.kind = SQL_KIND_NULL;
     call.block = nullptr;
+    call.hint = 0;
 }
 
 // ---------------------------------------------------------------------------------------------------------

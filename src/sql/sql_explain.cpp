@@ -26,6 +26,7 @@ struct explanation {
     sql_call &call;
     const sql_function &row;
     const dv_error_t &error;
+    int hint;  // where what was possible begins
     sql_text_list text;
 };
 
@@ -214,16 +215,18 @@ void explain_(void *arg) {
     auto &e = *static_cast<explanation *>(arg);
     append_message_(e);
     append_all_given_(e);
+    e.hint = static_cast<int>(e.text.length());
     append_hint_(e);
 }
 
 }  // namespace
 
 bool dv::impl::sql_explain(sql_call &call, const sql_function &row, const dv_error_t &error) {
-    explanation e{call, row, error, {}};
+    explanation e{call, row, error, 0, {}};
     dv_error_t second;
     if (dv_protect(explain_, &e, &second) == DV_ERR_NO_MEMORY) return false;
     if (e.text.length() == 0) e.text.append(error.message);
     sql_fail(call, "%s", e.text.text());
+    call.hint = e.hint < static_cast<int>(strlen(call.failure)) ? e.hint : 0;
     return true;
 }

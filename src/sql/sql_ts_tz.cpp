@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "dvtypes/iso.h"
+#include "sql_clock.h"
 #include "sql_datetime.h"
 #include "sql_try.h"
 
@@ -71,10 +72,7 @@ void offset_at_(sql_call &call) { return_offset_(call, sql_date_part(call.args[1
 
 // The host's present UTC offset, in whole minutes.
 timezone_t host_offset_() {
-    const time_t now = time(nullptr);
-    tm local{};
-    localtime_r(&now, &local);
-    const auto minutes = static_cast<int>(local.tm_gmtoff / SQL_SEC_PER_MINUTE);
+    const auto minutes = static_cast<int>(sql_present().utc_offset / SQL_SEC_PER_MINUTE);
     timezone_t zone = SQL_UTC;
     zone.utc_hour = static_cast<uint8_t>(SQL_UTC_HOUR + minutes / 60);
     zone.utc_min = static_cast<uint8_t>(std::abs(minutes % 60));
@@ -129,7 +127,7 @@ void dv::impl::sql_check_local_time(const dv_ts_tz_t &ts_tz) {
 }
 
 dv_date_t dv::impl::sql_utc_now() {
-    const time_t now = time(nullptr);
+    const time_t now = sql_present().seconds;
     tm utc{};
     gmtime_r(&now, &utc);
     dv_date_t date{};

@@ -1,0 +1,163 @@
+// Calls of rows of the catalogue by the server.
+//
+// What a row keeps (a compiled model) lies in a memory context of its own below that of the call site, and
+// serves as long as the text that it was made of is the same.
+
+#include "postgres_call.h"
+
+#include "sql_overload.h"
+
+extern "C" {
+#include <utils/memutils.h>
+}
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// What is kept
+// ---------------------------------------------------------------------------------------------------------
+
+// In front of an object, of which the text it was made of comes behind.
+struct alignas(8) kept {
+    MemoryContext context;  // of this
+    const sql_keeper *keeper;
+    int length;  // of the text
+
+    void *object() { return this + 1; }
+    char *made_of() { return static_cast<char *>(object()) + keeper->size; }
+};
+
+bool serves_(kept &of, const sql_call &call) {
+    const sql_text &given = call.args[of.keeper->argument].text;
+    const auto length = static_cast<size_t>(given.length);
+    return given.length == of.length && memcmp(given.bytes, of.made_of(), length) == 0 &&
+           of.keeper->serves(call, of.object());
+}
+
+// In a context that is dropped with that of the caller, until it is whole: making may raise. NULL: the call
+// has failed.
+kept *make_(const sql_keeper &keeper, sql_call &call, MemoryContext site) {
+    const sql_text &given = call.args[keeper.argument].text;
+    const auto length = static_cast<size_t>(given.length);
+    MemoryContext context =
+        AllocSetContextCreate(CurrentMemoryContext, "dvtypes model", ALLOCSET_SMALL_SIZES);
+    MemoryContext outside = MemoryContextSwitchTo(context);
+    auto *made = static_cast<kept *>(palloc0(sizeof(kept) + keeper.size + length));
+    *made = {context, &keeper, given.length};
+    memcpy(made->made_of(), given.bytes, length);
+    keeper.make(call, made->object());
+    MemoryContextSwitchTo(outside);
+    if (call.outcome != SQL_GIVEN) return nullptr;
+    MemoryContextSetParent(context, site);
+    return made;
+}
+
+// False: the call has failed.
+bool keep_(const sql_function &row, sql_call &call, FmgrInfo &site) {
+    auto *of = static_cast<kept *>(site.fn_extra);
+    if (of == nullptr || !serves_(*of, call)) {
+        site.fn_extra = nullptr;
+        if (of != nullptr) MemoryContextDelete(of->context);
+        of = make_(*row.keeper, call, site.fn_mcxt);
+        if (of == nullptr) return false;
+        site.fn_extra = of;
+    }
+    call.kept = of->object();
+    return true;
+}
+
+// Bodies that write a text under a model keep room for it beside the model.
+MemoryContext context_of_(const sql_call &call) {
+    return call.kept == nullptr ? CurrentMemoryContext : (static_cast<kept *>(call.kept) - 1)->context;
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Calls
+// ---------------------------------------------------------------------------------------------------------
+
+struct request {
+    const sql_function &row;
+    sql_call &call;
+    FmgrInfo &site;
+};
+
+void run_(request &of) {
+    if (of.row.keeper != nullptr && !keep_(of.row, of.call, of.site)) return;
+    MemoryContext outside = MemoryContextSwitchTo(context_of_(of.call));
+    sql_convert(of.call, of.row.signature);
+    of.row.body(of.call);
+    MemoryContextSwitchTo(outside);
+}
+
+void run_whole_(void *arg) { run_(*static_cast<request *>(arg)); }
+
+// False when it failed, but for want of memory.
+bool try_(request &of) {
+    MemoryContext outside = CurrentMemoryContext;
+    dv_error_t error;
+    const int code = dv_protect(run_whole_, &of, &error);
+    MemoryContextSwitchTo(outside);
+    if (code == DV_ERR_NO_MEMORY) dv_rethrow(&error);
+    return code == 0 && of.call.outcome == SQL_GIVEN;
+}
+
+// The result in the kind that the function is declared with.
+Datum give_(const postgres_function &of, sql_call &call, FunctionCallInfo fcinfo) {
+    if (call.result.kind == SQL_KIND_NULL) PG_RETURN_NULL();
+    if (of.result == SQL_KIND_NUMBER) {
+        const bool is_integer = call.result.kind == SQL_KIND_INTEGER;
+        if (is_integer || call.result.kind == SQL_KIND_REAL) sql_to_number(call.result);
+    }
+    if (call.result.kind != of.result) {
+        ereport(ERROR, (errcode(ERRCODE_INVALID_PARAMETER_VALUE),
+                        errmsg("%s gives %s here, not %s", of.function().signature.name,
+                               sql_kind_name(call.result.kind), sql_kind_name(of.result))));
+    }
+    return postgres_give(call.result);
+}
+
+}  // namespace
+
+constinit postgres_running dv::impl::postgres_current = {};
+
+void dv::impl::postgres_enter() { postgres_current.row = nullptr; }
+
+void dv::impl::postgres_fail(const sql_call &call) {
+    const int code =
+        call.outcome == SQL_TOO_LONG ? ERRCODE_PROGRAM_LIMIT_EXCEEDED : ERRCODE_INVALID_PARAMETER_VALUE;
+    const char *failure = call.outcome == SQL_TOO_LONG ? "the result is too long" : call.failure;
+    const sql_text shown = {failure, static_cast<int>(strlen(failure))};
+    ereport(ERROR, (errcode(code), errmsg("%s", postgres_give_cstring(shown))));
+    pg_unreachable();
+}
+
+void dv::impl::postgres_run(const sql_function &row, sql_call &call) {
+    postgres_current = {&row, &call};
+    row.body(call);
+    postgres_current.row = nullptr;
+    if (call.outcome != SQL_GIVEN) postgres_fail(call);
+}
+
+Datum dv::impl::postgres_call(const postgres_function &of, FunctionCallInfo fcinfo) {
+    const sql_function &row = of.function();
+    sql_call call;
+    sql_begin(call, &postgres_memory);
+    for (; call.argc < fcinfo->nargs; ++call.argc) {
+        const NullableDatum &arg = fcinfo->args[call.argc];
+        call.args[call.argc] = arg.isnull ? sql_null() : postgres_take(arg.value, of.params[call.argc]);
+    }
+    postgres_current = {&row, &call};
+    request what = {row, call, *fcinfo->flinfo};
+    if (row.is_try) {
+        if (!try_(what)) PG_RETURN_NULL();
+    } else {
+        run_(what);
+        if (call.outcome != SQL_GIVEN) postgres_fail(call);
+    }
+    postgres_current.row = nullptr;
+    const Datum given = give_(of, call, fcinfo);
+    if (call.block != nullptr) pfree(call.block);
+    return given;
+}

@@ -1,0 +1,90 @@
+// Tables as functions that return sets, a row a call.
+
+#include "postgres_table.h"
+
+#include "postgres_call.h"
+#include "sql_overload.h"
+
+extern "C" {
+#include <funcapi.h>
+}
+
+using namespace dv::impl;
+
+namespace {
+
+struct walk {
+    sql_rows rows;
+    int64_t next;
+    const sql_table *table;
+};
+
+// The server's context of a walk begins with it; the arguments that the rows need are in it.
+walk *begin_(const sql_table &table, FunctionCallInfo fcinfo) {
+    auto *begun = static_cast<walk *>(palloc0(sizeof(walk)));
+    begun->table = &table;
+    sql_call call;
+    sql_begin(call, &postgres_memory);
+    for (; call.argc < fcinfo->nargs; ++call.argc)
+        call.args[call.argc] =
+            postgres_take(fcinfo->args[call.argc].value, table.signature.params[call.argc]);
+    table.begin(call, begun->rows);
+    if (call.outcome != SQL_GIVEN) postgres_fail(call);
+    return begun;
+}
+
+// False: the row has ended. Goes on to the next row that is shown.
+bool find_row_(walk &of) {
+    const sql_table &table = *of.table;
+    while (of.next < of.rows.rows && table.is_shown != nullptr && !table.is_shown(of.rows, of.next))
+        ++of.next;
+    return of.next < of.rows.rows;
+}
+
+Datum field_(const walk &of, int column, bool &is_null) {
+    sql_call call;
+    sql_begin(call, &postgres_memory);
+    of.table->field(call, of.rows, of.next, column);
+    if (call.outcome != SQL_GIVEN) postgres_fail(call);
+    is_null = call.result.kind == SQL_KIND_NULL;
+    if (is_null) return 0;
+    if (of.table->columns[static_cast<size_t>(column)].kind == SQL_KIND_NUMBER) sql_to_number(call.result);
+    return postgres_give(call.result);
+}
+
+// The row as the function's declaration has it: a value, or a record.
+Datum row_(const walk &of, TupleDesc descriptor, bool &is_null) {
+    constexpr int columns_max = 16;
+    Datum values[columns_max];
+    bool nulls[columns_max];
+    const int count = static_cast<int>(of.table->columns.size());
+    Assert(count <= columns_max);
+    for (int i = 0; i < count; ++i) values[i] = field_(of, i, nulls[i]);
+    is_null = count == 1 && nulls[0];
+    return count == 1 ? values[0] : HeapTupleGetDatum(heap_form_tuple(descriptor, values, nulls));
+}
+
+FuncCallContext *first_call_(const sql_table &table, FunctionCallInfo fcinfo) {
+    FuncCallContext *context = SRF_FIRSTCALL_INIT();
+    MemoryContext outside = MemoryContextSwitchTo(context->multi_call_memory_ctx);
+    context->user_fctx = begin_(table, fcinfo);
+    TupleDesc descriptor = nullptr;
+    if (get_call_result_type(fcinfo, nullptr, &descriptor) == TYPEFUNC_COMPOSITE)
+        context->tuple_desc = BlessTupleDesc(descriptor);
+    MemoryContextSwitchTo(outside);
+    return context;
+}
+
+}  // namespace
+
+Datum dv::impl::postgres_next_row(int table, FunctionCallInfo fcinfo) {
+    const sql_table &of = *catalogue.tables[static_cast<size_t>(table)];
+    FuncCallContext *context = SRF_IS_FIRSTCALL() ? first_call_(of, fcinfo) : SRF_PERCALL_SETUP();
+    auto &walked = *static_cast<walk *>(context->user_fctx);
+    if (!find_row_(walked)) SRF_RETURN_DONE(context);
+    bool is_null = false;
+    const Datum row = row_(walked, context->tuple_desc, is_null);
+    ++walked.next;
+    if (is_null) SRF_RETURN_NEXT_NULL(context);
+    SRF_RETURN_NEXT(context, row);
+}

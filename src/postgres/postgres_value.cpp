@@ -1,0 +1,185 @@
+// Values between the server and the catalogue.
+
+#include "postgres_value.h"
+
+extern "C" {
+#include <mb/pg_wchar.h>
+#include <utils/memutils.h>
+}
+
+using namespace dv::impl;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------
+// Memory
+// ---------------------------------------------------------------------------------------------------------
+
+// A size that the server would raise for is one that there is no memory for.
+bool is_too_large_(size_t size) { return size > MaxAllocHugeSize; }
+
+constexpr int _flags = MCXT_ALLOC_HUGE | MCXT_ALLOC_NO_OOM;
+
+void *malloc_(allocator_t *, size_t size, const char *, int) {
+    return is_too_large_(size) ? nullptr : palloc_extended(size, _flags);
+}
+
+void *calloc_(allocator_t *, size_t count, size_t size, const char *, int) {
+    size_t bytes;
+    if (__builtin_mul_overflow(count, size, &bytes) || is_too_large_(bytes)) return nullptr;
+    return palloc_extended(bytes, _flags | MCXT_ALLOC_ZERO);
+}
+
+// Not repalloc, which raises when there is no memory. The new block is of the old one's context.
+void *realloc_(allocator_t *, void *block, size_t size, const char *, int) {
+    if (is_too_large_(size)) return nullptr;
+    void *larger = MemoryContextAllocExtended(GetMemoryChunkContext(block), size, _flags);
+    if (larger == nullptr) return nullptr;
+    const size_t room = GetMemoryChunkSpace(block) - sizeof(void *);  // at least; the header counts, too
+    memcpy(larger, block, size < room ? size : room);
+    pfree(block);
+    return larger;
+}
+
+void free_(allocator_t *, void *block, const char *, int) {
+    if (block != nullptr) pfree(block);
+}
+
+void throw_(allocator_t *, const char *file, int line) {
+    dv_err_and_jmp(file, line, "throw_", 0, 0, DV_ERR_NO_MEMORY);
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Bytes
+// ---------------------------------------------------------------------------------------------------------
+
+sql_blob blob_of_(Datum datum) {
+    const varlena *bytes = PG_DETOAST_DATUM_PACKED(datum);
+    return {reinterpret_cast<const uint8_t *>(VARDATA_ANY(bytes)), static_cast<int>(VARSIZE_ANY_EXHDR(bytes)),
+            "a bytea holds none"};
+}
+
+// The record that is its own bytes in the catalogue, too. A ROWID's record differs.
+sql_value take_reference_(Datum datum, sql_kind kind) {
+    sql_value value;
+    value.kind = kind;
+    const char *fault = sql_type_of(kind)->decode(value, reinterpret_cast<uint8_t *>(DatumGetPointer(datum)),
+                                                  postgres_type_of(kind).length);
+    if (fault != nullptr) ereport(ERROR, (errcode(ERRCODE_DATA_CORRUPTED), errmsg("%s", fault)));
+    return value;
+}
+
+Datum give_reference_(const sql_value &value) {
+    auto *bytes = static_cast<uint8_t *>(palloc(SQL_VALUE_SIZE_MAX));
+    sql_type_of(value.kind)->encode(value, bytes);
+    return PointerGetDatum(bytes);
+}
+
+bool is_utf8_() { return GetDatabaseEncoding() == PG_UTF8; }
+
+}  // namespace
+
+constinit allocator_t dv::impl::postgres_memory = {malloc_, calloc_, realloc_, free_, throw_};
+
+number_t dv::impl::postgres_take_number(Datum datum) {
+    const varlena *bytes = PG_DETOAST_DATUM_PACKED(datum);
+    const size_t size = VARSIZE_ANY_EXHDR(bytes);
+    if (size == 0 || size > SQL_VALUE_SIZE_MAX)
+        ereport(ERROR, (errcode(ERRCODE_DATA_CORRUPTED), errmsg("a number of %zu bytes", size)));
+    number_t number;
+    number.size = static_cast<uint8_t>(size);
+    memcpy(&number.signexp, VARDATA_ANY(bytes), size);
+    return number;
+}
+
+// With the header of one byte that it has in a table.
+Datum dv::impl::postgres_give_number(const number_t &number) {
+    auto *bytes = static_cast<char *>(palloc(VARHDRSZ_SHORT + SQL_VALUE_SIZE_MAX));
+    SET_VARSIZE_SHORT(bytes, VARHDRSZ_SHORT + number.size);
+    memcpy(bytes + VARHDRSZ_SHORT, &number.signexp, number.size);
+    return PointerGetDatum(bytes);
+}
+
+sql_text dv::impl::postgres_take_text(Datum datum) {
+    const varlena *given = PG_DETOAST_DATUM_PACKED(datum);
+    char *bytes = const_cast<char *>(VARDATA_ANY(given));
+    const int length = static_cast<int>(VARSIZE_ANY_EXHDR(given));
+    if (length == 0) return {"", 0};
+    if (is_utf8_()) return {bytes, length};
+    char *converted = pg_server_to_any(bytes, length, PG_UTF8);
+    return {converted, converted == bytes ? length : static_cast<int>(strlen(converted))};
+}
+
+sql_text dv::impl::postgres_take_cstring(const char *given) {
+    const size_t length = strlen(given);
+    if (is_utf8_() || length == 0) return {given, static_cast<int>(length)};
+    const char *converted = pg_server_to_any(given, static_cast<int>(length), PG_UTF8);
+    return {converted, static_cast<int>(strlen(converted))};
+}
+
+char *dv::impl::postgres_give_cstring(const sql_text &from) {
+    char *copy = pnstrdup(from.bytes, static_cast<Size>(from.length));
+    return is_utf8_() ? copy : pg_any_to_server(copy, from.length, PG_UTF8);
+}
+
+Datum dv::impl::postgres_give_text(const sql_text &from) {
+    const char *bytes = from.bytes;
+    size_t length = static_cast<size_t>(from.length);
+    if (!is_utf8_()) {
+        bytes = postgres_give_cstring(from);
+        length = strlen(bytes);
+    }
+    auto *given = static_cast<varlena *>(palloc(VARHDRSZ + length));
+    SET_VARSIZE(given, VARHDRSZ + length);
+    memcpy(VARDATA(given), bytes, length);
+    return PointerGetDatum(given);
+}
+
+sql_value dv::impl::postgres_take(Datum datum, sql_kind kind) {
+    sql_value value;
+    value.kind = kind;
+    switch (static_cast<int>(kind)) {
+        case SQL_KIND_NUMBER:
+            value.number = postgres_take_number(datum);
+            return value;
+        case SQL_KIND_DATE:
+            value.date = postgres_take_word<dv_date_t>(datum);
+            return value;
+        case SQL_KIND_TIME:
+            value.time = postgres_take_word<dv_time_t>(datum);
+            return value;
+        case SQL_KIND_INTEGER:
+            value.integer = DatumGetInt64(datum);
+            return value;
+        case SQL_KIND_REAL:
+            value.real = DatumGetFloat8(datum);
+            return value;
+        case SQL_KIND_TEXT:
+            value.text = postgres_take_text(datum);
+            return value;
+        case SQL_KIND_BLOB:
+            value.blob = blob_of_(datum);
+            return value;
+        default:
+            return take_reference_(datum, kind);
+    }
+}
+
+Datum dv::impl::postgres_give(const sql_value &value) {
+    switch (static_cast<int>(value.kind)) {
+        case SQL_KIND_NUMBER:
+            return postgres_give_number(value.number);
+        case SQL_KIND_DATE:
+            return postgres_give_word(value.date);
+        case SQL_KIND_TIME:
+            return postgres_give_word(value.time);
+        case SQL_KIND_INTEGER:
+            return Int64GetDatum(value.integer);
+        case SQL_KIND_REAL:
+            return Float8GetDatum(value.real);
+        case SQL_KIND_TEXT:
+            return postgres_give_text(value.text);
+        default:
+            return give_reference_(value);
+    }
+}
