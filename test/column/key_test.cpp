@@ -167,11 +167,14 @@ TEST(ColumnKey, OfNumbersOutsideTheirColumnFailsAndCountsAsNoValue) {
     EXPECT_EQ(faults.first, 1);
 }
 
+namespace {
+
 struct sort_case {
     const char *name;
     size_t width;
-    int varying;  // bytes in which keys differ, from the end
-    int values;   // of such a byte
+    int varying;            // bytes in which keys differ, from the end
+    int values;             // of such a byte
+    bool an_other = false;  // one row in the middle has another first byte
 };
 constexpr sort_case _sorts[] = {
     {"one byte", 1, 1, 256},
@@ -182,32 +185,47 @@ constexpr sort_case _sorts[] = {
     {"differ late", 40, 2, 256},
     {"digits of a NUMBER", 23, 6, 100},
     {"short runs", 24, 24, 16},
+    {"a byte varies in one row", 23, 4, 100, true},
+    {"nothing else varies", 9, 0, 1, true},
 };
 
-// Stable: equal keys by their rows.
+std::vector<uint8_t> sort_keys_(const sort_case &c, size_t count, number_source &source) {
+    std::vector<uint8_t> keys(count * c.width + 1, 0x40);
+    for (size_t i = 0; i < keys.size(); ++i) {
+        const bool varies = i % c.width >= c.width - static_cast<size_t>(c.varying);
+        if (varies) keys[i] = static_cast<uint8_t>(source.bits() % static_cast<unsigned>(c.values));
+    }
+    if (c.an_other && count > 2) keys[(count / 2 + 1) * c.width] = 0x3F;
+    return keys;
+}
+
+std::vector<int64_t> sorted_by_memcmp_(const std::vector<uint8_t> &keys, size_t width, size_t count) {
+    std::vector<int64_t> rows(count);
+    std::iota(rows.begin(), rows.end(), 0);
+    const auto key = [&](int64_t row) { return keys.data() + static_cast<size_t>(row) * width; };
+    std::stable_sort(rows.begin(), rows.end(),
+                     [&](int64_t x, int64_t y) { return std::memcmp(key(x), key(y), width) < 0; });
+    return rows;
+}
+
+}  // namespace
+
+// Stable: equal keys by their rows. The last count is above that from which rows are parted first.
 TEST(ColumnSort, GivesTheOrderOfAStableSortByMemcmp) {
     number_source source(7);
     for (const sort_case &c : _sorts) {
-        for (const long count : {0L, 1L, 2L, 24L, 25L, scaled(30'000)}) {
-            std::vector<uint8_t> keys(static_cast<size_t>(count) * c.width + 1, 0x40);
-            for (size_t i = 0; i < keys.size(); ++i) {
-                const bool varies = i % c.width >= c.width - static_cast<size_t>(c.varying);
-                if (varies) keys[i] = static_cast<uint8_t>(source.bits() % static_cast<unsigned>(c.values));
+        for (const long count : {0L, 1L, 2L, 24L, 25L, scaled(30'000), 70'000L}) {
+            const auto keys = sort_keys_(c, static_cast<size_t>(count), source);
+            const auto wanted = sorted_by_memcmp_(keys, c.width, static_cast<size_t>(count));
+            for (each_level levels; levels.next();) {
+                std::vector<int64_t> rows(wanted.size() + 1, -9);
+                const guarded scratch(dv_sort_scratch_size(count, c.width));
+                dv_sort_keys(keys.data(), c.width, count, rows.data(), scratch.text());
+                EXPECT_EQ(rows.back(), -9);
+                rows.pop_back();
+                ASSERT_EQ(rows, wanted) << c.name << ", " << count << " rows, level " << dv_vector_level();
+                ASSERT_TRUE(scratch.intact()) << c.name;
             }
-            std::vector<int64_t> wanted(static_cast<size_t>(count)), rows(wanted.size() + 1, -9);
-            std::iota(wanted.begin(), wanted.end(), 0);
-            std::stable_sort(wanted.begin(), wanted.end(), [&](int64_t x, int64_t y) {
-                const auto key = [&](int64_t row) {
-                    return keys.data() + static_cast<size_t>(row) * c.width;
-                };
-                return std::memcmp(key(x), key(y), c.width) < 0;
-            });
-            const guarded scratch(dv_sort_scratch_size(count, c.width));
-            dv_sort_keys(keys.data(), c.width, count, rows.data(), scratch.text());
-            EXPECT_EQ(rows.back(), -9);
-            rows.pop_back();
-            ASSERT_EQ(rows, wanted) << c.name << ", " << count << " rows";
-            ASSERT_TRUE(scratch.intact()) << c.name;
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <dvtypes/dvtypes.hpp>
+#include <numeric>
 
 namespace {
 
@@ -151,6 +152,15 @@ TEST(CppColumn, RowsComeInTheOrderOfSeveralKeys) {
     const dv_key_part_t by[] = {{&prices.record(), DV_KEY_NUMBER, DV_KEY_DESCENDING, DV_KEY_NULLS_LAST},
                                 {&counts.record(), DV_KEY_INT64, DV_KEY_DESCENDING, DV_KEY_NULLS_LAST}};
     EXPECT_EQ(dv::sorted_rows(by), (std::vector<int64_t>{1, 3, 0, 2}));
+}
+
+TEST(CppColumn, ValuesAreTakenInTheOrderOfRows) {
+    std::vector<int> values(100), taken(100);
+    std::iota(values.begin(), values.end(), 0);
+    std::vector<int64_t> rows(values.size());
+    for (size_t i = 0; i < rows.size(); ++i) rows[i] = static_cast<int64_t>(i * 37 % rows.size());
+    dv::take<int>(values, rows, taken);
+    EXPECT_EQ(std::vector<int64_t>(taken.begin(), taken.end()), rows);
 }
 
 }  // namespace

@@ -82,26 +82,25 @@ struct double_key_t {
     }
 };
 
-// Ones in the first `size` of 24 bytes, for each size of a record; the bytes behind a record's own are none.
+// Ones in the first `size` bytes, for each size of a record; the bytes behind a record's own are none.
 constexpr auto _record_masks = [] {
-    std::array<std::array<uint64_t, 3>, NUMBER_SIZE_MAX + 1> masks{};
-    for (size_t size = 0; size < masks.size(); ++size) {
-        for (size_t i = 0; i < 3; ++i) {
-            const size_t bytes = size < 8 * i ? 0 : size - 8 * i;
-            masks[size][i] = bytes >= 8 ? ~uint64_t{0} : ~(~uint64_t{0} >> (8 * bytes));
-        }
-    }
+    std::array<std::array<uint8_t, NUMBER_SIZE_MAX>, NUMBER_SIZE_MAX + 1> masks{};
+    for (size_t size = 0; size < masks.size(); ++size) std::fill_n(masks[size].begin(), size, uint8_t{0xFF});
     return masks;
 }();
 
+// Copies eight bytes from `at` on under a mask.
+void copy_masked_(uint8_t *to, const uint8_t *from, const uint8_t *mask, size_t at) {
+    uint64_t word, kept;
+    memcpy(&word, from + at, sizeof word);
+    memcpy(&kept, mask + at, sizeof kept);
+    word &= kept;
+    memcpy(to + at, &word, sizeof word);
+}
+
 void write_number_(uint8_t *key, const number_t &x) {
     const auto &mask = _record_masks[x.size < NUMBER_SIZE_MAX ? x.size : size_t{NUMBER_SIZE_MAX}];
-    store_be64(key, load_be64(&x.signexp) & mask[0]);
-    store_be64(key + 8, load_be64(&x.signexp + 8) & mask[1]);
-    // The last word begins two bytes early, so as to end with the record.
-    const uint64_t last = load_be64(&x.signexp + 14) << 16 & mask[2];
-    store_be32(key + 16, static_cast<uint32_t>(last >> 32));
-    store_be16(key + 20, static_cast<uint16_t>(last >> 16));
+    for (const size_t at : {0, 8, _number_bytes - 8}) copy_masked_(key, &x.signexp, mask.data(), at);
 }
 
 // ---- parts ----
@@ -128,7 +127,16 @@ struct part_t {
 };
 
 struct number_part_t : part_t {
-    uint64_t block(int64_t /*row*/, int /*count*/, const uint64_t &valid) const { return valid; }
+    uint64_t block(int64_t row, int count, uint64_t &valid) const {
+        if (operand[0]->offsets != nullptr) return valid;
+        for (int i = 0; i < count; ++i) {
+            const auto &x = *static_cast<const number_t *>(value_at(*operand[0], row + i));
+            if (x.size == 0) valid &= ~(uint64_t{1} << i);
+            write_number_(key(row + i) + 1, x);
+            finish(key(row + i));
+        }
+        return 0;
+    }
     bool row(int64_t row) const {
         number_t buffer;
         const number_t *const x = number_at(*operand[0], row, buffer);
