@@ -6,6 +6,7 @@
 
 postgres_version=15
 postgres_bin=/usr/lib/postgresql/$postgres_version/bin
+postgres_regress=/usr/lib/postgresql/$postgres_version/lib/pgxs/src/test/regress/pg_regress
 
 # need_postgres: installs the server, and what building the extension needs.
 need_postgres() {

@@ -124,20 +124,19 @@ constinit postgres_running dv::impl::postgres_current = {};
 
 void dv::impl::postgres_enter() { postgres_current.row = nullptr; }
 
-void dv::impl::postgres_fail(const sql_call &call) {
-    const int code =
-        call.outcome == SQL_TOO_LONG ? ERRCODE_PROGRAM_LIMIT_EXCEEDED : ERRCODE_INVALID_PARAMETER_VALUE;
+void dv::impl::postgres_fail(const sql_call &call, int sqlstate) {
+    const int code = call.outcome == SQL_TOO_LONG ? ERRCODE_PROGRAM_LIMIT_EXCEEDED : sqlstate;
     const char *failure = call.outcome == SQL_TOO_LONG ? "the result is too long" : call.failure;
     const sql_text shown = {failure, static_cast<int>(strlen(failure))};
     ereport(ERROR, (errcode(code), errmsg("%s", postgres_give_cstring(shown))));
     pg_unreachable();
 }
 
-void dv::impl::postgres_run(const sql_function &row, sql_call &call) {
+void dv::impl::postgres_run(const sql_function &row, sql_call &call, int sqlstate) {
     postgres_current = {&row, &call};
     row.body(call);
     postgres_current.row = nullptr;
-    if (call.outcome != SQL_GIVEN) postgres_fail(call);
+    if (call.outcome != SQL_GIVEN) postgres_fail(call, sqlstate);
 }
 
 Datum dv::impl::postgres_call(const postgres_function &of, FunctionCallInfo fcinfo) {

@@ -25,11 +25,13 @@ struct postgres_function {
 
 Datum postgres_call(const postgres_function &of, FunctionCallInfo fcinfo);
 
-// Runs a row that keeps nothing, with the arguments of a call; the result is in it.
-void postgres_run(const sql_function &row, sql_call &call);
+// Runs a row that keeps nothing, with the arguments of a call; the result is in it. A failure has the
+// SQLSTATE.
+void postgres_run(const sql_function &row, sql_call &call, int sqlstate = ERRCODE_INVALID_PARAMETER_VALUE);
 
 // Makes the failure of a call the server's error. Never returns.
-[[noreturn, gnu::cold]] void postgres_fail(const sql_call &call);
+[[noreturn, gnu::cold]] void postgres_fail(const sql_call &call,
+                                           int sqlstate = ERRCODE_INVALID_PARAMETER_VALUE);
 
 // The call that is running, of which an error gets its text.
 struct postgres_running {

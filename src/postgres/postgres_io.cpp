@@ -172,7 +172,7 @@ Datum dv::impl::postgres_in(sql_kind kind, FunctionCallInfo fcinfo) {
     call.args[0].kind = SQL_KIND_TEXT;
     call.args[0].text = postgres_take_cstring(PG_GETARG_CSTRING(0));
     call.argc = 1;
-    postgres_run(*text_rows_of_(catalogue_kind_(kind)).reader, call);
+    postgres_run(*text_rows_of_(catalogue_kind_(kind)).reader, call, ERRCODE_INVALID_TEXT_REPRESENTATION);
     apply_(call.result, kind, PG_GETARG_INT32(2));
     return give_(call.result, kind);
 }
