@@ -139,13 +139,27 @@ void dv::impl::postgres_run(const sql_function &row, sql_call &call, int sqlstat
     if (call.outcome != SQL_GIVEN) postgres_fail(call, sqlstate);
 }
 
+Datum dv::impl::postgres_call_numbers(const postgres_function &of, FunctionCallInfo fcinfo) {
+    const sql_function &row = of.function();
+    sql_call call;
+    sql_begin(call, &postgres_memory);
+    for (; call.argc < fcinfo->nargs; ++call.argc) {
+        call.args[call.argc].kind = SQL_KIND_NUMBER;
+        postgres_take_number(call.args[call.argc].number, fcinfo->args[call.argc].value);
+    }
+    postgres_run(row, call);
+    return postgres_give_number(call.result.number);
+}
+
 Datum dv::impl::postgres_call(const postgres_function &of, FunctionCallInfo fcinfo) {
     const sql_function &row = of.function();
     sql_call call;
     sql_begin(call, &postgres_memory);
     for (; call.argc < fcinfo->nargs; ++call.argc) {
         const NullableDatum &arg = fcinfo->args[call.argc];
-        call.args[call.argc] = arg.isnull ? sql_null() : postgres_take(arg.value, of.params[call.argc]);
+        sql_value &value = call.args[call.argc];
+        value.kind = SQL_KIND_NULL;
+        if (!arg.isnull) postgres_take(value, arg.value, of.params[call.argc]);
     }
     postgres_current = {&row, &call};
     request what = {row, call, *fcinfo->flinfo};

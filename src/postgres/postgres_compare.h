@@ -53,7 +53,9 @@ int postgres_order(FunctionCallInfo fcinfo) {
 }
 
 inline int postgres_order_of_numbers(FunctionCallInfo fcinfo) {
-    const number_t x = postgres_take_number(PG_GETARG_DATUM(0)), y = postgres_take_number(PG_GETARG_DATUM(1));
+    number_t x, y;
+    postgres_take_number(x, PG_GETARG_DATUM(0));
+    postgres_take_number(y, PG_GETARG_DATUM(1));
     return number_cmp(&x, &y);
 }
 

@@ -138,12 +138,10 @@ void apply_(sql_value &value, sql_kind kind, int32 typmod) {
 
 constexpr int _utc_zone_bytes = sizeof(dv_ts_tz_t) - sizeof(dv_timestamp_t);
 
-sql_value take_(Datum datum, sql_kind kind) {
-    if (kind != POSTGRES_KIND_TS_LTZ) return postgres_take(datum, kind);
-    sql_value value{};
+void take_(sql_value &value, Datum datum, sql_kind kind) {
+    if (kind != POSTGRES_KIND_TS_LTZ) return postgres_take(value, datum, kind);
     value.kind = SQL_KIND_TS_TZ;
     value.ts_tz = {postgres_take_record<dv_timestamp_t>(datum), SQL_UTC};
-    return value;
 }
 
 Datum give_(const sql_value &value, sql_kind kind) {
@@ -180,7 +178,7 @@ Datum dv::impl::postgres_in(sql_kind kind, FunctionCallInfo fcinfo) {
 Datum dv::impl::postgres_out(sql_kind kind, FunctionCallInfo fcinfo) {
     sql_call call;
     sql_begin(call, &postgres_memory);
-    call.args[0] = take_(PG_GETARG_DATUM(0), kind);
+    take_(call.args[0], PG_GETARG_DATUM(0), kind);
     call.argc = 1;
     postgres_run(*text_rows_of_(catalogue_kind_(kind)).writer, call);
     return CStringGetDatum(postgres_give_cstring(call.result.text));
@@ -201,7 +199,8 @@ Datum dv::impl::postgres_receive(sql_kind kind, FunctionCallInfo fcinfo) {
 }
 
 Datum dv::impl::postgres_send(sql_kind kind, FunctionCallInfo fcinfo) {
-    const sql_value value = take_(PG_GETARG_DATUM(0), kind);
+    sql_value value;
+    take_(value, PG_GETARG_DATUM(0), kind);
     uint8_t bytes[SQL_VALUE_SIZE_MAX];
     int length = sql_type_of(value.kind)->encode(value, bytes);
     if (kind == POSTGRES_KIND_TS_LTZ) length = sizeof(dv_timestamp_t);
@@ -243,7 +242,8 @@ Datum dv::impl::postgres_modifier_out(sql_kind /*kind*/, FunctionCallInfo fcinfo
 }
 
 Datum dv::impl::postgres_apply_modifier(sql_kind kind, FunctionCallInfo fcinfo) {
-    sql_value value = take_(PG_GETARG_DATUM(0), kind);
+    sql_value value;
+    take_(value, PG_GETARG_DATUM(0), kind);
     apply_(value, kind, PG_GETARG_INT32(1));
     return give_(value, kind);
 }

@@ -26,8 +26,7 @@ walk *begin_(const sql_table &table, FunctionCallInfo fcinfo) {
     sql_call call;
     sql_begin(call, &postgres_memory);
     for (; call.argc < fcinfo->nargs; ++call.argc)
-        call.args[call.argc] =
-            postgres_take(fcinfo->args[call.argc].value, table.signature.params[call.argc]);
+        postgres_take(call.args[call.argc], fcinfo->args[call.argc].value, table.signature.params[call.argc]);
     table.begin(call, begun->rows);
     if (call.outcome != SQL_GIVEN) postgres_fail(call);
     return begun;

@@ -50,7 +50,7 @@ void throw_(allocator_t *, const char *file, int line) {
 }
 
 // ---------------------------------------------------------------------------------------------------------
-// Bytes
+// Bytes: those in a table were checked on their way in
 // ---------------------------------------------------------------------------------------------------------
 
 sql_blob blob_of_(Datum datum) {
@@ -59,14 +59,11 @@ sql_blob blob_of_(Datum datum) {
             "a bytea holds none"};
 }
 
-// The record that is its own bytes in the catalogue, too. A ROWID's record differs.
-sql_value take_reference_(Datum datum, sql_kind kind) {
-    sql_value value;
-    value.kind = kind;
-    const char *fault = sql_type_of(kind)->decode(value, reinterpret_cast<uint8_t *>(DatumGetPointer(datum)),
-                                                  postgres_type_of(kind).length);
+// The record of a ROWID is not its bytes.
+void take_rowid_(sql_value &value, Datum datum) {
+    const auto *bytes = reinterpret_cast<const uint8_t *>(DatumGetPointer(datum));
+    const char *fault = rowid_type.decode(value, bytes, postgres_type_of(SQL_KIND_ROWID).length);
     if (fault != nullptr) ereport(ERROR, (errcode(ERRCODE_DATA_CORRUPTED), errmsg("%s", fault)));
-    return value;
 }
 
 Datum give_reference_(const sql_value &value) {
@@ -75,28 +72,41 @@ Datum give_reference_(const sql_value &value) {
     return PointerGetDatum(bytes);
 }
 
+template <size_t Size>
+void copy_both_ends_(uint8_t *to, const char *from, size_t size) {
+    memcpy(to, from, Size);
+    memcpy(to + size - Size, from + size - Size, Size);
+}
+
+// 1 to SQL_VALUE_SIZE_MAX bytes, without a call: at most twice a length that the compiler knows.
+void copy_short_(uint8_t *to, const char *from, size_t size) {
+    if (size > 8) return size > 16 ? copy_both_ends_<16>(to, from, size) : copy_both_ends_<8>(to, from, size);
+    if (size >= 4) return copy_both_ends_<4>(to, from, size);
+    if (size >= 2) return copy_both_ends_<2>(to, from, size);
+    *to = static_cast<uint8_t>(*from);
+}
+
 bool is_utf8_() { return GetDatabaseEncoding() == PG_UTF8; }
 
 }  // namespace
 
 constinit allocator_t dv::impl::postgres_memory = {malloc_, calloc_, realloc_, free_, throw_};
 
-number_t dv::impl::postgres_take_number(Datum datum) {
+void dv::impl::postgres_take_number(number_t &number, Datum datum) {
     const varlena *bytes = PG_DETOAST_DATUM_PACKED(datum);
     const size_t size = VARSIZE_ANY_EXHDR(bytes);
     if (size == 0 || size > SQL_VALUE_SIZE_MAX)
         ereport(ERROR, (errcode(ERRCODE_DATA_CORRUPTED), errmsg("a number of %zu bytes", size)));
-    number_t number;
     number.size = static_cast<uint8_t>(size);
-    memcpy(&number.signexp, VARDATA_ANY(bytes), size);
-    return number;
+    copy_short_(reinterpret_cast<uint8_t *>(&number) + offsetof(number_t, signexp), VARDATA_ANY(bytes), size);
 }
 
 // With the header of one byte that it has in a table.
 Datum dv::impl::postgres_give_number(const number_t &number) {
     auto *bytes = static_cast<char *>(palloc(VARHDRSZ_SHORT + SQL_VALUE_SIZE_MAX));
     SET_VARSIZE_SHORT(bytes, VARHDRSZ_SHORT + number.size);
-    memcpy(bytes + VARHDRSZ_SHORT, &number.signexp, number.size);
+    const auto *record = reinterpret_cast<const uint8_t *>(&number);
+    memcpy(bytes + VARHDRSZ_SHORT, record + offsetof(number_t, signexp), SQL_VALUE_SIZE_MAX);  // no call
     return PointerGetDatum(bytes);
 }
 
@@ -135,33 +145,35 @@ Datum dv::impl::postgres_give_text(const sql_text &from) {
     return PointerGetDatum(given);
 }
 
-sql_value dv::impl::postgres_take(Datum datum, sql_kind kind) {
-    sql_value value;
+void dv::impl::postgres_take(sql_value &value, Datum datum, sql_kind kind) {
     value.kind = kind;
     switch (static_cast<int>(kind)) {
         case SQL_KIND_NUMBER:
-            value.number = postgres_take_number(datum);
-            return value;
+            postgres_take_number(value.number, datum);
+            return;
         case SQL_KIND_DATE:
             value.date = postgres_take_word<dv_date_t>(datum);
-            return value;
+            return;
         case SQL_KIND_TIME:
             value.time = postgres_take_word<dv_time_t>(datum);
-            return value;
+            return;
         case SQL_KIND_INTEGER:
             value.integer = DatumGetInt64(datum);
-            return value;
+            return;
         case SQL_KIND_REAL:
             value.real = DatumGetFloat8(datum);
-            return value;
+            return;
         case SQL_KIND_TEXT:
             value.text = postgres_take_text(datum);
-            return value;
+            return;
         case SQL_KIND_BLOB:
             value.blob = blob_of_(datum);
-            return value;
+            return;
+        case SQL_KIND_ROWID:
+            return take_rowid_(value, datum);
         default:
-            return take_reference_(datum, kind);
+            memcpy(&value.number, DatumGetPointer(datum), static_cast<size_t>(postgres_type_of(kind).length));
+            return;
     }
 }
 

@@ -12,8 +12,9 @@ namespace dv::impl {
 // server's, so that it may be used under a recovery point.
 extern allocator_t postgres_memory;
 
-// The value of an argument, which is not NULL, of the kind that the function's declaration gives it.
-sql_value postgres_take(Datum datum, sql_kind kind);
+// The value of an argument, which is not NULL, of the kind that the function's declaration gives it; into its
+// place, since a copy of what was just written costs as much as an addition.
+void postgres_take(sql_value &value, Datum datum, sql_kind kind);
 
 // What the server gets for a value of a kind, in memory of the current context.
 Datum postgres_give(const sql_value &value);
@@ -23,7 +24,7 @@ Datum postgres_give(const sql_value &value);
 // ---------------------------------------------------------------------------------------------------------
 
 // The bytes of a NUMBER as a record. Raises ERRCODE_DATA_CORRUPTED where there are none or too many.
-number_t postgres_take_number(Datum datum);
+void postgres_take_number(number_t &number, Datum datum);
 Datum postgres_give_number(const number_t &number);
 
 // A record of a fixed length that is passed by reference.

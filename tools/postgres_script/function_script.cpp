@@ -66,6 +66,15 @@ const char *volatility_(sql_volatility volatility) {
 // Functions
 // ---------------------------------------------------------------------------------------------------------
 
+// Does a row take NUMBERs alone, and give one?
+bool is_of_numbers_(const sql_function &row) {
+    const sql_signature &signature = row.signature;
+    const int count = sql_param_count(signature);
+    return signature.result == SQL_KIND_NUMBER && count > 0 && row.keeper == nullptr && !row.is_try &&
+           std::all_of(signature.params, signature.params + count,
+                       [](sql_kind kind) { return kind == SQL_KIND_NUMBER; });
+}
+
 made_function function_(const sql_function &row, place at, const std::string &name, const kinds &params,
                         sql_kind result) {
     const int count = sql_param_count(row.signature);
@@ -76,7 +85,8 @@ made_function function_(const sql_function &row, place at, const std::string &na
         body += "static_cast<sql_kind>(" + std::to_string(params[static_cast<size_t>(i)]) + "), ";
         takes_null = takes_null || row.signature.params[i] == SQL_KIND_ANY;
     }
-    body += "}, static_cast<sql_kind>(" + std::to_string(result) + ")}; return postgres_call(of, fcinfo);";
+    const char *call = is_of_numbers_(row) ? "postgres_call_numbers" : "postgres_call";
+    body += "}, static_cast<sql_kind>(" + std::to_string(result) + ")}; return " + call + "(of, fcinfo);";
     const char *strictness = takes_null ? " CALLED ON NULL INPUT" : " STRICT";
     return {name,
             params_of_(row.signature, params),
