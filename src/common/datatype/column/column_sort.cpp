@@ -147,8 +147,9 @@ void sort_items_(const sort_t &sort, item_t *items, item_t *other, int64_t count
     } else {
         const int wanted = static_cast<int>(std::bit_width(static_cast<uint64_t>(count))) + _spare_bits;
         const int bits = (std::min(wanted, ITEM_BITS - sort.keys.row_bits - used) + 1) / 2;
-        used += 2 * bits;
-        sort_by_two_digits_(sort, items, other, count, {ITEM_BITS - used, bits});
+        sort_by_two_digits_(sort, items, other, count, {ITEM_BITS - used - 2 * bits, bits});
+        // An odd bit may be one of the row's number, which must not part a run.
+        used = std::min(used + 2 * bits, ITEM_BITS - sort.keys.row_bits);
     }
     for_each_run_(items, count, used, [&](int64_t begin, int64_t size) {
         if (size > 1) sort_items_(sort, items + begin, other + begin, size, first);
