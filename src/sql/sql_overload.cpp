@@ -113,6 +113,6 @@ void dv::impl::sql_to_number(sql_value &value) {
     if (value.kind == SQL_KIND_NUMBER) return;
     const sql_value from = value;
     if (from.kind == SQL_KIND_INTEGER) number_from_int64(&value.number, from.integer);
-    if (from.kind == SQL_KIND_REAL) number_from_double(&value.number, from.real);
+    if (from.kind == SQL_KIND_REAL) number_from_double_shortest(&value.number, from.real);
     value.kind = SQL_KIND_NUMBER;
 }

@@ -81,11 +81,12 @@ const Row *sql_resolve(std::span<const Row *const> overloads, sql_call &call) {
     return nullptr;
 }
 
-// Makes a NUMBER of an INTEGER or REAL.
+// Makes a NUMBER of an INTEGER or REAL; of that the shortest decimal that reads back as it, so that a literal
+// is what was written.
 void sql_to_number(sql_value &value);
 
 // Makes the arguments that the row takes of the kinds that its parameters name. Raises what
-// number_from_double does. Runs under the engine's recovery point, the body behind it.
+// number_from_double_shortest does. Runs under the engine's recovery point, the body behind it.
 inline void sql_convert(sql_call &call, const sql_signature &signature) {
     for (int i = 0; i < call.argc; ++i) {
         if (signature.params[i] == SQL_KIND_NUMBER) sql_to_number(call.args[i]);

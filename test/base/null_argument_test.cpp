@@ -44,7 +44,7 @@ const null_group_t _groups[] = {
     {"number_is_nonnull_ptr(x)", 0,
      null_cases<number_from_int8, number_from_int16, number_from_int32, number_from_int64, number_from_uint8,
                 number_from_uint16, number_from_uint32, number_from_uint64, number_from_float,
-                number_from_double, number_from_long_double, number_println>()},
+                number_from_double, number_from_double_shortest, number_from_long_double, number_println>()},
     {"number_is_nonnull_ptr(x) && number_is_nonnull_ptr(y)", 0, null_cases<number_from_oracle_format>()},
     {"number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str)", 1 << 3 | 1 << 4,
      null_cases<number_from_str, number_try_from_str, number_from_str_nt, number_from_str_fmt, number_to_str_fmt,

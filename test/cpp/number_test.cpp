@@ -90,6 +90,9 @@ TEST(CppNumber, FloatingPointIsReadByTheDecimalsOfItsOwnType) {
     EXPECT_EQ(number(0.1L), ".1"_number);
     EXPECT_EQ(number(18446744073709551615.0L), "18446744073709551615"_number);  // no double: 64 bits
     EXPECT_EQ(number(1.0f / 3), ".3333333"_number);
+    EXPECT_EQ(number(85.1), "85.09999999999999"_number);
+    EXPECT_EQ(number::shortest(85.1), "85.1"_number);
+    EXPECT_THROW(number::shortest(std::numeric_limits<double>::infinity()), dv::error);
     EXPECT_EQ(number(2.5).to<float>(), 2.5f);
     EXPECT_EQ(number(-2.5).to<long double>(), -2.5L);
     EXPECT_EQ(number(-2.5).to<int8_t>(), -2);

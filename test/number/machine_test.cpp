@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <sstream>
@@ -208,6 +209,63 @@ TYPED_TEST(NumberFloat, ComesInAsPrintfPrintsIt) {
         ASSERT_NO_FATAL_FAILURE(
             expect_from_float_(std::ldexp(integer, source.pick(-70, 30))));  // short, ties
         ASSERT_NO_FATAL_FAILURE(expect_from_float_(integer / TypeParam(100)));
+    }
+}
+
+// What std::to_chars writes, and what strtod reads back.
+void expect_shortest_(double v) {
+    char text[64];
+    *std::to_chars(text, text + sizeof text, v, std::chars_format::scientific).ptr = '\0';
+    const outcome_t want = theirs([&] { return twin_read(text); });
+    const outcome_t got = ours(number_t{}, [&](number_t *r) { number_from_double_shortest(r, v); });
+    ASSERT_EQ(got, want) << text;
+    if (want.code == 0) {
+        ASSERT_EQ(std::strtod(scientific_text(decode(got.value)).c_str(), nullptr), v) << text;
+    }
+}
+
+TEST(NumberShortest, IsTheShortestDecimalThatReadsBackAsTheDouble) {
+    std::istringstream hard(
+        "0 85.1 0.1 0.3 5e-324 1e23 9.5e-45 2e22 1000000000000000.25 1000000000000000.75 2251799813685247.75 "
+        "4503599627370495.5 9007199254740993 9007199254740995 123456789012345678 5.684341886080802e-14 "
+        "9.999999999999999e125 9.9999999999999999e125 1e126 1e-130 9.9999999999999999e-131 "
+        "9.99999999999999e-131 "
+        "nan inf");
+    for (std::string text; hard >> text;) {
+        const double v = std::strtod(text.c_str(), nullptr);
+        ASSERT_NO_FATAL_FAILURE(expect_shortest_(v));
+        ASSERT_NO_FATAL_FAILURE(expect_shortest_(-v));
+    }
+    for (int n = -440; n <= 425; ++n) {  // below a power of two the doubles lie closer
+        const double power = std::ldexp(1.0, n);
+        for (const double v : {power, std::nextafter(power, 0.0), std::nextafter(power, 1e300)})
+            ASSERT_NO_FATAL_FAILURE(expect_shortest_(v));
+    }
+    for (int n = -131; n <= 126; ++n) {
+        for (int digit = 1; digit <= 9; ++digit) {
+            const double v = std::strtod((std::to_string(digit) + "e" + std::to_string(n)).c_str(), nullptr);
+            for (const double near : {v, std::nextafter(v, 0.0), std::nextafter(v, 1e300)})
+                ASSERT_NO_FATAL_FAILURE(expect_shortest_(near));
+        }
+    }
+    number_source source(45);
+    for (long round = scaled(300'000); round > 0; --round) {
+        ASSERT_NO_FATAL_FAILURE(expect_shortest_(random_bits_<double>(source)));
+        const auto integer = static_cast<double>(static_cast<int64_t>(source.bits()) >> source.pick(0, 63));
+        ASSERT_NO_FATAL_FAILURE(expect_shortest_(std::ldexp(integer, source.pick(-70, 30))));
+        ASSERT_NO_FATAL_FAILURE(expect_shortest_(integer / 100));
+    }
+}
+
+TEST(NumberShortest, IsTheLiteralOfUpToFifteenDigits) {
+    number_source source(46);
+    for (long round = scaled(200'000); round > 0; --round) {
+        const auto digits = static_cast<int64_t>(source.bits() % 1'000'000'000'000'000);
+        const std::string text = std::to_string(digits) + "e" + std::to_string(source.pick(-140, 110));
+        const outcome_t got = ours(number_t{}, [&](number_t *r) {
+            number_from_double_shortest(r, std::strtod(text.c_str(), nullptr));
+        });
+        ASSERT_EQ(got, theirs([&] { return twin_read(text.c_str()); })) << text;
     }
 }
 

@@ -80,7 +80,8 @@ void dv::test::add_number_operations(vector_operations &all) {
                      number_to_uint64, number_to_float, number_to_double, number_to_long_double>();
     all.add_into<number_assign, number_from_int8, number_from_int16, number_from_int32, number_from_int64,
                  number_from_uint8, number_from_uint16, number_from_uint32, number_from_uint64,
-                 number_from_float, number_from_double, number_from_long_double>();
+                 number_from_float, number_from_double, number_from_double_shortest,
+                 number_from_long_double>();
     all.add("number_cmp", compare_);
     all.add("number_is_valid_ptr", is_valid_);
     all.add("number_to_oracle_format", to_interchange_);

@@ -42,6 +42,14 @@ def _from_float(bits):
     return [encode(cut(x, top(x) - 6, 2) if len(bits) == 4 and x[0] else x)]
 
 
+def _shortest(bits):
+    """Python's repr() is the shortest decimal that reads back, too."""
+    x = fraction_of(bits)
+    digits, _, exponent = f'{float(x)!r}'.partition('e')
+    whole, _, fraction = digits.partition('.')
+    return [encode(in_range((int(whole + fraction), int(exponent or 0) - len(fraction))))]
+
+
 def _fits(x, low, high):
     return low <= integer(x) <= high and (low < 0 or x[0] >= 0)
 
@@ -90,6 +98,7 @@ def _limit(row):
 OPERATIONS = {f'number_from_{name}': lambda v: [encode((int(v), 0))] for name, _, _ in _INTEGERS}
 OPERATIONS |= {f'number_to_{name}': _to_integer(low, high) for name, low, high in _INTEGERS}
 OPERATIONS |= {f'number_from_{name}': _from_float for name in _SIZES}
+OPERATIONS |= {'number_from_double_shortest': _shortest}
 OPERATIONS |= {'number_range_check': _range_check, '_number_limit': _limit}
 
 

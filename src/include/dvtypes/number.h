@@ -398,6 +398,12 @@ DV_EXPORT void number_from_float(number_t *x, float v);
 DV_EXPORT void number_from_double(number_t *x, double v);
 DV_EXPORT void number_from_long_double(number_t *x, long double v);
 
+// The shortest decimal that the C library's strtod reads as v, of up to 17 significant digits; of several the
+// nearest to v. So a literal of up to 15 digits is what was written: 85.1 is 85.1, where number_from_double
+// gives 85.09999999999999. No two doubles give the same NUMBER, but for 0.0 and -0.0. Raises  as
+// number_from_double
+DV_EXPORT void number_from_double_shortest(number_t *x, double v);
+
 // Truncates toward zero: 127.9 and -128.9 are int8_t values, 128 is not; nothing below zero is an unsigned
 // one, not even -0.5.
 // Raises  -5072  outside the range of the type; *y is not written

@@ -148,6 +148,12 @@ class number : public parts::basic_value<number, number_t> {
     explicit number(long double v) : number() {
         guarded([&] { number_from_long_double(&record_, v); });
     }
+    // The shortest decimal that reads back as v: of 85.1 it is 85.1. Throws the same.
+    static number shortest(double v) {
+        number result;
+        guarded([&] { number_from_double_shortest(&result.record_, v); });
+        return result;
+    }
     // Text as number_from_str reads it; throws -5074, -5068, -5069.
     explicit number(std::string_view text) : number() {
         const detail::text_argument argument(text);

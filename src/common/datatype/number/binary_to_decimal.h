@@ -1,4 +1,5 @@
-// A binary floating-point value as decimal digits, correctly rounded: what printf's "%.*e" prints.
+// A binary floating-point value as decimal digits: correctly rounded to a count of them, what printf's "%.*e"
+// prints, or as few as read back as the value.
 
 #ifndef DV_NUMBER_BINARY_TO_DECIMAL_H
 #define DV_NUMBER_BINARY_TO_DECIMAL_H
@@ -36,6 +37,12 @@ struct decimal16_t {
     int exponent;
 };
 decimal16_t round_to_16_digits(uint64_t significand, int exponent);
+
+// The decimal of the fewest digits that reads back as a double, of several the nearest, of two as near the
+// even one. `value` has a significand of 53 bits and lies between 2^-440 and 2^424. The result is written
+// with 17 digits, the last of which may be zeros.
+inline constexpr int DOUBLE_DIGITS_MAX = 17;
+decimal_float_t round_to_shortest(binary_float_t value);
 
 }  // namespace dv::impl
 

@@ -1,7 +1,7 @@
 // Floating-point numbers in and out.
 //
 // In: the digits that printf's scientific format prints, 8, 16 or 20 of them by type, taken from the exact
-// binary value; a float keeps 7 of its 8, an exact half going down.
+// binary value; a float keeps 7 of its 8, an exact half going down. Or as few as read back as the double.
 // Out: the first nine base-100 digits as an integer, scaled by a power of 100 with 64 significant bits, which
 // is more than double and less than some machines' long double has. The powers are those that repeated
 // multiplication gives, so that results do not depend on how they are computed.
@@ -21,16 +21,17 @@ using namespace dv::impl;
 
 namespace {
 
-enum class rounding_t { none, half_down_by_one_digit };
+enum class rounding_t { as_printed, then_half_down_by_one_digit, to_shortest };
 
 // How a type is read into a NUMBER.
 struct reading_t {
-    int printed_digits;
-    rounding_t then;
+    int digits;
+    rounding_t rounding;
 };
-constexpr reading_t _float_reading = {8, rounding_t::half_down_by_one_digit};
-constexpr reading_t _double_reading = {16, rounding_t::none};
-constexpr reading_t _long_double_reading = {20, rounding_t::none};
+constexpr reading_t _float_reading = {8, rounding_t::then_half_down_by_one_digit};
+constexpr reading_t _double_reading = {16, rounding_t::as_printed};
+constexpr reading_t _shortest_reading = {DOUBLE_DIGITS_MAX, rounding_t::to_shortest};
+constexpr reading_t _long_double_reading = {20, rounding_t::as_printed};
 
 constexpr int _decimal_exponent_max = 2 * NUMBER_EXPONENT_MAX - 1;    // 125
 constexpr int _decimal_exponent_min = 2 * (NUMBER_EXPONENT_MIN - 1);  // -130
@@ -61,13 +62,15 @@ binary_float_t take_apart_(long double v) {
 }
 
 // The digits of a finite positive value; raises when they lie outside the range of NUMBER.
-decimal_float_t printed_digits_(binary_float_t value, int digits) {
+decimal_float_t digits_of_(binary_float_t value, const reading_t &reading) {
     // Far outside, by powers of two: 10^-132 > 2^-440, 10^127 < 2^424.
     const int power = bit_length(value.significand) - 1 + value.exponent;
     if (power >= 424) raise_as_text_(ERR_NUMBER_OVERFLOW);
     if (power < -440) raise_as_text_(ERR_NUMBER_UNDERFLOW);
-    const decimal_float_t decimal = round_to_decimal(value, digits);
-    const int decimal_exponent = decimal.exponent + digits - 1;
+    const decimal_float_t decimal = reading.rounding == rounding_t::to_shortest
+                                        ? round_to_shortest(value)
+                                        : round_to_decimal(value, reading.digits);
+    const int decimal_exponent = decimal.exponent + reading.digits - 1;
     if (decimal_exponent > _decimal_exponent_max) raise_as_text_(ERR_NUMBER_OVERFLOW);
     if (decimal_exponent < _decimal_exponent_min) raise_as_text_(ERR_NUMBER_UNDERFLOW);
     return decimal;
@@ -78,8 +81,8 @@ void from_floating_(number_t *x, Float v, const reading_t &reading) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x))) return;
     if (v == 0) return store_zero(*x);
     if (!std::isfinite(v)) raise_as_text_(ERR_NUMBER_TEXT);
-    decimal_float_t decimal = printed_digits_(take_apart_(std::fabs(v)), reading.printed_digits);
-    if (reading.then == rounding_t::half_down_by_one_digit) {
+    decimal_float_t decimal = digits_of_(take_apart_(std::fabs(v)), reading);
+    if (reading.rounding == rounding_t::then_half_down_by_one_digit) {
         const bool away = decimal.significand % 10 > 5;
         decimal = {decimal.significand / 10 + (away ? 1 : 0), decimal.exponent + 1};
     }
@@ -193,6 +196,7 @@ void number_from_float(number_t *x, float v) { from_floating_(x, double{v}, _flo
 void number_from_double(number_t *x, double v) {
     if (x == nullptr || !store_double_(*x, v)) from_floating_(x, v, _double_reading);
 }
+void number_from_double_shortest(number_t *x, double v) { from_floating_(x, v, _shortest_reading); }
 void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, _long_double_reading); }
 
 void number_to_float(const number_t *x, float *y) {

@@ -7,7 +7,7 @@
 
 namespace dv::impl {
 
-inline constexpr int POWER_OF_TEN_MIN = -120;
+inline constexpr int POWER_OF_TEN_MIN = -133;  // 10^-133 < 2^-440
 inline constexpr int POWER_OF_TEN_MAX = 152;
 inline constexpr int POWER_OF_TEN_EXACT_MAX = 55;  // 5^55 < 2^128: the significands from 0 to here are exact
 
