@@ -130,6 +130,10 @@ timezone_t sql_zone_of(const sql_text &text);
 // Writes it; returns the end.
 char *sql_put_utc_offset(char *out, const tz_info_t &info);
 
+// Writes the offset of a zone that is no region, with the sign in force: minutes alone are west of Greenwich.
+// Returns the end.
+char *sql_put_utc_offset(char *out, const timezone_t &zone);
+
 // The present instant.
 dv_date_t sql_utc_now();
 

@@ -169,6 +169,25 @@ void append_regions_of_text_(explanation &e) {
     if (strcmp(e.error.args[0], "timezone region") == 0) append_regions_(e);
 }
 
+// Of a text that ISO's reader takes apart.
+void append_zone_form_(explanation &e) {
+    if (strcmp(e.error.args[0], "time zone") != 0 || form_(e.row.signature) == nullptr) return;
+    e.text.append(" A zone is Z, +09, +09:00, +0900 or, behind a blank, the name of a region.");
+}
+
+bool is_east_without_hours_(const sql_text &text) {
+    const std::string_view given(text.bytes, static_cast<size_t>(text.length));
+    return given.find("+00") != given.npos || given.find("+0:") != given.npos || given.starts_with('0');
+}
+
+void append_minutes_alone_(explanation &e) {
+    const auto is_given = [](const sql_value &value) {
+        return value.kind == SQL_KIND_TEXT && is_east_without_hours_(value.text);
+    };
+    if (std::any_of(e.call.args, e.call.args + e.call.argc, is_given))
+        e.text.append(" Minutes alone have a minus: -00:01 to -00:59.");
+}
+
 void append_gap_(explanation &e) { sql_append_gap(e.text, e.call, e.row); }
 
 struct hint {
@@ -187,8 +206,10 @@ constexpr hint _hints[] = {
     {-5063, append_interval_form_},    // or seconds
     {-5104, append_regions_},          // no zone
     {-5113, append_regions_of_text_},  // no such field, which may be a region,
+    {-5113, append_zone_form_},        // or a zone,
     {-5113, append_form_},             // or a text without a model
     {-5074, append_form_},             // the same of a number
+    {-5099, append_minutes_alone_},    // an offset that no value holds
     {-5110, append_gap_},              // a local time that clocks never showed
     {SQL_ERR_NLS_SETTING, append_languages_},
 };

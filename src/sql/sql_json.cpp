@@ -111,8 +111,7 @@ char *put_ts_tz_(char *out, const dv_ts_tz_t &ts_tz) {
     const int zone = sql_zone_number(ts_tz.tz);
     if (zone < TZ_ID_MAX)
         return sql_put_utc_offset(out, *zonetab_get_info(&region_tab_[zone], &sql_date_part(ts_tz)));
-    timezone_get_zone_name(&ts_tz.tz, out, TZ_NAME_TEXT_SIZE);
-    return out + strlen(out);
+    return sql_put_utc_offset(out, ts_tz.tz);
 }
 
 char *put_time_(char *out, const dv_time_t &time) {

@@ -90,6 +90,21 @@ void round_to_places_(sql_call &call) {
     sql_return(call, call.args[0]);
 }
 
+// Words mean a mode and one, since 0 is none.
+constexpr sql_word _modes[] = {
+    {"TRUNC", NUMBER_RMODE_TRUNC + 1},         {"UP", NUMBER_RMODE_UP + 1},
+    {"HALF_DOWN", NUMBER_RMODE_HALF_DOWN + 1}, {"HALF_UP", NUMBER_RMODE_HALF_UP + 1},
+    {"HALF_EVEN", NUMBER_RMODE_HALF_EVEN + 1}, {"CEIL", NUMBER_RMODE_CEIL + 1},
+    {"FLOOR", NUMBER_RMODE_FLOOR + 1},
+};
+
+void round_in_mode_(sql_call &call) {
+    const int meaning = sql_get_word(call, 2, _modes);
+    if (meaning == 0) return;
+    number_round_to_places(&call.args[0].number, call.args[1].integer, meaning - 1);
+    sql_return(call, call.args[0]);
+}
+
 constexpr int _scale_limit = 127;  // of either sign; -128 means none
 
 bool is_precision_(sql_call &call) {
@@ -167,6 +182,12 @@ constexpr sql_function _rows[] = {
       _number,
       "rounded to decimal places, half away from zero"},
      round_to_places_<NUMBER_RMODE_HALF_UP>},
+    {{"dv_round",
+      {_number, _integer, _text},
+      "v, places, mode",
+      _number,
+      "rounded to decimal places: TRUNC, UP, HALF_DOWN, HALF_UP, HALF_EVEN, CEIL or FLOOR"},
+     round_in_mode_},
     {{"dv_trunc", {_number}, "v", _number, "cut to an integer, toward zero"}, round_<NUMBER_RMODE_TRUNC>},
     {{"dv_trunc", {_number, _integer}, "v, places", _number, "cut to decimal places, toward zero"},
      round_to_places_<NUMBER_RMODE_TRUNC>},

@@ -63,8 +63,7 @@ void return_offset_(sql_call &call, const dv_date_t &utc) {
     const timezone_t zone = sql_zone_of(call.args[0].text);
     const int number = sql_zone_number(zone);
     if (number < TZ_ID_MAX) return sql_return_utc_offset(call, *zonetab_get_info(&region_tab_[number], &utc));
-    timezone_get_zone_name(&zone, call.room, TZ_NAME_TEXT_SIZE);
-    sql_return_text(call, call.room);
+    sql_return_room(call, sql_put_utc_offset(call.room, zone));
 }
 
 void offset_now_(sql_call &call) { return_offset_(call, sql_utc_now()); }

@@ -14,6 +14,14 @@ using namespace dv::impl;
 
 namespace {
 
+// "+09:00"
+char *put_offset_(char *out, bool is_west, int hour, int minute) {
+    *out++ = is_west ? '-' : '+';
+    out = sql_put_digits(out, hour, 2);
+    *out++ = ':';
+    return sql_put_digits(out, minute, 2);
+}
+
 // ---------------------------------------------------------------------------------------------------------
 // dv_zones
 // ---------------------------------------------------------------------------------------------------------
@@ -135,10 +143,13 @@ void transition_field_(sql_call &call, const sql_rows &walk, int64_t row, int co
 }  // namespace
 
 char *dv::impl::sql_put_utc_offset(char *out, const tz_info_t &info) {
-    *out++ = info.utc_hour < 0 || info.utc_min < 0 ? '-' : '+';
-    out = sql_put_digits(out, std::abs(info.utc_hour), 2);
-    *out++ = ':';
-    return sql_put_digits(out, std::abs(info.utc_min), 2);
+    const bool is_west = info.utc_hour < 0 || info.utc_min < 0;
+    return put_offset_(out, is_west, std::abs(info.utc_hour), std::abs(info.utc_min));
+}
+
+char *dv::impl::sql_put_utc_offset(char *out, const timezone_t &zone) {
+    const int hour = timezone_get_field(&zone, TZ_FLD_UTC_HOUR), minute = zone.utc_min;
+    return put_offset_(out, hour < 0 || (hour == 0 && minute > 0), std::abs(hour), minute);
 }
 
 void dv::impl::sql_return_utc_offset(sql_call &call, const tz_info_t &info) {

@@ -43,45 +43,26 @@ void expect_round_trip_(const Record &record) {
 
 // What a text that a reader may be given is made of.
 std::string random_text_(number_source &source) {
-    constexpr const char *pieces[] = {"2024-02-29",
-                                      "1999-12-31",
-                                      "-0044-03-15",
-                                      "20240229",
-                                      "+2024-1-05",
-                                      "24-02-29",
-                                      "2024-13-01",
-                                      "0000-01-01",
-                                      "T",
-                                      " ",
-                                      "  ",
-                                      "13",
-                                      "13:05",
-                                      "13:5",
-                                      "13:05:07",
-                                      "130507",
-                                      "1305",
-                                      "24:00",
-                                      "13:60",
-                                      ":",
-                                      ".",
-                                      ".5",
-                                      ".123456789",
-                                      ".1234567890",
-                                      "Z",
-                                      "z",
-                                      "+09",
-                                      "+09:00",
-                                      "-0530",
-                                      "+9",
-                                      "-12:59",
-                                      "+14:01",
-                                      "+00:30",
-                                      "-00:30",
-                                      "UTC",
-                                      "Asia/Seoul",
-                                      "asia/seoul KST",
-                                      "x",
-                                      "\0"};
+    constexpr const char *pieces[] = {"2024-02-29",  "1999-12-31",
+                                      "-0044-03-15", "20240229",
+                                      "+2024-1-05",  "24-02-29",
+                                      "2024-13-01",  "0000-01-01",
+                                      "T",           "t",
+                                      " ",           "  ",
+                                      "13",          "13:05",
+                                      "13:5",        "13:05:07",
+                                      "130507",      "1305",
+                                      "24:00",       "13:60",
+                                      ":",           ".",
+                                      ".5",          ".123456789",
+                                      ".1234567890", "Z",
+                                      "z",           "+09",
+                                      "+09:00",      "-0530",
+                                      "+9",          "-12:59",
+                                      "+14:01",      "+00:30",
+                                      "-00:30",      "UTC",
+                                      "Asia/Seoul",  "asia/seoul KST",
+                                      "x",           "\0"};
     std::string text;
     const char *const first = pieces[source.pick(0, 4)];
     text = source.pick(0, 9) == 0 ? "" : first;
@@ -100,10 +81,10 @@ struct matched_t {
 };
 matched_t match_(const std::string &text) {
     static const std::regex extended(
-        "([+-]?[0-9]{4})-([0-9]{2})-([0-9]{2})(?:[T "
+        "([+-]?[0-9]{4})-([0-9]{2})-([0-9]{2})(?:[Tt "
         "]([0-9]{2})(?::([0-9]{2})(?::([0-9]{2})(?:[.]([0-9]{1,9}))?)?)?)?(.*)");
     static const std::regex compact(
-        "([+-]?[0-9]{4})([0-9]{2})([0-9]{2})(?:[T "
+        "([+-]?[0-9]{4})([0-9]{2})([0-9]{2})(?:[Tt "
         "]([0-9]{2})(?:([0-9]{2})(?:([0-9]{2})(?:[.]([0-9]{1,9}))?)?)?)?(.*)");
     std::smatch parts;
     matched_t found{};
@@ -157,6 +138,38 @@ TEST(IsoText, KeepsInstantAndZoneAroundAllTransitions) {
             dv_ts_tz_t read{};
             ASSERT_EQ((read_<dv_ts_tz_from_iso>(text, read)), 0) << text;
             EXPECT_EQ(bytes_(read), bytes_(ts_tz)) << text;
+        }
+    }
+}
+
+// Minutes of a UTC offset, as the texts of ISO 8601 write them: "+09:00", "+0900".
+std::string offset_(int minutes, const char *separator) {
+    char text[16];
+    snprintf(text, sizeof text, "%c%02d%s%02d", minutes < 0 ? '-' : '+', std::abs(minutes) / 60, separator,
+             std::abs(minutes) % 60);
+    return text;
+}
+
+TEST(IsoText, ReadsEveryOffsetBehindEitherForm) {
+    constexpr int noon = 12 * 60, day = 24 * 60;
+    for (int offset = -(12 * 60 + 59); offset <= 14 * 60; ++offset) {
+        for (const char *local :
+             {"2025-03-28T12:00:00", "2025-03-28 12:00", "20250328t12", "20250328 1200"}) {
+            for (const std::string &zone :
+                 {offset_(offset, ":"), offset_(offset, ""), " " + offset_(offset, "")}) {
+                dv_ts_tz_t read{};
+                const int code = read_<dv_ts_tz_from_iso>(local + zone, read);
+                if (offset > 0 && offset < 60) {  // no record holds it
+                    ASSERT_EQ(code, -5099) << local << zone;
+                    continue;
+                }
+                ASSERT_EQ(code, 0) << local << zone;
+                const dv_date_t utc = date_of(read.utc);
+                const int minute = (utc.day - 28) * day + utc.hour * 60 + utc.minute;
+                ASSERT_EQ(minute, noon - offset) << local << zone;
+                ASSERT_TRUE(iso_<dv_ts_tz_to_iso>(read).ends_with(" " + offset_(offset, ":"))) << zone;
+                expect_round_trip_<dv_ts_tz_from_iso, dv_ts_tz_to_iso>(read);
+            }
         }
     }
 }

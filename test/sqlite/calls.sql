@@ -24,6 +24,10 @@ SELECT count(*) FROM dv_zone_transitions(NULL);  -- 0
 SELECT count(*) FROM dv_zone_transitions('Asia/Seoul') WHERE dv_zone > 'Asia';  -- 0
 SELECT dv_text(dv_trunc(to_number('123.456'), -9999999999));  -- 0
 SELECT dv_text(dv_trunc(to_number('123.456'), 9999999999));  -- 123.456
+SELECT group_concat(dv_text(dv_round(2.5, 0, column1)) || dv_text(dv_round(-2.5, 0, column1)) || dv_text(dv_round(3.5, 0, column1)) || dv_text(dv_round(2.6, 0, column1)), ' ') FROM (VALUES ('TRUNC'), ('UP'), ('HALF_DOWN'), ('HALF_UP'), ('HALF_EVEN'), ('CEIL'), ('FLOOR'));  -- 2-232 3-343 2-233 3-343 2-243 3-243 2-332
+SELECT dv_text(dv_round(1250, -2, 'Half_Even')) || dv_round(1, 0, NULL);  -- NULL
+SELECT dv_round(1, 0, '');  -- error: dv_round: argument 3, "", is not TRUNC, UP, HALF_DOWN, HALF_UP, HALF_EVEN, CEIL or FLOOR
+SELECT dv_round(dv_date(2024, 1, 1), 0, 'UP');  -- error: dv_round: argument 1 is DATE where NUMBER is expected
 
 -- What is expected where an argument is another.
 SELECT dv_extract('HOUR', 'x');  -- error: dv_extract: argument 2 is TEXT "x" where DATE, TIME, TIMESTAMP, TIMESTAMP WITH TIME ZONE, INTERVAL YEAR TO MONTH or INTERVAL DAY TO SECOND is expected; to_date(), to_time(), to_timestamp(), to_timestamp_tz(), to_yminterval() or to_dsinterval() reads text
@@ -176,9 +180,9 @@ SELECT dv_text(x'15787C021D0D050700000000007300000245');  -- error: dv_text: arg
 SELECT count(*) FROM dv_zone_transitions(printf('%0300d', 0));  -- error: dv_zone_transitions: there is no region "0000000000000000000000000000000000000000000000000000000000000000"...
 
 -- What cannot be.
-SELECT from_tz(dv_timestamp(2024, 2, 29, 0, 0, 0), '+00:30');  -- error: from_tz: A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00. The zone is "+00:30". (dv-5099)
+SELECT from_tz(dv_timestamp(2024, 2, 29, 0, 0, 0), '+00:30');  -- error: from_tz: A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00. The zone is "+00:30". Minutes alone have a minus: -00:01 to -00:59. (dv-5099)
 SELECT dv_text(from_tz(dv_timestamp(2024, 2, 29, 0, 0, 0), '-00:30'));  -- 2024-02-29 00:00:00.000000000 -00:30
-SELECT dv_from_epoch(0, '00:30');  -- error: dv_from_epoch: A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00. The zone is "00:30". (dv-5099)
+SELECT dv_from_epoch(0, '00:30');  -- error: dv_from_epoch: A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00. The zone is "00:30". Minutes alone have a minus: -00:01 to -00:59. (dv-5099)
 SELECT numtoyminterval(1e30, 'YEAR');  -- error: numtoyminterval: The leading field of the interval has more digits than its precision allows. The field is "YEAR". (dv-5064)
 SELECT dv_add(dv_date(1, 1, 1), to_yminterval('357913942-0'));  -- error: dv_add: The value 178956971 of the field "year" is out of range: -4713 to 9999 is accepted. (dv-5114)
 SELECT dv_sub(to_yminterval('-999999999-11'), to_yminterval('0-1'));  -- error: dv_sub: The leading field of the interval has more digits than its precision allows. (dv-5064)

@@ -68,6 +68,28 @@ TEST(SqlJson, IsAScalarThatReadsBack) {
     }
 }
 
+// 17:00 of the 28th is 1743181200 seconds after 1970. Neither text nor JSON may lose the sign of minutes
+// alone.
+TEST(SqlJson, KeepsEveryOffset) {
+    sqlite_session session;
+    for (int offset = -(12 * 60 + 59); offset <= 14 * 60; ++offset) {
+        if (offset > 0 && offset < 60) continue;  // no value holds it
+        char zone[16];
+        snprintf(zone, sizeof zone, "%c%02d:%02d", offset < 0 ? '-' : '+', std::abs(offset) / 60,
+                 std::abs(offset) % 60);
+        const std::string value = "to_timestamp_tz('2025-03-28T17:00:00" + std::string(zone) + "')";
+        const auto read = [&](const std::string &text) {
+            return session.value("SELECT dv_text(dv_epoch(to_timestamp_tz(" + text + "))) FROM (SELECT " +
+                                 value + " AS v)");
+        };
+        const std::string instant = std::to_string(1'743'181'200LL - 60 * offset);
+        EXPECT_EQ(read("v"), instant) << zone;
+        EXPECT_EQ(read("dv_text(v)"), instant) << zone;
+        EXPECT_EQ(read("dv_json(v) ->> '$'"), instant) << zone;
+        EXPECT_EQ(session.value("SELECT tz_offset('" + std::string(zone) + "')"), zone);
+    }
+}
+
 // All of its digits stand in the JSON: what to_number reads is the number.
 TEST(SqlJson, KeepsEveryDigitOfANumber) {
     sqlite_session session;

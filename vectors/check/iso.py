@@ -11,7 +11,7 @@ from line import CannotTell, Raised
 _DAY = {'-': re.compile(r'([+-]?)(\d{4})-(\d\d)-(\d\d)'), '': re.compile(r'([+-]?)(\d{4})(\d\d)(\d\d)')}
 _CLOCK = {'-': re.compile(r'(\d\d)(?::(\d\d)(?::(\d\d)(?:\.(\d{1,9})(?!\d))?)?)?'),
           '': re.compile(r'(\d\d)(?:(\d\d)(?:(\d\d)(?:\.(\d{1,9})(?!\d))?)?)?')}
-_OFFSET = {'-': re.compile(r' ?([+-]\d\d(?::\d\d)?)'), '': re.compile(r' ?([+-]\d\d(?::?\d\d)?)')}
+_OFFSET = re.compile(r' ?([+-]\d\d(?::?\d\d)?)')
 
 
 def _refused(text):
@@ -30,7 +30,7 @@ def _clock(form, text):
 
 
 def _parts(text):
-    """Form, fields of a timestamp, and what is behind them."""
+    """Fields of a timestamp, and what is behind them."""
     for form, pattern in _DAY.items():
         found = pattern.match(text)
         if found is not None:
@@ -42,10 +42,10 @@ def _parts(text):
     dates.check(2, month)
     date = [-year if found[1] == '-' else year, month, day]
     rest = text[found.end():]
-    clock = _clock(form, rest[1:]) if rest[:1] in ('T', ' ') else None
+    clock = _clock(form, rest[1:]) if rest[:1] in ('T', 't', ' ') else None
     if clock is None:
-        return form, date + [0, 0, 0, 0], rest
-    return form, date + clock[0] + [clock[1]], clock[2]
+        return date + [0, 0, 0, 0], rest
+    return date + clock[0] + [clock[1]], clock[2]
 
 
 def _offset(text):
@@ -57,10 +57,10 @@ def _offset(text):
     return (*offset, 0, zones.FIXED)
 
 
-def _zone(form, rest, text):
+def _zone(rest, text):
     """The zone that is told, and its abbreviation or the offset in force."""
-    fixed = _OFFSET[form].fullmatch(rest)
-    if rest in ('', 'Z'):
+    fixed = _OFFSET.fullmatch(rest)
+    if rest in ('', 'Z', 'z'):
         return (0, 0, 0, zones.FIXED), ''
     if fixed is not None:
         return _offset(fixed[1]), ''
@@ -102,7 +102,7 @@ def _reading(read):
 
 def _without_zone(encode, has_fraction):
     def read(text):
-        _, ts, rest = _parts(text)
+        ts, rest = _parts(text)
         if rest or '.' in text and not has_fraction:
             raise _refused(text)
         date = ts[:6]
@@ -112,8 +112,8 @@ def _without_zone(encode, has_fraction):
 
 
 def _read_zoned(text):
-    form, ts, rest = _parts(text)
-    zone, told = _zone(form, rest, text)
+    ts, rest = _parts(text)
+    zone, told = _zone(rest, text)
     date = ts[:6]
     dates.check_date(date)
     if isinstance(told, tuple):

@@ -17,12 +17,12 @@
 //     date   [+|-]YYYY-MM-DD          or compact [+|-]YYYYMMDD
 //     time   HH[:MI[:SS[.f]]]         or compact HH[MI[SS[.f]]], where the date is compact too;
 //                                     f is 1 to 9 digits
-//     zone   Z, +hh, -hh, +hh:mm      or compact +hhmm; or a blank and the name of a region in any
+//     zone   Z, +hh, -hh, +hh:mm      or +hhmm, in both forms; or a blank and the name of a region in any
 //                                     letter case, which a blank and the abbreviation or the offset
 //                                     (+hh:mm) in force may follow
 //
-// Between date and time stands one blank or a T. The time may be left out, and is then midnight. In front of
-// an offset one blank may stand; a text without a zone is of +00:00.
+// Between date and time stands one blank or a T; T and Z may be small letters. The time may be left out, and
+// is then midnight. In front of an offset one blank may stand; a text without a zone is of +00:00.
 //
 // ```c
 // dv_timestamp_t ts;
@@ -56,10 +56,9 @@ enum {  // bytes of the longest text, with its NUL
 //
 //   str, str_len  the text; a length below 1 is that of an empty one
 //
-// Raises  -5113  (field, the text from there on, the whole text) the text does not have the shape; the field
-// is
-//                "date", "time of day", "fractional second", "time zone" or "text" for what is left over. The
-//                fraction of a DATE is left over
+// Raises  -5113  (field, the text from there on, the whole text) the text does not have the shape: of the
+//                field "date", "time of day", "fractional second" or "time zone", or "text" for what is left
+//                over, as the fraction of a DATE is
 //         -5114  a field out of range; year 0 is one
 // Days from 1582-10-05 to 1582-10-14 become 1582-10-15.
 DV_EXPORT void dv_date_from_iso(dv_date_t *date, const char *str, int str_len);

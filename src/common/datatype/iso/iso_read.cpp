@@ -113,16 +113,15 @@ void take_time_(reader_t &text, bool is_compact, dv_date_t &clock, uint32_t *nan
         *nanoseconds = text.fraction();
 }
 
-// Date, and the time behind it if there is one. True: the compact form.
-bool take_date_and_time_(reader_t &text, dv_date_t &date, uint32_t *nanoseconds) {
+// Date, and the time behind it if there is one.
+void take_date_and_time_(reader_t &text, dv_date_t &date, uint32_t *nanoseconds) {
     const bool is_compact = take_date_(text, date);
     date_set_clock(date, 0, 0, 0);
     reader_t behind = text;
-    if (behind.take('T') || (behind.take(' ') && behind.starts_with_digit())) {
+    if (behind.take('T') || behind.take('t') || (behind.take(' ') && behind.starts_with_digit())) {
         take_time_(behind, is_compact, date, nanoseconds);
         text = behind;
     }
-    return is_compact;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -135,9 +134,9 @@ error_at with_code_(error_at where, int code) {
 }
 
 // Hours and minutes behind the sign. Records give the minutes the sign of the hour, and that of 0 is minus.
-timezone_t take_offset_(reader_t &text, int sign, bool is_compact, const error_at &refused) {
+timezone_t take_offset_(reader_t &text, int sign, const error_at &refused) {
     const int hour = text.number(2, "time zone");
-    const bool has_minute = text.take(':') || (is_compact && text.starts_with_digit());
+    const bool has_minute = text.take(':') || text.starts_with_digit();
     const int minute = has_minute ? text.number(2, "time zone") : 0;
     int error = offset_error(sign * hour, minute, sign);
     if (error == 0 && hour == 0 && minute != 0 && sign > 0) error = ERR_ZONE_MINUTE;
@@ -175,7 +174,7 @@ told_zone_t take_region_(reader_t &text, const error_at &refused) {
         if (told.has_offset) {
             const int sign = at_word.take('-') ? -1 : 1;
             if (sign > 0) at_word.take('+');
-            told.zone = take_offset_(at_word, sign, /*is_compact=*/false, refused);
+            told.zone = take_offset_(at_word, sign, refused);
             text = at_word;
         } else {
             if (word.empty() || word.size() >= sizeof told.abbreviation) at_word.refuse("time zone");
@@ -186,14 +185,14 @@ told_zone_t take_region_(reader_t &text, const error_at &refused) {
     return told;
 }
 
-told_zone_t take_zone_(reader_t &text, bool is_compact, const error_at &refused) {
+told_zone_t take_zone_(reader_t &text, const error_at &refused) {
     told_zone_t utc{};
     tz_set_offset(utc.zone, 0, 0);
     tz_set_zone(utc.zone, TZ_ID_OFFSET);
-    if (text.is_at_end() || text.take('Z')) return utc;
+    if (text.is_at_end() || text.take('Z') || text.take('z')) return utc;
     const bool has_blank = text.take(' ');
-    if (text.take('+')) return {take_offset_(text, 1, is_compact, refused), "", false};
-    if (text.take('-')) return {take_offset_(text, -1, is_compact, refused), "", false};
+    if (text.take('+')) return {take_offset_(text, 1, refused), "", false};
+    if (text.take('-')) return {take_offset_(text, -1, refused), "", false};
     if (!has_blank) text.refuse("time zone");
     return take_region_(text, refused);
 }
@@ -254,8 +253,8 @@ extern "C" void dv_ts_tz_from_iso(dv_ts_tz_t *ts_tz, const char *str, int str_le
     reader_t text(str, str_len, refused);
     dv_ts_tz_t read{};
     uint32_t nanoseconds = 0;
-    const bool is_compact = take_date_and_time_(text, date_part(read.utc), &nanoseconds);
-    const told_zone_t told = take_zone_(text, is_compact, refused);
+    take_date_and_time_(text, date_part(read.utc), &nanoseconds);
+    const told_zone_t told = take_zone_(text, refused);
     text.check_end();
     dv_date_is_valid(&date_part(read.utc));
     time_set_nanoseconds(time_part(read.utc), nanoseconds);
