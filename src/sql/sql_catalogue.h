@@ -73,6 +73,7 @@ inline constexpr size_t SQL_STATE_ALIGN_MAX = 8;
 
 // An aggregate that is a window function too. The state is plain memory, all 0 before the first row, and is
 // dropped without notice. Rows with an argument of SQL NULL are left out; the others are all of one overload.
+// Only `value` may raise.
 struct sql_aggregate {
     sql_signature signature;
     size_t state_size, state_align;                       // in bytes, the second at most SQL_STATE_ALIGN_MAX

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <span>
 
 #include "dvtypes/column_datetime_text.h"
 #include "dvtypes/iso.h"
@@ -99,21 +98,6 @@ void read_iso_column_(sql_call &, const dv_column_t &texts, dv_column_t &result)
 // does not move a day of the year into another one.
 constexpr dv_date_t _middle_of_2000 = {120, 100, 7, 1, 0, 0, 0, 0};  // 2000-07-01
 
-// The fields that the present would have to give: YEAR, MONTH or both.
-dt_fmt_unit_t open_fields_(const dt_fmt_ctx_t &model) {
-    dt_fmt_unit_t open = DT_FMT_UNIT_YEAR | DT_FMT_UNIT_MONTH;
-    for (int i = 0; i < model.token_cnt; ++i) {
-        const int32_t id = model.token_infos[i].id;
-        if (id >= DT_FMT_TOKEN_SYYYY && id <= DT_FMT_TOKEN_RRRR && id != DT_FMT_TOKEN_Y)
-            open &= ~DT_FMT_UNIT_YEAR;
-        if ((id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD)
-            open &= ~DT_FMT_UNIT_MONTH;
-    }
-    return open;
-}
-static_assert(DT_FMT_TOKEN_SYYYY + 6 == DT_FMT_TOKEN_RRRR);  // SYYYY, YYYY, YYY, YY, Y, RR, RRRR
-static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);       // MM, MON, MONTH, RM
-
 // The date that stands for the present: the last argument, unless that is a text.
 const dv_date_t &as_of_(const sql_call &call) {
     const sql_value &last = call.args[call.argc - 1];
@@ -129,9 +113,9 @@ const dv_date_t &as_of_(const sql_call &call) {
 
 // "the year and the month", "the year" or "the month" that the call would have to give, and does not; NULL
 // when nothing is missing.
-const char *missing_(const sql_call &call, const dt_fmt_ctx_t &model) {
+const char *missing_(const sql_call &call, const compiled_model &model) {
     if (&as_of_(call) != &_middle_of_2000) return nullptr;
-    switch (open_fields_(model)) {
+    switch (model.open_fields) {
         case DT_FMT_UNIT_NONE:
             return nullptr;
         case DT_FMT_UNIT_YEAR:
@@ -143,23 +127,13 @@ const char *missing_(const sql_call &call, const dt_fmt_ctx_t &model) {
     }
 }
 
-bool has_token_(const dt_fmt_ctx_t &model, dt_fmt_token_id_e id) {
-    const std::span tokens(model.token_infos, static_cast<size_t>(model.token_cnt));
-    return std::ranges::any_of(tokens, [id](const dt_fmt_token_info_t &token) { return token.id == id; });
-}
-
-// An abbreviation without the zone that it belongs to.
-bool has_lone_abbreviation_(const dt_fmt_ctx_t &model) {
-    return has_token_(model, DT_FMT_TOKEN_TZD) && !has_token_(model, DT_FMT_TOKEN_TZR);
-}
-
 // Does the model leave open what nothing else in the call gives?
-bool is_open_(const sql_call &call, const dt_fmt_ctx_t &model) {
-    return missing_(call, model) != nullptr || has_lone_abbreviation_(model);
+bool is_open_(const sql_call &call, const compiled_model &model) {
+    return missing_(call, model) != nullptr || model.has_lone_abbreviation;
 }
 
 // Fails where it does.
-void check_is_closed_(sql_call &call, const dt_fmt_ctx_t &model) {
+void check_is_closed_(sql_call &call, const compiled_model &model) {
     const char *missing = missing_(call, model);
     if (missing != nullptr)
         return sql_fail(
@@ -167,7 +141,7 @@ void check_is_closed_(sql_call &call, const dt_fmt_ctx_t &model) {
             "the model %s leaves %s open; a DATE or TIMESTAMP as the last argument, such as sysdate(), gives "
             "what is missing",
             sql_quote(call.args[1].text).text, missing);
-    if (has_lone_abbreviation_(model))
+    if (model.has_lone_abbreviation)
         sql_fail(call, "the model %s has TZD without TZR: an abbreviation such as EDT names no zone",
                  sql_quote(call.args[1].text).text);
 }
@@ -180,19 +154,19 @@ void check_is_closed_(sql_call &call, const dt_fmt_ctx_t &model) {
 // read, such as IYYY, is named first.
 template <typename Reader>
 void read_(sql_call &call) {
-    const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
+    const compiled_model &model = sql_model_of(call);
     typename Reader::record value;
-    Reader::read(value, call.args[0].text, model, as_of_(call));
+    Reader::read(value, call.args[0].text, model.fmt_ctx, as_of_(call));
     sql_return_datetime(call, value);
     check_is_closed_(call, model);
 }
 
 template <typename Reader>
 void read_column_(sql_call &call, const dv_column_t &texts, dv_column_t &result) {
-    const dt_fmt_ctx_t &model = sql_model_of(call).fmt_ctx;
+    const compiled_model &model = sql_model_of(call);
     if (is_open_(call, model)) return sql_leave_all_rows(result);
     dv_column_faults_t faults{};
-    Reader::read_column(texts, model, as_of_(call), result, faults);
+    Reader::read_column(texts, model.fmt_ctx, as_of_(call), result, faults);
     sql_leave_datetimes_at_ends<typename Reader::record>(result);
 }
 

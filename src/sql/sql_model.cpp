@@ -2,7 +2,9 @@
 
 #include "sql_model.h"
 
+#include <algorithm>
 #include <cstring>
+#include <span>
 
 using namespace dv::impl;
 
@@ -36,6 +38,30 @@ void compile_(sql_call &call, void *object, dv_type_t type, bool is_for_reading)
                             static_cast<int>(strlen(setting.text)));
 }
 
+// The fields that the present would have to give: YEAR, MONTH or both.
+dt_fmt_unit_t open_fields_(const dt_fmt_ctx_t &model) {
+    dt_fmt_unit_t open = DT_FMT_UNIT_YEAR | DT_FMT_UNIT_MONTH;
+    for (int i = 0; i < model.token_cnt; ++i) {
+        const int32_t id = model.token_infos[i].id;
+        if (id >= DT_FMT_TOKEN_SYYYY && id <= DT_FMT_TOKEN_RRRR && id != DT_FMT_TOKEN_Y)
+            open &= ~DT_FMT_UNIT_YEAR;
+        if ((id >= DT_FMT_TOKEN_MM && id <= DT_FMT_TOKEN_RM) || id == DT_FMT_TOKEN_DDD)
+            open &= ~DT_FMT_UNIT_MONTH;
+    }
+    return open;
+}
+static_assert(DT_FMT_TOKEN_SYYYY + 6 == DT_FMT_TOKEN_RRRR);  // SYYYY, YYYY, YYY, YY, Y, RR, RRRR
+static_assert(DT_FMT_TOKEN_MM + 3 == DT_FMT_TOKEN_RM);       // MM, MON, MONTH, RM
+
+bool has_token_(const dt_fmt_ctx_t &model, dt_fmt_token_id_e id) {
+    const std::span tokens(model.token_infos, static_cast<size_t>(model.token_cnt));
+    return std::ranges::any_of(tokens, [id](const dt_fmt_token_info_t &token) { return token.id == id; });
+}
+
+bool has_lone_abbreviation_(const dt_fmt_ctx_t &model) {
+    return has_token_(model, DT_FMT_TOKEN_TZD) && !has_token_(model, DT_FMT_TOKEN_TZR);
+}
+
 void make_for_writing_(sql_call &call, void *object) {
     compile_(call, object, call.args[0].kind, /*is_for_reading=*/false);
 }
@@ -43,6 +69,9 @@ void make_for_writing_(sql_call &call, void *object) {
 template <sql_kind Type>
 void make_for_reading_(sql_call &call, void *object) {
     compile_(call, object, Type, /*is_for_reading=*/true);
+    auto &model = *static_cast<compiled_model *>(object);
+    model.open_fields = open_fields_(model.fmt_ctx);
+    model.has_lone_abbreviation = has_lone_abbreviation_(model.fmt_ctx);
 }
 
 bool serves_language_(const sql_call &call, const void *object) {

@@ -13,6 +13,8 @@ namespace dv::impl {
 struct compiled_model {
     dt_fmt_ctx_t fmt_ctx;
     dv_type_t type;                  // of the values that it was compiled for
+    dt_fmt_unit_t open_fields;       // that reading would take from the present: YEAR, MONTH, both or none
+    bool has_lone_abbreviation;      // of a zone, without the zone that it belongs to
     char language[DV_NLS_TEXT_MAX];  // in which it writes and reads, as the argument has it
     int language_length;
     char *text;  // buffer for the texts written under it

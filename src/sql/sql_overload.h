@@ -85,6 +85,14 @@ const Row *sql_resolve(std::span<const Row *const> overloads, sql_call &call) {
 // is what was written.
 void sql_to_number(sql_value &value);
 
+// Is an argument of another kind than its parameter?
+inline bool sql_must_convert(const sql_call &call, const sql_signature &signature) {
+    for (int i = 0; i < call.argc; ++i) {
+        if (signature.params[i] == SQL_KIND_NUMBER && call.args[i].kind != SQL_KIND_NUMBER) return true;
+    }
+    return false;
+}
+
 // Makes the arguments that the row takes of the kinds that its parameters name. Raises what
 // number_from_double_shortest does. Runs under the engine's recovery point, the body behind it.
 inline void sql_convert(sql_call &call, const sql_signature &signature) {

@@ -1,4 +1,5 @@
-// Aggregates, which are window functions too: the steps of SQLite's protocol, each under a recovery point.
+// Aggregates, which are window functions too: the steps of SQLite's protocol. What may raise, the conversion
+// of arguments and the result, has a recovery point.
 //
 // SQLite knows one aggregate per name and number of arguments and keeps its overloads with it. The first row
 // of a group chooses one of them. Rows of SQL NULL are left out. A window asks for a value after every move
@@ -39,17 +40,24 @@ const aggregate_set &set_of_(sqlite3_context *context) {
 
 using change_t = void (*sql_aggregate::*)(void *state, const sql_value *args);
 
-struct row_change {
-    const sql_aggregate &aggregate;
-    change_t change;
+struct conversion {
     sql_call &call;
-    void *state;
+    const sql_signature &signature;
 };
 
-void run_change_(void *arg) {
-    const auto &[aggregate, change, call, state] = *static_cast<row_change *>(arg);
-    sql_convert(call, aggregate.signature);
-    (aggregate.*change)(state, call.args);
+void run_conversion_(void *arg) {
+    const auto &[call, signature] = *static_cast<conversion *>(arg);
+    sql_convert(call, signature);
+}
+
+// False: the call has failed.
+bool convert_(sqlite3_context *context, const char *name, sql_call &call, const sql_signature &signature) {
+    if (!sql_must_convert(call, signature)) return true;
+    conversion request = {call, signature};
+    dv_error_t error;
+    if (dv_protect(run_conversion_, &request, &error) == 0) return true;
+    sqlite_fail(context, name, call, error.code, error.message);
+    return false;
 }
 
 // The aggregate for a row: the group's, where it has one. NULL: the row is left out, or the call has failed.
@@ -66,10 +74,8 @@ void change_(sqlite3_context *context, int argc, sqlite3_value **argv, change_t 
     const sql_aggregate *aggregate = resolve_(set, of->aggregate, call);
     if (aggregate == nullptr) return sqlite_finish(context, set.name(), call);
     of->aggregate = aggregate;
-    row_change request = {*aggregate, change, call, of->state()};
-    dv_error_t error;
-    if (dv_protect(run_change_, &request, &error) != 0)
-        sqlite_fail(context, set.name(), call, error.code, error.message);
+    if (convert_(context, set.name(), call, aggregate->signature))
+        (aggregate->*change)(of->state(), call.args);
 }
 
 void step_(sqlite3_context *context, int argc, sqlite3_value **argv) {
