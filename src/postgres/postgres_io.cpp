@@ -105,20 +105,24 @@ int number_at_(int32 typmod, int position) {
 
 bool has_number_(int32 typmod, int position) { return number_at_(typmod, position) != _none - _excess; }
 
-void apply_cast_(sql_value &value, const cast &by, int32 typmod, int position) {
+// The row of a cast, looked for once.
+const sql_function &row_of_(sql_kind kind, int place, const cast &by) {
+    static const sql_function *rows[DV_TYPE_MAX_PSM][2];
+    const sql_function *&row = rows[kind][place];
+    if (row == nullptr) {
+        row = by.numbers == 2 ? find_(by.name, {kind, SQL_KIND_INTEGER, SQL_KIND_INTEGER})
+                              : find_(by.name, {kind, SQL_KIND_INTEGER});
+    }
+    return *row;
+}
+
+void apply_cast_(sql_value &value, const sql_function &row, int32 typmod, int position) {
     sql_call call;
     sql_begin(call, &postgres_memory);
-    call.args[0] = value;
-    call.args[1] = sql_integer(number_at_(typmod, position));
-    call.argc = 2;
-    const sql_function *row;
-    if (by.numbers == 2) {
-        call.args[call.argc++] = sql_integer(number_at_(typmod, 1));
-        row = find_(by.name, {value.kind, SQL_KIND_INTEGER, SQL_KIND_INTEGER});
-    } else {
-        row = find_(by.name, {value.kind, SQL_KIND_INTEGER});
-    }
-    postgres_run(*row, call);
+    call.args[call.argc++] = value;
+    while (call.argc < sql_param_count(row.signature))
+        call.args[call.argc++] = sql_integer(number_at_(typmod, position++));
+    postgres_run(row, call);
     value = call.result;
 }
 
@@ -126,8 +130,10 @@ void apply_(sql_value &value, sql_kind kind, int32 typmod) {
     const modifier *of = modifier_of_(kind);
     if (typmod < 0 || of == nullptr) return;
     int position = 0;
-    for (const cast &by : of->casts) {
-        if (by.name != nullptr && has_number_(typmod, position)) apply_cast_(value, by, typmod, position);
+    for (int place = 0; place < 2; ++place) {
+        const cast &by = of->casts[place];
+        if (by.name != nullptr && has_number_(typmod, position))
+            apply_cast_(value, row_of_(value.kind, place, by), typmod, position);
         position += by.numbers;
     }
 }
