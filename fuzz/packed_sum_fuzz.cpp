@@ -85,7 +85,13 @@ void check_total_(const bytes_t &bytes, const number_t &x, const number_t &y) {
     const int added = plain([&](number_total_t &total) { return number_total_add(&total, &x); });
     require(added == large([&](number_total_t &total) { return number_total_add(&total, &x); }), "add",
             added);
-    require(packed_(plain.total) == packed_(large.total), "the room of a total", added);
+    const bytes_t with_x = packed_(plain.total);
+    require(with_x == packed_(large.total), "the room of a total", added);
+    grown_total_t again(/*has_memory=*/false);
+    const int read = again([&](number_total_t &total) {
+        return number_total_unpack(&total, static_cast<int64_t>(with_x.size()), with_x.data());
+    });
+    require(read == 0, "a total that was made reads back", read);
     grown_total_t one(/*has_memory=*/false);
     const int alone = one([&](number_total_t &total) { return number_total_sub(&total, &x); });
     if (added == 0 && alone == 0) {

@@ -174,6 +174,21 @@ TEST(NumberTotal, RefusesWhatIsBeyondAnyTotal) {
     EXPECT_EQ(many.count, INT64_MAX);
 }
 
+// Near the largest total: what is held does not depend on the weight that the terms on the way had.
+TEST(NumberTotal, HoldsWhatItHeldBeforeATermCameAndWent) {
+    const std::string bytes("\1\0\x80\x8B\0\0\0\0\0\0\0\1\x7B", 13);  // 123 * 100^139
+    for (int exponent = -120; exponent <= 120; ++exponent) {
+        uint64_t memory[DV_TOTAL_MEMORY_MAX / sizeof(uint64_t)];
+        number_total_t total{};
+        number_total_attach(&total, sizeof memory, memory);
+        number_total_unpack(&total, static_cast<int64_t>(bytes.size()), bytes_of_(bytes));
+        const number_t x = num(("1E" + std::to_string(exponent)).c_str());
+        EXPECT_EQ(raise_of([&] { number_total_add(&total, &x); }), 0) << exponent;
+        EXPECT_EQ(raise_of([&] { number_total_sub(&total, &x); }), 0) << exponent;
+        EXPECT_EQ(packed(total), bytes) << exponent;
+    }
+}
+
 // 0.01 in each of 300 terms, and -128 in one: by hand.
 TEST(NumberTotal, PacksToTheSameBytesOnEveryMachine) {
     number_total_t total{};

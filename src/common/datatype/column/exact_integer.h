@@ -154,11 +154,21 @@ inline void add(exact_t &x, exact_t &y) {
     add_limbs(x, y.limb, y.size);
 }
 
-// Bits of the magnitude on the grid of all products, or some more.
-inline int bits_on_grid(const exact_t &x) {
+// Of a trimmed integer in two's complement, less the sign.
+inline int bits_of(const exact_t &x) {
     const uint64_t last = x.limb[x.size - 1];
-    const int bits = 64 * x.size - std::countl_zero(last ^ extension_of(last));
-    return bits + (x.weight - EXACT_WEIGHT_MIN) * 6644 / 1000 + 1;  // 100 is 2^6.6439
+    return 64 * x.size - std::countl_zero(last ^ extension_of(last));
+}
+
+// Whether x has at most EXACT_BITS_MAX bits on the grid of all products: whatever its weight is.
+inline bool is_within_totals(const exact_t &x) {
+    // As many as it has there, or up to three more: 100 is 2^6.6439.
+    const int bits = bits_of(x) + (x.weight - EXACT_WEIGHT_MIN) * 6644 / 1000 + 1;
+    if (bits <= EXACT_BITS_MAX || bits > EXACT_BITS_MAX + 3) return bits <= EXACT_BITS_MAX;
+    exact_t on_grid = x;
+    lower_weight(on_grid, EXACT_WEIGHT_MIN);
+    trim(on_grid);
+    return bits_of(on_grid) <= EXACT_BITS_MAX;
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -170,9 +180,7 @@ inline constexpr int LIMB_SIZE = sizeof(uint64_t);
 // Writes the bytes of a trimmed integer; returns how many.
 inline int pack_integer(const exact_t &x, uint8_t *bytes) {
     if (is_zero(x)) return 0;
-    const uint64_t last = x.limb[x.size - 1];
-    const int bits = 64 * x.size - std::countl_zero(last ^ extension_of(last));  // less the sign
-    const int size = bits / 8 + 1;
+    const int size = bits_of(x) / 8 + 1;
     for (int i = 0; i < size; ++i)
         bytes[size - 1 - i] = static_cast<uint8_t>(x.limb[i / LIMB_SIZE] >> 8 * (i % LIMB_SIZE));
     return size;

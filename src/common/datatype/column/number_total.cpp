@@ -134,7 +134,7 @@ bool read_(const uint8_t *bytes, int64_t size, packed_total_t &total) {
     if (total.sum.weight < EXACT_WEIGHT_MIN) return false;
     exact_t canonical = total.sum;
     raise_weight(canonical);
-    if (bits_on_grid(canonical) > EXACT_BITS_MAX) return false;
+    if (!is_within_totals(canonical)) return false;
     uint8_t again[DV_TOTAL_PACKED_MAX];
     return pack_(canonical, total.count, again) == size &&
            memcmp(again, bytes, static_cast<size_t>(size)) == 0;
@@ -164,7 +164,7 @@ int64_t dv::impl::add_to_total(number_total_t &total, exact_t &x, int64_t terms)
     add(sum, x);
     trim(sum);
     if (memory_for_(total, sum) != 0) raise_weight(sum);
-    if (bits_on_grid(sum) > EXACT_BITS_MAX) raise(ERR_NUMBER_OVERFLOW);
+    if (!is_within_totals(sum)) raise(ERR_NUMBER_OVERFLOW);
     const int64_t memory = memory_for_(total, sum);
     if (memory != 0) return memory;
     store_(total, sum);
