@@ -57,8 +57,11 @@ inline void count_rows(benchmark::State &state, int64_t rows = column_rows()) {
     state.SetItemsProcessed(state.iterations() * rows);
 }
 
-// Runs the registered cases; 1 when an answer was wrong.
+// Runs the registered cases; 1 when an answer was wrong. DV_BENCH_LEVEL sets another vector level than the
+// machine's highest: 0 to 3, as dv_vector_level_e has them.
 inline int run_benchmarks(int argc, char **argv) {
+    if (const char *const level = std::getenv("DV_BENCH_LEVEL"))
+        dv_vector_set_level(static_cast<dv_vector_level_e>(std::atoi(level)));
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     benchmark::RunSpecifiedBenchmarks();

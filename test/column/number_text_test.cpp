@@ -80,6 +80,7 @@ rows_t random_numbers_(uint64_t seed) {
             if (number_try_from_str(&x, static_cast<int>(text.size()), text.c_str()) != 0) continue;
         }
         if (source.pick(0, 50) == 0) x.coef[source.pick(0, 20)] = static_cast<uint8_t>(source.pick(0, 255));
+        if (source.pick(0, 50) == 0) x.coef[0] = 0x80;  // a first digit that is 0
         rows.push_back(source.pick(0, 20) == 0 ? std::nullopt : row_of(x));
     }
     for (const number_t *x : {_number_zero, _number_posinf, _number_negzero, _number_max, _number_min})

@@ -35,7 +35,8 @@ constexpr number_text_kernels_t kernels = {read_texts, write_texts};
 }  // namespace
 }  // namespace dv::impl::plain
 
-#define DV_AVX512_KERNELS "number_text_kernels.h"
+#define DV_AVX2_KERNELS "number_text_avx2_kernels.h"
+#define DV_AVX512_KERNELS "number_text_avx512_kernels.h"
 #include "kernels_by_level.h"
 
 namespace {
