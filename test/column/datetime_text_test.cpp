@@ -194,6 +194,78 @@ TEST(TextColumn, ReadsDatesUnderModels) {
     }
 }
 
+// Texts that a model writes, and some of them spoiled.
+rows_t texts_under_(std::string_view model, number_source &source) {
+    const compiled_model writing(model, /*is_reading=*/false, DV_TYPE_TIMESTAMP);
+    rows_t rows;
+    while (rows.size() < static_cast<size_t>(scaled(6'000))) {
+        char text[64] = "";
+        const dv_timestamp_t ts = any_timestamp(source);
+        raise_of([&] { dv_timestamp_to_str(&ts, text, sizeof text, &writing.ctx, 9); });
+        std::string row = text;
+        if (source.pick(0, 3) == 0) spoil_(row, source);
+        rows.push_back(row.substr(0, row.find('\0')));
+    }
+    return rows;
+}
+
+// Everything in the same places, and models that come close to it.
+constexpr std::string_view _fixed_models[] = {
+    "DD.MM.YYYY HH24:MI:SS",     "MM/DD/YYYY", "YYYYMMDDHH24MISS",     "HH24:MI",
+    "SS MI\"x\"HH24 DD YYYY MM", "DD.MM.",     "FMDD.MM.YYYY HH24:MI", "FXDD.MM.YYYY HH24:MI:SS",
+    "DD.MM.YYYY HH24:MI:SS.FF3"};
+
+TEST(TextColumn, ReadsTextsWithEverythingInTheSamePlaces) {
+    number_source source(8);
+    for (const std::string_view model : _fixed_models) {
+        SCOPED_TRACE(std::string(model));
+        const compiled_model compiled(model, /*is_reading=*/true, DV_TYPE_TIMESTAMP);
+        const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
+            dv_timestamp_column_from_str(x[0], &compiled.ctx, 9, &_as_of, result, faults);
+        };
+        const auto read = [&](dv_timestamp_t &ts, const char *text, int length) {
+            dv_timestamp_from_str_as_of(&ts, length == 0 ? "" : text, length, &compiled.ctx, 9, &_as_of);
+        };
+        EXPECT_EQ(reading_fault_<dv_timestamp_t>(texts_under_(model, source), run, read), "");
+    }
+    const compiled_model of_dates(_fixed_models[0], /*is_reading=*/true, DV_TYPE_DATE);
+    const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
+        dv_date_column_from_str(x[0], &of_dates.ctx, &_as_of, result, faults);
+    };
+    const auto read = [&](dv_date_t &date, const char *text, int length) {
+        dv_date_from_str_as_of(&date, length == 0 ? "" : text, length, &of_dates.ctx, &_as_of);
+    };
+    EXPECT_EQ(reading_fault_<dv_date_t>(texts_under_(_fixed_models[0], source), run, read), "");
+}
+
+TEST(TextColumn, WritesTextsWithEverythingInTheSamePlaces) {
+    number_source source(9);
+    const assertion_watch quiet;
+    constexpr std::string_view long_model = "YYYY-MM-DD YYYY-MM-DD YYYY-MM-DD YYYY",
+                               words = "DDth Ddspth YYYY";
+    std::vector<std::string_view> models(std::begin(_fixed_models), std::end(_fixed_models));
+    models.insert(models.end(), {long_model, words});
+    for (const std::string_view model : models) {
+        SCOPED_TRACE(std::string(model));
+        const compiled_model compiled(model, /*is_reading=*/false, DV_TYPE_TIMESTAMP);
+        const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
+            dv_timestamp_column_to_str(x[0], &compiled.ctx, 9, result, faults);
+        };
+        const auto write = [&](const dv_timestamp_t &ts, char *text, int size) {
+            dv_timestamp_to_str(&ts, text, size, &compiled.ctx, 9);
+        };
+        EXPECT_EQ(writing_fault_<dv_timestamp_t>(records_<dv_timestamp_t>(source, 6'000), run, write), "");
+    }
+    const compiled_model of_dates(_fixed_models[0], /*is_reading=*/false, DV_TYPE_DATE);
+    const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
+        dv_date_column_to_str(x[0], &of_dates.ctx, result, faults);
+    };
+    const auto write = [&](const dv_date_t &date, char *text, int size) {
+        dv_date_to_str(&date, text, size, &of_dates.ctx);
+    };
+    EXPECT_EQ(writing_fault_<dv_date_t>(records_<dv_date_t>(source, 6'000), run, write), "");
+}
+
 TEST(TextColumn, ReadsZonedTimestampsUnderModels) {
     number_source source(5);
     const timezone_t session = zone_of("Europe/Paris");
