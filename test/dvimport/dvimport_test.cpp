@@ -187,7 +187,10 @@ TEST_F(Dvimport, SaysWhatIsWrongWithItsArguments) {
         {"in.csv t --columns \"a DATE 'DD\"",
          "dvimport: --columns: the quote does not end before \"DD\"" + nothing},
         {"in.csv t --columns \"a DATE 'DD' b\"",
-         "dvimport: --columns: a comma is expected at \"b\"" + nothing},
+         "dvimport: --columns: PRIMARY KEY, NOT NULL, UNIQUE or a comma is expected at \"b\"" + nothing},
+        {"in.csv t --columns \"a DATE 'DD' not null unique CHECK (a > 0), b\"",
+         "dvimport: --columns: PRIMARY KEY, NOT NULL, UNIQUE or a comma is expected at \"CHECK (a > 0), b\"" +
+             nothing},
         {"in.csv t --columns \"a DATE 'DD.MM.YYYYY'\"",
          "dvimport: --columns: a: to_date: The field \"YEAR\" is given twice in the format model. The model "
          "is \"DD.MM.YYYYY\", wrong at \"Y\". (dv-5112)" +

@@ -14,6 +14,11 @@ namespace {
 
 bool is_blank_(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
+std::string upper_(std::string text) {
+    for (char &c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
+}
+
 class cursor {
   public:
     explicit cursor(std::string_view text) : text_(text) { skip_blanks(); }
@@ -24,6 +29,16 @@ class cursor {
     bool take(char c) {
         if (!is_at(c)) return false;
         text_.remove_prefix(1);
+        skip_blanks();
+        return true;
+    }
+
+    // In any case, and nothing but a blank or a comma behind them.
+    bool take_words(std::string_view words) {
+        if (upper_(std::string(text_.substr(0, words.size()))) != words) return false;
+        const std::string_view behind = text_.substr(words.size());
+        if (!behind.empty() && behind.front() != ',' && !is_blank_(behind.front())) return false;
+        text_ = behind;
         skip_blanks();
         return true;
     }
@@ -98,11 +113,6 @@ bool is_type_(std::string_view text) {
            text.npos;
 }
 
-std::string upper_(std::string text) {
-    for (char &c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return text;
-}
-
 // Whether SQLite has a type of this name: one that tells it how to keep values, or none.
 bool is_of_sqlite_(const std::string &type) {
     const std::string name = upper_(type);
@@ -126,7 +136,9 @@ void check_type_(const std::string &type, const impl::declared_type &declared) {
             "TEXT");
 }
 
-// Takes constraints off the end of a type, or of what stands behind a model.
+constexpr const char *_constraints[] = {"PRIMARY KEY", "NOT NULL", "UNIQUE"};
+
+// Takes constraints off the end of a type.
 std::string take_constraints_(std::string &words) {
     std::string taken;
     const auto take = [&](const std::string &constraint) {
@@ -136,7 +148,7 @@ std::string take_constraints_(std::string &words) {
         taken = " " + constraint + taken;
         return true;
     };
-    while (take("PRIMARY KEY") || take("NOT NULL") || take("UNIQUE")) continue;
+    while (std::ranges::any_of(_constraints, take)) continue;
     return taken;
 }
 
@@ -160,10 +172,14 @@ std::string literal_(const std::variant<std::string, int> &constant) {
 }
 
 void take_constraints_behind_(cursor &text, column &of) {
-    const cursor before = text;
-    std::string words = text.type();
-    of.constraint += take_constraints_(words);
-    if (!words.empty()) before.fail("a comma is expected at");
+    const auto take = [&](const char *constraint) {
+        if (!text.take_words(constraint)) return false;
+        of.constraint.append(" ").append(constraint);
+        return true;
+    };
+    while (std::ranges::any_of(_constraints, take)) continue;
+    if (!text.is_at_end() && !text.is_at(','))
+        text.fail("PRIMARY KEY, NOT NULL, UNIQUE or a comma is expected at");
 }
 
 column take_column_(cursor &text) {
