@@ -169,6 +169,29 @@ void append_regions_of_text_(explanation &e) {
     if (strcmp(e.error.args[0], "timezone region") == 0) append_regions_(e);
 }
 
+bool is_of_word_(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+// What is refused begins within a word: of "Mars" the name of a month was read, and "s" is no year.
+void append_word_(explanation &e) {
+    const std::string_view rest = e.error.args[1], whole = e.error.args[2];
+    if (rest.empty() || rest.size() >= whole.size() || !whole.ends_with(rest)) return;
+    const size_t place = whole.size() - rest.size();
+    size_t begin = place, end = place;
+    while (begin > 0 && is_of_word_(whole[begin - 1])) --begin;
+    while (end < whole.size() && is_of_word_(whole[end])) ++end;
+    if (begin == place || end == place) return;
+    const auto append_quoted = [&](size_t to) {
+        e.text.append(sql_quote({whole.data() + begin, static_cast<int>(to - begin)}).text);
+    };
+    e.text.append(" Of the word ");
+    append_quoted(end);
+    e.text.append(" only ");
+    append_quoted(place);
+    e.text.append(" was read.");
+}
+
 // Of a text that ISO's reader takes apart.
 void append_zone_form_(explanation &e) {
     if (strcmp(e.error.args[0], "time zone") != 0 || form_(e.row.signature) == nullptr) return;
@@ -207,6 +230,7 @@ constexpr hint _hints[] = {
     {-5104, append_regions_},          // no zone
     {-5113, append_regions_of_text_},  // no such field, which may be a region,
     {-5113, append_zone_form_},        // or a zone,
+    {-5113, append_word_},             // or begin within a word,
     {-5113, append_form_},             // or a text without a model
     {-5074, append_form_},             // the same of a number
     {-5099, append_minutes_alone_},    // an offset that no value holds
