@@ -6,6 +6,7 @@
 
 #include "sqlite_load.h"
 
+#include "sqlite_column_function.h"
 #include "sqlite_register.h"
 #include "sqlite_text_view.h"
 
@@ -13,7 +14,7 @@ using namespace dv::impl;
 
 namespace {
 
-constexpr int _items_max = 256;
+constexpr int _items_max = 320;
 constexpr int _no_arity = -2;  // of a table; -1 is SQLite's "any number"
 
 // A name in the connection.
@@ -64,6 +65,10 @@ bool list_items_(load &l) {
         const sql_signature &s = row.signature;
         is_listed =
             is_listed && list_(l, {s.name, sql_param_count(s), &row, nullptr, nullptr, nullptr, false});
+        const char *of_column = sqlite_column_function(s.name);
+        if (of_column == nullptr) return;
+        is_listed = is_listed &&
+                    list_(l, {of_column, sql_param_count(s) + 1, &row, nullptr, nullptr, nullptr, false});
     });
     sql_for_each(l.of.aggregates, [&](const sql_aggregate &row) {
         const sql_signature &s = row.signature;
@@ -107,7 +112,10 @@ int add_own_(sqlite3 *db, const sqlite_own_function &own) {
 
 int add_(load &l, const item &i) {
     if (i.own != nullptr) return add_own_(l.db, *i.own);
-    if (i.function != nullptr) return sqlite_register_function(l.db, *i.function, l.of);
+    if (i.function != nullptr) {
+        const bool is_of_column = i.name != i.function->signature.name;
+        return sqlite_register_function(l.db, *i.function, l.of, is_of_column ? i.name : nullptr);
+    }
     if (i.aggregate != nullptr) return sqlite_register_aggregate(l.db, *i.aggregate, l.of);
     return sqlite_register_table(l.db, *i.table, l.of);
 }

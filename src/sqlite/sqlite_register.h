@@ -10,7 +10,10 @@
 namespace dv::impl {
 
 // A function or an aggregate, with all its overloads in the catalogue.
-int sqlite_register_function(sqlite3 *db, const sql_function &function, const sql_catalogue &from);
+//
+//   of_column  the name of the form that names a column (sqlite_column_function.h); NULL: the function itself
+int sqlite_register_function(sqlite3 *db, const sql_function &function, const sql_catalogue &from,
+                             const char *of_column);
 int sqlite_register_aggregate(sqlite3 *db, const sql_aggregate &aggregate, const sql_catalogue &from);
 
 // A virtual table that is there without being created, with all its overloads in the catalogue.

@@ -83,15 +83,22 @@ bool finalize_(const task &t, sqlite3_stmt *statement, int code) {
 // ---------------------------------------------------------------------------------------------------------
 
 // As SQLite finds a name: temporary tables first, then main and what is attached. A whole name goes before
-// one with its schema in front.
+// one with its schema in front. To drop a view, its own name will do where its table has gone.
 constexpr char _find_table[] = R"(
-    SELECT t.schema, t.name, t.wr FROM pragma_table_list AS t JOIN pragma_database_list AS d ON d.name = t.schema
-    WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite\_%' ESCAPE '\'
+    WITH named AS (
+        SELECT schema, name, wr, 0 AS has_gone FROM pragma_table_list WHERE type = 'table'
+        UNION ALL
+        SELECT schema, substr(name, 1, length(name) - length('_text')), 0, 1 FROM pragma_table_list
+        WHERE ?2 = 'view' AND type = 'view' AND name LIKE '%\_text' ESCAPE '\')
+    SELECT t.schema, t.name, t.wr FROM named AS t JOIN pragma_database_list AS d ON d.name = t.schema
+    WHERE t.name NOT LIKE 'sqlite\_%' ESCAPE '\'
       AND (lower(t.name) = lower(?1) OR lower(t.schema || '.' || t.name) = lower(?1))
-    ORDER BY lower(t.name) = lower(?1) DESC, t.schema = 'temp' DESC, d.seq LIMIT 1)";
+    ORDER BY lower(t.name) = lower(?1) DESC, t.has_gone, t.schema = 'temp' DESC, d.seq LIMIT 1)";
 
-bool find_table_(task &t, const char *name) {
-    t.found = prepare_(t, _find_table, {&name, 1});
+// "table", or "view" where that of a table that has gone is meant, too.
+bool find_table_(task &t, const char *name, const char *or_view) {
+    const char *const texts[] = {name, or_view};
+    t.found = prepare_(t, _find_table, texts);
     if (t.found == nullptr) return false;
     const int code = sqlite3_step(t.found);
     if (code == SQLITE_DONE) return fail_(t, "there is no table \"%w\"", name);
@@ -153,7 +160,8 @@ bool check_model_(const task &t, const text_view_column &column) {
 bool append_column_(const task &t, sqlite3_stmt *row, text_view_pieces &pieces) {
     const char *name = text_(row, 0), *type = text_(row, 1);
     if (name == nullptr || type == nullptr) return fail_without_memory_(t);
-    const text_view_column column = {name,
+    const text_view_column column = {t.table,
+                                     name,
                                      sql_parse_declared_type(type),
                                      text_(row, 2),
                                      text_(row, 3),
@@ -325,7 +333,8 @@ void drop_(task &t, const char *) {
 
 // Arguments are texts; SQL NULL gives SQL NULL, but for the models.
 template <void (*Work)(task &t, const char *models)>
-void call_(sqlite3_context *context, const char *function, int argc, sqlite3_value **argv) {
+void call_(sqlite3_context *context, const char *function, const char *finds, int argc,
+           sqlite3_value **argv) {
     task t = {context, function, sqlite3_context_db_handle(context), nullptr, nullptr, nullptr, true};
     const char *texts[2] = {nullptr, nullptr};
     for (int i = 0; i < argc; ++i) {
@@ -343,18 +352,18 @@ void call_(sqlite3_context *context, const char *function, int argc, sqlite3_val
             return;
         }
     }
-    if (find_table_(t, texts[0])) Work(t, texts[1]);
+    if (find_table_(t, texts[0], finds)) Work(t, texts[1]);
     sqlite3_finalize(t.found);
 }
 
 constexpr char _create_name[] = "dv_create_text_view", _drop_name[] = "dv_drop_text_view";
 
 void create_text_view_(sqlite3_context *context, int argc, sqlite3_value **argv) {
-    call_<create_or_replace_>(context, _create_name, argc, argv);
+    call_<create_or_replace_>(context, _create_name, "table", argc, argv);
 }
 
 void drop_text_view_(sqlite3_context *context, int argc, sqlite3_value **argv) {
-    call_<drop_>(context, _drop_name, argc, argv);
+    call_<drop_>(context, _drop_name, "view", argc, argv);
 }
 
 constexpr sqlite_own_function _functions[] = {

@@ -1,8 +1,9 @@
 // The statements of a text view.
 //
-//     CREATE VIEW main."sale_text" AS SELECT to_char("day", 'DD.MM.YYYY') AS "day", ... FROM "sale";
+//     CREATE VIEW main."sale_text" AS SELECT to_char("sale"."day", 'DD.MM.YYYY') AS "day", ... FROM "sale";
 //     CREATE TRIGGER main."sale_text_insert" INSTEAD OF INSERT ON "sale_text"
-//         BEGIN INSERT INTO "sale"("day", ...) VALUES (to_date(nullif(NEW."day", ''), 'DD.MM.YYYY'), ...);
+//         BEGIN INSERT INTO "sale"("day", ...)
+//             VALUES (dv_column_to_date(nullif(NEW."day", ''), 'DD.MM.YYYY', 'day'), ...);
 //         END;
 //
 // and two triggers more. A row to be changed or deleted is found by the primary key where that is unique, and
@@ -14,6 +15,7 @@
 #include <iterator>
 
 #include "sql_try.h"
+#include "sqlite_column_function.h"
 
 using namespace dv::impl;
 
@@ -33,17 +35,31 @@ void append_model_(sqlite3_str *text, const text_view_column &column) {
     if (column.option != nullptr) sqlite3_str_appendf(text, ", %Q", column.option);
 }
 
+// "sale"."day". A name in quotes alone would be a text once the table has no such column.
+void append_name_(sqlite3_str *text, const text_view_column &column) {
+    sqlite3_str_appendf(text, "\"%w\".\"%w\"", column.table, column.name);
+}
+
 // Texts are shown as they are: they are no values of the type.
 void append_shown_(sqlite3_str *text, const text_view_column &column) {
-    if (!is_typed_(column)) return sqlite3_str_appendf(text, "\"%w\"", column.name);
-    sqlite3_str_appendf(text, "CASE typeof(\"%w\") WHEN 'text' THEN \"%w\" ELSE ", column.name, column.name);
-    if (column.model == nullptr) {
-        sqlite3_str_appendf(text, "dv_text(\"%w\") END", column.name);
-    } else {
-        sqlite3_str_appendf(text, "to_char(\"%w\"", column.name);
-        append_model_(text, column);
-        sqlite3_str_appendall(text, ") END");
-    }
+    if (!is_typed_(column)) return append_name_(text, column);
+    sqlite3_str_appendall(text, "CASE typeof(");
+    append_name_(text, column);
+    sqlite3_str_appendall(text, ") WHEN 'text' THEN ");
+    append_name_(text, column);
+    sqlite3_str_appendall(text, column.model == nullptr ? " ELSE dv_text(" : " ELSE to_char(");
+    append_name_(text, column);
+    if (column.model != nullptr) append_model_(text, column);
+    sqlite3_str_appendall(text, ") END");
+}
+
+// "dv_column_to_date(", whose errors name the column; what is read follows.
+void append_call_begin_(sqlite3_str *text, const char *function) {
+    sqlite3_str_appendf(text, "%s(", sqlite_column_function(function));
+}
+
+void append_call_end_(sqlite3_str *text, const text_view_column &column) {
+    sqlite3_str_appendf(text, ", %Q)", column.name);
 }
 
 // The column of the new row, read. An empty text is SQL NULL. A model reads texts, and leaves numbers and
@@ -51,25 +67,37 @@ void append_shown_(sqlite3_str *text, const text_view_column &column) {
 void append_read_(sqlite3_str *text, const text_view_column &column) {
     const char *name = column.name, *reader = column.type.type->reader;
     if (column.model != nullptr) {
-        sqlite3_str_appendf(text, "CASE typeof(NEW.\"%w\") WHEN 'text' THEN %s(nullif(NEW.\"%w\", '')", name,
-                            reader, name);
+        sqlite3_str_appendf(text, "CASE typeof(NEW.\"%w\") WHEN 'text' THEN ", name);
+        append_call_begin_(text, reader);
+        sqlite3_str_appendf(text, "nullif(NEW.\"%w\", '')", name);
         append_model_(text, column);
-        sqlite3_str_appendall(text, ") ELSE ");
+        append_call_end_(text, column);
+        sqlite3_str_appendall(text, " ELSE ");
     }
-    sqlite3_str_appendf(text, "%s(nullif(NEW.\"%w\", ''))", reader, name);
+    append_call_begin_(text, reader);
+    sqlite3_str_appendf(text, "nullif(NEW.\"%w\", '')", name);
+    append_call_end_(text, column);
     if (column.model != nullptr) sqlite3_str_appendall(text, " END");
 }
 
 void append_cast_begin_(sqlite3_str *text, const declared_type &type) {
-    if (type.precision > 0) sqlite3_str_appendall(text, "dv_cast_number(");
-    if (type.leading >= 0) sqlite3_str_appendall(text, "dv_cast_leading(");
-    if (type.fraction >= 0) sqlite3_str_appendall(text, "dv_cast_fraction(");
+    if (type.precision > 0) append_call_begin_(text, "dv_cast_number");
+    if (type.leading >= 0) append_call_begin_(text, "dv_cast_leading");
+    if (type.fraction >= 0) append_call_begin_(text, "dv_cast_fraction");
 }
 
-void append_cast_end_(sqlite3_str *text, const declared_type &type) {
-    if (type.precision > 0) sqlite3_str_appendf(text, ", %d, %d)", type.precision, type.scale);
-    if (type.fraction >= 0) sqlite3_str_appendf(text, ", %d)", type.fraction);
-    if (type.leading >= 0) sqlite3_str_appendf(text, ", %d)", type.leading);
+void append_cast_end_(sqlite3_str *text, const text_view_column &column) {
+    const declared_type &type = column.type;
+    const auto append_end = [&](int precision) {
+        sqlite3_str_appendf(text, ", %d", precision);
+        append_call_end_(text, column);
+    };
+    if (type.precision > 0) {
+        sqlite3_str_appendf(text, ", %d", type.precision);
+        append_end(type.scale);
+    }
+    if (type.fraction >= 0) append_end(type.fraction);
+    if (type.leading >= 0) append_end(type.leading);
 }
 
 // What is inserted: SQL NULL gives the default.
@@ -82,21 +110,25 @@ void append_inserted_(sqlite3_str *text, const text_view_column &column) {
         sqlite3_str_appendf(text, "NEW.\"%w\"", column.name);
     }
     if (column.preset != nullptr) {
-        const char *reader = is_typed_(column) ? column.type.type->reader : "";
-        sqlite3_str_appendf(text, ", %s((%s\n)))", reader, column.preset);  // it may end in a comment
+        sqlite3_str_appendall(text, ", ");
+        if (is_typed_(column)) append_call_begin_(text, column.type.type->reader);
+        sqlite3_str_appendf(text, "(%s\n)", column.preset);  // it may end in a comment
+        if (is_typed_(column)) append_call_end_(text, column);
+        sqlite3_str_appendall(text, ")");
     }
-    append_cast_end_(text, column.type);
+    append_cast_end_(text, column);
 }
 
 // A column whose text is the same keeps its value, also what the text does not show of it.
 void append_changed_(sqlite3_str *text, const text_view_column &column) {
     sqlite3_str_appendf(text, "\"%w\" = ", column.name);
     if (!is_typed_(column)) return sqlite3_str_appendf(text, "NEW.\"%w\"", column.name);
-    sqlite3_str_appendf(text, "CASE WHEN NEW.\"%w\" IS OLD.\"%w\" THEN \"%w\" ELSE ", column.name,
-                        column.name, column.name);
+    sqlite3_str_appendf(text, "CASE WHEN NEW.\"%w\" IS OLD.\"%w\" THEN ", column.name, column.name);
+    append_name_(text, column);
+    sqlite3_str_appendall(text, " ELSE ");
     append_cast_begin_(text, column.type);
     append_read_(text, column);
-    append_cast_end_(text, column.type);
+    append_cast_end_(text, column);
     sqlite3_str_appendall(text, " END");
 }
 
@@ -111,12 +143,11 @@ void append_all_(sqlite3_str *text, const text_view_column &column) {
 // number that it shows.
 void append_key_(sqlite3_str *text, const text_view_column &column) {
     append_separator_(text, " AND ");
-    if (!is_typed_(column))
-        return sqlite3_str_appendf(text, "\"%w\" IS OLD.\"%w\"", column.name, column.name);
+    append_name_(text, column);
+    if (!is_typed_(column)) return sqlite3_str_appendf(text, " IS OLD.\"%w\"", column.name);
     const char *reader = column.type.type->reader, *try_reader = sql_try_name(reader);
-    sqlite3_str_appendf(text, "\"%w\" IN (%s(OLD.\"%w\"), OLD.\"%w\", CAST(OLD.\"%w\" AS NUMERIC))",
-                        column.name, try_reader != nullptr ? try_reader : reader, column.name, column.name,
-                        column.name);
+    sqlite3_str_appendf(text, " IN (%s(OLD.\"%w\"), OLD.\"%w\", CAST(OLD.\"%w\" AS NUMERIC))",
+                        try_reader != nullptr ? try_reader : reader, column.name, column.name, column.name);
     append_all_(text, column);
 }
 

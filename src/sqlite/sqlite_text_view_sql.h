@@ -13,6 +13,7 @@ inline constexpr char TEXT_VIEW_MARK[] = "AS /* text view of dvtypes */";
 
 // A column of a table. The texts live as long as the statement that found it.
 struct text_view_column {
+    const char *table;
     const char *name;
     declared_type type;
     const char *preset;  // the expression behind DEFAULT; NULL: none

@@ -22,11 +22,14 @@ TEST_P(SqlManual, ExamplesGiveWhatTheySay) {
     }
 }
 
+// But of those that only the triggers of text views call.
 TEST(SqlManualIndex, HasAnExampleOfEveryFunction) {
     sqlite_session session, without(":memory:");
     std::string text;
     for (const example &each : examples_of("docs/sql.md")) text += each.sql;
-    const std::string list = "SELECT DISTINCT name || '(' FROM pragma_function_list ORDER BY 1";
+    const std::string list =
+        "SELECT DISTINCT name || '(' FROM pragma_function_list WHERE name NOT LIKE 'dv\\_column\\_%' "
+        "ESCAPE '\\' ORDER BY 1";
     const auto known = without.rows(list);
     for (const row_t &row : session.rows(list)) {
         const bool is_new = !std::ranges::binary_search(known, row);

@@ -7,9 +7,9 @@ INSERT INTO sale_text(day, price, seen) VALUES ('29.02.2024', '1234.567', '2024-
 INSERT INTO sale_text(day, price) VALUES ('', NULL);
 SELECT group_concat(id || '|' || coalesce(day, '-') || '|' || price || '|' || coalesce(seen, '-') || '|' || note || '|' || coalesce(year, '-'), ' ') FROM sale_text;  -- 1|29.02.2024|1234.57|2024-02-29 13:05:00.123000000 +09:00|none|2024 2|01.03.2024|12|-|none|2024 3|-|9.99|-|none|-
 SELECT group_concat(dv_typeof(price)) || group_concat(dv_typeof(day)) FROM sale;  -- NUMBER,NUMBER,NUMBERDATE,DATE,NULL
-INSERT INTO sale_text(day) VALUES ('2024-01-01');  -- error: to_date: The value 24 of the field "month" is out of range: 1 to 12 is accepted. The text is "2024-01-01", the model is "DD.MM.YYYY". (dv-5114)
-INSERT INTO sale_text(price) VALUES ('123456789');  -- error: dv_cast_number: The value 123456789 has more integer digits than NUMBER(10,2) holds. (dv-5111)
-INSERT INTO sale_text(price) VALUES ('cheap');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "cheap". It has the form -1234.5 or 1.5E+30, unless a model is given. (dv-5074)
+INSERT INTO sale_text(day) VALUES ('2024-01-01');  -- error: column "day": to_date: The value 24 of the field "month" is out of range: 1 to 12 is accepted. The text is "2024-01-01", the model is "DD.MM.YYYY". (dv-5114)
+INSERT INTO sale_text(price) VALUES ('123456789');  -- error: column "price": dv_cast_number: The value 123456789 has more integer digits than NUMBER(10,2) holds. (dv-5111)
+INSERT INTO sale_text(price) VALUES ('cheap');  -- error: column "price": to_number: Invalid number: the text does not have the form of a number. The text is "cheap". It has the form -1234.5 or 1.5E+30, unless a model is given. (dv-5074)
 INSERT INTO sale_text(id) VALUES (1);  -- error: UNIQUE constraint failed: sale.id
 INSERT OR REPLACE INTO sale_text(id, price) VALUES (1, 1);
 SELECT price || count(*) FROM sale_text WHERE id = 1;  -- 11
@@ -30,10 +30,10 @@ CREATE TABLE span(d "INTERVAL DAY(3) TO SECOND(2)", y "INTERVAL YEAR(2) TO MONTH
 SELECT dv_create_text_view('span');  -- span_text
 INSERT INTO span_text VALUES ('999 23:59:59.994', '99-11', '0 23:0:0'), ('-999 0:0:0', '-99-11', '-0 1:0:0');
 SELECT group_concat(d || ' ' || y || ' ' || n, '; ') FROM span_text;  -- +999 23:59:59.990000000 +99-11 +00 23:00:00.000000000; -999 00:00:00.000000000 -99-11 -00 01:00:00.000000000
-INSERT INTO span_text(d) VALUES ('999 23:59:59.995');  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
-INSERT INTO span_text(d) VALUES ('-1000 0:0:0');  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
-UPDATE span_text SET y = '100-0';  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
-INSERT INTO span_text(n) VALUES ('1 0:0:0');  -- error: dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+INSERT INTO span_text(d) VALUES ('999 23:59:59.995');  -- error: column "d": dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+INSERT INTO span_text(d) VALUES ('-1000 0:0:0');  -- error: column "d": dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+UPDATE span_text SET y = '100-0';  -- error: column "y": dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
+INSERT INTO span_text(n) VALUES ('1 0:0:0');  -- error: column "n": dv_cast_leading: The leading field of the interval has more digits than its precision allows. (dv-5064)
 CREATE TABLE long_span(d "INTERVAL DAY(10) TO SECOND");
 CREATE TABLE month_span(d "INTERVAL YEAR TO MONTH(3)");
 CREATE TABLE middle_span(d "INTERVAL DAY TO(3) SECOND");
@@ -48,9 +48,9 @@ SELECT dv_create_text_view('pair_span');  -- error: dv_create_text_view: the col
 -- Models with a language, with punctuation, with neither and with something else.
 CREATE TABLE bill(id INTEGER PRIMARY KEY, day DATE, amount NUMBER(12,2), note TEXT);
 SELECT dv_create_text_view('bill', '{"day": ["FMDD MONTH YYYY", "RUSSIAN"], "amount": ["FM999G999G990D00", ",."], "note": null}');  -- bill_text
-INSERT INTO bill_text(day, amount) VALUES ('3 мар 2024', '1.234,567'), ('4 May 2024', '1');  -- error: to_number: Invalid number: the text does not have the form of a number. The text is "1.234,567", the model is "FM999G999G990D00", the punctuation is ",.". (dv-5074)
+INSERT INTO bill_text(day, amount) VALUES ('3 мар 2024', '1.234,567'), ('4 May 2024', '1');  -- error: column "amount": to_number: Invalid number: the text does not have the form of a number. The text is "1.234,567", the model is "FM999G999G990D00", the punctuation is ",.". (dv-5074)
 INSERT INTO bill_text(day, amount) VALUES ('3 мар 2024', '1.234,56');
-INSERT INTO bill_text(day) VALUES ('4 May 2024');  -- error: to_date: Invalid month: "May 2024" (4 May 2024). The model is "FMDD MONTH YYYY", the language is "RUSSIAN". (dv-5113)
+INSERT INTO bill_text(day) VALUES ('4 May 2024');  -- error: column "day": to_date: Invalid month: "May 2024" (4 May 2024). The model is "FMDD MONTH YYYY", the language is "RUSSIAN". (dv-5113)
 UPDATE bill_text SET amount = '-0,5' WHERE day = '3 МАРТ 2024';
 SELECT dv_text(day) || ' ' || dv_text(amount) FROM bill;  -- 2024-03-03 00:00:00 -.5
 SELECT day || ' ' || amount FROM bill_text;  -- 3 МАРТ 2024 -0,50
@@ -67,6 +67,33 @@ SELECT day || ' ' || tax FROM sale_text WHERE id = 20;  -- 2024-01-01 00:00:00 1
 SELECT dv_drop_text_view('sale');  -- sale_text
 SELECT dv_drop_text_view('sale');  -- error: dv_drop_text_view: there is no text view of "sale"
 SELECT count(*) FROM sqlite_schema WHERE name LIKE 'sale\_text%' ESCAPE '\';  -- 0
+
+-- A column that the table loses or names anew, and a table that has gone: no name becomes a text.
+CREATE TABLE stock(item TEXT, amount NUMBER(5,2) DEFAULT 'none', note TEXT);
+SELECT dv_create_text_view('stock', '{"amount": "FM990.00"}');  -- stock_text
+ALTER TABLE stock DROP COLUMN note;  -- error: error in view stock_text after drop column: no such column: stock.note
+ALTER TABLE stock RENAME COLUMN note TO remark;
+INSERT INTO stock_text VALUES ('pen', '1.50', 'blue');
+SELECT item || amount || note FROM stock_text;  -- pen1.50blue
+DROP TABLE stock;
+CREATE TABLE stock(item TEXT, amount NUMBER(5,2));
+INSERT INTO stock VALUES ('ink', NULL);
+SELECT note FROM stock_text;  -- error: no such column: stock.remark
+UPDATE stock_text SET item = 'pen';  -- error: no such column: stock.remark
+DROP TABLE stock;
+SELECT dv_drop_text_view('main.stock');  -- stock_text
+SELECT dv_drop_text_view('stock');  -- error: dv_drop_text_view: there is no table "stock"
+
+-- What a write names, with quotes and of a long name its beginning.
+CREATE TABLE named("a ""b" DATE, n NUMBER(3) DEFAULT ('x'), t "TIMESTAMP(3)", r ROWID, "spalte_mit_einem_sehr_langen_Namen_der_nicht_mehr_hineinpaßt_und_endet" TIME);
+SELECT dv_create_text_view('named', '{"a \"b": ["DD MONTH YYYY", "KOREAN"]}');  -- named_text
+INSERT INTO named_text("a ""b", n) VALUES ('1 MAY 2024', 1);  -- error: column "a ""b": to_date: Invalid month: "MAY 2024" (1 MAY 2024). The model is "DD MONTH YYYY", the language is "KOREAN". (dv-5113)
+INSERT INTO named_text("a ""b", n) VALUES (1, 1);  -- error: column "a ""b": to_date: argument 1 is INTEGER where TIMESTAMP, TIMESTAMP WITH TIME ZONE, TEXT or DATE is expected
+INSERT INTO named_text(n) VALUES (NULL);  -- error: column "n": to_number: Invalid number: the text does not have the form of a number. The text is "x". It has the form -1234.5 or 1.5E+30, unless a model is given. (dv-5074)
+INSERT INTO named_text(n) VALUES (1000);  -- error: column "n": dv_cast_number: The value 1000 has more integer digits than NUMBER(3,0) holds. (dv-5111)
+INSERT INTO named_text(n, t) VALUES (1, 'x');  -- error: column "t": to_timestamp: Invalid date: "x" (x). It has the form 2024-02-29 13:05:00.5, unless a model is given. (dv-5113)
+INSERT INTO named_text(n, r) VALUES (1, 'x');  -- error: column "r": dv_rowid: "x" is no rowid, which has 18 characters
+INSERT INTO named_text(n, "spalte_mit_einem_sehr_langen_Namen_der_nicht_mehr_hineinpaßt_und_endet") VALUES (1, 'x');  -- error: column "spalte_mit_einem_sehr_langen_Namen_der_nicht_mehr_hineinpaßt_und": to_time: Invalid time of day: "x" (x). It has the form 13:05:00.5. (dv-5113)
 
 -- Without a rowid; a key of two columns; a key that may be SQL NULL; no key, where each change takes one of equal rows.
 CREATE TABLE w(k "INTERVAL DAY TO SECOND(3)", v NUMBER, PRIMARY KEY(k)) WITHOUT ROWID;
