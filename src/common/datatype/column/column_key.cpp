@@ -5,6 +5,9 @@
 
 #include "dvtypes/column_key.h"
 
+#include <algorithm>
+#include <array>
+
 #include "../bytes.h"
 #include "column_run.h"
 #include "dvtypes/datetime_record.h"
@@ -100,7 +103,8 @@ void copy_masked_(uint8_t *to, const uint8_t *from, const uint8_t *mask, size_t 
 
 void write_number_(uint8_t *key, const number_t &x) {
     const auto &mask = _record_masks[x.size < NUMBER_SIZE_MAX ? x.size : size_t{NUMBER_SIZE_MAX}];
-    for (const size_t at : {0, 8, _number_bytes - 8}) copy_masked_(key, &x.signexp, mask.data(), at);
+    for (const size_t at : {size_t{0}, size_t{8}, mask.size() - 8})
+        copy_masked_(key, &x.signexp, mask.data(), at);
 }
 
 // ---- parts ----
