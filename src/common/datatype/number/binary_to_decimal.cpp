@@ -167,37 +167,38 @@ inline uint128_t multiply_by_power_(uint64_t significand, const power_of_ten_t &
 constexpr uint64_t _steps[] = {100, 10, 1};  // of 17 digits: from one decimal of 15, 16 and 17 to the next
 constexpr uint128_t _power_of_two = uint128_t{1} << 52;  // whose lower neighbour is half as far
 
-// A double times 10^scale, and how far its midpoints are. The fractions have `fraction_bits`, up to 75. What
-// is left out of them: less than 3 units of the value, less than 2 of the distances.
+// A double times 10^scale, and how far its midpoints are, in units of 2^-64. What is left out is less than
+// two units of each.
 struct scaled_t {
-    uint64_t integer;  // of 17 digits
-    uint128_t fraction;
-    int fraction_bits;
+    uint128_t value;  // an integer of 17 digits, and a fraction
     uint128_t to_lower, to_upper;
+
+    uint64_t integer() const { return static_cast<uint64_t>(value >> 64); }
 };
 
 scaled_t scale_to_17_digits_(uint64_t significand, int exponent, int scale) {
     const power_of_ten_t &power = power_of_ten_words(scale);
-    const uint128_t product = multiply_by_power_(significand, power);
     const int integer_bits = 192 + exponent + power_of_ten_exponent(scale);  // 53 to 57
     // Half of the distance to the next double is 2^10 of the significand's 64 bits.
-    const uint128_t half_gap = power_of_ten_significand(scale) >> 54;
-    return {static_cast<uint64_t>(product >> (128 - integer_bits)), product << integer_bits >> integer_bits,
-            128 - integer_bits, significand == uint64_t{1} << 63 ? half_gap >> 1 : half_gap, half_gap};
+    const uint128_t half_gap = power_of_ten_significand(scale) >> (64 + 54 - integer_bits);
+    return {multiply_by_power_(significand, power) >> (64 - integer_bits),
+            significand == uint64_t{1} << 63 ? half_gap >> 1 : half_gap, half_gap};
 }
 
 enum class found_t { no, yes, unsure };
 
 // The nearer of the two multiples of `step` around the value that reads back as it.
-found_t find_multiple_(const scaled_t &value, uint64_t step, uint64_t &multiple) {
-    const uint64_t behind = value.integer % step;
-    const uint128_t down = (uint128_t{behind} << value.fraction_bits) + value.fraction;
-    const uint128_t up = (uint128_t{step} << value.fraction_bits) - down;
-    const bool reads_down = down + 3 <= value.to_lower, reads_up = up < value.to_upper;
-    const bool is_sure = (reads_down || down >= value.to_lower + 2) && (reads_up || up >= value.to_upper + 5);
-    const bool is_amid = reads_down && reads_up && up >= down && up - down < 6;
+template <uint64_t step>
+found_t find_multiple_(const scaled_t &scaled, uint64_t &multiple) {
+    const uint64_t behind = scaled.integer() % step;
+    const uint128_t down = uint128_t{behind} << 64 | static_cast<uint64_t>(scaled.value);
+    const uint128_t up = (uint128_t{step} << 64) - down;
+    const bool reads_down = down + 2 <= scaled.to_lower, reads_up = up < scaled.to_upper;
+    const bool is_sure =
+        (reads_down || down >= scaled.to_lower + 2) && (reads_up || up >= scaled.to_upper + 4);
+    const bool is_amid = reads_down && reads_up && up >= down && up - down < 4;
     if (!is_sure || is_amid) return found_t::unsure;
-    multiple = value.integer - behind + (reads_up && (!reads_down || up < down) ? step : 0);
+    multiple = scaled.integer() - behind + (reads_up && (!reads_down || up < down) ? step : 0);
     return reads_down || reads_up ? found_t::yes : found_t::no;
 }
 
@@ -239,13 +240,11 @@ uint64_t find_exactly_(uint64_t integer, int scale, binary_float_t value) {
 }
 
 uint64_t find_shortest_(const scaled_t &scaled, int scale, binary_float_t value) {
-    for (const uint64_t step : _steps) {
-        uint64_t multiple;
-        const found_t found = find_multiple_(scaled, step, multiple);
-        if (found == found_t::yes) return multiple;
-        if (found == found_t::unsure) break;
-    }
-    return find_exactly_(scaled.integer, scale, value);
+    uint64_t multiple = 0;
+    found_t found = find_multiple_<_steps[0]>(scaled, multiple);
+    if (found == found_t::no) found = find_multiple_<_steps[1]>(scaled, multiple);
+    if (found == found_t::no) found = find_multiple_<_steps[2]>(scaled, multiple);
+    return found == found_t::yes ? multiple : find_exactly_(scaled.integer(), scale, value);
 }
 
 }  // namespace

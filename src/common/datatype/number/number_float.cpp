@@ -106,22 +106,42 @@ void store_16_digits_(number_t &x, uint64_t sign, decimal16_t decimal) {
     store_vector(x.coef, record_bytes(join_halves(digits, last), signs, count));
 }
 
-// A number well within the range of NUMBER, rounded without doubt (bench/number, from_double); false: any
-// other.
-bool store_double_(number_t &x, double v) {
-    constexpr int power_min = -395, power_max = 414;  // above 10^-119, below 10^125
-    const auto bits = std::bit_cast<uint64_t>(v);
+// Well within the range of NUMBER, above 10^-119 and below 10^125: no 0, infinity or NaN.
+bool is_well_in_range_(uint64_t bits) {
+    constexpr int power_min = -395, power_max = 414;
     const int power = static_cast<int>(bits >> 52 & 0x7FF) - 1023;
-    if (power < power_min || power > power_max) return false;
+    return power >= power_min && power <= power_max;
+}
+
+// A number well in range, rounded without doubt (bench/number, from_double); false: any other.
+bool store_double_(number_t &x, double v) {
+    const auto bits = std::bit_cast<uint64_t>(v);
+    if (!is_well_in_range_(bits)) return false;
+    const int power = static_cast<int>(bits >> 52 & 0x7FF) - 1023;
     const decimal16_t decimal = round_to_16_digits(bits << 11 | uint64_t{1} << 63, power - 63);
     if (decimal.significand == 0) return false;
     store_16_digits_(x, 0 - (bits >> 63), decimal);
     return true;
 }
 
+// A number well in range; false: any other.
+bool store_shortest_(number_t &x, double v) {
+    const auto bits = std::bit_cast<uint64_t>(v);
+    if (!is_well_in_range_(bits)) return false;
+    const decimal_float_t decimal = round_to_shortest(take_apart_(std::fabs(v)));
+    const auto significand = static_cast<uint64_t>(decimal.significand);
+    if (significand % 10 != 0) {
+        store_decimal(x, std::signbit(v), significand, decimal.exponent);
+    } else {
+        store_16_digits_(x, 0 - (bits >> 63), {significand / 10, decimal.exponent + 1});
+    }
+    return true;
+}
+
 #else
 
 bool store_double_(number_t &, double) { return false; }
+bool store_shortest_(number_t &, double) { return false; }
 
 #endif
 
@@ -196,7 +216,9 @@ void number_from_float(number_t *x, float v) { from_floating_(x, double{v}, _flo
 void number_from_double(number_t *x, double v) {
     if (x == nullptr || !store_double_(*x, v)) from_floating_(x, v, _double_reading);
 }
-void number_from_double_shortest(number_t *x, double v) { from_floating_(x, v, _shortest_reading); }
+void number_from_double_shortest(number_t *x, double v) {
+    if (x == nullptr || !store_shortest_(*x, v)) from_floating_(x, v, _shortest_reading);
+}
 void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, _long_double_reading); }
 
 void number_to_float(const number_t *x, float *y) {
