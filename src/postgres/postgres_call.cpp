@@ -118,11 +118,34 @@ Datum give_(const postgres_function &of, sql_call &call, FunctionCallInfo fcinfo
     return postgres_give(call.result);
 }
 
+// ---------------------------------------------------------------------------------------------------------
+// Rows
+// ---------------------------------------------------------------------------------------------------------
+
+bool is_row_(const sql_signature &signature, const char *name, std::initializer_list<sql_kind> params) {
+    if (strcmp(signature.name, name) != 0 || sql_param_count(signature) != static_cast<int>(params.size()))
+        return false;
+    int i = 0;
+    for (const sql_kind param : params) {
+        if (signature.params[i++] != param) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 constinit postgres_running dv::impl::postgres_current = {};
 
 void dv::impl::postgres_enter() { postgres_current.row = nullptr; }
+
+const sql_function *dv::impl::postgres_find(const char *name, std::initializer_list<sql_kind> params) {
+    const sql_function *found = nullptr;
+    sql_for_each(catalogue.functions, [&](const sql_function &row) {
+        if (is_row_(row.signature, name, params)) found = &row;
+    });
+    Assert(found != nullptr);
+    return found;
+}
 
 void dv::impl::postgres_fail(const sql_call &call, int sqlstate) {
     const int code = call.outcome == SQL_TOO_LONG ? ERRCODE_PROGRAM_LIMIT_EXCEEDED : sqlstate;

@@ -7,6 +7,8 @@
 #ifndef DV_POSTGRES_CALL_H
 #define DV_POSTGRES_CALL_H
 
+#include <initializer_list>
+
 #include "postgres_value.h"
 
 namespace dv::impl {
@@ -22,6 +24,9 @@ struct postgres_function {
         return (*catalogue.functions[static_cast<size_t>(table)])[static_cast<size_t>(row)];
     }
 };
+
+// The row of the catalogue with this name and these parameters; there is one.
+const sql_function *postgres_find(const char *name, std::initializer_list<sql_kind> params);
 
 Datum postgres_call(const postgres_function &of, FunctionCallInfo fcinfo);
 

@@ -21,26 +21,6 @@ namespace {
 // Rows of the catalogue
 // ---------------------------------------------------------------------------------------------------------
 
-bool is_row_(const sql_signature &signature, const char *name, std::initializer_list<sql_kind> params) {
-    if (strcmp(signature.name, name) != 0 || sql_param_count(signature) != static_cast<int>(params.size()))
-        return false;
-    int i = 0;
-    for (const sql_kind param : params) {
-        if (signature.params[i++] != param) return false;
-    }
-    return true;
-}
-
-// There is one.
-const sql_function *find_(const char *name, std::initializer_list<sql_kind> params) {
-    const sql_function *found = nullptr;
-    sql_for_each(catalogue.functions, [&](const sql_function &row) {
-        if (is_row_(row.signature, name, params)) found = &row;
-    });
-    Assert(found != nullptr);
-    return found;
-}
-
 // TIMESTAMP WITH LOCAL TIME ZONE goes through TIMESTAMP WITH TIME ZONE, in UTC.
 sql_kind catalogue_kind_(sql_kind kind) { return kind == POSTGRES_KIND_TS_LTZ ? SQL_KIND_TS_TZ : kind; }
 
@@ -52,8 +32,8 @@ const text_rows &text_rows_of_(sql_kind kind) {
     static text_rows rows[DV_TYPE_MAX_PSM];
     text_rows &of = rows[kind];
     if (of.reader == nullptr) {
-        of.writer = find_("dv_text", {kind});
-        of.reader = find_(sql_type_of(kind)->reader, {SQL_KIND_TEXT});
+        of.writer = postgres_find("dv_text", {kind});
+        of.reader = postgres_find(sql_type_of(kind)->reader, {SQL_KIND_TEXT});
     }
     return of;
 }
@@ -110,8 +90,8 @@ const sql_function &row_of_(sql_kind kind, int place, const cast &by) {
     static const sql_function *rows[DV_TYPE_MAX_PSM][2];
     const sql_function *&row = rows[kind][place];
     if (row == nullptr) {
-        row = by.numbers == 2 ? find_(by.name, {kind, SQL_KIND_INTEGER, SQL_KIND_INTEGER})
-                              : find_(by.name, {kind, SQL_KIND_INTEGER});
+        row = by.numbers == 2 ? postgres_find(by.name, {kind, SQL_KIND_INTEGER, SQL_KIND_INTEGER})
+                              : postgres_find(by.name, {kind, SQL_KIND_INTEGER});
     }
     return *row;
 }
@@ -143,12 +123,6 @@ void apply_(sql_value &value, sql_kind kind, int32 typmod) {
 // ---------------------------------------------------------------------------------------------------------
 
 constexpr int _utc_zone_bytes = sizeof(dv_ts_tz_t) - sizeof(dv_timestamp_t);
-
-void take_(sql_value &value, Datum datum, sql_kind kind) {
-    if (kind != POSTGRES_KIND_TS_LTZ) return postgres_take(value, datum, kind);
-    value.kind = SQL_KIND_TS_TZ;
-    value.ts_tz = {postgres_take_record<dv_timestamp_t>(datum), SQL_UTC};
-}
 
 Datum give_(const sql_value &value, sql_kind kind) {
     return kind == POSTGRES_KIND_TS_LTZ ? postgres_give_record(value.ts_tz.utc) : postgres_give(value);
@@ -184,7 +158,7 @@ Datum dv::impl::postgres_in(sql_kind kind, FunctionCallInfo fcinfo) {
 Datum dv::impl::postgres_out(sql_kind kind, FunctionCallInfo fcinfo) {
     sql_call call;
     sql_begin(call, &postgres_memory);
-    take_(call.args[0], PG_GETARG_DATUM(0), kind);
+    postgres_take(call.args[0], PG_GETARG_DATUM(0), kind);
     call.argc = 1;
     postgres_run(*text_rows_of_(catalogue_kind_(kind)).writer, call);
     return CStringGetDatum(postgres_give_cstring(call.result.text));
@@ -206,7 +180,7 @@ Datum dv::impl::postgres_receive(sql_kind kind, FunctionCallInfo fcinfo) {
 
 Datum dv::impl::postgres_send(sql_kind kind, FunctionCallInfo fcinfo) {
     sql_value value;
-    take_(value, PG_GETARG_DATUM(0), kind);
+    postgres_take(value, PG_GETARG_DATUM(0), kind);
     uint8_t bytes[SQL_VALUE_SIZE_MAX];
     int length = sql_type_of(value.kind)->encode(value, bytes);
     if (kind == POSTGRES_KIND_TS_LTZ) length = sizeof(dv_timestamp_t);
@@ -249,7 +223,7 @@ Datum dv::impl::postgres_modifier_out(sql_kind /*kind*/, FunctionCallInfo fcinfo
 
 Datum dv::impl::postgres_apply_modifier(sql_kind kind, FunctionCallInfo fcinfo) {
     sql_value value;
-    take_(value, PG_GETARG_DATUM(0), kind);
+    postgres_take(value, PG_GETARG_DATUM(0), kind);
     apply_(value, kind, PG_GETARG_INT32(1));
     return give_(value, kind);
 }

@@ -45,6 +45,9 @@ constexpr const postgres_type &postgres_type_of(sql_kind kind) {
     return POSTGRES_TYPES[0];
 }
 
+// The types that the server does not have itself.
+constexpr bool postgres_is_of_extension(sql_kind kind) { return kind < SQL_KIND_NULL; }
+
 // The types that are passed by value: eight bytes in the order of memory.
 constexpr bool postgres_is_word(sql_kind kind) { return kind == SQL_KIND_DATE || kind == SQL_KIND_TIME; }
 

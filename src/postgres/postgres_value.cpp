@@ -2,6 +2,8 @@
 
 #include "postgres_value.h"
 
+#include "sql_datetime.h"
+
 extern "C" {
 #include <mb/pg_wchar.h>
 #include <utils/memutils.h>
@@ -171,6 +173,10 @@ void dv::impl::postgres_take(sql_value &value, Datum datum, sql_kind kind) {
             return;
         case SQL_KIND_ROWID:
             return take_rowid_(value, datum);
+        case POSTGRES_KIND_TS_LTZ:
+            value.kind = SQL_KIND_TS_TZ;
+            value.ts_tz = {postgres_take_record<dv_timestamp_t>(datum), SQL_UTC};
+            return;
         default:
             memcpy(&value.number, DatumGetPointer(datum), static_cast<size_t>(postgres_type_of(kind).length));
             return;

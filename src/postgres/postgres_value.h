@@ -13,7 +13,8 @@ namespace dv::impl {
 extern allocator_t postgres_memory;
 
 // The value of an argument, which is not NULL, of the kind that the function's declaration gives it; into its
-// place, since a copy of what was just written costs as much as an addition.
+// place, since a copy of what was just written costs as much as an addition. A TIMESTAMP WITH LOCAL TIME ZONE
+// comes as one with a zone, in UTC.
 void postgres_take(sql_value &value, Datum datum, sql_kind kind);
 
 // What the server gets for a value of a kind, in memory of the current context.

@@ -80,6 +80,7 @@ Record &sql_record_of(sql_value &value) {
 
 // The DATE at the beginning of each, of a TIMESTAMP WITH TIME ZONE in UTC.
 inline dv_date_t &sql_date_part(dv_date_t &date) { return date; }
+inline const dv_date_t &sql_date_part(const dv_date_t &date) { return date; }
 inline dv_date_t &sql_date_part(dv_ts_tz_t &ts_tz) { return sql_date_part(ts_tz.utc); }
 inline const dv_date_t &sql_date_part(const dv_ts_tz_t &ts_tz) { return sql_date_part(ts_tz.utc); }
 

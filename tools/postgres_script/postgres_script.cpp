@@ -15,6 +15,7 @@ namespace {
 constexpr char _functions_head[] =
     "// Made by postgres_script while the extension is built.\n\n"
     "#include \"postgres_call.h\"\n#include \"postgres_compare.h\"\n#include \"postgres_io.h\"\n"
+    "#include \"postgres_json.h\"\n"
     "#include \"postgres_table.h\"\n\nusing namespace dv::impl;\n\n";
 
 constexpr char _sql_head[] =
@@ -28,6 +29,7 @@ int main(int argc, char **argv) {
     script made;
     add_types(made);
     add_functions(made);
+    add_casts(made);
     std::ofstream file(argv[2]);
     if (std::string_view(argv[1]) == "functions") {
         file << _functions_head << made.functions();

@@ -45,9 +45,10 @@ class script {
 };
 
 // Appends the types with their input and output, comparison and indexes; the functions, tables and operators
-// of the catalogue.
+// of the catalogue; and casts.
 void add_types(script &to);
 void add_functions(script &to);
+void add_casts(script &to);
 
 }  // namespace dv::impl
 
