@@ -30,8 +30,7 @@ void run_columns_(benchmark::State &state, operands_e kind, column_function_t co
     std::vector<number_t> values(x.size()), wanted(x.size());
     const dv_column_t x_column = column_of(x), y_column = column_of(y);
     dv_column_t result = column_of(values);
-    for (auto _ : gauged(state)) columns(&x_column, &y_column, &result, nullptr);
-    count_rows(state);
+    measure(state, [&] { columns(&x_column, &y_column, &result, nullptr); });
     one_by_one_(single, x, y, wanted);
     if (!are_equal_(values, wanted)) report_wrong(state, "other values");
 }
@@ -39,11 +38,7 @@ void run_columns_(benchmark::State &state, operands_e kind, column_function_t co
 void run_one_by_one_(benchmark::State &state, operands_e kind, single_t single) {
     const std::vector<number_t> x = number_records(kind, 1), y = number_records(kind, 2);
     std::vector<number_t> values(x.size());
-    for (auto _ : gauged(state)) {
-        one_by_one_(single, x, y, values);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    measure(state, [&] { one_by_one_(single, x, y, values); });
 }
 
 void add_(const std::string &operation, column_function_t columns, single_t single) {
@@ -66,8 +61,7 @@ void add_change_(const std::string &operation, Columns columns, Single single) {
         std::vector<number_t> values(x.size()), wanted = x;
         const dv_column_t operand = column_of(x);
         dv_column_t result = column_of(values);
-        for (auto _ : gauged(state)) columns(&operand, &result);
-        count_rows(state);
+        measure(state, [&] { columns(&operand, &result); });
         for (number_t &value : wanted) single(&value);
         if (!are_equal_(values, wanted)) report_wrong(state, "other values");
     })->Unit(benchmark::kMillisecond);

@@ -35,6 +35,33 @@ dv_column_t column_of(std::vector<T> &values) {
     return column;
 }
 
+// Texts one behind the other.
+struct texts_t {
+    std::vector<char> bytes;
+    std::vector<int32_t> offsets{0};
+
+    // Room for a result.
+    static texts_t room(size_t rows, size_t bytes_of_row) {
+        return {std::vector<char>(rows * bytes_of_row), std::vector<int32_t>(rows + 1)};
+    }
+    size_t rows() const { return offsets.size() - 1; }
+    void append(std::string_view text) {
+        bytes.insert(bytes.end(), text.begin(), text.end());
+        offsets.push_back(static_cast<int32_t>(bytes.size()));
+    }
+    std::string_view operator[](size_t i) const {
+        return {bytes.data() + offsets[i], static_cast<size_t>(offsets[i + 1] - offsets[i])};
+    }
+    dv_column_t column() {
+        dv_column_t column{};
+        column.count = static_cast<int64_t>(rows());
+        column.values = bytes.data();
+        column.offsets = offsets.data();
+        column.size = static_cast<int64_t>(bytes.size());
+        return column;
+    }
+};
+
 inline std::vector<number_t> number_records(operands_e kind, uint64_t seed) {
     std::vector<number_t> records;
     for (const std::string &text : decimals(kind, static_cast<int>(column_rows()), seed)) {
@@ -55,6 +82,16 @@ inline void report_wrong(benchmark::State &state, const char *message) {
 // A row's time stands in the table, whatever a pass takes.
 inline void count_rows(benchmark::State &state, int64_t rows = column_rows()) {
     state.SetItemsProcessed(state.iterations() * rows);
+}
+
+// Passes over the rows of a column.
+template <typename Pass>
+void measure(benchmark::State &state, Pass pass) {
+    for (auto _ : gauged(state)) {
+        pass();
+        benchmark::ClobberMemory();
+    }
+    count_rows(state);
 }
 
 // Runs the registered cases; 1 when an answer was wrong. DV_BENCH_LEVEL sets another vector level than the

@@ -36,26 +36,10 @@ std::vector<Int> values_() {
     return values;
 }
 
-// Texts one behind the other.
-struct texts_t {
-    std::string bytes;
-    std::vector<int32_t> offsets;
-
-    dv_column_t column() {
-        dv_column_t column{};
-        column.count = static_cast<int64_t>(offsets.size()) - 1;
-        column.values = bytes.data();
-        column.offsets = offsets.data();
-        column.size = static_cast<int64_t>(bytes.size());
-        return column;
-    }
-};
-
 // As the library writes them, so that all that read and write do the same.
 texts_t texts_() {
     std::vector<int64_t> values = values_<int64_t>();
-    texts_t texts = {std::string(values.size() * DV_DECIMAL64_TEXT_MAX, '\0'),
-                     std::vector<int32_t>(values.size() + 1)};
+    texts_t texts = texts_t::room(values.size(), DV_DECIMAL64_TEXT_MAX);
     dv_column_t column = texts.column();
     const dv_decimal_column_t x = decimals_of_(values);
     dv_decimal_column_to_text(&x, &column, nullptr);
@@ -65,20 +49,23 @@ texts_t texts_() {
 
 // ---- sums ----
 
+void measure_sum_(benchmark::State &state, const dv_decimal_column_t &x, int128 wanted) {
+    dv_decimal_sum_t sum = {};
+    measure(state, [&] {
+        sum = {};
+        dv_decimal_column_sum(&x, &sum);
+        benchmark::DoNotOptimize(sum);
+    });
+    if (sum.words[0] != static_cast<uint64_t>(wanted)) report_wrong(state, "another sum");
+}
+
 template <typename Int>
 void sum_(benchmark::State &state) {
     std::vector<Int> values = values_<Int>();
     const dv_decimal_column_t x = decimals_of_(values);
     int128 wanted = 0;
     for (const Int value : values) wanted += value;
-    dv_decimal_sum_t sum = {};
-    for (auto _ : gauged(state)) {
-        sum = {};
-        dv_decimal_column_sum(&x, &sum);
-        benchmark::DoNotOptimize(sum);
-    }
-    count_rows(state);
-    if (sum.words[0] != static_cast<uint64_t>(wanted)) report_wrong(state, "another sum");
+    measure_sum_(state, x, wanted);
 }
 
 // Every seventh row has no value.
@@ -93,24 +80,16 @@ void sum_with_nulls_(benchmark::State &state) {
     }
     dv_decimal_column_t x = decimals_of_(values);
     x.column.validity = validity.data();
-    dv_decimal_sum_t sum = {};
-    for (auto _ : gauged(state)) {
-        sum = {};
-        dv_decimal_column_sum(&x, &sum);
-        benchmark::DoNotOptimize(sum);
-    }
-    count_rows(state);
-    if (sum.words[0] != static_cast<uint64_t>(wanted)) report_wrong(state, "another sum");
+    measure_sum_(state, x, wanted);
 }
 
 void sum_that_wraps_(benchmark::State &state) {
     const std::vector<int64_t> values = values_<int64_t>();
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         uint64_t sum = 0;
         for (const int64_t value : values) sum += static_cast<uint64_t>(value);
         benchmark::DoNotOptimize(sum);
-    }
-    count_rows(state);
+    });
 }
 
 // ---- comparisons ----
@@ -127,12 +106,10 @@ void compare_(benchmark::State &state, bool with_constant) {
         y.column.stride = 0;
     }
     std::vector<uint8_t> rows(values.size() / 8 + 1);
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         dv_decimal_column_compare(&x, &y, DV_COLUMN_LT, rows.data());
         benchmark::DoNotOptimize(rows.data());
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
     for (size_t i = 0; i < values.size(); ++i) {
         const bool is_less = values[i] < (with_constant ? constant : others[i]);
         if ((rows[i / 8] >> i % 8 & 1) != (is_less ? 1 : 0)) return report_wrong(state, "another bit");
@@ -141,15 +118,14 @@ void compare_(benchmark::State &state, bool with_constant) {
 
 void read_memory_(benchmark::State &state, int columns) {
     const std::vector<int64_t> values = values_<int64_t>(), others = values;
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         int64_t all = 0;
         for (const int64_t value : values) all |= value;
         if (columns == 2) {
             for (const int64_t value : others) all |= value;
         }
         benchmark::DoNotOptimize(all);
-    }
-    count_rows(state);
+    });
 }
 
 // ---- addition ----
@@ -158,11 +134,7 @@ void add_(benchmark::State &state) {
     std::vector<int64_t> x = values_<int64_t>(), y(x.rbegin(), x.rend()), z(x.size());
     const dv_decimal_column_t left = decimals_of_(x), right = decimals_of_(y);
     dv_decimal_column_t result = decimals_of_(z);
-    for (auto _ : gauged(state)) {
-        dv_decimal_column_add(&left, &right, &result, nullptr);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    measure(state, [&] { dv_decimal_column_add(&left, &right, &result, nullptr); });
     for (size_t i = 0; i < x.size(); ++i) {
         if (z[i] != x[i] + y[i]) return report_wrong(state, "another sum");
     }
@@ -171,12 +143,10 @@ void add_(benchmark::State &state) {
 void add_that_wraps_(benchmark::State &state) {
     const std::vector<int64_t> x = values_<int64_t>(), y(x.rbegin(), x.rend());
     std::vector<int64_t> z(x.size());
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         for (size_t i = 0; i < x.size(); ++i) z[i] = x[i] + y[i];
         benchmark::DoNotOptimize(z.data());
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 // ---- text ----
@@ -187,56 +157,39 @@ void from_text_(benchmark::State &state) {
     std::vector<int64_t> values(wanted.size());
     const dv_column_t column = texts.column();
     dv_decimal_column_t result = decimals_of_(values);
-    for (auto _ : gauged(state)) {
-        dv_decimal_column_from_text(&column, &result, nullptr);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    measure(state, [&] { dv_decimal_column_from_text(&column, &result, nullptr); });
     if (values != wanted) report_wrong(state, "another value");
 }
 
 void from_chars_(benchmark::State &state) {
     std::vector<int64_t> values = values_<int64_t>();
     texts_t texts;
-    texts.offsets.push_back(0);
-    for (const int64_t value : values) {
-        texts.bytes += std::to_string(value);
-        texts.offsets.push_back(static_cast<int32_t>(texts.bytes.size()));
-    }
-    for (auto _ : gauged(state)) {
+    for (const int64_t value : values) texts.append(std::to_string(value));
+    measure(state, [&] {
         for (size_t i = 0; i < values.size(); ++i) {
-            std::from_chars(texts.bytes.data() + texts.offsets[i], texts.bytes.data() + texts.offsets[i + 1],
-                            values[i]);
+            const std::string_view text = texts[i];
+            std::from_chars(text.data(), text.data() + text.size(), values[i]);
         }
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 void from_text_one_by_one_(benchmark::State &state) {
     const texts_t texts = texts_();
-    std::vector<number_t> values(texts.offsets.size() - 1);
-    for (auto _ : gauged(state)) {
+    std::vector<number_t> values(texts.rows());
+    measure(state, [&] {
         for (size_t i = 0; i < values.size(); ++i) {
-            number_from_str(&values[i], texts.offsets[i + 1] - texts.offsets[i],
-                            texts.bytes.data() + texts.offsets[i], nullptr);
+            const std::string_view text = texts[i];
+            number_from_str(&values[i], static_cast<int>(text.size()), text.data(), nullptr);
         }
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 void to_text_(benchmark::State &state) {
     std::vector<int64_t> values = values_<int64_t>();
     const dv_decimal_column_t x = decimals_of_(values);
-    texts_t texts = {std::string(values.size() * DV_DECIMAL64_TEXT_MAX, '\0'),
-                     std::vector<int32_t>(values.size() + 1)};
+    texts_t texts = texts_t::room(values.size(), DV_DECIMAL64_TEXT_MAX);
     dv_column_t column = texts.column();
-    for (auto _ : gauged(state)) {
-        dv_decimal_column_to_text(&x, &column, nullptr);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    measure(state, [&] { dv_decimal_column_to_text(&x, &column, nullptr); });
     std::vector<int64_t> read(values.size());
     dv_decimal_column_t result = decimals_of_(read);
     dv_decimal_column_from_text(&column, &result, nullptr);
@@ -247,15 +200,13 @@ void to_chars_(benchmark::State &state) {
     const std::vector<int64_t> values = values_<int64_t>();
     std::string bytes(values.size() * DV_DECIMAL64_TEXT_MAX, '\0');
     std::vector<int32_t> offsets(values.size() + 1);
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         char *end = bytes.data();
         for (size_t i = 0; i < values.size(); ++i) {
             end = std::to_chars(end, bytes.data() + bytes.size(), values[i]).ptr;
             offsets[i + 1] = static_cast<int32_t>(end - bytes.data());
         }
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 // The bytes of texts, offsets and values.
@@ -264,13 +215,11 @@ void copy_texts_(benchmark::State &state) {
     const std::vector<int64_t> values = values_<int64_t>();
     texts_t copy = texts;
     std::vector<int64_t> copied = values;
-    for (auto _ : gauged(state)) {
-        copy.bytes.assign(texts.bytes);
+    measure(state, [&] {
+        std::copy(texts.bytes.begin(), texts.bytes.end(), copy.bytes.begin());
         benchmark::DoNotOptimize(copy.bytes.data());
         std::copy(values.begin(), values.end(), copied.begin());
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 // ---- NUMBER ----
@@ -281,11 +230,7 @@ void from_number_(benchmark::State &state) {
     std::vector<int64_t> values(numbers.size());
     const dv_column_t column = column_of(numbers);
     dv_decimal_column_t result = decimals_of_(values);
-    for (auto _ : gauged(state)) {
-        dv_decimal_column_from_number(&column, &result, nullptr);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    measure(state, [&] { dv_decimal_column_from_number(&column, &result, nullptr); });
     if (values != wanted) report_wrong(state, "another value");
 }
 
@@ -295,11 +240,7 @@ void to_number_(benchmark::State &state) {
     std::vector<number_t> numbers(values.size());
     const dv_decimal_column_t x = decimals_of_(values);
     dv_column_t result = column_of(numbers);
-    for (auto _ : gauged(state)) {
-        dv_decimal_column_to_number(&x, &result, nullptr);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    measure(state, [&] { dv_decimal_column_to_number(&x, &result, nullptr); });
     for (size_t i = 0; i < values.size(); ++i) {
         if (number_cmp(&numbers[i], &wanted[i]) != 0) return report_wrong(state, "another number");
     }
@@ -308,21 +249,17 @@ void to_number_(benchmark::State &state) {
 void from_int64_one_by_one_(benchmark::State &state) {
     const std::vector<int64_t> values = values_<int64_t>();
     std::vector<number_t> numbers(values.size());
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         for (size_t i = 0; i < values.size(); ++i) number_from_int64(&numbers[i], values[i]);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 void to_int64_one_by_one_(benchmark::State &state) {
     const std::vector<number_t> numbers = number_records(operands_e::SHORT, 1);
     std::vector<int64_t> values(numbers.size());
-    for (auto _ : gauged(state)) {
+    measure(state, [&] {
         for (size_t i = 0; i < values.size(); ++i) number_to_int64(&numbers[i], &values[i]);
-        benchmark::ClobberMemory();
-    }
-    count_rows(state);
+    });
 }
 
 BENCHMARK(sum_<int64_t>)->Name("decimal_sum/int64/dvtypes");

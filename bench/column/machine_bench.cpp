@@ -18,8 +18,7 @@ void add_(const std::string &place, Make make, column_function_t columns, Single
         std::vector<To> to(from.size()), wanted(from.size());
         const dv_column_t operand = column_of(from);
         dv_column_t result = column_of(to);
-        for (auto _ : gauged(state)) columns(&operand, &result, nullptr);
-        count_rows(state);
+        measure(state, [&] { columns(&operand, &result, nullptr); });
         one_by_one(from, wanted);
         for (size_t i = 0; i < to.size(); ++i) {
             size_t size = sizeof(To);
@@ -30,11 +29,7 @@ void add_(const std::string &place, Make make, column_function_t columns, Single
     benchmark::RegisterBenchmark((place + "/one_by_one").c_str(), [=](benchmark::State &state) {
         const std::vector<From> from = make();
         std::vector<To> to(from.size());
-        for (auto _ : gauged(state)) {
-            one_by_one(from, to);
-            benchmark::ClobberMemory();
-        }
-        count_rows(state);
+        measure(state, [&] { one_by_one(from, to); });
     })->Unit(benchmark::kMillisecond);
 }
 

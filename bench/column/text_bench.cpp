@@ -9,25 +9,6 @@ namespace {
 
 constexpr std::string_view _model = "FM999,999,990.00";
 
-// Texts side by side, and where they begin.
-struct texts_t {
-    std::vector<char> bytes;
-    std::vector<int32_t> offsets{0};
-
-    void append(std::string_view text) {
-        bytes.insert(bytes.end(), text.begin(), text.end());
-        offsets.push_back(static_cast<int32_t>(bytes.size()));
-    }
-    dv_column_t column() {
-        dv_column_t column{};
-        column.count = static_cast<int64_t>(offsets.size()) - 1;
-        column.values = bytes.data();
-        column.offsets = offsets.data();
-        column.size = static_cast<int64_t>(bytes.size());
-        return column;
-    }
-};
-
 texts_t plain_texts_(operands_e kind) {
     texts_t texts;
     for (const std::string &text : decimals(kind, static_cast<int>(column_rows()), 1)) texts.append(text);
@@ -63,34 +44,23 @@ void add_reading_(const std::string &place, texts_t (*make)(), Columns columns, 
     };
     benchmark::RegisterBenchmark((place + "/dvtypes").c_str(), [=](benchmark::State &state) {
         texts_t texts = make();
-        std::vector<number_t> values(texts.offsets.size() - 1), wanted = values;
+        std::vector<number_t> values(texts.rows()), wanted = values;
         const dv_column_t text = texts.column();
         dv_column_t result = column_of(values);
-        for (auto _ : gauged(state)) columns(&text, &result);
-        count_rows(state);
+        measure(state, [&] { columns(&text, &result); });
         one_by_one(texts, wanted);
         if (!are_equal_(values, wanted)) report_wrong(state, "other values");
     })->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark((place + "/one_by_one").c_str(), [=](benchmark::State &state) {
         texts_t texts = make();
-        std::vector<number_t> values(texts.offsets.size() - 1);
-        for (auto _ : gauged(state)) {
-            one_by_one(texts, values);
-            benchmark::ClobberMemory();
-        }
-        count_rows(state);
+        std::vector<number_t> values(texts.rows());
+        measure(state, [&] { one_by_one(texts, values); });
     })->Unit(benchmark::kMillisecond);
 }
 
 // ---- to text: columns(x, result), single(x, size, str) ----
 
-// As many bytes as any row's text may take.
-texts_t room_(size_t rows) {
-    texts_t texts;
-    texts.bytes.resize(rows * 48);
-    texts.offsets.resize(rows + 1);
-    return texts;
-}
+constexpr size_t _text_max = 48;  // bytes of any row's text
 
 template <typename Columns, typename Single>
 void add_writing_(const std::string &place, operands_e kind, Columns columns, Single single) {
@@ -105,11 +75,10 @@ void add_writing_(const std::string &place, operands_e kind, Columns columns, Si
     };
     benchmark::RegisterBenchmark((place + "/dvtypes").c_str(), [=](benchmark::State &state) {
         std::vector<number_t> values = number_records(kind, 1);
-        texts_t texts = room_(values.size()), wanted = texts;
+        texts_t texts = texts_t::room(values.size(), _text_max), wanted = texts;
         const dv_column_t x = column_of(values);
         dv_column_t result = texts.column();
-        for (auto _ : gauged(state)) columns(&x, &result);
-        count_rows(state);
+        measure(state, [&] { columns(&x, &result); });
         one_by_one(values, wanted);
         const auto end = static_cast<size_t>(wanted.offsets.back());
         if (texts.offsets != wanted.offsets || memcmp(texts.bytes.data(), wanted.bytes.data(), end) != 0)
@@ -117,12 +86,8 @@ void add_writing_(const std::string &place, operands_e kind, Columns columns, Si
     })->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark((place + "/one_by_one").c_str(), [=](benchmark::State &state) {
         const std::vector<number_t> values = number_records(kind, 1);
-        texts_t texts = room_(values.size());
-        for (auto _ : gauged(state)) {
-            one_by_one(values, texts);
-            benchmark::ClobberMemory();
-        }
-        count_rows(state);
+        texts_t texts = texts_t::room(values.size(), _text_max);
+        measure(state, [&] { one_by_one(values, texts); });
     })->Unit(benchmark::kMillisecond);
 }
 
