@@ -8,7 +8,7 @@ namespace {
 
 using columns_t = dv_column_t *const *;
 
-constexpr size_t _rows = 4'000;  // nothing here has kernels
+constexpr size_t _rows = 4'000;  // few of these operations have a kernel
 
 template <typename Record>
 rows_t records_(number_source &source) {
@@ -70,7 +70,9 @@ TEST(DatetimeColumn, TruncatesAndRoundsToEveryUnit) {
                                   {"", 0},   {NULL, 5},   {"SS", 2},   {"MM ", 3}, {"DD", -1}, {"MMX", 2}};
     number_source source(2);
     const assertion_watch quiet;
-    const rows_t dates = records_<dv_date_t>(source);
+    rows_t dates = records_<dv_date_t>(source);
+    dates.emplace_back(std::string("\xC8\x64\1\1\0\0\0\0", 8));      // year 10000
+    dates.emplace_back(std::string("\xC7\xC7\x0C\x1F\x17;;\0", 8));  // the last second
     for (const auto &unit : units) {
         const auto trunc = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
             dv_date_column_trunc(x[0], unit.fmt, unit.fmt_len, result, faults);

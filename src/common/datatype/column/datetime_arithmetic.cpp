@@ -4,8 +4,10 @@
 // types differ in what else lies in their records, and in how they add intervals.
 
 #include "../datetime_fmt/datetime_fmt_internal.h"
+#include "../timezone/date_word.h"
 #include "dvtypes/column_datetime.h"
 #include "each_row.h"
+#include "vector_level.h"
 
 using namespace dv::impl;
 
@@ -21,6 +23,72 @@ void get_field_(const dv_column_t *x, dt_fmt_unit_t unit, dv_column_t *result, d
                      faults, x);
 }
 
+// Truncation to a unit that a field of the record has: the fields behind it become those of its beginning.
+struct field_truncation_t {
+    std::string_view unit;
+    size_t fields;  // that are kept, of the first ones in the record
+};
+constexpr field_truncation_t _field_truncations[] = {
+    {"YYYY", offsetof(dv_date_t, month)}, {"MM", offsetof(dv_date_t, day)},
+    {"DD", offsetof(dv_date_t, hour)},    {"HH24", offsetof(dv_date_t, minute)},
+    {"MI", offsetof(dv_date_t, second)},
+};
+
+// Does so to the rows of a block that are certain: of 1600 to 9999, on a day that every such month has.
+struct truncation_kernel_t {
+    const dv_column_t *from, *to;
+    uint64_t keep, begin;  // of the bytes of a record
+    bool keeps_clock;
+
+    uint64_t operator()(int64_t row, int /*count*/, uint64_t valid) const {
+        uint64_t left = valid;
+        for (uint64_t rest = keep != 0 ? valid : 0; rest != 0; rest &= rest - 1) {
+            const int64_t i = row + std::countr_zero(rest);
+            const auto *const record = static_cast<const char *>(value_at(*from, i));
+            __builtin_prefetch(record + FETCH_AHEAD);
+            dv_date_t date;
+            memcpy(&date, record, sizeof date);
+            if (!is_certain_(date)) continue;
+            uint64_t word;
+            memcpy(&word, &date, sizeof word);
+            word = (word & keep) | begin;
+            memcpy(value_at(*to, i), &word, sizeof word);
+            left ^= rest & (0 - rest);
+        }
+        return left;
+    }
+
+  private:
+    bool is_certain_(const dv_date_t &date) const {
+        const auto is_within = [](uint8_t field, int least, int end) {
+            return static_cast<uint8_t>(field - least) < end - least;
+        };
+        const bool is_date = is_within(date.century, DATE_YEAR_EXCESS + 16, DATE_YEAR_EXCESS + 100) &&
+                             is_within(date.year, DATE_YEAR_EXCESS, DATE_YEAR_EXCESS + YEARS_PER_CENTURY) &&
+                             is_within(date.day, 1, 1 + CERTAIN_DAYS[date.month]);
+        const bool is_clock = date.hour < HOURS_PER_DAY && date.minute < MINUTES_PER_HOUR;
+        return is_date && (is_clock || !keeps_clock);
+    }
+};
+
+// That of a rule; keep is 0 for one that has none.
+truncation_kernel_t truncation_kernel_(truncation_t *rule, const dv_column_t *from, const dv_column_t *to) {
+    truncation_kernel_t kernel = {from, to, 0, 0, false};
+    for (const field_truncation_t &row : _field_truncations) {
+        if (rule == nullptr || find_truncation(row.unit) != rule) continue;
+        constexpr uint8_t first_moment[sizeof(dv_date_t)] = {0, 0, 1, 1, 0, 0, 0, 0};
+        uint8_t keep[sizeof(dv_date_t)], begin[sizeof(dv_date_t)];
+        for (size_t i = 0; i < sizeof keep; ++i) {
+            keep[i] = i < row.fields ? 0xFF : 0;
+            begin[i] = i < row.fields ? 0 : first_moment[i];
+        }
+        memcpy(&kernel.keep, keep, sizeof keep);
+        memcpy(&kernel.begin, begin, sizeof begin);
+        kernel.keeps_clock = row.fields > offsetof(dv_date_t, hour);
+    }
+    return kernel;
+}
+
 // What is no unit is refused row by row, by the function for one value.
 template <void (*truncate)(dv_date_t *, const char *, int), bool Rounds>
 void truncate_(const dv_column_t *x, const char *fmt, int fmt_len, dv_column_t *result,
@@ -30,7 +98,8 @@ void truncate_(const dv_column_t *x, const char *fmt, int fmt_len, dv_column_t *
         rule != nullptr ? rule(date, Rounds) : truncate(&date, fmt, fmt_len);
         return date;
     };
-    each_row<dv_date_t>(apply, result, faults, x);
+    const truncation_kernel_t kernel = truncation_kernel_(Rounds ? nullptr : rule, x, result);
+    each_row_with<dv_date_t>(kernel, apply, result, faults, x);
 }
 
 // ---------------------------------------------------------------------------------------------------------
