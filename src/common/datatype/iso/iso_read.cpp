@@ -30,19 +30,29 @@ class reader_t {
 
     // A number of just so many digits, behind which others may follow; refused as `field` where there are
     // fewer.
-    int number(size_t digits, const char *field) {
-        const size_t found = digits_here_(digits);
-        if (found < digits) refuse(field);
-        return take_digits_(digits);
+    template <size_t digits>
+    int number(const char *field) {
+        if (rest_.size() < digits) refuse(field);
+        int value = 0;
+        for (size_t i = 0; i < digits; ++i) {
+            if (!is_digit(rest_[i])) refuse(field);
+            value = value * 10 + digit_of(rest_[i]);
+        }
+        rest_.remove_prefix(digits);
+        return value;
     }
 
     // The digits of a fraction, in nanoseconds.
     uint32_t fraction() {
-        const size_t digits = digits_here_(FRACTION_DIGITS + 1);
-        if (digits == 0 || digits > FRACTION_DIGITS) refuse("fractional second");
-        auto nanoseconds = static_cast<uint32_t>(take_digits_(digits));
-        for (size_t i = digits; i < FRACTION_DIGITS; ++i) nanoseconds *= 10;
-        return nanoseconds;
+        uint32_t nanoseconds = 0;
+        size_t digits = 0;
+        for (; digits < rest_.size() && is_digit(rest_[digits]); ++digits) {
+            if (digits == FRACTION_DIGITS) refuse("fractional second");
+            nanoseconds = nanoseconds * 10 + static_cast<uint32_t>(digit_of(rest_[digits]));
+        }
+        if (digits == 0) refuse("fractional second");
+        rest_.remove_prefix(digits);
+        return nanoseconds * static_cast<uint32_t>(decimal_power(FRACTION_DIGITS - static_cast<int>(digits)));
     }
 
     // Up to a blank or the end.
@@ -62,19 +72,6 @@ class reader_t {
     }
 
   private:
-    size_t digits_here_(size_t limit) const {
-        size_t count = 0;
-        while (count < std::min(limit, rest_.size()) && is_digit(rest_[count])) ++count;
-        return count;
-    }
-
-    int take_digits_(size_t count) {
-        int value = 0;
-        for (const char c : rest_.substr(0, count)) value = value * 10 + digit_of(c);
-        rest_.remove_prefix(count);
-        return value;
-    }
-
     std::string_view whole_, rest_;
     const error_at *refused_;
 };
@@ -87,11 +84,11 @@ class reader_t {
 bool take_date_(reader_t &text, dv_date_t &date) {
     const bool is_negative = text.take('-');
     if (!is_negative) text.take('+');
-    const int year = text.number(4, "date");
+    const int year = text.number<4>("date");
     const bool is_compact = !text.take('-');
-    const int month = text.number(2, "date");
+    const int month = text.number<2>("date");
     if (!is_compact && !text.take('-')) text.refuse("date");
-    const int day = text.number(2, "date");
+    const int day = text.number<2>("date");
     check_unit(DT_FMT_UNIT_YEAR, year);
     check_unit(DT_FMT_UNIT_MONTH, month);
     date_set_calendar(date, is_negative ? -year : year, month, day);
@@ -101,10 +98,10 @@ bool take_date_(reader_t &text, dv_date_t &date) {
 // From the hour to as far as the text goes; the fraction only into `nanoseconds`, if that is given.
 void take_time_(reader_t &text, bool is_compact, dv_date_t &clock, uint32_t *nanoseconds) {
     const auto next_field = [&] { return is_compact ? text.starts_with_digit() : text.take(':'); };
-    int fields[] = {text.number(2, "time of day"), 0, 0};
+    int fields[] = {text.number<2>("time of day"), 0, 0};
     constexpr dt_fmt_unit_e units[] = {DT_FMT_UNIT_HOUR, DT_FMT_UNIT_MINUTE, DT_FMT_UNIT_SECOND};
     size_t count = 1;
-    while (count < std::size(fields) && next_field()) fields[count++] = text.number(2, "time of day");
+    while (count < std::size(fields) && next_field()) fields[count++] = text.number<2>("time of day");
     for (size_t i = 0; i < count; ++i) {
         if (!is_in_range(range_of(units[i]), fields[i])) dv_dt_check_validity_of_unit(units[i], fields[i]);
     }
@@ -135,9 +132,9 @@ error_at with_code_(error_at where, int code) {
 
 // Hours and minutes behind the sign. Records give the minutes the sign of the hour, and that of 0 is minus.
 timezone_t take_offset_(reader_t &text, int sign, const error_at &refused) {
-    const int hour = text.number(2, "time zone");
+    const int hour = text.number<2>("time zone");
     const bool has_minute = text.take(':') || text.starts_with_digit();
-    const int minute = has_minute ? text.number(2, "time zone") : 0;
+    const int minute = has_minute ? text.number<2>("time zone") : 0;
     int error = offset_error(sign * hour, minute, sign);
     if (error == 0 && hour == 0 && minute != 0 && sign > 0) error = ERR_ZONE_MINUTE;
     if (error != 0) raise(with_code_(refused, error));
