@@ -175,6 +175,7 @@ bool is_of_word_(char c) {
 
 // What is refused begins within a word: of "Mars" the name of a month was read, and "s" is no year.
 void append_word_(explanation &e) {
+    if (e.error.arg_count != 3) return;
     const std::string_view rest = e.error.args[1], whole = e.error.args[2];
     if (rest.empty() || rest.size() >= whole.size() || !whole.ends_with(rest)) return;
     const size_t place = whole.size() - rest.size();

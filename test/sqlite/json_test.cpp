@@ -79,8 +79,9 @@ TEST(SqlJson, KeepsEveryOffset) {
                  std::abs(offset) % 60);
         const std::string value = "to_timestamp_tz('2025-03-28T17:00:00" + std::string(zone) + "')";
         const auto read = [&](const std::string &text) {
-            return session.value("SELECT dv_text(dv_epoch(to_timestamp_tz(" + text + "))) FROM (SELECT " +
-                                 value + " AS v)");
+            std::string sql = "SELECT dv_text(dv_epoch(to_timestamp_tz(";
+            sql.append(text).append("))) FROM (SELECT ").append(value).append(" AS v)");
+            return session.value(sql);
         };
         const std::string instant = std::to_string(1'743'181'200LL - 60 * offset);
         EXPECT_EQ(read("v"), instant) << zone;
