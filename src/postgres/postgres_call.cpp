@@ -54,8 +54,15 @@ kept *make_(const sql_keeper &keeper, sql_call &call, MemoryContext site) {
     return made;
 }
 
+// What is done at once with a model cannot be cancelled, and grows with the square of its length.
+constexpr int _model_bytes_max = 65536;
+
 // False: the call has failed.
 bool keep_(const sql_function &row, sql_call &call, FmgrInfo &site) {
+    if (call.args[row.keeper->argument].text.length > _model_bytes_max) {
+        sql_fail(call, "argument %d is longer than %d bytes", row.keeper->argument + 1, _model_bytes_max);
+        return false;
+    }
     auto *of = static_cast<kept *>(site.fn_extra);
     if (of == nullptr || !serves_(*of, call)) {
         site.fn_extra = nullptr;
@@ -113,7 +120,10 @@ Datum give_(const postgres_function &of, sql_call &call, FunctionCallInfo fcinfo
     if (call.result.kind != of.result) {
         ereport(ERROR, (errcode(ERRCODE_INVALID_PARAMETER_VALUE),
                         errmsg("%s gives %s here, not %s", of.function().signature.name,
-                               sql_kind_name(call.result.kind), sql_kind_name(of.result))));
+                               sql_kind_name(call.result.kind), sql_kind_name(of.result)),
+                        call.result.kind == SQL_KIND_TEXT
+                            ? errhint("%s_text gives it.", of.function().signature.name)
+                            : 0));
     }
     return postgres_give(call.result);
 }
