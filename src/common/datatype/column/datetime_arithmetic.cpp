@@ -41,21 +41,18 @@ struct truncation_kernel_t {
     bool keeps_clock;
 
     uint64_t operator()(int64_t row, int /*count*/, uint64_t valid) const {
-        uint64_t left = valid;
-        for (uint64_t rest = keep != 0 ? valid : 0; rest != 0; rest &= rest - 1) {
-            const int64_t i = row + std::countr_zero(rest);
-            const auto *const record = static_cast<const char *>(value_at(*from, i));
-            __builtin_prefetch(record + FETCH_AHEAD);
+        if (keep == 0) return valid;
+        return rows_left(valid, [this, row](int i) {
+            const void *const record = value_at(*from, row + i);
+            __builtin_prefetch(static_cast<const char *>(record) + FETCH_AHEAD);
             dv_date_t date;
             memcpy(&date, record, sizeof date);
-            if (!is_certain_(date)) continue;
             uint64_t word;
-            memcpy(&word, &date, sizeof word);
-            word = (word & keep) | begin;
-            memcpy(value_at(*to, i), &word, sizeof word);
-            left ^= rest & (0 - rest);
-        }
-        return left;
+            memcpy(&word, record, sizeof word);
+            if (!is_certain_(date)) return false;
+            store_row(*to, row + i, (word & keep) | begin);
+            return true;
+        });
     }
 
   private:

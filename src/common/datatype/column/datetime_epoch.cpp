@@ -71,6 +71,39 @@ constexpr auto _scales = [] {
     return scales;
 }();
 
+// Days since 1970 of a block of an operation, without a call, after the reform of 1582.
+struct to_day_kernel_t {
+    const dv_column_t *from, *to;
+
+    uint64_t operator()(int64_t row, int /*count*/, uint64_t valid) const {
+        return rows_left(valid, [this, row](int i) {
+            const auto &date = value_at<const dv_date_t>(*from, row + i);
+            __builtin_prefetch(reinterpret_cast<const char *>(&date) + FETCH_AHEAD);
+            if (!plain::is_plain_(date)) return false;
+            store_row(*to, row + i,
+                      int32_t{gregorian_day_number(date_year(date), date.month, date.day) - JDN_EPOCH});
+            return true;
+        });
+    }
+};
+struct from_day_kernel_t {
+    const dv_column_t *from, *to;
+
+    uint64_t operator()(int64_t row, int /*count*/, uint64_t valid) const {
+        return rows_left(valid, [this, row](int i) {
+            constexpr int32_t first = DV_JULIAN_DAY_GREGORIAN - JDN_EPOCH,
+                              last = DV_JULIAN_DAY_MAX - JDN_EPOCH;
+            const auto day = load_row<int32_t>(*from, row + i);
+            if (day < first || day > last) return false;
+            auto &date = value_at<dv_date_t>(*to, row + i);
+            __builtin_prefetch(reinterpret_cast<const char *>(&date) + FETCH_AHEAD);
+            date_set_packed_day(date, gregorian_day(static_cast<uint32_t>(day + JDN_EPOCH)));
+            date_set_clock(date, 0, 0, 0);
+            return true;
+        });
+    }
+};
+
 // What a kernel does to a block of an operation.
 struct block_kernel_t {
     const dv_column_t *from, *to;
@@ -155,7 +188,9 @@ void dv_ts_tz_column_from_epoch(const dv_column_t *counts, const dv_column_t *zo
 
 void dv_date_column_to_epoch_day(const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {
     if (!DV_ASSERT(lie_by_stride(x, result))) return;
-    each_row<dv_date_t>([](const dv_date_t &date) { return dv_date_to_epoch_day(&date); }, result, faults, x);
+    each_row_with<dv_date_t>(
+        to_day_kernel_t{x, result}, [](const dv_date_t &date) { return dv_date_to_epoch_day(&date); }, result,
+        faults, x);
 }
 
 void dv_date_column_from_epoch_day(const dv_column_t *days, dv_column_t *result, dv_column_faults_t *faults) {
@@ -165,7 +200,7 @@ void dv_date_column_from_epoch_day(const dv_column_t *days, dv_column_t *result,
         dv_date_from_epoch_day(&date, day);
         return date;
     };
-    each_row<int32_t>(value, result, faults, days);
+    each_row_with<int32_t>(from_day_kernel_t{days, result}, value, result, faults, days);
 }
 
 }  // extern "C"

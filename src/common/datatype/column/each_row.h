@@ -41,6 +41,16 @@ struct no_kernel_t {
     uint64_t operator()(int64_t /*row*/, int /*count*/, uint64_t valid) const { return valid; }
 };
 
+// For kernels: those of a block's rows that are left where `does` tells of each whether it did it.
+template <typename Does>
+uint64_t rows_left(uint64_t rows, Does does) {
+    uint64_t left = rows;
+    for (uint64_t rest = rows; rest != 0; rest &= rest - 1) {
+        if (does(std::countr_zero(rest))) left ^= rest & (0 - rest);
+    }
+    return left;
+}
+
 template <typename Function, typename Kernel, typename... Operands>
 struct each_row_t {
     const dv_column_t *operand[sizeof...(Operands)];
