@@ -84,6 +84,11 @@ typedef struct number_total_s {
 DV_EXPORT int64_t number_total_add(number_total_t *total, const number_t *x);
 DV_EXPORT int64_t number_total_sub(number_total_t *total, const number_t *x);
 
+// total += x * y, total -= x * y, exactly, with the count; of an x with itself, its square. A NULL value
+// changes nothing. Returns and raises as above.
+DV_EXPORT int64_t number_total_add_product(number_total_t *total, const number_t *x, const number_t *y);
+DV_EXPORT int64_t number_total_sub_product(number_total_t *total, const number_t *x, const number_t *y);
+
 // total += other, with the count. The two may be the same. Returns and raises as above.
 DV_EXPORT int64_t number_total_merge(number_total_t *total, const number_total_t *other);
 
@@ -102,6 +107,24 @@ DV_EXPORT void *number_total_attach(number_total_t *total, int64_t size, void *m
 // Raises  -5068, -5069  the result is beyond the range of NUMBER
 DV_EXPORT void number_total_sum(const number_total_t *total, number_t *x);
 DV_EXPORT void number_total_average(const number_total_t *total, number_t *x);
+
+// x = the variance of n terms, and the standard deviation, which is its square root: of their total and of
+// that of their squares, (n * squares - sum^2) / (n * (n - is_sample)), rounded half up to 38 digits. Nothing
+// is rounded before that, so terms that differ little lose no digit.
+//
+//   is_sample  1: of a sample of a population; 0: of all of it
+//
+// Where n is not above is_sample, x becomes a NULL value.
+// Raises  -5121         the totals are not those of the same terms, as number_total_has_squares tells
+//         -5068, -5069  the result is beyond the range of NUMBER
+DV_EXPORT void number_total_variance(const number_total_t *sum, const number_total_t *squares,
+                                     uint8_t is_sample, number_t *x);
+DV_EXPORT void number_total_deviation(const number_total_t *sum, const number_total_t *squares,
+                                      uint8_t is_sample, number_t *x);
+
+// 1 where `squares` can be the total of the squares of the terms of `sum`, else 0: the counts are the same
+// and not below 0, and n * squares is not below sum^2. To be asked of totals that came from elsewhere.
+DV_EXPORT uint8_t number_total_has_squares(const number_total_t *sum, const number_total_t *squares);
 
 // ---------------------------------------------------------------------------------------------------------
 // Totals that travel

@@ -90,6 +90,26 @@ inline void negate(exact_t &x) {
     append_limb(x, ~extension + carry);
 }
 
+// x * y, which has as many limbs as both have in all: at most EXACT_LIMBS_MAX.
+inline exact_t product_of(exact_t x, exact_t y) {
+    const bool negative = is_negative(x) != is_negative(y);
+    if (is_negative(x)) negate(x);
+    if (is_negative(y)) negate(y);
+    exact_t product = {x.weight + y.weight, x.size + y.size, {}};
+    for (int i = 0; i < x.size; ++i) {
+        uint64_t carry = 0;
+        for (int j = 0; j < y.size; ++j) {
+            const uint128_t step = uint128_t{x.limb[i]} * y.limb[j] + product.limb[i + j] + carry;
+            product.limb[i + j] = static_cast<uint64_t>(step);
+            carry = static_cast<uint64_t>(step >> 64);
+        }
+        product.limb[i + y.size] = carry;
+    }
+    if (negative) negate(product);
+    trim(product);
+    return product;
+}
+
 // Of x that is not negative. Returns the remainder.
 inline uint64_t divide(exact_t &x, uint64_t divisor) {
     uint64_t remainder = 0;

@@ -26,15 +26,6 @@ uint64_t *limbs_of_(number_total_t &total) {
     return total.attached_room != 0 ? total.limbs.attached : total.limbs.own;
 }
 
-exact_t exact_of_(const number_total_t &total) {
-    exact_t x;
-    x.weight = total.weight;
-    x.size = room_of_(total);
-    memcpy(x.limb, limbs_of_(total), static_cast<size_t>(x.size) * LIMB_SIZE);
-    trim(x);
-    return x;
-}
-
 void store_(number_total_t &total, const exact_t &x) {
     uint64_t *const limb = limbs_of_(total);
     const uint64_t extension = extension_of(x.limb[x.size - 1]);
@@ -80,9 +71,8 @@ quotient_digits_t divide_(exact_t &magnitude, uint64_t divisor) {
     return result;
 }
 
-// x = total / divisor
-void quotient_(const number_total_t &total, uint64_t divisor, number_t &x) {
-    exact_t sum = exact_of_(total);
+// x = sum / divisor
+void quotient_(exact_t sum, uint64_t divisor, number_t &x) {
     if (is_zero(sum)) return store_zero(x);
     const bool negative = is_negative(sum);
     if (negative) negate(sum);
@@ -157,10 +147,21 @@ exact_t dv::impl::exact_of(const number_t &x) {
     return value;
 }
 
+exact_t dv::impl::exact_of(const number_total_t &total) {
+    exact_t x;
+    x.weight = total.weight;
+    x.size = room_of_(total);
+    memcpy(x.limb, limbs_of_(total), static_cast<size_t>(x.size) * LIMB_SIZE);
+    trim(x);
+    return x;
+}
+
+void dv::impl::round_to_number(const exact_t &from, number_t &x) { quotient_(from, 1, x); }
+
 int64_t dv::impl::add_to_total(number_total_t &total, exact_t &x, int64_t terms) {
     int64_t count;
     if (__builtin_add_overflow(total.count, terms, &count)) raise(ERR_NUMBER_OVERFLOW);
-    exact_t sum = exact_of_(total);
+    exact_t sum = exact_of(total);
     add(sum, x);
     trim(sum);
     if (memory_for_(total, sum) != 0) raise_weight(sum);
@@ -184,7 +185,7 @@ extern "C" int64_t number_total_sub(number_total_t *total, const number_t *x) {
 
 extern "C" int64_t number_total_merge(number_total_t *total, const number_total_t *other) {
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(other != NULL)) return 0;
-    exact_t x = exact_of_(*other);
+    exact_t x = exact_of(*other);
     return add_to_total(*total, x, other->count);
 }
 
@@ -192,7 +193,7 @@ extern "C" void *number_total_attach(number_total_t *total, int64_t size, void *
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(memory != NULL)) return NULL;
     const int64_t room = int64_t{room_of_(*total)} * LIMB_SIZE;
     if (!DV_ASSERT(size >= room)) return NULL;
-    const exact_t sum = exact_of_(*total);
+    const exact_t sum = exact_of(*total);
     void *const before = total->attached_room != 0 ? total->limbs.attached : NULL;
     const int64_t limbs = size / LIMB_SIZE;
     total->attached_room = static_cast<uint16_t>(limbs < _limbs_max ? limbs : int64_t{_limbs_max});
@@ -204,18 +205,18 @@ extern "C" void *number_total_attach(number_total_t *total, int64_t size, void *
 extern "C" void number_total_sum(const number_total_t *total, number_t *x) {
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(number_is_nonnull_ptr(x))) return;
     if (total->count <= 0) return number_assign(x, _number_null);
-    quotient_(*total, 1, *x);
+    quotient_(exact_of(*total), 1, *x);
 }
 
 extern "C" void number_total_average(const number_total_t *total, number_t *x) {
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(number_is_nonnull_ptr(x))) return;
     if (total->count <= 0) return number_assign(x, _number_null);
-    quotient_(*total, static_cast<uint64_t>(total->count), *x);
+    quotient_(exact_of(*total), static_cast<uint64_t>(total->count), *x);
 }
 
 extern "C" int64_t number_total_pack(const number_total_t *total, int64_t size, uint8_t *bytes) {
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(bytes != NULL)) return 0;
-    exact_t sum = exact_of_(*total);
+    exact_t sum = exact_of(*total);
     raise_weight(sum);
     uint8_t packed[DV_TOTAL_PACKED_MAX];
     const int length = pack_(sum, total->count, packed);

@@ -11,6 +11,12 @@ namespace dv::impl {
 // and a record has as many as its size byte tells, but no more than twenty.
 exact_t exact_of(const number_t &x);
 
+// The sum of a total, trimmed.
+exact_t exact_of(const number_total_t &total);
+
+// x = a trimmed integer, rounded half up to 38 digits. Raises where that is beyond NUMBER.
+void round_to_number(const exact_t &from, number_t &x);
+
 // total += x, where that many terms come in with it; x changes. Returns 0, or, with the total as it was, the
 // bytes of memory that it needs. Raises when it is beyond what any total holds.
 int64_t add_to_total(number_total_t &total, exact_t &x, int64_t terms);
@@ -65,6 +71,13 @@ struct term_t {
     uint64_t low, middle, high;
 };
 
+// Times a factor below 2^63.
+inline term_t scaled(int128_t value, uint64_t factor) {
+    const uint128_t low = uint128_t{static_cast<uint64_t>(value)} * factor;
+    const int128_t high = (value >> 64) * static_cast<int64_t>(factor) + static_cast<int64_t>(low >> 64);
+    return {static_cast<uint64_t>(low), static_cast<uint64_t>(high), static_cast<uint64_t>(high >> 64)};
+}
+
 // The digits of a record of up to sixteen, times a factor below 2^63.
 inline term_t scaled_digits(const number_t &x, int count, uint64_t factor) {
     const int64_t last = last_digits(x.coef, count);
@@ -73,27 +86,23 @@ inline term_t scaled_digits(const number_t &x, int count, uint64_t factor) {
         const auto middle = static_cast<uint64_t>(value >> 64);
         return {static_cast<uint64_t>(value), middle, extension_of(middle)};
     }
-    const int128_t value =
-        last + int128_t{last_digits(x.coef, count - COEF_WORD_DIGITS)} * int64_t{LIMB_BASE};
-    const uint128_t low = uint128_t{static_cast<uint64_t>(value)} * factor;
-    const int128_t high = (value >> 64) * static_cast<int64_t>(factor) + static_cast<int64_t>(low >> 64);
-    return {static_cast<uint64_t>(low), static_cast<uint64_t>(high), static_cast<uint64_t>(high >> 64)};
+    return scaled(last + int128_t{last_digits(x.coef, count - COEF_WORD_DIGITS)} * int64_t{LIMB_BASE},
+                  factor);
 }
 
-// The usual case of add_to_total: a record of up to sixteen digits and a total without memory. False: the
-// total has the value that it had.
-inline bool add_in_place(number_total_t &total, const number_t &x, bool subtracts) {
+// Moves a total without memory to where a term of that weight can be added, after a multiplication by a power
+// of 100 that the table has. False: it has memory, or it would not do.
+inline bool make_room_in_place(number_total_t &total, int weight) {
     constexpr int weight_max = (EXACT_BITS_MAX - 64 * DV_TOTAL_LIMBS) * 10 / 67 + EXACT_WEIGHT_MIN;
-    const int count = number_digit_count(x);
-    const int weight = count == 0 ? total.weight : number_exponent(x) - count;
-    int64_t terms;
-    if (count > 2 * COEF_WORD_DIGITS || weight - total.weight >= POWERS_OF_100_COUNT ||
-        total.attached_room != 0 || total.weight > weight_max ||
-        __builtin_add_overflow(total.count, subtracts ? -1 : 1, &terms))
+    if (weight - total.weight >= POWERS_OF_100_COUNT || total.attached_room != 0 || total.weight > weight_max)
         return false;
-    if (weight < total.weight && !lower_weight_in_place(total, weight)) return false;
+    return weight >= total.weight || lower_weight_in_place(total, weight);
+}
 
-    const term_t term = scaled_digits(x, count, POWERS_OF_100[static_cast<size_t>(weight - total.weight)]);
+// total += term, or -= it, of the total's weight. False: the total is as it was.
+inline bool add_term_in_place(number_total_t &total, const term_t &term, bool subtracts) {
+    int64_t terms;
+    if (__builtin_add_overflow(total.count, subtracts ? -1 : 1, &terms)) return false;
     const uint64_t flip = subtracts ? ~uint64_t{0} : 0;  // -x is ~x + 1
     const uint64_t extension = extension_of(term.high) ^ flip;
     const uint64_t last = total.limbs.own[DV_TOTAL_LIMBS - 1];
@@ -106,6 +115,31 @@ inline bool add_in_place(number_total_t &total, const number_t &x, bool subtract
     memcpy(total.limbs.own, sum, sizeof sum);
     total.count = terms;
     return true;
+}
+
+inline uint64_t factor_to(const number_total_t &total, int weight) {
+    return POWERS_OF_100[static_cast<size_t>(weight - total.weight)];
+}
+
+// The usual case of add_to_total: a record of up to sixteen digits and a total without memory. False: the
+// total has the value that it had.
+inline bool add_in_place(number_total_t &total, const number_t &x, bool subtracts) {
+    const int count = number_digit_count(x);
+    const int weight = count == 0 ? total.weight : number_exponent(x) - count;
+    if (count > 2 * COEF_WORD_DIGITS || !make_room_in_place(total, weight)) return false;
+    return add_term_in_place(total, scaled_digits(x, count, factor_to(total, weight)), subtracts);
+}
+
+// The same of x * y, each of up to eight digits.
+inline bool add_product_in_place(number_total_t &total, const number_t &x, const number_t &y,
+                                 bool subtracts) {
+    const int x_count = number_digit_count(x), y_count = number_digit_count(y);
+    if (x_count > COEF_WORD_DIGITS || y_count > COEF_WORD_DIGITS) return false;
+    const bool is_zero = x_count == 0 || y_count == 0;
+    const int weight = is_zero ? total.weight : number_exponent(x) - x_count + number_exponent(y) - y_count;
+    if (!make_room_in_place(total, weight)) return false;
+    const int128_t product = int128_t{last_digits(x.coef, x_count)} * last_digits(y.coef, y_count);
+    return add_term_in_place(total, scaled(product, factor_to(total, weight)), subtracts);
 }
 
 // total += x, total -= x: as add_to_total.
