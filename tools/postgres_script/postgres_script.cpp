@@ -30,6 +30,7 @@ int main(int argc, char **argv) {
     add_types(made);
     add_functions(made);
     add_casts(made);
+    add_states(made);
     std::ofstream file(argv[2]);
     if (std::string_view(argv[1]) == "functions") {
         file << _functions_head << made.functions();

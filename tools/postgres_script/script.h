@@ -27,6 +27,9 @@ class script {
     void add_comment(std::string_view text) { sql_.append("\n-- ").append(text).append("\n\n"); }
     void add(const made_function &function);
 
+    // A function that stands in the module by itself, without a body here.
+    void add_present(const made_function &function) { create_(function, function.name); }
+
     // The same function of the module under another name in SQL.
     void add_alias(const made_function &function, const std::string &name);
 
@@ -49,6 +52,9 @@ class script {
 void add_types(script &to);
 void add_functions(script &to);
 void add_casts(script &to);
+
+// Appends the aggregates, and their states as types.
+void add_states(script &to);
 
 }  // namespace dv::impl
 
