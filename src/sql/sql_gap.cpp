@@ -99,16 +99,12 @@ void append_offsets_(sql_text_list &text, const tz_region_t &region, const dv_da
 
 }  // namespace
 
-// The entries are pairs, the new period's first.
 sql_gap dv::impl::sql_find_gap(const tz_region_t &region, const dv_date_t &local) {
-    for (int i = 0; i + 1 < region.info_cnt; i += 2) {
-        const dv_date_t &end = region.infos[i].local;
-        dv_date_t begin = region.infos[i + 1].local;  // the last second before
-        if (dv_date_compare(&local, &begin) <= 0 || dv_date_compare(&local, &end) >= 0) continue;
-        dv_date_add_field(&begin, DT_FMT_UNIT_SECOND, 1);
-        return {true, begin, end};
-    }
-    return {};
+    const auto high = static_cast<uint8_t>(region.id >> 8), low = static_cast<uint8_t>(region.id);
+    const timezone_t zone = {SQL_UTC.utc_hour, 0, 0, {high, low}};
+    tz_local_times_t times;
+    timezone_get_local_times(&zone, &local, &times);
+    return {times.count == 0, times.begin, times.end};
 }
 
 void dv::impl::sql_append_gap(sql_text_list &text, const sql_call &call, const sql_function &row) {

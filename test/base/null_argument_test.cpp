@@ -185,6 +185,7 @@ const null_group_t _groups[] = {
      null_cases<timezone_shift_to_east, timezone_shift_to_west, timezone_adjust>()},
     {"local_tz != NULL; date != NULL", 1 << 2, null_cases<timezone_normalize>()},
     {"sess_tz != NULL; date != NULL", 1 << 2, null_cases<timezone_localize>()},
+    {"tz != NULL; local != NULL; times != NULL", 0, null_cases<timezone_get_local_times>()},
     {"local_tz != NULL; buf != NULL", 0, null_cases<timezone_get_zone_name>()},
     {"local_tz != NULL; date != NULL; buf != NULL", 0, null_cases<timezone_get_zone_abbr>()},
     {"region != NULL; utc != NULL", 0, null_cases<zonetab_get_info>()},

@@ -154,4 +154,19 @@ TEST(CppChronoCast, DaysThatOneCalendarLacksThrowAndNoOthersDo) {
     EXPECT_LT(refused, 1200);  // at most one in four years
 }
 
+TEST(CppChronoCast, DurationsMoveDatetimes) {
+    const timestamp_tz t("2026-01-31 12:00 Asia/Seoul");
+    EXPECT_EQ(t + 36h, t + interval_ds(1, 12));
+    EXPECT_EQ(t - 1500ms, t - interval_ds(0, 0, 0, 1, 500'000'000));
+    EXPECT_EQ(timestamp_ltz(t) + days(2), timestamp_ltz(t + interval_ds(2)));
+    EXPECT_EQ(date(2026, 1, 31) + months(2), date(2026, 3, 31));
+    date day(2024, 2, 29);
+    day += years(4);
+    day -= days(1);
+    EXPECT_EQ(day, date(2028, 2, 28));
+    EXPECT_EQ(interval_ds(1) + 1min, interval_ds(1, 0, 1));
+    EXPECT_THROW(date(2026, 1, 31) + months(1), dv::error);
+    EXPECT_THROW(date() + hours(24'000'000'000), dv::error);
+}
+
 }  // namespace

@@ -257,4 +257,54 @@ TEST(CppDatetime, ZonedTimestampsAreInstantsShownInTheirZone) {
     EXPECT_EQ(last.local(), timestamp(9999, 12, 31, 23));
 }
 
+// 2026: in Paris clocks go from 02:00 to 03:00 on 29 March, and from 03:00 to 02:00 on 25 October. Lord
+// Howe's are moved by half an hour.
+TEST(CppDatetime, LocalTimesTellGapsAndRepeatedTimes) {
+    const zone paris("Europe/Paris"), lord_howe("Australia/Lord_Howe");
+    const struct {
+        zone where;
+        timestamp local;
+        int count;
+        timestamp begin, end, earlier, later;  // the instants in UTC
+        interval_ds before, after;
+    } cases[] = {
+        {paris, timestamp("2026-03-29 02:20:00.5"), 0, timestamp("2026-03-29 02:00"),
+         timestamp("2026-03-29 03:00"), timestamp("2026-03-29 00:20:00.5"),
+         timestamp("2026-03-29 01:20:00.5"), interval_ds(0, 1), interval_ds(0, 2)},
+        {paris, timestamp("2026-10-25 02:20:00.5"), 2, timestamp("2026-10-25 02:00"),
+         timestamp("2026-10-25 03:00"), timestamp("2026-10-25 00:20:00.5"),
+         timestamp("2026-10-25 01:20:00.5"), interval_ds(0, 2), interval_ds(0, 1)},
+        {paris, timestamp("2026-07-01"), 1, timestamp("2026-07-01"), timestamp("2026-07-01"),
+         timestamp("2026-06-30 22:00"), timestamp("2026-06-30 22:00"), interval_ds(0, 2), interval_ds(0, 2)},
+        {lord_howe, timestamp("2026-10-04 02:10"), 0, timestamp("2026-10-04 02:00"),
+         timestamp("2026-10-04 02:30"), timestamp("2026-10-03 15:10"), timestamp("2026-10-03 15:40"),
+         interval_ds(0, 10, 30), interval_ds(0, 11)},
+        {zone("-03:30"), timestamp("2026-10-04 02:10"), 1, timestamp("2026-10-04 02:10"),
+         timestamp("2026-10-04 02:10"), timestamp("2026-10-04 05:40"), timestamp("2026-10-04 05:40"),
+         interval_ds(0, -3, -30), interval_ds(0, -3, -30)},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.local.to_string() + ' ' + c.where.name());
+        const dv::local_times times(c.local, c.where);
+        EXPECT_EQ(times.count(), c.count);
+        EXPECT_EQ(times.is_skipped(), c.count == 0);
+        EXPECT_EQ(times.is_repeated(), c.count == 2);
+        EXPECT_EQ(times.begin(), c.begin);
+        EXPECT_EQ(times.end(), c.end);
+        EXPECT_EQ(times.offset_before(), c.before);
+        EXPECT_EQ(times.offset_after(), c.after);
+        EXPECT_EQ(times.earlier().utc(), c.earlier);
+        EXPECT_EQ(times.later().utc(), c.later);
+        EXPECT_EQ(times.later().zone(), c.where);
+        const timestamp_tz chosen(c.local, c.where.name(), dv::meaning::earlier);
+        EXPECT_EQ(text_of_(chosen), text_of_(times.earlier()));
+        EXPECT_EQ(text_of_(chosen), text_of_(timestamp_tz(c.earlier, zone()).at(c.where)));
+        if (c.count == 0) continue;
+        EXPECT_EQ(chosen.local(), c.local);
+        EXPECT_EQ(text_of_(timestamp_tz(c.local, c.where.name())), text_of_(times.later()));
+    }
+    EXPECT_EQ(dv::try_make<timestamp_tz>(timestamp(-4713, 1, 1), zone("+14:00"), dv::meaning::later).code(),
+              -5114);
+}
+
 }  // namespace

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <map>
+#include <set>
 
 #include "datetime_support.h"
 #include "dvtypes/timezone.h"
@@ -133,6 +135,62 @@ void expect_scan_(int id, const dv_date_t &date) {
         expect_local_scan_(zone_(id), date, abbrev);
 }
 
+// ---- what a local time is ----
+
+int seconds_of_(const tz_info_t &info) { return (info.utc_hour * 60 + info.utc_min) * 60 + info.utc_sec; }
+
+// The instants at which clocks showed a time, earliest first: of each offset that the region ever had, the
+// one that it gives, where it is in force then.
+std::vector<const tz_info_t *> shown_at_(const tz_region_t &region, const dv_date_t &local) {
+    std::map<int, const tz_info_t *, std::greater<>> in_force;
+    std::set<int> offsets;
+    for (int i = 0; i < region.info_cnt; ++i) offsets.insert(seconds_of_(region.infos[i]));
+    for (const int offset : offsets) {
+        const dv_date_t utc = moved_(local, -offset);
+        const tz_info_t &info = *zonetab_get_info(&region, &utc);
+        if (seconds_of_(info) == offset) in_force[offset] = &info;
+    }
+    std::vector<const tz_info_t *> shown;
+    for (const auto &[offset, info] : in_force) shown.push_back(info);
+    return shown;
+}
+
+bool has_offset_of_(const timezone_t &tz, const tz_info_t &info) {
+    timezone_t wanted = tz;
+    set_offset_(wanted, info);
+    return std::memcmp(&tz, &wanted, sizeof tz) == 0;
+}
+
+tz_local_times_t local_times_(int id, const dv_date_t &local) {
+    tz_local_times_t times{};
+    const timezone_t tz = zone_(id);
+    timezone_get_local_times(&tz, &local, &times);
+    return times;
+}
+
+void expect_local_times_(int id, const dv_date_t &local) {
+    const tz_region_t &region = region_tab_[id];
+    SCOPED_TRACE(region.canon_name + (' ' + describe(local)));
+    const tz_local_times_t times = local_times_(id, local);
+    const auto shown = shown_at_(region, local);
+    ASSERT_EQ(static_cast<size_t>(times.count), shown.size());
+    if (!shown.empty()) {
+        EXPECT_TRUE(has_offset_of_(times.before, *shown.front()));
+        EXPECT_TRUE(has_offset_of_(times.after, *shown.back()));
+    }
+    if (times.count == 1) {
+        EXPECT_EQ(times.begin, local);
+        EXPECT_EQ(times.end, local);
+        return;
+    }
+    EXPECT_LE(dv_date_compare(&times.begin, &local), 0);
+    EXPECT_LT(dv_date_compare(&local, &times.end), 0);
+    EXPECT_NE(shown_at_(region, moved_(times.begin, -1)).size(), shown.size());
+    EXPECT_EQ(shown_at_(region, times.begin).size(), shown.size());
+    EXPECT_EQ(shown_at_(region, moved_(times.end, -1)).size(), shown.size());
+    EXPECT_NE(shown_at_(region, times.end).size(), shown.size());
+}
+
 }  // namespace
 
 // At, one second before and one second behind every entry of every region, in UTC and in local time.
@@ -190,4 +248,34 @@ TEST(TimezoneHistory, TakesAnyBytesAsTheScanDoes) {
         expect_utc_scan_(tz, date);
         expect_local_scan_(tz, date, i % 5 == 0 ? "EST" : "");
     }
+}
+
+// Every change of every region, on both of its sides: the last second and the one behind it.
+TEST(TimezoneHistory, TellsGapsAndRepeatedTimesWithTheirOffsets) {
+    std::set<const tz_info_t *> seen;  // histories, which regions share
+    for (int id = 0; id < TZ_ID_MAX && !testing::Test::HasFailure(); ++id) {
+        const tz_region_t &region = region_tab_[id];
+        if (!seen.insert(region.infos).second) continue;
+        for (int i = 0; i + 1 < region.info_cnt; i += 2) {
+            const dv_date_t &begin = region.infos[i].local, &end = region.infos[i + 1].local;
+            for (const dv_date_t &local : {moved_(begin, -1), begin, end, moved_(end, 1)}) {
+                expect_local_times_(id, local);
+            }
+        }
+        expect_local_times_(id, make_date(2024, 1, 1));
+    }
+    const tz_local_times_t gap =
+        local_times_(zonetab_search_region("Europe/Paris")->id, make_date(2026, 3, 29, 2, 30));
+    EXPECT_EQ(gap.count, 0);
+    EXPECT_EQ(gap.begin, make_date(2026, 3, 29, 2));
+    EXPECT_EQ(gap.end, make_date(2026, 3, 29, 3));
+    EXPECT_EQ(gap.before.utc_hour, 101);
+    EXPECT_EQ(gap.after.utc_hour, 102);
+    timezone_t fixed = zone_(TZ_ID_OFFSET);
+    fixed.utc_hour = 95;
+    tz_local_times_t times{};
+    const dv_date_t local = make_date(2026, 3, 29, 2, 30);
+    timezone_get_local_times(&fixed, &local, &times);
+    EXPECT_EQ(times.count, 1);
+    EXPECT_EQ(times.before.utc_hour, 95);
 }

@@ -305,6 +305,35 @@ requires detail::chrono_pair<To, From> result<To> try_chrono_cast(const From &fr
     return attempt([&] { return detail::convert<To, From>::call(from); });
 }
 
+namespace detail {
+
+template <duration Duration>
+using interval_of = std::conditional_t<month_duration<Duration>, interval_ym, interval_ds>;
+
+// Can an interval be added to it that such a duration is?
+template <typename T, typename Duration>
+concept moves_by = value<T> && duration<Duration> && chrono_pair<interval_of<Duration>, Duration> &&
+    requires(T &x, const interval_of<Duration> &y) {
+    x += y;
+};
+
+}  // namespace detail
+
+// Later or earlier by a duration, as by the interval that chrono_cast makes of it: t + 36h, and months and
+// years as calendars have them. Throw what chrono_cast and the addition throw.
+template <typename T, typename Duration>
+requires detail::moves_by<T, Duration> T &operator+=(T &x, const Duration &y) {
+    return x += chrono_cast<detail::interval_of<Duration>>(y);
+}
+template <typename T, typename Duration>
+requires detail::moves_by<T, Duration> T &operator-=(T &x, const Duration &y) {
+    return x -= chrono_cast<detail::interval_of<Duration>>(y);
+}
+template <typename T, typename Duration>
+requires detail::moves_by<T, Duration> T operator+(T x, const Duration &y) { return x += y; }
+template <typename T, typename Duration>
+requires detail::moves_by<T, Duration> T operator-(T x, const Duration &y) { return x -= y; }
+
 }  // namespace dv
 
 #endif  // DVTYPES_CHRONO_HPP

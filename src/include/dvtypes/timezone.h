@@ -180,6 +180,32 @@ DV_EXPORT void timezone_shift_to_west(const timezone_t *local_tz, dv_date_t *dat
 //         -5114  as dv_date_add_field
 DV_EXPORT void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbrev);
 
+// What a local time is on the clocks of a zone, as timezone_normalize takes it.
+typedef struct tz_local_times_s {
+    int32_t count;      // how often they showed it: 1; 0 where they were set forward over it, 2 where back
+    timezone_t before;  // the zone with the offset before that change, and behind it: the same one where
+    timezone_t after;   // count is 1
+    dv_date_t begin;    // what was skipped or shown twice: from here on,
+    dv_date_t end;      // in front of here; both are the local time where count is 1
+} tz_local_times_t;
+
+// Tells of a local time whether the clocks of a zone skipped it, showed it once or showed it twice. Its
+// instants come by timezone_shift_to_west: of one that was shown twice the earlier by `before`, the later by
+// `after`. In a gap `before` gives the instant that is as long after the change as the local time lies behind
+// the gap's begin, `after` the one that is as long before the change as it lies in front of the gap's end.
+// Asserts "tz != NULL", "local != NULL", "times != NULL".
+//
+// ```c
+// const dv_date_t half_past_two = {120, 126, 3, 29, 2, 30, 0, 0};  // 2026-03-29
+// timezone_t paris;
+// tz_local_times_t times;
+// timezone_parse(&paris, "Europe/Paris", 12);
+// timezone_get_local_times(&paris, &half_past_two, &times);
+// printf("%d: from %d to %d\n", (int)times.count, times.begin.hour, times.end.hour);  // 0: from 2 to 3
+// ```
+DV_EXPORT void timezone_get_local_times(const timezone_t *tz, const dv_date_t *local,
+                                        tz_local_times_t *times);
+
 // Turns UTC into the local time of sess_tz. *out_tz, unless NULL, gets that zone with the offset in force.
 // Raises  -5114  as dv_date_add_field
 DV_EXPORT void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *out_tz);

@@ -6,6 +6,10 @@
 // std::cout << call.at(dv::zone("America/New_York")) << '\n';
 // // 2026-11-20 19:30:00.000000000 America/New_York EST
 // std::cout << (call == dv::timestamp_tz("2026-11-21 00:30 +00:00")) << '\n';  // 1
+// const dv::timestamp dinner(2026, 10, 25, 2, 30);                  // clocks go from 03:00 back to 02:00
+// const dv::zone paris("Europe/Paris");
+// std::cout << dv::local_times(dinner, paris).count() << '\n';       // 2
+// std::cout << dv::timestamp_tz(dinner, paris, dv::meaning::earlier).abbreviation() << '\n';   // CEST
 // ```
 //
 // The present is chrono_cast<timestamp_tz>(std::chrono::system_clock::now()), shown by at(zone) (chrono.hpp).
@@ -71,6 +75,46 @@ class zone : public parts::keyed_value<zone, timezone_t> {
 };
 
 class timestamp_tz;
+
+// Which of two instants a local time is to be, where its zone's clocks showed it twice or never.
+enum class meaning { earlier, later };
+
+// What a local time is on a zone's clocks: shown once; skipped by them, in a gap; or shown twice.
+class local_times {
+  public:
+    // Of any local time in any zone.
+    local_times(const timestamp &local, const zone &zone) noexcept : local_(local) {
+        timezone_get_local_times(&zone.record(), &detail::date_part(local.record()), &times_);
+    }
+
+    // How often clocks showed it: 1, 0 or 2.
+    int count() const noexcept { return times_.count; }
+    bool is_skipped() const noexcept { return times_.count == 0; }
+    bool is_repeated() const noexcept { return times_.count == 2; }
+
+    // What was skipped or shown twice: the local times from begin() on, in front of end(). Both are the local
+    // time itself, to the second, where it was shown once.
+    timestamp begin() const noexcept { return timestamp(dv::date(times_.begin)); }
+    timestamp end() const noexcept { return timestamp(dv::date(times_.end)); }
+    // By how much clocks were ahead of those of +00:00 before the change and after it.
+    interval_ds offset_before() const noexcept { return offset_of(times_.before); }
+    interval_ds offset_after() const noexcept { return offset_of(times_.after); }
+
+    // The two instants, the same one where it was shown once. Of a time in a gap, which lies n minutes behind
+    // its begin and m in front of its end, the one m minutes before the change, and the one n minutes after
+    // it. Throw -5114 beyond the calendar.
+    timestamp_tz earlier() const;
+    timestamp_tz later() const;
+
+  private:
+    static interval_ds offset_of(const timezone_t &tz) noexcept {
+        const int hour = tz.utc_hour - 100;
+        return interval_ds(0, hour, hour > 0 ? tz.utc_min : -tz.utc_min);
+    }
+
+    timestamp local_;
+    tz_local_times_t times_{};
+};
 
 // TIMESTAMP WITH LOCAL TIME ZONE: an instant alone, shown in the zone of whoever looks. Its text is that of a
 // timestamp_tz at +00:00; one of any zone is read. Months are added where there is a zone: to
@@ -141,6 +185,14 @@ class timestamp_tz : public parts::basic_datetime<timestamp_tz, dv_ts_tz_t, size
         static void make(dv_ts_tz_t &x, const timestamp &local, const zone &zone) {
             dv_ts_tz_from_timestamp(&x, &local.record(), &zone.record());
         }
+        static void make(dv_ts_tz_t &x, const timestamp &local, const zone &zone, meaning wanted) {
+            tz_local_times_t times;
+            timezone_get_local_times(&zone.record(), &detail::date_part(local.record()), &times);
+            const bool is_by_after = (wanted == meaning::earlier) == (times.count == 0);
+            x = {local.record(), is_by_after ? times.after : times.before};
+            timezone_shift_to_west(&x.tz, &detail::date_part(x.utc));
+            adjust(x);
+        }
         template <interval Interval>
         static void add(dv_ts_tz_t &x, const Interval &y) {
             timestamp::raising::add(x.utc, y);
@@ -163,10 +215,19 @@ class timestamp_tz : public parts::basic_datetime<timestamp_tz, dv_ts_tz_t, size
     // 1970-01-01 00:00:00 +00:00.
     constexpr timestamp_tz() noexcept : basic_datetime({timestamp().record(), dv::zone().record()}) {}
     // A time on the zone's clocks; of one that they showed twice, the later meaning. Throws -5110 when they
-    // never showed it.
+    // never showed it; local_times and dv::explain (explain.hpp) tell where the gap is.
     timestamp_tz(const timestamp &local, const dv::zone &zone) : timestamp_tz() {
         guarded([&] { raising::make(record_, local, zone); });
     }
+    // The earlier or the later meaning of one that they showed twice; of one that they never showed, the
+    // instant as far before or after the change (local_times).
+    timestamp_tz(const timestamp &local, const dv::zone &zone, meaning wanted) : timestamp_tz() {
+        guarded([&] { raising::make(record_, local, zone, wanted); });
+    }
+    // Of a zone by its text; throw what dv::zone(text) throws, too.
+    timestamp_tz(const timestamp &local, std::string_view zone) : timestamp_tz(local, dv::zone(zone)) {}
+    timestamp_tz(const timestamp &local, std::string_view zone, meaning wanted)
+        : timestamp_tz(local, dv::zone(zone), wanted) {}
     // "2026-11-21 09:30 Asia/Seoul", "2026-11-21T00:30:00Z", "2026-10-25 02:30 Europe/Paris CEST"; throws
     // -5113, -5114, -5104, -5110 and what dv_ts_tz_from_iso raises.
     explicit timestamp_tz(std::string_view text) : timestamp_tz() {
@@ -184,6 +245,14 @@ class timestamp_tz : public parts::basic_datetime<timestamp_tz, dv_ts_tz_t, size
         guarded([&] { dv_timestamp_from_ts_tz(&local, &record_); });
         return timestamp(local);
     }
+    // Fields of local().
+    int year() const { return local().year(); }
+    int month() const { return local().month(); }
+    int day() const { return local().day(); }
+    int hour() const { return local().hour(); }
+    int minute() const { return local().minute(); }
+    int second() const { return local().second(); }
+    int nanosecond() const { return local().nanosecond(); }
     // The zone, as the value keeps it: a region, or a fixed offset.
     dv::zone zone() const noexcept { return dv::zone(record_.tz); }
     // By how much its clocks are ahead of those of +00:00, to the minute.
@@ -216,6 +285,11 @@ class timestamp_tz : public parts::basic_datetime<timestamp_tz, dv_ts_tz_t, size
         return x.utc() - y.utc();
     }
 };
+
+inline timestamp_tz local_times::earlier() const {
+    return {local_, dv::zone(times_.before), meaning::earlier};
+}
+inline timestamp_tz local_times::later() const { return {local_, dv::zone(times_.before), meaning::later}; }
 
 inline timestamp_ltz::timestamp_ltz(const timestamp_tz &x) noexcept : ordered_value({x.utc().record()}) {}
 inline timestamp_tz timestamp_ltz::at(const dv::zone &zone) const {

@@ -53,8 +53,8 @@ uint64_t key_far_behind_(const dv_date_t &date) {
     return date_order_key(date) + (date.year < last_year ? year : century);
 }
 
-// What a local time means: the period whose clocks showed it, and the one before when those of both did; none
-// in a gap. Before the history and without one, abbreviations do not matter.
+// What a local time means: the period whose clocks showed it, and the one before when those of both did. In a
+// gap no later one, and the one before. Before the history and without one, abbreviations do not matter.
 struct local_periods_t {
     const tz_info_t *later, *earlier;
     bool is_certain;
@@ -66,7 +66,7 @@ local_periods_t periods_at_(const tz_region_t &region, const dv_date_t &local) {
     for (const tz_info_t *info = first_from_(region, 2, key_far_behind_(local)); info + 1 < end; info += 2) {
         const bool is_in_earlier = key <= date_order_key(info[1].local);
         if (key >= date_order_key(info[0].local)) return {&info[0], is_in_earlier ? &info[1] : NULL, false};
-        if (!is_in_earlier) return {NULL, NULL, false};
+        if (!is_in_earlier) return {NULL, &info[1], false};
     }
     return {end - 1, NULL, true};
 }
@@ -85,6 +85,22 @@ const tz_info_t &find_local_tzinfo_(const tz_region_t *tz_reg, const dv_date_t &
 
 void store_offset_(timezone_t &tz, const tz_info_t &info) {
     tz_set_offset(tz, info.utc_hour, info.utc_min < 0 ? -info.utc_min : info.utc_min);
+}
+
+void tell_local_times_(tz_local_times_t &times, const local_periods_t &periods) {
+    if (periods.earlier == NULL) {
+        store_offset_(times.before, *periods.later);
+        times.after = times.before;
+        return;
+    }
+    const tz_info_t &old_end = *periods.earlier, &new_begin = periods.earlier[-1];
+    times.count = periods.later == NULL ? 0 : 2;
+    store_offset_(times.before, old_end);
+    store_offset_(times.after, new_begin);
+    dv_date_t old_limit = old_end.local;
+    dv_date_add_field(&old_limit, DT_FMT_UNIT_SECOND, 1);
+    times.begin = times.count == 0 ? old_limit : new_begin.local;
+    times.end = times.count == 0 ? new_begin.local : old_limit;
 }
 
 // ---- the same by the rows of years ----
@@ -171,6 +187,17 @@ void timezone_normalize(timezone_t *local_tz, dv_date_t *date, const char *abbre
     const uint64_t utc = shifted_clock(word, period->shift);
     if (!has_certain_day(utc, date->month)) return timezone_shift_to_west(local_tz, date);
     store_date_word(*date, utc);
+}
+
+void timezone_get_local_times(const timezone_t *tz, const dv_date_t *local, tz_local_times_t *times) {
+    if (!DV_ASSERT(tz != NULL) || !DV_ASSERT(local != NULL) || !DV_ASSERT(times != NULL)) return;
+    tz_local_times_t found = {1, *tz, *tz, *local, *local};
+    if (!tz_is_offset(*tz)) {
+        const tz_region_t *const region = region_of(*tz);
+        if (region == NULL) return;
+        tell_local_times_(found, periods_at_(*region, *local));
+    }
+    *times = found;
 }
 
 void timezone_localize(const timezone_t *sess_tz, dv_date_t *date, timezone_t *out_tz) {
