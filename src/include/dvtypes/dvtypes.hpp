@@ -14,6 +14,7 @@
 //   chrono.hpp         dv::chrono_cast: to and from std::chrono
 //   format.hpp         std::format
 //   try.hpp            dv::try_parse, dv::try_add, ...: without exceptions
+//   explain.hpp        dv::explain: what is wrong and where, with its values
 //   result.hpp         dv::result, dv::attempt; codes as std::error_code
 //   error.hpp          dv::error, dv::guarded: a raise as an exception
 //   type.hpp           dv::type_...: the type catalogue
@@ -30,6 +31,7 @@
 #include "dvtypes/column.hpp"
 #include "dvtypes/datetime.hpp"
 #include "dvtypes/error.hpp"
+#include "dvtypes/explain.hpp"
 #include "dvtypes/format.hpp"
 #include "dvtypes/interval.hpp"
 #include "dvtypes/model.hpp"

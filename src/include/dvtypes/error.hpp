@@ -30,11 +30,13 @@ class error : public std::exception {
   public:
     // Of a raise that was caught.
     explicit error(const dv_error_t &record) : record_(record) {}
-    // Of a code alone: without place and arguments, with the message as dv_error_text has it.
+    // Of a code alone: without place and arguments, with the message of dv_error_text; "..." stands for each
+    // of its values.
     explicit error(int code) noexcept : record_{} {
         record_.code = code;
         const char *text = dv_error_text(code);
         if (text != nullptr) std::strncpy(record_.message, text, sizeof record_.message - 1);
+        for (char *at = record_.message; (at = std::strchr(at, '{')) != nullptr;) std::memcpy(at, "...", 3);
     }
 
     // Negative; docs/error-codes.md lists all of them.

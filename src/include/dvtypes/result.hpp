@@ -9,8 +9,8 @@
 //
 // Nothing is thrown and no message is made, so that a text that is refused costs little more than one that is
 // read (docs/errors.md). Under a base library that raises by C++ exception, a failure costs an exception, but
-// for try_parse<number>. What the error was about (its place and its arguments) only dv::error tells: repeat
-// the operation with guarded.
+// for try_parse<number>. What the error was about, its arguments and its place in the text, is not kept:
+// dv::explain does the operation once more and tells (explain.hpp).
 
 #ifndef DVTYPES_RESULT_HPP
 #define DVTYPES_RESULT_HPP
@@ -32,10 +32,7 @@ class __attribute__((visibility("default"))) error_category_type final : public 
     const char *name() const noexcept override { return "dvtypes"; }
     // The sentence of a code; "..." stands for what only dv::error knows: the values in it.
     std::string message(int code) const override {
-        const char *text = dv_error_text(code);
-        std::string message = text != nullptr ? text : "Unknown error";
-        for (size_t at = 0; (at = message.find('{', at)) != message.npos;) message.replace(at, 3, "...");
-        return message;
+        return dv_error_text(code) != nullptr ? dv::error(code).what() : "Unknown error";
     }
     // What a code is to programs that know std::errc alone: invalid_argument for a text that has not the form
     // of a number, of a datetime or of a zone (-5074, -5113, -5104), result_out_of_range for a value that its
@@ -128,7 +125,8 @@ class [[nodiscard]] result {
     // The value, or another where there is none.
     constexpr Value value_or(const Value &other) const noexcept { return has_value() ? value_ : other; }
 
-    // The value. Throws dv::error, of the code alone, where there is none.
+    // The value. Throws dv::error, of the code alone, where there is none; constructors and operators throw
+    // it with its values, and dv::explain tells them (explain.hpp).
     const Value &value() const {
         if (!has_value()) throw dv::error(code_);
         return value_;
