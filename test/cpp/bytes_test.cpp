@@ -57,6 +57,11 @@ TYPED_TEST(CppBytes, AreTakenWhenTheyAreAValues) {
         const auto again = dv::to_bytes(*value);
         EXPECT_TRUE(std::ranges::equal(again, bytes)) << *value;
         EXPECT_EQ(TypeParam(text_of_(*value)), *value) << *value;
+        constexpr bool has_zone =
+            std::same_as<TypeParam, dv::timestamp_tz> || std::same_as<TypeParam, dv::zone>;
+        if (!has_zone && *value == seed) {
+            EXPECT_TRUE(std::ranges::equal(bytes, sound)) << *value;
+        }
     }
     EXPECT_GT(taken, 50);
     EXPECT_TRUE(refused > 50 || (std::same_as<TypeParam, dv::rowid>));

@@ -98,7 +98,7 @@ TEST(CppColumn, RefusesColumnsOfDifferentCounts) {
     std::vector<number> three(3), two(2);
     dv::texts texts{"1", "2"};
     EXPECT_THROW(dv::multiply(three, two, three), std::invalid_argument);
-    EXPECT_THROW(dv::try_run(number_column_from_text, texts, column(three)), std::invalid_argument);
+    EXPECT_THROW((void)dv::try_run(number_column_from_text, texts, column(three)), std::invalid_argument);
 }
 
 TEST(CppColumn, TextsGoBothWays) {
@@ -152,6 +152,74 @@ TEST(CppColumn, RowsComeInTheOrderOfSeveralKeys) {
     const dv_key_part_t by[] = {{&prices.record(), DV_KEY_NUMBER, DV_KEY_DESCENDING, DV_KEY_NULLS_LAST},
                                 {&counts.record(), DV_KEY_INT64, DV_KEY_DESCENDING, DV_KEY_NULLS_LAST}};
     EXPECT_EQ(dv::sorted_rows(by), (std::vector<int64_t>{1, 3, 0, 2}));
+}
+
+template <typename T>
+void expect_order_(const std::vector<T> &values, const std::vector<int64_t> &rows) {
+    const column ascending(values);
+    EXPECT_EQ(dv::sorted_rows({dv::order_by(ascending)}), rows);
+    EXPECT_EQ(dv::sorted_rows({dv::order_by(ascending, DV_KEY_DESCENDING)}),
+              std::vector<int64_t>(rows.rbegin(), rows.rend()));
+}
+
+TEST(CppColumn, KeysHaveTheTypeOfTheirColumn) {
+    const std::vector<int64_t> rows = {2, 0, 1};
+    expect_order_<number>({2, 10, -3}, rows);
+    expect_order_<dv::date>({dv::date(2000, 1, 2), dv::date(2001, 1, 1), dv::date(-1, 1, 1)}, rows);
+    expect_order_<dv::time_of_day>({dv::time_of_day(2), dv::time_of_day(2, 0, 0, 1), dv::time_of_day(1)},
+                                   rows);
+    expect_order_<dv::timestamp>(
+        {dv::timestamp(1, 1, 1), dv::timestamp(1, 1, 1, 0, 0, 0, 1), dv::timestamp(-1, 1, 1)}, rows);
+    expect_order_<dv::timestamp_tz>(
+        {dv::timestamp_tz("2000-01-01 08:00 +09:00"), dv::timestamp_tz("2000-01-01 00:00Z"),
+         dv::timestamp_tz("2000-01-01 04:00 +09:00")},
+        rows);
+    expect_order_<dv::timestamp_ltz>(
+        {dv::timestamp_ltz("2000-01-01 08:00 +09:00"), dv::timestamp_ltz("2000-01-01 00:00Z"),
+         dv::timestamp_ltz("1999-01-01")},
+        rows);
+    expect_order_<dv::interval_ym>({dv::interval_ym(1, 2), dv::interval_ym(2, 1), dv::interval_ym(-9)}, rows);
+    expect_order_<dv::interval_ds>({dv::interval_ds(1, 2), dv::interval_ds(2, 1), dv::interval_ds(-9)}, rows);
+    expect_order_<dv::rowid>({dv::rowid(1, 2, 3, 4), dv::rowid(1, 2, 4, 0), dv::rowid(1, 1, 9, 9)}, rows);
+    expect_order_<int32_t>({2, 300, -1}, rows);
+    expect_order_<int64_t>({2, 1LL << 40, -1}, rows);
+    expect_order_<double>({2, 1e300, -1e300}, rows);
+    expect_order_<dv::detail::int128>({2, dv::detail::int128{1} << 100, -1}, rows);
+}
+
+TEST(CppColumn, KeysOfDifferentCountsAreRefused) {
+    const std::vector<number> three = {1, 2, 3}, two = {1, 2};
+    const column longer(three), shorter(two);
+    EXPECT_THROW(dv::sorted_rows({dv::order_by(longer), dv::order_by(shorter)}), std::invalid_argument);
+    EXPECT_THROW(dv::sorted_rows({dv::order_by(shorter), dv::order_by(longer)}), std::invalid_argument);
+}
+
+TEST(CppColumn, RowsAreLoopedOver) {
+    std::vector<order_t> orders = {{1, 5, 2}, {2, 7, 7}};
+    number sum;
+    const column prices(orders, &order_t::price);
+    for (number &price : prices) sum += price++;
+    EXPECT_EQ(sum, 12);
+    EXPECT_EQ(orders[1].price, 8);
+    static_assert(std::forward_iterator<decltype(prices.begin())>);
+    const std::vector<std::string> written = {"a", "", "bc"};
+    const dv::texts texts(written);
+    std::vector<std::string> read;
+    for (const std::string_view text : texts) read.emplace_back(text);
+    EXPECT_EQ(read, written);
+    dv::total total;
+    total += 5;
+    EXPECT_EQ((total += number(2)).sum(), 7);
+}
+
+TEST(CppColumn, NumbersOfFailedRowsAreNull) {
+    dv::texts texts{"0", "x"};
+    std::vector<number> numbers(2);
+    EXPECT_EQ(dv::try_run(number_column_from_text, texts, column(numbers)).count(), 1);
+    EXPECT_FALSE(numbers[0].is_null());
+    EXPECT_TRUE(numbers[1].is_null());
+    EXPECT_NE(numbers[1], 0);
+    EXPECT_EQ(to_string(numbers[0]) + to_string(numbers[1]), "0NULL");
 }
 
 TEST(CppColumn, ValuesAreTakenInTheOrderOfRows) {

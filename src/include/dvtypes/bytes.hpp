@@ -24,7 +24,9 @@ namespace dv {
 namespace detail {
 
 inline const char *fault_of(const number_t &x) noexcept { return number_get_fault(&x); }
-inline const char *fault_of(const dv_date_t &x) noexcept { return dv_date_get_fault(&x); }
+inline const char *fault_of(const dv_date_t &x) noexcept {
+    return x.dummy != 0 ? "the eighth byte of a date is not 0" : dv_date_get_fault(&x);
+}
 inline const char *fault_of(const dv_time_t &x) noexcept { return dv_time_get_fault(&x); }
 inline const char *fault_of(const dv_timestamp_t &x) noexcept { return dv_timestamp_get_fault(&x); }
 inline const char *fault_of(const dv_ts_tz_t &x) noexcept { return dv_ts_tz_get_fault(&x); }
@@ -73,9 +75,9 @@ void to_bytes(const T &&x) = delete;  // the bytes would be gone
 // Segment, file, block and row, big-endian.
 inline std::array<uint8_t, 12> to_bytes(const rowid &x) noexcept { return x.key(); }
 
-// The value that has these bytes; none where they are not those of a value, from the first to the last. (The
-// last byte of a date is not looked at.) What is wrong with them, the C functions tell: number_get_fault and
-// its like.
+// The value that has these bytes; none where they are not those of a value, from the first to the last: equal
+// dates have equal bytes. What is wrong with them, the C functions tell: number_get_fault and its like, of
+// which dv_date_get_fault takes any last byte.
 template <value T>
 std::optional<T> from_bytes(std::span<const uint8_t> bytes) noexcept {
     typename T::record_type record{};

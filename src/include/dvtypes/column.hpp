@@ -44,6 +44,7 @@
 #include "dvtypes/error.hpp"
 #include "dvtypes/model.hpp"
 #include "dvtypes/number.hpp"
+#include "dvtypes/rowid.hpp"
 
 namespace dv {
 
@@ -63,6 +64,28 @@ namespace detail {
 template <typename Range, typename Pointer>
 using member_of =
     std::remove_reference_t<decltype(*std::ranges::data(std::declval<Range &>()).*std::declval<Pointer>())>;
+
+// A place in a column or in texts, for loops over their rows.
+template <typename Rows>
+class row_iterator {
+  public:
+    using value_type = std::remove_cvref_t<decltype(std::declval<const Rows &>()[0])>;
+    using difference_type = int64_t;
+
+    row_iterator() = default;
+    row_iterator(const Rows &rows, int64_t row) noexcept : rows_(&rows), row_(row) {}
+    decltype(auto) operator*() const noexcept { return (*rows_)[row_]; }
+    row_iterator &operator++() noexcept {
+        ++row_;
+        return *this;
+    }
+    row_iterator operator++(int) noexcept { return {*rows_, row_++}; }
+    friend bool operator==(const row_iterator &x, const row_iterator &y) noexcept { return x.row_ == y.row_; }
+
+  private:
+    const Rows *rows_ = nullptr;
+    int64_t row_ = 0;
+};
 
 // Are there such members, of a range that leaves its structs where they are, for a column of T?
 template <typename Range, typename Pointer, typename T>
@@ -111,6 +134,9 @@ class column {
     T &operator[](int64_t i) const noexcept {
         return *reinterpret_cast<T *>(static_cast<char *>(record_.values) + i * record_.stride);
     }
+    // Its rows, for loops; as long as it lives.
+    detail::row_iterator<column> begin() const noexcept { return {*this, 0}; }
+    detail::row_iterator<column> end() const noexcept { return {*this, size()}; }
     // As C has it.
     const dv_column_t &record() const noexcept { return record_; }
 
@@ -137,6 +163,12 @@ class texts {
     texts(std::initializer_list<std::string_view> rows) {
         for (const std::string_view row : rows) push_back(row);
     }
+    // Those of a range of strings.
+    template <std::ranges::input_range Range>
+    requires(std::convertible_to<std::ranges::range_reference_t<Range>, std::string_view> &&
+             !std::same_as<std::remove_cvref_t<Range>, texts>) explicit texts(Range &&rows) {
+        for (const std::string_view row : rows) push_back(row);
+    }
     // Room for the result of an operation: `rows` texts of `bytes` bytes in all.
     static texts room(size_t rows, size_t bytes) {
         texts result;
@@ -158,10 +190,15 @@ class texts {
     // How many rows there are.
     size_t size() const noexcept { return offsets_.size() - 1; }
     // The text of row i.
-    std::string_view operator[](size_t i) const noexcept {
-        return std::string_view(bytes_).substr(static_cast<size_t>(offsets_[i]),
-                                               static_cast<size_t>(offsets_[i + 1] - offsets_[i]));
+    template <integer Row>
+    std::string_view operator[](Row i) const noexcept {
+        const int32_t *const begin = offsets_.data() + i;
+        return std::string_view(bytes_).substr(static_cast<size_t>(begin[0]),
+                                               static_cast<size_t>(begin[1] - begin[0]));
     }
+    // Its rows, for loops; until a row is appended.
+    detail::row_iterator<texts> begin() const noexcept { return {*this, 0}; }
+    detail::row_iterator<texts> end() const noexcept { return {*this, static_cast<int64_t>(size())}; }
     // As C has it, until a row is appended.
     dv_column_t record() noexcept {
         dv_column_t column{};
@@ -193,8 +230,9 @@ class row_error : public error {
     int64_t row_;
 };
 
-// The codes of the rows that failed.
-class row_faults {
+// The codes of the rows that failed. The results in those rows mean nothing; a number is then one that
+// is_null().
+class [[nodiscard]] row_faults {
   public:
     // For an operation on so many rows.
     explicit row_faults(int64_t rows) : codes_(static_cast<size_t>(rows)) { told_.codes = codes_.data(); }
@@ -361,6 +399,11 @@ class total {
         grow_until([&] { return number_total_merge(&record_, &other.record_); });
     }
 
+    total &operator+=(const number &x) {
+        add(x);
+        return *this;
+    }
+
     // How many values were added.
     int64_t count() const noexcept { return record_.count; }
     // The sum; their average, rounded once, which takes one value at least. Throw dv::error beyond the range.
@@ -411,12 +454,46 @@ inline number sum(const column<const number> &x) {
 // Order
 // ---------------------------------------------------------------------------------------------------------
 
+namespace detail {
+
+template <typename T, typename... Types>
+consteval int place_among() {
+    int place = 0;
+    (void)((std::same_as<T, Types> || (++place, false)) || ...);
+    return place;
+}
+
+// The sort key of values of a type: these are in the order of dv_key_type_e.
+template <typename T>
+inline constexpr int key_type =
+    place_among<T, number, date, time_of_day, timestamp, timestamp_tz, timestamp_ltz, interval_ym,
+                interval_ds, rowid, int32_t, int64_t, int128, double>();
+
+}  // namespace detail
+
+// A column by whose values rows are sorted, which must live as long; of the type of its values, where C takes
+// that on trust.
+template <typename T>
+dv_key_part_t order_by(const column<T> &values, dv_key_order_e order = DV_KEY_ASCENDING,
+                       dv_key_nulls_e nulls = DV_KEY_NULLS_LAST) noexcept {
+    constexpr int type = detail::key_type<std::remove_const_t<T>>;
+    static_assert(type < DV_KEY_BYTES, "dv::order_by: values of this type have no sort key");
+    return {&values.record(), static_cast<dv_key_type_e>(type), order, nulls};
+}
+template <typename T>
+dv_key_part_t order_by(const column<T> &&, dv_key_order_e = {},
+                       dv_key_nulls_e = {}) = delete;  // would be gone
+
 // The numbers of the rows in the order of their keys: of one column, or of several, the first one before the
-// second.
+// second. Throws std::invalid_argument where columns have different counts.
 inline std::vector<int64_t> sorted_rows(std::span<const dv_key_part_t> parts) {
     size_t width = 0;
     for (const dv_key_part_t &part : parts) width += dv_key_size(&part);
     const int64_t count = parts.empty() ? 0 : parts.front().column->count;
+    for (const dv_key_part_t &part : parts) {
+        if (part.column->count != count)
+            throw std::invalid_argument("dv::sorted_rows: columns of different counts");
+    }
     std::vector<uint8_t> keys(static_cast<size_t>(count) * width + 1);
     std::vector<uint64_t> scratch(dv_sort_scratch_size(count, width) / sizeof(uint64_t) + 1);
     std::vector<int64_t> rows(static_cast<size_t>(count));
@@ -427,6 +504,9 @@ inline std::vector<int64_t> sorted_rows(std::span<const dv_key_part_t> parts) {
     }
     if (count > 0) dv_sort_keys(keys.data(), width, count, rows.data(), scratch.data());
     return rows;
+}
+inline std::vector<int64_t> sorted_rows(std::initializer_list<dv_key_part_t> parts) {
+    return sorted_rows(std::span(parts.begin(), parts.size()));
 }
 
 // Values in the order of rows: result[i] becomes values[rows[i]]. Which they are no processor foresees, so

@@ -50,6 +50,9 @@ DV_EXPORT void dv_timestamp_column_get_field(const dv_column_t *x, dt_fmt_unit_t
 
 // result, DATE: cut or rounded to a unit, as dv_date_trunc and dv_date_round.
 //
+//   x             of TIMESTAMPs their DATEs are read; where the result lies in them, each keeps its fraction
+//   of
+//                 a second
 //   fmt, fmt_len  one format element; NULL and "" mean "DD"; fmt_len 0: up to its NUL. Looked up once
 //
 // Fails with -5014  no unit of truncation, in every row     -5114  the date or the result is out of range

@@ -208,8 +208,13 @@ class number : public parts::basic_value<number, number_t> {
     int64_t to_int64() const { return to<int64_t>(); }
     double to_double() const { return to<double>(); }
 
-    // The normal (positional) form, in full: ".5", "-1200".
+    // Is it none? Only results on columns leave such ones, in rows that failed (column.hpp). It equals no
+    // number; operations on it give unspecified ones.
+    bool is_null() const noexcept { return record_.size == 0; }
+
+    // The normal (positional) form, in full: ".5", "-1200". "NULL" of one that is_null().
     std::string to_string() const {
+        if (is_null()) return "NULL";
         char text[NUMBER_NORMAL_TEXT_SIZE];
         guarded([&] { number_to_str(&record_, sizeof text, text, nullptr); });
         return text;

@@ -122,7 +122,8 @@ DV_EXPORT void _number_to_str_fmt_rn(const number_t *x, int buf_size, char *str,
 //                 9,999.99; but not a separator behind a digit, D or a currency. No other sign is read
 //
 // What stands under a 9 or 0 is taken whatever it is, and number_from_str judges the whole: 1.5 reads under
-// 0999. Only a "+" in front is refused.
+// 0999. Only a "+" in front is refused. A blank behind stands where the model has "." for a wrong character:
+// "12 " reads under 999, not under 999.99.
 //
 // Under TM, TM9 and TME text is read as number_from_str reads it. Under X the digits 0-9 and A-F up to the
 // first blank are read, however many, each step a NUMBER operation in the current rounding mode; what stands

@@ -138,6 +138,12 @@ T changed(T x, const Operation &operation) {
 
 }  // namespace detail
 
+// x.to_string(), found without dv:: as std::to_string of numbers is after a using declaration.
+template <value T>
+std::string to_string(const T &x) {
+    return x.to_string();
+}
+
 // Writes to_string().
 template <value T>
 std::ostream &operator<<(std::ostream &out, const T &x) {

@@ -39,7 +39,7 @@ class zone : public parts::keyed_value<zone, timezone_t> {
 
     // +00:00.
     constexpr zone() noexcept : keyed_value({100, 0, 0, {TZ_ID_OFFSET >> 8, TZ_ID_OFFSET & 0xFF}}) {}
-    // "Asia/Seoul", "+09:00": what timezone_parse reads.
+    // "Asia/Seoul", "+09:00": what timezone_parse reads. Blanks alone are Etc/UTC; "Z" is no zone.
     explicit zone(std::string_view text) : zone() {
         const detail::text_argument argument(text);
         guarded([&] { raising::read(record_, argument); });
