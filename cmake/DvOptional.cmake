@@ -11,6 +11,7 @@ find_package(Boost 1.74 QUIET)
 find_package(benchmark QUIET)
 find_package(SQLite3 3.40 QUIET)
 find_package(CSV QUIET)
+find_package(LMDB QUIET)
 find_package(PostgresServer 15 QUIET)
 
 macro(dv_optional option part)

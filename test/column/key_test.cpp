@@ -1,97 +1,27 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 #include "column_support.h"
 #include "dvtypes/column_key.h"
-#include "dvtypes/datetime.h"
-#include "dvtypes/interval.h"
-#include "dvtypes/rowid.h"
-#include "dvtypes/timestamp_tz.h"
+#include "key_support.h"
 
 namespace dv::test {
 namespace {
 
-__extension__ using int128_t = __int128;
-
-template <typename T>
-T value_(const std::string &bytes) {
-    T value;
-    std::memcpy(&value, bytes.data(), sizeof value);
-    return value;
-}
-
-template <typename T>
-int by_less_(const std::string &x, const std::string &y) {
-    return int{value_<T>(y) < value_<T>(x)} - int{value_<T>(x) < value_<T>(y)};
-}
-
-template <typename T, int (*compare)(const T *, const T *)>
-int by_function_(const std::string &x, const std::string &y) {
-    const T left = value_<T>(x), right = value_<T>(y);
-    const int order = compare(&left, &right);
-    return int{order > 0} - int{order < 0};
-}
-
-int by_number_(const std::string &x, const std::string &y) {
-    const number_t left = number_of(x), right = number_of(y);
-    return std::clamp(number_cmp(&left, &right), -1, 1);
-}
-
-int by_double_(const std::string &x, const std::string &y) {
-    const auto left = value_<double>(x), right = value_<double>(y);
-    if (std::isnan(left) || std::isnan(right)) return int{std::isnan(left)} - int{std::isnan(right)};
-    return by_less_<double>(x, y);
-}
-
-int by_rowid_(const std::string &x, const std::string &y) {
-    const auto fields = [](const std::string &bytes) {
-        const auto id = value_<rowid_t>(bytes);
-        return std::make_tuple(id.sgmt, id.file, id.block, id.row);
-    };
-    return int{fields(y) < fields(x)} - int{fields(x) < fields(y)};
-}
-
-int by_bytes_(const std::string &x, const std::string &y) { return int{y < x} - int{x < y}; }
-
-struct key_case {
-    const char *name;
-    dv_key_type_e type;
-    int64_t width;
-    int (*order)(const std::string &x, const std::string &y);
-};
-constexpr key_case _cases[] = {
-    {"NUMBER", DV_KEY_NUMBER, 0, by_number_},
-    {"DATE", DV_KEY_DATE, sizeof(dv_date_t), by_function_<dv_date_t, dv_date_compare>},
-    {"TIME", DV_KEY_TIME, sizeof(dv_time_t), by_function_<dv_time_t, dv_time_compare>},
-    {"TIMESTAMP", DV_KEY_TIMESTAMP, sizeof(dv_timestamp_t),
-     by_function_<dv_timestamp_t, dv_timestamp_compare>},
-    {"TS_TZ", DV_KEY_TS_TZ, sizeof(dv_ts_tz_t), by_function_<dv_ts_tz_t, dv_ts_tz_compare>},
-    {"TS_LTZ", DV_KEY_TS_LTZ, sizeof(dv_ts_ltz_t), by_function_<dv_ts_ltz_t, dv_ts_ltz_compare>},
-    {"ITV_YTM", DV_KEY_ITV_YTM, sizeof(dv_itv_ytm_t), by_function_<dv_itv_ytm_t, dv_itv_ytm_compare>},
-    {"ITV_DTS", DV_KEY_ITV_DTS, sizeof(dv_itv_dts_t), by_function_<dv_itv_dts_t, dv_itv_dts_compare>},
-    {"ROWID", DV_KEY_ROWID, sizeof(rowid_t), by_rowid_},
-    {"int32", DV_KEY_INT32, sizeof(int32_t), by_less_<int32_t>},
-    {"int64", DV_KEY_INT64, sizeof(int64_t), by_less_<int64_t>},
-    {"int128", DV_KEY_INT128, sizeof(int128_t), by_less_<int128_t>},
-    {"double", DV_KEY_DOUBLE, sizeof(double), by_double_},
-    {"bytes", DV_KEY_BYTES, 3, by_bytes_},
-};
-static_assert(std::size(_cases) == DV_KEY_TYPES);
-
 // Values of which many share their first bytes, and some are equal.
-rows_t rows_(const key_case &c, number_source &source, size_t count) {
+rows_t rows_(const key_type &type, number_source &source, size_t count) {
     rows_t rows;
-    std::string bytes(static_cast<size_t>(c.width), '\x64');
+    std::string bytes(static_cast<size_t>(type.width), '\x64');
     for (size_t i = 0; i < count; ++i) {
-        if (c.type == DV_KEY_NUMBER) {
+        if (type.type == DV_KEY_NUMBER) {
             rows.push_back(row_of(source.any()));
         } else {
-            const int changed = source.pick(0, static_cast<int>(c.width));
-            if (changed < c.width) bytes[static_cast<size_t>(changed)] = static_cast<char>(source.bits());
-            if (c.type == DV_KEY_DATE || c.type == DV_KEY_TIME) bytes[c.type == DV_KEY_DATE ? 7 : 3] = 0;
+            const int changed = source.pick(0, static_cast<int>(type.width));
+            if (changed < type.width) bytes[static_cast<size_t>(changed)] = static_cast<char>(source.bits());
+            if (type.type == DV_KEY_DATE || type.type == DV_KEY_TIME)
+                bytes[type.type == DV_KEY_DATE ? 7 : 3] = 0;
             rows.push_back(bytes);
         }
         if (source.pick(0, 20) == 0) rows.back() = std::nullopt;
@@ -99,7 +29,7 @@ rows_t rows_(const key_case &c, number_source &source, size_t count) {
     return rows;
 }
 
-std::vector<std::string> keys_(const dv_column_t &column, const key_case &c, dv_key_order_e order,
+std::vector<std::string> keys_(const dv_column_t &column, const key_type &c, dv_key_order_e order,
                                dv_key_nulls_e nulls) {
     const dv_key_part_t part = {&column, c.type, order, nulls};
     const size_t width = dv_key_size(&part), count = static_cast<size_t>(column.count);
@@ -111,21 +41,12 @@ std::vector<std::string> keys_(const dv_column_t &column, const key_case &c, dv_
     return keys;
 }
 
-int wanted_(const key_case &c, const row_t &x, const row_t &y, dv_key_order_e order, dv_key_nulls_e nulls) {
-    if (!x || !y) {
-        const int null_order = int{y.has_value()} - int{x.has_value()};  // without a value: behind
-        return nulls == DV_KEY_NULLS_LAST ? null_order : -null_order;
-    }
-    const int ascending = c.order(*x, *y);
-    return order == DV_KEY_ASCENDING ? ascending : -ascending;
-}
-
 }  // namespace
 
 TEST(ColumnKey, OrdersBytesAsValuesInEveryTypeAndDirection) {
     number_source source(20261123);
     const auto count = static_cast<size_t>(scaled(3'000));
-    for (const key_case &c : _cases) {
+    for (const key_type &c : key_types()) {
         const rows_t rows = rows_(c, source, count);
         for (const bool by_offsets : {false, c.type == DV_KEY_NUMBER}) {
             test_column column(rows, {c.type == DV_KEY_NUMBER ? values_t::number : values_t::fixed, c.width},
@@ -136,7 +57,7 @@ TEST(ColumnKey, OrdersBytesAsValuesInEveryTypeAndDirection) {
                     for (size_t i = 0; i < count; ++i) {
                         const size_t j = source.bits() % count;
                         const int got = std::clamp(keys[i].compare(keys[j]), -1, 1);
-                        ASSERT_EQ(got, wanted_(c, rows[i], rows[j], order, nulls))
+                        ASSERT_EQ(got, key_order(c, order, nulls, rows[i], rows[j]))
                             << c.name << " rows " << i << " and " << j << ", order " << order << ", nulls "
                             << nulls << ", by offsets " << by_offsets;
                     }

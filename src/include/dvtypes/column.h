@@ -6,7 +6,7 @@
 //   dvtypes/column_decimal.h        decimals in 64 or 128 bits
 //   dvtypes/column_arrow.h          columns of other libraries, by the Arrow C data interface
 //   dvtypes/column_key.h            sort keys of every type, sorting by them
-//   dvtypes/column_compare.h        NUMBER: comparison into bitmaps, least and greatest value
+//   dvtypes/packed_key.h            keys of several columns for stores, written and read back
 //   dvtypes/column_sum.h            NUMBER: exact sums, averages, by groups too
 //   dvtypes/column_datetime.h       datetimes: fields, truncation, adding, differences
 //   dvtypes/column_datetime_text.h  datetimes to and from text
@@ -27,5 +27,6 @@
 #include "dvtypes/column_record.h"
 #include "dvtypes/column_sum.h"
 #include "dvtypes/column_zone.h"
+#include "dvtypes/packed_key.h"
 
 #endif  // DVTYPES_COLUMN_H

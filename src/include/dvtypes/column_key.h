@@ -42,12 +42,16 @@ typedef enum dv_key_type_e {
     DV_KEY_INT64 = 10,
     DV_KEY_INT128 = 11,
     DV_KEY_DOUBLE = 12,  // -0 is 0; every NaN is the same, above infinity
-    DV_KEY_BYTES = 13,   // `size` bytes of each row by stride, as they are
+    DV_KEY_BYTES = 13,   // `size` bytes of each row by stride, as they are; in packed keys of any length
     DV_KEY_TYPES = 14
 } dv_key_type_e;
 
 typedef enum dv_key_order_e { DV_KEY_ASCENDING = 0, DV_KEY_DESCENDING = 1 } dv_key_order_e;
-typedef enum dv_key_nulls_e { DV_KEY_NULLS_FIRST = 0, DV_KEY_NULLS_LAST = 1 } dv_key_nulls_e;
+typedef enum dv_key_nulls_e {
+    DV_KEY_NULLS_FIRST = 0,
+    DV_KEY_NULLS_LAST = 1,
+    DV_KEY_NOT_NULL = 2  // there are none: no byte tells of them in packed keys (dvtypes/packed_key.h)
+} dv_key_nulls_e;
 
 // One column of a key. Where rows without a value come is the same in either order.
 typedef struct dv_key_part_s {

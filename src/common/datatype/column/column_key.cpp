@@ -1,89 +1,21 @@
 // Sort keys: the bytes of values in a form whose unsigned bytewise order is that of the values.
 //
-// Records have such a form already. A NUMBER is filled up with zeros, which come before every digit and every
-// terminator; machine numbers become big-endian with the sign turned, a double that is negative complemented.
+// Values of a fixed length are those of key_values.h. A NUMBER is filled up with zeros, which come before
+// every digit and every terminator.
 
 #include "dvtypes/column_key.h"
 
 #include <algorithm>
 #include <array>
 
-#include "../bytes.h"
-#include "column_run.h"
-#include "dvtypes/datetime_record.h"
-#include "dvtypes/interval.h"
-#include "dvtypes/rowid.h"
-#include "dvtypes/timestamp_record.h"
+#include "key_values.h"
 #include "number_rows.h"
 
 using namespace dv::impl;
 
 namespace {
 
-__extension__ using uint128_t = unsigned __int128;
-
 constexpr int _number_bytes = NUMBER_SIZE_MAX;
-constexpr int _date_bytes = offsetof(dv_date_t, dummy);
-
-// ---- values to bytes, each in a type of its own: bytes of a value, bytes of its key, how ----
-
-template <int size>
-struct copied_t {
-    static constexpr int key_bytes = size;
-    static void write(uint8_t *key, const void *value) { memcpy(key, value, size); }
-};
-
-struct time_key_t {
-    static constexpr int key_bytes = sizeof(dv_time_t);
-    static void write(uint8_t *key, const void *value) {
-        memcpy(key, value, sizeof(dv_time_t));
-        key[offsetof(dv_time_t, dummy)] = 0;
-    }
-};
-
-struct rowid_key_t {
-    static constexpr int key_bytes = 12;
-    static void write(uint8_t *key, const void *value) {
-        rowid_t rowid;
-        memcpy(&rowid, value, sizeof rowid);
-        store_be32(key, rowid.sgmt);
-        store_be16(key + 4, rowid.file);
-        store_be32(key + 6, rowid.block);
-        store_be16(key + 10, rowid.row);
-    }
-};
-
-template <typename Unsigned>
-struct integer_key_t {
-    static constexpr int key_bytes = sizeof(Unsigned);
-    static void write(uint8_t *key, const void *value) {
-        Unsigned bits;
-        memcpy(&bits, value, sizeof bits);
-        store_be(key, bits ^ Unsigned{1} << (8 * sizeof bits - 1));
-    }
-};
-
-struct int128_key_t {
-    static constexpr int key_bytes = sizeof(uint128_t);
-    static void write(uint8_t *key, const void *value) {
-        uint128_t bits;
-        memcpy(&bits, value, sizeof bits);
-        store_be64(key, static_cast<uint64_t>(bits >> 64) ^ uint64_t{1} << 63);
-        store_be64(key + 8, static_cast<uint64_t>(bits));
-    }
-};
-
-struct double_key_t {
-    static constexpr int key_bytes = sizeof(double);
-    static void write(uint8_t *key, const void *value) {
-        constexpr uint64_t sign = uint64_t{1} << 63;
-        double number;
-        memcpy(&number, value, sizeof number);
-        uint64_t bits = std::bit_cast<uint64_t>(number + 0.0);  // -0 + 0 is 0
-        if (number != number) bits = ~sign;
-        store_be64(key, (bits & sign) != 0 ? ~bits : bits | sign);
-    }
-};
 
 // Ones in the first `size` bytes, for each size of a record; the bytes behind a record's own are none.
 constexpr auto _record_masks = [] {
@@ -191,13 +123,13 @@ constexpr key_type_t fixed_ = {Writer::key_bytes, write_part_<fixed_part_t<Write
 constexpr key_type_t _key_types[DV_KEY_TYPES] = {
     // by dv_key_type_e
     {_number_bytes, write_part_<number_part_t>},
-    fixed_<copied_t<_date_bytes>>,
+    fixed_<date_key_t>,
     fixed_<time_key_t>,
-    fixed_<copied_t<sizeof(dv_timestamp_t)>>,
-    fixed_<copied_t<sizeof(dv_timestamp_t)>>,
-    fixed_<copied_t<sizeof(dv_timestamp_t)>>,
-    fixed_<copied_t<sizeof(dv_itv_ytm_t)>>,
-    fixed_<copied_t<sizeof(dv_itv_dts_t)>>,
+    fixed_<timestamp_key_t>,
+    fixed_<ts_tz_key_t>,
+    fixed_<ts_ltz_key_t>,
+    fixed_<itv_ytm_key_t>,
+    fixed_<itv_dts_key_t>,
     fixed_<rowid_key_t>,
     fixed_<integer_key_t<uint32_t>>,
     fixed_<integer_key_t<uint64_t>>,
@@ -207,8 +139,7 @@ constexpr key_type_t _key_types[DV_KEY_TYPES] = {
 };
 
 bool is_key_part(const dv_key_part_t *part) {
-    if (!given(part) || !are_columns(part->column) || part->type < 0 || part->type >= DV_KEY_TYPES)
-        return false;
+    if (!has_key_type(part) || !are_columns(part->column)) return false;
     if (part->type == DV_KEY_BYTES && part->column->size < 0) return false;
     return part->type == DV_KEY_NUMBER || part->column->offsets == nullptr;
 }
