@@ -185,6 +185,7 @@ void add_datetime_model_operations(vector_operations &all);
 void add_datetime_element_operations(vector_operations &all);
 void add_zone_operations(vector_operations &all);
 void add_iso_operations(vector_operations &all);
+void add_key_operations(vector_operations &all);
 void add_catalogue_operations(vector_operations &all);
 
 }  // namespace dv::test

@@ -189,6 +189,15 @@ uint8_t *vector_call::bytes(size_t size) {
     return result;
 }
 
+vector_text vector_call::fenced_bytes() {
+    if (!has_more()) return {"", 0};
+    const size_t size = (std::min(rest_.find(' '), rest_.size()) - 1) / 2;
+    const uint8_t *const given = bytes(size);
+    char *const data = fences_()[fenced_++ % _fence_count].forbidden - size;
+    std::memcpy(data, given, size);
+    return {data, static_cast<int>(size)};
+}
+
 long double vector_call::extended_float() {
     const uint8_t *const from = bytes(_extended_size);
     const int head = load_be16(from);

@@ -41,6 +41,7 @@ class vector_call {
     vector_text text() { return text_(/*is_ended=*/false); }       // NUL only where its size is 0 or less
     vector_text ended_text() { return text_(/*is_ended=*/true); }  // by NUL
     uint8_t *bytes(size_t size);  // x and hexadecimal digits; at least size bytes are there
+    vector_text fenced_bytes();   // x and hexadecimal digits, of any length
     long double extended_float();
     template <typename Record>
     Record *record() {  // by its bytes, or readable

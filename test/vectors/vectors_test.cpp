@@ -22,9 +22,10 @@ namespace {
 vector_operations::run_t find_operation_(std::string_view name) {
     static const auto all = [] {
         vector_operations operations;
-        for (const auto add : {add_number_operations, add_number_text_operations, add_datetime_operations,
-                               add_datetime_model_operations, add_datetime_element_operations,
-                               add_zone_operations, add_iso_operations, add_catalogue_operations})
+        for (const auto add :
+             {add_number_operations, add_number_text_operations, add_datetime_operations,
+              add_datetime_model_operations, add_datetime_element_operations, add_zone_operations,
+              add_iso_operations, add_key_operations, add_catalogue_operations})
             add(operations);
         return operations;
     }();

@@ -12,7 +12,7 @@ import contract
 from line import CannotTell, Case, Raised, field
 
 AREAS = ['number', 'number_text', 'number_machine', 'number_model', 'date', 'timestamp', 'truncate', 'interval', 'zone',
-         'zoned', 'iso', 'model', 'model_write', 'model_read', 'names', 'rowid']
+         'zoned', 'iso', 'key', 'model', 'model_write', 'model_read', 'names', 'rowid']
 HERE = pathlib.Path(__file__).resolve().parent
 
 
