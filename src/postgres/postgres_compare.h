@@ -52,6 +52,21 @@ int postgres_order(FunctionCallInfo fcinfo) {
     return postgres_order<Kind>(PG_GETARG_DATUM(0), PG_GETARG_DATUM(1));
 }
 
+// DATE and TIMESTAMP, whose first eight bytes are a DATE: Left is the kind of the first.
+template <sql_kind Left>
+int postgres_mixed_order(FunctionCallInfo fcinfo) {
+    constexpr int date_place = Left == SQL_KIND_DATE ? 0 : 1;
+    constexpr int sign = Left == SQL_KIND_DATE ? 1 : -1;
+    const Datum ts = PG_GETARG_DATUM(1 - date_place);
+    const Datum a = postgres_head<SQL_KIND_DATE>(PG_GETARG_DATUM(date_place));
+    const Datum b = postgres_head<SQL_KIND_TIMESTAMP>(ts);
+    if (a != b) return a < b ? -sign : sign;
+    constexpr uint8_t no_fraction[sizeof(dv_timestamp_t::csec)] = {};
+    const int order =
+        memcmp(DatumGetPointer(ts) + offsetof(dv_timestamp_t, csec), no_fraction, sizeof no_fraction);
+    return order == 0 ? 0 : -sign;
+}
+
 inline int postgres_order_of_numbers(FunctionCallInfo fcinfo) {
     number_t x, y;
     postgres_take_number(x, PG_GETARG_DATUM(0));

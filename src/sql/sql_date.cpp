@@ -45,11 +45,13 @@ void to_text_(sql_call &call) {
 // Arithmetic
 // ---------------------------------------------------------------------------------------------------------
 
+// Adds (Sign 1) or subtracts (-1) days.
+template <int Sign>
 void add_days_(sql_call &call) {
     dv_date_t &date = call.args[0].date;
     double days = 0;
     number_to_double(&call.args[1].number, &days);
-    dv_date_add_day(&date, days);
+    dv_date_add_day(&date, Sign * days);
     sql_return_datetime(call, date);
 }
 
@@ -73,7 +75,9 @@ constexpr sql_function _functions[] = {
     {{"dv_text", {_date}, "v", _text, "as text that to_date reads back"}, to_text_},
     {{"to_char", {_date}, "v", _text, "as text that to_date reads back"}, to_text_},
     {{"dv_add_days", {_date, SQL_KIND_NUMBER}, "d, n", _date, "n days later, rounded to the second"},
-     add_days_},
+     add_days_<1>},
+    {{"dv_sub_days", {_date, SQL_KIND_NUMBER}, "d, n", _date, "n days earlier, rounded to the second"},
+     add_days_<-1>},
     {{"dv_date_diff", {_date, _date}, "a, b", SQL_KIND_REAL, "a - b in days"}, difference_},
 };
 

@@ -24,18 +24,20 @@ constexpr sql_kind _any_kinds[] = {SQL_KIND_NUMBER,  SQL_KIND_DATE,    SQL_KIND_
                                    SQL_KIND_INTEGER, SQL_KIND_REAL,    SQL_KIND_TEXT,    SQL_KIND_BLOB};
 
 // Calls of the server's own that a plain name would take away: to_date(text, text) is one of its functions,
-// and to_timestamp('1') is read as a number of seconds.
+// and to_timestamp('1') is read as a number of seconds, as long as there is no other of one argument.
 struct reserved {
     const char *name;
     int params;
+    bool takes_texts;  // alone; otherwise of any kind
 };
-constexpr reserved _reserved[] = {{"to_date", 2}, {"to_timestamp", 2}, {"to_timestamp", 1}, {"to_number", 2}};
+constexpr reserved _reserved[] = {
+    {"to_date", 2, true}, {"to_timestamp", 2, true}, {"to_timestamp", 1, false}, {"to_number", 2, true}};
 
 bool is_reserved_(const std::string &name, const kinds &params, int count) {
     return std::ranges::any_of(_reserved, [&](const reserved &each) {
         return name == each.name && count == each.params &&
-               std::all_of(params.begin(), params.begin() + count,
-                           [](sql_kind kind) { return kind == SQL_KIND_TEXT; });
+               (!each.takes_texts || std::all_of(params.begin(), params.begin() + count,
+                                                 [](sql_kind kind) { return kind == SQL_KIND_TEXT; }));
     });
 }
 
@@ -151,8 +153,8 @@ struct operator_sign {
     bool commutes;
 };
 constexpr operator_sign _signs[] = {
-    {"dv_add", "+", true},  {"dv_add_days", "+", false}, {"dv_sub", "-", false}, {"dv_mul", "*", true},
-    {"dv_div", "/", false}, {"dv_mod", "%", false},      {"dv_neg", "-", false},
+    {"dv_add", "+", true}, {"dv_add_days", "+", true}, {"dv_sub_days", "-", false}, {"dv_sub", "-", false},
+    {"dv_mul", "*", true}, {"dv_div", "/", false},     {"dv_mod", "%", false},      {"dv_neg", "-", false},
 };
 
 void add_operator_(script &to, const sql_signature &signature) {

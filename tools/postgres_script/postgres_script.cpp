@@ -31,6 +31,7 @@ int main(int argc, char **argv) {
     add_functions(made);
     add_casts(made);
     add_states(made);
+    add_mixed_comparisons(made);
     std::ofstream file(argv[2]);
     if (std::string_view(argv[1]) == "functions") {
         file << _functions_head << made.functions();

@@ -47,11 +47,15 @@ class script {
     std::set<std::string> symbols_;
 };
 
+// The family of operators in which DATE and TIMESTAMP have one order.
+inline constexpr char POSTGRES_DATETIME_FAMILY[] = "dv_datetime_ops";
+
 // Appends the types with their input and output, comparison and indexes; the functions, tables and operators
-// of the catalogue; and casts.
+// of the catalogue; casts; comparison of two types.
 void add_types(script &to);
 void add_functions(script &to);
 void add_casts(script &to);
+void add_mixed_comparisons(script &to);
 
 // Appends the aggregates, and their states as types.
 void add_states(script &to);

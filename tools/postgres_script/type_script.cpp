@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "comparison.h"
 #include "script.h"
 
 using namespace dv::impl;
@@ -74,26 +75,6 @@ void add_type_(script &to, const type_facts &facts) {
 // Comparison
 // ---------------------------------------------------------------------------------------------------------
 
-struct comparison {
-    const char *word;
-    const char *sign;
-    const char *commutator, *negator;
-    const char *test;      // of the order
-    const char *restrict;  // selectivity: of a condition, and of a join
-    const char *join;
-    const char *options;
-    int strategy;  // of the class of operators for btree
-};
-
-constexpr comparison _comparisons[] = {
-    {"eq", "=", "=", "<>", "== 0", "eqsel", "eqjoinsel", ", HASHES, MERGES", 3},
-    {"ne", "<>", "<>", "=", "!= 0", "neqsel", "neqjoinsel", "", 0},
-    {"lt", "<", ">", ">=", "< 0", "scalarltsel", "scalarltjoinsel", "", 1},
-    {"le", "<=", ">=", ">", "<= 0", "scalarlesel", "scalarlejoinsel", "", 2},
-    {"gt", ">", "<", "<=", "> 0", "scalargtsel", "scalargtjoinsel", "", 5},
-    {"ge", ">=", "<=", "<", ">= 0", "scalargesel", "scalargejoinsel", "", 4},
-};
-
 // A function of a type that compares its values: the server's own for bytes of a NUMBER.
 void add_comparing_(script &to, const postgres_type &type, const std::string &what, const std::string &params,
                     const std::string &result, const std::string &body, const std::string &builtin) {
@@ -107,10 +88,8 @@ void add_operator_(script &to, const postgres_type &type, const comparison &of) 
     const std::string order = "postgres_order<" + kind_name_(type.kind) + ">(fcinfo)";
     add_comparing_(to, type, of.word, both, "boolean", "PG_RETURN_BOOL(" + order + " " + of.test + ");",
                    std::string("bytea") + of.word);
-    to.add(std::string("CREATE OPERATOR ") + of.sign + " (LEFTARG = " + name + ", RIGHTARG = " + name +
-           ", FUNCTION = dv_" + type.word + "_" + of.word + ",\n    COMMUTATOR = " + of.commutator +
-           ", NEGATOR = " + of.negator + ", RESTRICT = " + of.restrict + ", JOIN = " + of.join + of.options +
-           ")");
+    to.add(operator_statement(of, name, name, std::string("dv_") + type.word + "_" + of.word,
+                              ", HASHES, MERGES"));
 }
 
 // The greater and the less of two, for min and max.
@@ -128,11 +107,17 @@ void add_choice_(script &to, const postgres_type &type, const std::string &what,
            "), COMBINEFUNC = dv_" + symbol + ", PARALLEL = SAFE)");
 }
 
+// DATE and TIMESTAMP compare with each other, too (mixed_script.cpp).
+std::string family_of_(sql_kind kind) {
+    const bool is_mixed = kind == SQL_KIND_DATE || kind == SQL_KIND_TIMESTAMP;
+    return is_mixed ? std::string(" FAMILY ") + POSTGRES_DATETIME_FAMILY : "";
+}
+
 void add_comparison_(script &to, const type_facts &facts) {
     const postgres_type &type = postgres_type_of(facts.kind);
     const std::string name = type.name, word = "dv_" + std::string(type.word), kind = kind_name_(type.kind);
     to.add_comment("comparison of " + name);
-    for (const comparison &each : _comparisons) add_operator_(to, type, each);
+    for (const comparison &each : COMPARISONS) add_operator_(to, type, each);
     add_comparing_(to, type, "cmp", name + ", " + name, "integer",
                    "PG_RETURN_INT32(postgres_order<" + kind + ">(fcinfo));", "byteacmp");
     add_comparing_(to, type, "hash", name, "integer", "return postgres_hash<" + kind + ">(fcinfo);",
@@ -142,9 +127,10 @@ void add_comparison_(script &to, const type_facts &facts) {
     add_comparing_(to, type, "sortsupport", "internal", "void",
                    "return postgres_sort_support<" + kind + ">(fcinfo);", "bytea_sortsupport");
     const std::string operators = "OPERATOR 1 <, OPERATOR 2 <=, OPERATOR 3 =, OPERATOR 4 >=, OPERATOR 5 >";
-    to.add("CREATE OPERATOR CLASS " + word + "_ops DEFAULT FOR TYPE " + name + " USING btree AS " +
-           operators + ",\n    FUNCTION 1 " + word + "_cmp(" + name + ", " + name + "), FUNCTION 2 " + word +
-           "_sortsupport(internal)" + (facts.compares_whole ? ", FUNCTION 4 btequalimage(oid)" : ""));
+    to.add("CREATE OPERATOR CLASS " + word + "_ops DEFAULT FOR TYPE " + name + " USING btree" +
+           family_of_(type.kind) + " AS " + operators + ",\n    FUNCTION 1 " + word + "_cmp(" + name + ", " +
+           name + "), FUNCTION 2 " + word + "_sortsupport(internal)" +
+           (facts.compares_whole ? ", FUNCTION 4 btequalimage(oid)" : ""));
     to.add("CREATE OPERATOR CLASS " + word + "_hash_ops DEFAULT FOR TYPE " + name +
            " USING hash AS OPERATOR 1 =,\n    FUNCTION 1 " + word + "_hash(" + name + "), FUNCTION 2 " +
            word + "_hash_extended(" + name + ", bigint)");
@@ -162,5 +148,6 @@ void add_comparison_(script &to, const type_facts &facts) {
 
 void dv::impl::add_types(script &to) {
     for (const type_facts &facts : _facts) add_type_(to, facts);
+    to.add(std::string("CREATE OPERATOR FAMILY ") + POSTGRES_DATETIME_FAMILY + " USING btree");
     for (const type_facts &facts : _facts) add_comparison_(to, facts);
 }

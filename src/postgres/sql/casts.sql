@@ -63,7 +63,7 @@ CREATE FUNCTION dv_time_to_time(dv_time) RETURNS time
 CREATE FUNCTION dv_timestamp_from_timestamp(timestamp) RETURNS dv_timestamp
     AS 'MODULE_PATHNAME', 'dvpg_timestamp_from_timestamp' LANGUAGE C IMMUTABLE STRICT PARALLEL SAFE;
 CREATE FUNCTION dv_timestamp_from_date(date) RETURNS dv_timestamp
-    IMMUTABLE STRICT PARALLEL SAFE RETURN to_timestamp(dv_date_from_date($1));
+    IMMUTABLE STRICT PARALLEL SAFE RETURN dv_to_timestamp(dv_date_from_date($1));
 CREATE FUNCTION dv_timestamp_from_timestamptz(timestamptz) RETURNS dv_timestamp
     AS 'MODULE_PATHNAME', 'dvpg_timestamp_from_timestamptz' LANGUAGE C STABLE STRICT PARALLEL SAFE;
 CREATE FUNCTION dv_timestamp_to_timestamp(dv_timestamp) RETURNS timestamp
@@ -126,10 +126,10 @@ CREATE CAST (dv_interval_ds AS interval) WITH FUNCTION dv_interval_ds_to_interva
 
 -- casts among the types: without a loss implicitly
 
-CREATE CAST (dv_date AS dv_timestamp) WITH FUNCTION to_timestamp(dv_date) AS IMPLICIT;
+CREATE CAST (dv_date AS dv_timestamp) WITH FUNCTION dv_to_timestamp(dv_date) AS IMPLICIT;
 CREATE CAST (dv_timestamp AS dv_date) WITH FUNCTION to_date(dv_timestamp) AS ASSIGNMENT;
 CREATE CAST (dv_timestamptz AS dv_date) WITH FUNCTION to_date(dv_timestamptz) AS ASSIGNMENT;
-CREATE CAST (dv_timestamptz AS dv_timestamp) WITH FUNCTION to_timestamp(dv_timestamptz) AS ASSIGNMENT;
+CREATE CAST (dv_timestamptz AS dv_timestamp) WITH FUNCTION dv_to_timestamp(dv_timestamptz) AS ASSIGNMENT;
 CREATE CAST (dv_timestamptz AS dv_timestampltz) WITH FUNCTION dv_timestampltz_from_dv_timestamptz(dv_timestamptz)
     AS ASSIGNMENT;
 CREATE CAST (dv_timestampltz AS dv_timestamptz) WITH FUNCTION dv_timestampltz_to_dv_timestamptz(dv_timestampltz)
