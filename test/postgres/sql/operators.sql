@@ -10,6 +10,13 @@ EXCEPTION WHEN OTHERS THEN
     value := SQLSTATE || ' ' || SQLERRM;
 END $$;
 
+-- Classes and operators are whole: the server's own checks, and commutators and negators that are each other's.
+SELECT opcname FROM pg_opclass WHERE oid IN (SELECT objid FROM pg_depend WHERE refclassid = 'pg_extension'::regclass
+    AND classid = 'pg_opclass'::regclass) AND NOT amvalidate(oid);
+SELECT oid::regoperator AS lacks FROM pg_operator AS o WHERE oprcode = 0
+    OR (oprcom <> 0 AND NOT EXISTS (SELECT FROM pg_operator AS c WHERE c.oid = o.oprcom AND c.oprcom = o.oid))
+    OR (oprnegate <> 0 AND NOT EXISTS (SELECT FROM pg_operator AS n WHERE n.oid = o.oprnegate AND n.oprnegate = o.oid));
+
 -- Integers are taken for NUMBERs; a literal with a point is the server's numeric, so NUMBER goes to numeric, exactly.
 SELECT e AS expression, g.* FROM unnest(ARRAY[
     'number ''5'' > 3', 'number ''5'' >= 5::bigint', 'number ''5'' = 5::smallint', '5 = number ''5''', 'number ''5'' IN (1, 5)',
@@ -80,6 +87,9 @@ SET enable_bitmapscan = off;
 EXPLAIN (COSTS OFF) SELECT * FROM amounts WHERE amount > 2850;
 EXPLAIN (COSTS OFF) SELECT * FROM amounts WHERE amount IN (1, 2, 3);
 EXPLAIN (COSTS OFF) SELECT * FROM amounts WHERE amount > '2850.5';
+EXPLAIN (COSTS OFF) SELECT * FROM amounts WHERE amount > 2850.5;
+CREATE INDEX ON amounts ((amount::numeric));
+ANALYZE amounts;
 EXPLAIN (COSTS OFF) SELECT * FROM amounts WHERE amount > 2850.5;
 SELECT count(*) FILTER (WHERE amount > 2850.5), count(*) FILTER (WHERE amount > '2850.5') FROM amounts;
 RESET ALL;
