@@ -8,6 +8,10 @@
 
 #include "postgres_api.h"
 
+extern "C" {
+#include <nodes/execnodes.h>
+}
+
 namespace dv::impl {
 
 struct postgres_state_type {
@@ -27,9 +31,11 @@ Datum postgres_state_out(const postgres_state_type &type, FunctionCallInfo fcinf
 Datum postgres_state_receive(const postgres_state_type &type, FunctionCallInfo fcinfo);  // internal
 Datum postgres_state_send(const postgres_state_type &type, FunctionCallInfo fcinfo);     // state
 
-// Is the function called as part of an aggregate, whose state it may change where it is?
+// Is the function called as part of an aggregate, whose state it may change where it is? As
+// AggCheckCallContext tells, without a call.
 inline bool postgres_in_aggregate(FunctionCallInfo fcinfo) {
-    return AggCheckCallContext(fcinfo, nullptr) != 0;
+    const Node *caller = fcinfo->context;
+    return caller != nullptr && (IsA(caller, AggState) || IsA(caller, WindowAggState));
 }
 
 // A new varlena whose bytes are still to be written.

@@ -2,6 +2,8 @@
 
 #include "postgres_value.h"
 
+#include <bit>
+
 #include "sql_datetime.h"
 
 extern "C" {
@@ -74,18 +76,38 @@ Datum give_reference_(const sql_value &value) {
     return PointerGetDatum(bytes);
 }
 
-template <size_t Size>
-void copy_both_ends_(uint8_t *to, const char *from, size_t size) {
-    memcpy(to, from, Size);
-    memcpy(to + size - Size, from + size - Size, Size);
+template <typename Word>
+uint64_t load_(const char *from) {
+    Word word;
+    memcpy(&word, from, sizeof word);
+    return word;
 }
 
-// 1 to SQL_VALUE_SIZE_MAX bytes, without a call: at most twice a length that the compiler knows.
-void copy_short_(uint8_t *to, const char *from, size_t size) {
-    if (size > 8) return size > 16 ? copy_both_ends_<16>(to, from, size) : copy_both_ends_<8>(to, from, size);
-    if (size >= 4) return copy_both_ends_<4>(to, from, size);
-    if (size >= 2) return copy_both_ends_<2>(to, from, size);
-    *to = static_cast<uint8_t>(*from);
+// Fewer than eight bytes as they stand in memory, with zeros behind.
+uint64_t word_of_(const char *from, size_t size) {
+    uint64_t word = 0;
+    if constexpr (std::endian::native != std::endian::little) {
+        memcpy(&word, from, size);
+        return word;
+    }
+    if (size >= 4) return load_<uint32_t>(from) | load_<uint32_t>(from + size - 4) << 8 * (size - 4);
+    if (size >= 2) return load_<uint16_t>(from) | load_<uint16_t>(from + size - 2) << 8 * (size - 2);
+    return size == 0 ? 0 : load_<uint8_t>(from);
+}
+
+// Without a call. The first eight bytes are written as one, and last, so that they can be read as one without
+// waiting until they are in memory.
+void copy_digits_(uint8_t *to, const char *from, size_t size) {
+    constexpr size_t half = sizeof(uint64_t);
+    uint64_t first;
+    if (size < half) {
+        first = word_of_(from, size);
+    } else {
+        if (size > 2 * half) memcpy(to + half, from + half, half);
+        memcpy(to + size - half, from + size - half, half);
+        memcpy(&first, from, half);
+    }
+    memcpy(to, &first, half);
 }
 
 bool is_utf8_() { return GetDatabaseEncoding() == PG_UTF8; }
@@ -95,12 +117,16 @@ bool is_utf8_() { return GetDatabaseEncoding() == PG_UTF8; }
 constinit allocator_t dv::impl::postgres_memory = {malloc_, calloc_, realloc_, free_, throw_};
 
 void dv::impl::postgres_take_number(number_t &number, Datum datum) {
-    const varlena *bytes = PG_DETOAST_DATUM_PACKED(datum);
+    const auto *bytes = reinterpret_cast<const varlena *>(DatumGetPointer(datum));
+    const bool is_short = VARATT_IS_1B(bytes) && !VARATT_IS_1B_E(bytes);  // as in a table
+    if (!is_short) bytes = PG_DETOAST_DATUM_PACKED(datum);
     const size_t size = VARSIZE_ANY_EXHDR(bytes);
     if (size == 0 || size > SQL_VALUE_SIZE_MAX)
         ereport(ERROR, (errcode(ERRCODE_DATA_CORRUPTED), errmsg("a number of %zu bytes", size)));
     number.size = static_cast<uint8_t>(size);
-    copy_short_(reinterpret_cast<uint8_t *>(&number) + offsetof(number_t, signexp), VARDATA_ANY(bytes), size);
+    const char *record = VARDATA_ANY(bytes);
+    number.signexp = static_cast<uint8_t>(record[0]);
+    copy_digits_(number.coef, record + 1, size - 1);
 }
 
 // With the header of one byte that it has in a table.

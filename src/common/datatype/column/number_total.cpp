@@ -173,6 +173,12 @@ int64_t dv::impl::add_to_total(number_total_t &total, exact_t &x, int64_t terms)
     return 0;
 }
 
+int64_t dv::impl::add_any_record(number_total_t &total, const number_t &x, bool subtracts) {
+    exact_t term = exact_of(x);
+    if (subtracts) negate(term);
+    return add_to_total(total, term, subtracts ? -1 : 1);
+}
+
 extern "C" int64_t number_total_add(number_total_t *total, const number_t *x) {
     if (!DV_ASSERT(total != NULL) || (!DV_ASSERT(number_is_valid_ptr(x)) && !given(x))) return 0;
     return x->size == 0 ? 0 : add_record(*total, *x, /*subtracts=*/false);

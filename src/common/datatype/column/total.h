@@ -106,13 +106,17 @@ inline bool add_term_in_place(number_total_t &total, const term_t &term, bool su
     const uint64_t flip = subtracts ? ~uint64_t{0} : 0;  // -x is ~x + 1
     const uint64_t extension = extension_of(term.high) ^ flip;
     const uint64_t last = total.limbs.own[DV_TOTAL_LIMBS - 1];
-    uint64_t sum[DV_TOTAL_LIMBS];
-    uint64_t carry = add_words(total.limbs.own[0], term.low ^ flip, flip & 1, sum[0]);
-    carry = add_words(total.limbs.own[1], term.middle ^ flip, carry, sum[1]);
-    carry = add_words(total.limbs.own[2], term.high ^ flip, carry, sum[2]);
-    add_words(last, extension, carry, sum[3]);
-    if (extension_of((sum[3] ^ last) & (sum[3] ^ extension)) != 0) return false;
-    memcpy(total.limbs.own, sum, sizeof sum);
+    uint64_t *const limb = total.limbs.own;
+    uint64_t first, second, third, fourth;  // not an array, which would be copied through memory
+    uint64_t carry = add_words(limb[0], term.low ^ flip, flip & 1, first);
+    carry = add_words(limb[1], term.middle ^ flip, carry, second);
+    carry = add_words(limb[2], term.high ^ flip, carry, third);
+    add_words(last, extension, carry, fourth);
+    if (extension_of((fourth ^ last) & (fourth ^ extension)) != 0) return false;
+    limb[0] = first;
+    limb[1] = second;
+    limb[2] = third;
+    limb[3] = fourth;
     total.count = terms;
     return true;
 }
@@ -143,12 +147,11 @@ inline bool add_product_in_place(number_total_t &total, const number_t &x, const
 }
 
 // total += x, total -= x: as add_to_total.
+[[gnu::noinline]] int64_t add_any_record(number_total_t &total, const number_t &x, bool subtracts);
 inline int64_t add_record(number_total_t &total, const number_t &x, bool subtracts) {
     if (add_in_place(total, x, subtracts)) [[likely]]
         return 0;
-    exact_t term = exact_of(x);
-    if (subtracts) negate(term);
-    return add_to_total(total, term, subtracts ? -1 : 1);
+    return add_any_record(total, x, subtracts);
 }
 
 }  // namespace dv::impl
