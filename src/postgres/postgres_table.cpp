@@ -7,6 +7,7 @@
 
 extern "C" {
 #include <funcapi.h>
+#include <miscadmin.h>
 }
 
 using namespace dv::impl;
@@ -35,8 +36,10 @@ walk *begin_(const sql_table &table, FunctionCallInfo fcinfo) {
 // False: the row has ended. Goes on to the next row that is shown.
 bool find_row_(walk &of) {
     const sql_table &table = *of.table;
-    while (of.next < of.rows.rows && table.is_shown != nullptr && !table.is_shown(of.rows, of.next))
+    while (of.next < of.rows.rows && table.is_shown != nullptr && !table.is_shown(of.rows, of.next)) {
+        CHECK_FOR_INTERRUPTS();
         ++of.next;
+    }
     return of.next < of.rows.rows;
 }
 
