@@ -128,6 +128,13 @@ Datum give_(const sql_value &value, sql_kind kind) {
     return kind == POSTGRES_KIND_TS_LTZ ? postgres_give_record(value.ts_tz.utc) : postgres_give(value);
 }
 
+// Otherwise the text of the value could not be read.
+bool is_offset_in_force_(const dv_ts_tz_t &value) {
+    timezone_t in_force = value.tz;
+    timezone_adjust(&in_force, &sql_date_part(value));
+    return memcmp(&in_force, &value.tz, sizeof in_force) == 0;
+}
+
 // Returns what is wrong with bytes from elsewhere, NULL when nothing is.
 const char *decode_(sql_value &value, sql_kind kind, const uint8_t *bytes, int length) {
     value.kind = catalogue_kind_(kind);
@@ -139,7 +146,10 @@ const char *decode_(sql_value &value, sql_kind kind, const uint8_t *bytes, int l
         bytes = with_zone;
         length = sizeof with_zone;
     }
-    return sql_type_of(value.kind)->decode(value, bytes, length);
+    const char *fault = sql_type_of(value.kind)->decode(value, bytes, length);
+    if (fault == nullptr && value.kind == SQL_KIND_TS_TZ && !is_offset_in_force_(value.ts_tz))
+        return "its UTC offset is not in force in its region then";
+    return fault;
 }
 
 }  // namespace
