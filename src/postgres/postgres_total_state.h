@@ -40,12 +40,14 @@ struct working_totals {
     number_total_t total[Count];
 
     uint64_t *memory() { return reinterpret_cast<uint64_t *>(this + 1); }
-    void set_pointers() {
+    // Returns the bytes of the state.
+    size_t set_pointers() {
         uint64_t *next = memory();
         for (number_total_t &each : total) {
             if (each.attached_room != 0) each.limbs.attached = next;
             next += each.attached_room;
         }
+        return static_cast<size_t>(reinterpret_cast<char *>(next) - header);
     }
 };
 
@@ -60,8 +62,7 @@ working_totals<Count> *changeable_totals(FunctionCallInfo fcinfo) {
     auto *state = reinterpret_cast<working_totals<Count> *>(PG_GETARG_POINTER(0));
     if (!VARATT_IS_4B_U(state) || VARSIZE_4B(state) < sizeof *state || state->form != POSTGRES_WORKING_FORM)
         return nullptr;
-    state->set_pointers();
-    return state;
+    return state->set_pointers() == VARSIZE_4B(state) ? state : nullptr;
 }
 
 template <int Count>
