@@ -21,11 +21,10 @@ LEFT_OUT = [
     (r"dv_typeof|\bdump\(('|x|1|-2|NULL|\))", "names of SQLite's kinds"),
     (r"rowid\)", "rows of tables have no number"),
     (r"\) \|\| \(|\) \|\| dv_cmp", "truth values and integers are not joined here"),
-    (r"json_object|json_group|dv_json\(1\.0|->>|WHERE info & 16|dv_functions WHERE vol", "JSON, conditions and sets of SQLite"),
+    (r"json_object|json_group|iif\(|-> 'a'|stock_text|changes\(|dv_json\(1\.0|->>|WHERE info & 16|dv_functions WHERE vol", "JSON, conditions and sets of SQLite"),
     (r"\('[^']*'\), \(7\)|\(7\), |TZR'\) FROM|\(dv_time\(6, 7, 8\)\)", "values of several types in a column"),
     (r"dv_date\(2024, 3, 1\) < dv_timestamp|to_date\(dv_timestamp.* = dv_timestamp", "bytes of two types, compared as such"),
     (r"dv_extract\('M\w+', d\) \|\||round\(months", "operators and functions of SQLite"),
-    (r"dv_sum|dv_avg", "aggregates have another name"),
     (r"%239s", "a format of SQLite's printf"),
     (r"sum\(to_number\(5\)\)|dv_avg\(NULL\)", "the server's own sum of a BLOB, and of no type"),
 ]
