@@ -87,7 +87,8 @@ std::optional<T> from_bytes(std::span<const uint8_t> bytes) noexcept {
 
 // Appends a value to a key of several columns, such as an index has: keys compare by std::string's <, which
 // is that of memcmp, as the rows do column by column. A number, whose length varies, gets a 0 behind it;
-// descending columns have all of their bits turned.
+// descending columns have all of their bits turned. Keys with NULLs and texts, and what is read out of them,
+// are those of key.hpp.
 template <value T>
 void append_key(std::string &key, const T &x, bool is_descending = false) {
     const size_t begin = key.size();

@@ -11,6 +11,7 @@
 //   number_model.hpp   dv::number_reader, dv::number_writer: numbers under format models
 //   bytes.hpp          dv::to_bytes, dv::from_bytes, dv::append_key: to store and send, checked coming back
 //   column.hpp         dv::column, dv::total, ...: many rows at once
+//   key.hpp            dv::key_of: keys of several columns for stores, read back, ranges
 //   chrono.hpp         dv::chrono_cast: to and from std::chrono
 //   format.hpp         std::format
 //   try.hpp            dv::try_parse, dv::try_add, ...: without exceptions
@@ -34,6 +35,7 @@
 #include "dvtypes/explain.hpp"
 #include "dvtypes/format.hpp"
 #include "dvtypes/interval.hpp"
+#include "dvtypes/key.hpp"
 #include "dvtypes/model.hpp"
 #include "dvtypes/number.hpp"
 #include "dvtypes/number_model.hpp"

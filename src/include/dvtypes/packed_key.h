@@ -65,8 +65,11 @@ enum { DV_KEY_PART_MAX = 24 };
 //   value  the record or machine number, valid, at any address; NULL, or a NUMBER of size 0, for SQL NULL
 //   size   bytes of a value of DV_KEY_BYTES, which may be 0; else not looked at
 //
-// Asserts "key != NULL", "has_key_type(part)", and "may_be_null(*part) || !is_null" (a part of
-// DV_KEY_NOT_NULL gets a value). Raises -3005  there is no room: the key is as it was
+// A part of DV_KEY_NOT_NULL gets a value.
+//
+// Asserts "key != NULL", "has_key_type(part)", "may_be_null(*part) || !is_null".
+//
+// Raises -3005  there is no room: the key is as it was
 DV_EXPORT void dv_key_append(dv_key_t *key, const dv_key_part_t *part, const void *value, size_t size);
 
 // Reads the next part of a key and moves `rest` behind it. Any bytes may be given: those that dv_key_append
@@ -102,10 +105,14 @@ DV_EXPORT void dv_key_end_of_prefix(dv_key_t *key);
 //             become its first bytes and those in front of which it ends; a `to` of size 0: it has no end
 //
 // Returns 1, or 0 where the part has no values on that side of the value (column > the greatest integer);
-// from and to are as they were then. For a value between two others, take `from` of one call and `to` of
-// another: of GE and LE, in descending order of LE and GE. Asserts "has_key_type(part)", "from != NULL", "to
-// != NULL", "is_key_range(*part, relation, is_null)". Raises -3005  there is no room for the part in one of
-// them: both are as they were
+// from and to are as they were then.
+//
+// For a value between two others, take `from` of one call and `to` of another: of GE and LE, in descending
+// order of LE and GE.
+//
+// Asserts "has_key_type(part)", "from != NULL", "to != NULL", "is_key_range(*part, relation, is_null)".
+//
+// Raises -3005  there is no room for the part in one of them: both are as they were
 DV_EXPORT int dv_key_range(const dv_key_part_t *part, int relation, const void *value, size_t size,
                            dv_key_t *from, dv_key_t *to);
 
@@ -117,6 +124,7 @@ DV_EXPORT int dv_key_range(const dv_key_part_t *part, int relation, const void *
 //   result  by offsets; a row where a part of DV_KEY_NOT_NULL has no value has no key
 //
 // Asserts "are_packable(parts, count, result)".
+//
 // Fails with -3005  the result has no room
 //            -5120  offsets leave a column
 DV_EXPORT void dv_column_pack_keys(const dv_key_part_t *parts, int count, dv_column_t *result,

@@ -289,14 +289,17 @@ struct pack_t {
     bool row(int64_t row) {
         dv_key_t key = {reinterpret_cast<uint8_t *>(keys.next_place()), 0, room()};
         number_t buffer;
+        bool is_full = false;
         for (int i = 0; i < count; ++i) {
             given_value_t value;
             const bool has_value = find_value(parts[i], row, buffer, value);
             const size_t size = has_value ? value_size_(parts[i], value) : _no_value;
             if (size == _no_value && !may_be_null(parts[i])) return false;
-            if (!has_room_(key, parts[i], size)) raise(ERR_TEXT_BUFFER_SIZE);
-            append_(key, parts[i], value, size);
+            // A row that turns out to have no key needs no room.
+            is_full = is_full || !has_room_(key, parts[i], size);
+            if (!is_full) append_(key, parts[i], value, size);
         }
+        if (is_full) raise(ERR_TEXT_BUFFER_SIZE);
         keys.append(row, static_cast<int64_t>(key.size));
         return true;
     }
