@@ -2,6 +2,7 @@
 //
 //   postgres_script functions FILE       the functions of the module
 //   postgres_script sql FILE [SQL...]    the statements that name them, and behind them those of other files
+//   postgres_script update FILE [SQL...] of these, what the first version, 0.9, lacks: all but the types
 
 #include <fstream>
 #include <iostream>
@@ -22,12 +23,17 @@ constexpr char _sql_head[] =
     "-- Made by postgres_script while the extension is built. Loaded by CREATE EXTENSION.\n"
     "\\echo Use \"CREATE EXTENSION dvtypes\" to load this file. \\quit\n";
 
+constexpr char _update_head[] =
+    "-- Made by postgres_script while the extension is built. Loaded by ALTER EXTENSION.\n"
+    "\\echo Use \"ALTER EXTENSION dvtypes UPDATE\" to load this file. \\quit\n";
+
 }  // namespace
 
 int main(int argc, char **argv) {
     if (argc < 3) return 2;
+    const bool is_update = std::string_view(argv[1]) == "update";
     script made;
-    add_types(made);
+    if (!is_update) add_types(made);
     add_functions(made);
     add_casts(made);
     add_states(made);
@@ -36,7 +42,7 @@ int main(int argc, char **argv) {
     if (std::string_view(argv[1]) == "functions") {
         file << _functions_head << made.functions();
     } else {
-        file << _sql_head << made.sql();
+        file << (is_update ? _update_head : _sql_head) << made.sql();
         for (int i = 3; i < argc; ++i) {
             std::ifstream more(argv[i]);
             file << '\n' << std::string(std::istreambuf_iterator(more), {});
