@@ -32,16 +32,18 @@ namespace dv {
 
 // How a column stands in a key. What has no std::optional has no NULL, whatever is said of it.
 struct key_column {
-    dv_key_order_e order = DV_KEY_ASCENDING;
-    dv_key_nulls_e nulls = DV_KEY_NULLS_LAST;
+    dv_key_order_e order = DV_KEY_ASCENDING;   // the lowest value first
+    dv_key_nulls_e nulls = DV_KEY_NULLS_LAST;  // where the rows without a value are, in either order
+    // Ascending, NULLs last.
     constexpr key_column() noexcept = default;
+    // As it is said to be.
     constexpr key_column(dv_key_order_e direction, dv_key_nulls_e place = DV_KEY_NULLS_LAST) noexcept
         : order(direction), nulls(place) {}
 };
 
 // The keys from `from` on and below `to`.
 struct key_range {
-    std::string from;
+    std::string from;               // not above any of them
     std::optional<std::string> to;  // none: to the end of the store
     bool is_empty = false;          // no key is in the range, and the others mean nothing
 
