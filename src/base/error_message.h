@@ -10,6 +10,9 @@ namespace dv::impl {
 // Ends the process for an error that nobody catches: message and place go to standard error.
 [[noreturn]] void error_abort(const dv_error_t &error);
 
+// Forgets the thread's recovery points: those that a host's own way of leaving has left behind.
+void recovery_forget();
+
 }  // namespace dv::impl
 
 #endif  // DV_BASE_ERROR_MESSAGE_H

@@ -28,6 +28,8 @@ constexpr int _wants_code_alone = 1;  // as the code of a waiting point; codes a
 
 }  // namespace
 
+void dv::impl::recovery_forget() { _innermost = nullptr; }
+
 extern "C" {
 
 void dv_recovery_push(dv_recovery_t *recovery) {

@@ -22,7 +22,8 @@ static_assert(sizeof(Datum) == 8, "values of 8 bytes are passed by value");
 
 namespace dv::impl {
 
-// Forgets the call of a row that an error of the server's own has left (postgres_call.h).
+// Forgets what an error of the server's own has left: the call of a row (postgres_call.h), and recovery
+// points of the library.
 void postgres_enter();
 
 }  // namespace dv::impl

@@ -5,6 +5,7 @@
 
 #include "postgres_call.h"
 
+#include "error_message.h"
 #include "sql_overload.h"
 
 extern "C" {
@@ -146,7 +147,10 @@ bool is_row_(const sql_signature &signature, const char *name, std::initializer_
 
 constinit postgres_running dv::impl::postgres_current = {};
 
-void dv::impl::postgres_enter() { postgres_current.row = nullptr; }
+void dv::impl::postgres_enter() {
+    postgres_current.row = nullptr;
+    recovery_forget();
+}
 
 const sql_function *dv::impl::postgres_find(const char *name, std::initializer_list<sql_kind> params) {
     const sql_function *found = nullptr;

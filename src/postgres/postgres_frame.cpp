@@ -5,7 +5,6 @@
 // leaves the calendar is an error, as it is in arithmetic. Months end at the last day of a month that does
 // not have the day, for a frame shall not fail where the data have a 31st.
 
-#include "number/number_layout.h"
 #include "postgres_value.h"
 #include "sql_datetime.h"
 
@@ -33,7 +32,6 @@ void check_offset_(bool is_negative) {
 
 // Would the sum of two numbers leave the range? Neither is negative.
 bool leaves_range_(const number_t &x, const number_t &y) {
-    if (number_exponent(x) < NUMBER_EXPONENT_MAX && number_exponent(y) < NUMBER_EXPONENT_MAX) return false;
     number_t room;
     number_assign(&room, _number_max);
     number_sub(&room, &x);
@@ -43,7 +41,8 @@ bool leaves_range_(const number_t &x, const number_t &y) {
 bool is_within_(const number_t &value, const number_t &row, const number_t &offset, const frame_end &end) {
     number_t sum = row;
     if (end.goes_back) number_negate(&sum);
-    if (!number_is_negative(sum) && leaves_range_(sum, offset)) return end.is_upper != end.goes_back;
+    if (number_cmp(&sum, _number_zero) >= 0 && leaves_range_(sum, offset))
+        return end.is_upper != end.goes_back;
     number_add(&sum, &offset);
     if (end.goes_back) number_negate(&sum);
     return end.has(number_cmp(&value, &sum));
@@ -100,7 +99,7 @@ DV_POSTGRES_FUNCTION(dvpg_number_in_range) {
     postgres_take_number(value, PG_GETARG_DATUM(0));
     postgres_take_number(row, PG_GETARG_DATUM(1));
     postgres_take_number(offset, PG_GETARG_DATUM(2));
-    check_offset_(number_is_negative(offset));
+    check_offset_(number_cmp(&offset, _number_zero) < 0);
     PG_RETURN_BOOL(is_within_(value, row, offset, frame_end(fcinfo)));
 }
 
@@ -109,7 +108,7 @@ DV_POSTGRES_FUNCTION(dvpg_date_in_range_days) {
     const frame_end end(fcinfo);
     number_t offset;
     postgres_take_number(offset, PG_GETARG_DATUM(2));
-    check_offset_(number_is_negative(offset));
+    check_offset_(number_cmp(&offset, _number_zero) < 0);
     double days = 0;
     number_to_double(&offset, &days);
     auto moved = postgres_take_word<dv_date_t>(PG_GETARG_DATUM(1));

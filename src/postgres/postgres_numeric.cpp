@@ -13,7 +13,7 @@
 
 #include "postgres_numeric.h"
 
-#include "number/number_layout.h"
+#include "postgres_digits.h"
 
 extern "C" {
 #include <utils/fmgrprotos.h>
@@ -74,12 +74,11 @@ view view_of_(const varlena *numeric) {
 // As many digits as every NUMBER has room for, whatever its exponent: with a pair in front that may be 0.
 constexpr int _pairs_max = 19;
 constexpr int _groups_max = (_pairs_max + 1) / _pairs_of_group;
-constexpr int _pairs_room = 1 + 3 * COEF_WORD_DIGITS;
 
 // False: there are too many digits, or the exponent is not one of NUMBER's.
 bool store_digits_(number_t &number, const view &from) {
     if (from.count > _groups_max) return false;
-    uint8_t pairs[_pairs_room] = {};
+    uint8_t pairs[_pairs_of_group * _groups_max + 1] = {};
     for (int i = 0; i < from.count; ++i) {
         const int group = from.group(i);
         pairs[_pairs_of_group * i] = static_cast<uint8_t>(group / _base);
@@ -88,12 +87,13 @@ bool store_digits_(number_t &number, const view &from) {
     const int skipped = pairs[0] == 0 ? 1 : 0;
     const uint8_t *first = pairs + skipped;
     const int exponent = _pairs_of_group * (from.weight + 1) - skipped;
-    if (*first == 0 || first[_pairs_max] != 0 || exponent < NUMBER_EXPONENT_MIN ||
-        exponent > NUMBER_EXPONENT_MAX)
+    int count = _pairs_of_group * from.count - skipped;
+    while (count > 0 && first[count - 1] == 0) --count;
+    if (*first == 0 || count > _pairs_max || exponent < NUMBER_EXPONENT_MIN || exponent > NUMBER_EXPONENT_MAX)
         return false;
-    const long_coef coef = {
-        {load_be64(first), load_be64(first + COEF_WORD_DIGITS), load_be64(first + 2 * COEF_WORD_DIGITS)}};
-    store_coef(number, from.is_negative, exponent, coef);
+    number_digits parts = {from.is_negative, exponent, count, {}};
+    memcpy(parts.digit, first, static_cast<size_t>(count));
+    put_number_together(number, parts);
     return true;
 }
 
@@ -106,21 +106,19 @@ struct groups {
 };
 
 groups groups_of_(const number_t &number) {
-    const number_head_t head = read_head(number);
-    const long_coef coef = load_coef<3>(number, head);
-    uint8_t pairs[_pairs_room] = {};  // with one in front that is 0, for an odd exponent
-    for (int i = 0; i < 3; ++i) store_be64(pairs + 1 + COEF_WORD_DIGITS * i, coef.word[i]);
-    const int is_odd = head.exponent & 1;
+    const number_digits parts = take_number_apart(number);
+    uint8_t pairs[1 + NUMBER_DIGITS_MAX + 1] = {};  // with one in front that is 0, for an odd exponent
+    memcpy(pairs + 1, parts.digit, sizeof parts.digit);
+    const int is_odd = parts.exponent & 1;
     const uint8_t *first = pairs + 1 - is_odd;
-    const int count = number_digit_count(number);
     groups to = {};
-    to.is_negative = number_is_negative(number);
-    to.weight = (head.exponent + is_odd) / _pairs_of_group - 1;
-    to.count = (count + is_odd + 1) / _pairs_of_group;
+    to.is_negative = parts.is_negative;
+    to.weight = (parts.exponent + is_odd) / _pairs_of_group - 1;
+    to.count = (parts.count + is_odd + 1) / _pairs_of_group;
     for (int i = 0; i < to.count; ++i)
         to.group[i] =
             static_cast<int16_t>(first[_pairs_of_group * i] * _base + first[_pairs_of_group * i + 1]);
-    const int places = 2 * (count - head.exponent) - (pairs[count] % 10 == 0 ? 1 : 0);
+    const int places = 2 * (parts.count - parts.exponent) - (pairs[parts.count] % 10 == 0 ? 1 : 0);
     to.places = places > 0 ? places : 0;
     return to;
 }
@@ -146,7 +144,7 @@ char *put_head_(char *out, const groups &of) {
 }  // namespace
 
 Datum dv::impl::postgres_numeric_of(const number_t &number) {
-    const groups of = number_is_zero(number) ? groups{} : groups_of_(number);
+    const groups of = number_cmp(&number, _number_zero) == 0 ? groups{} : groups_of_(number);
     auto *numeric = static_cast<char *>(palloc(VARHDRSZ + 2 * _word + sizeof of.group));
     char *end = put_head_(numeric + VARHDRSZ, of);
     memcpy(end, of.group, sizeof of.group);  // all, without a call

@@ -1,0 +1,124 @@
+#!/usr/bin/env bash
+# Faults of shards: what is refused, what is told, and what goes on afterwards. In servers of its own beside that of the
+# other suites.
+
+source "$ROOT/scripts/common.sh"
+source "$ROOT/scripts/cluster.sh"
+source "$ROOT/scripts/shards.sh"
+
+cluster_home=$cluster_home/shards
+mkdir -p "$cluster_home"
+chmod 755 "$cluster_home"
+trap 'echo "shards: line $LINENO" >&2' ERR
+trap cluster_stop_all EXIT
+
+fail() {
+    echo "shards: $*" >&2
+    exit 1
+}
+
+# expect TEXT: what is read has the text in it.
+expect() {
+    local shown
+    shown=$(cat)
+    case $shown in
+        *"$1"*) ;;
+        *) fail "\"$1\" is not in: $shown" ;;
+    esac
+}
+
+ask() { cluster_psql coordinator -q -A -t -c "$1" 2>&1 || true; }
+
+# A value alone.
+equal() {
+    [ "$1" = "$2" ] || fail "$3: $1, not $2"
+}
+
+rows=60000
+sales() {
+    awk -v rows="$rows" 'BEGIN {
+        print "id,section,day,amount"
+        for (i = 1; i <= rows; i++) printf "%d,section %d,2024-%02d-11,%d.%02d\n", i, i % 7, 1 + i % 12, i % 9973, i % 100
+    }'
+}
+
+kill_shard() { as_server "$cluster_bin/pg_ctl" -D "$cluster_home/shard$1/data" -m immediate -s stop; }
+restart_shard() {
+    as_server "$cluster_bin/pg_ctl" -D "$cluster_home/shard$1/data" -l "$cluster_home/shard$1/log" -w -s \
+        -o "-k $cluster_home/shard$1/socket -c listen_addresses=" start
+}
+
+shards_open 3
+shards_create sales 'id bigint NOT NULL, section text NOT NULL, day dv_date NOT NULL, amount number(12,2)' id
+
+# A shard dies while a load goes on: the load says which, and the same load again brings what is missing, once.
+sales >"$cluster_home/sales.csv"
+begin_load() {
+    { head -n 30000 "$cluster_home/sales.csv"; sleep 2; tail -n +30001 "$cluster_home/sales.csv"; } |
+        shards_load sales id >"$cluster_home/load" 2>&1 || true
+}
+begin_load &
+sleep 1
+kill_shard 2
+wait
+expect 'shard2: ' <"$cluster_home/load"
+restart_shard 2
+shards_load sales id <"$cluster_home/sales.csv" | expect 'shard3: '
+total=$(awk -F , 'NR > 1 {t += 100 * $4} END {printf "%d.%02d", t / 100, t % 100}' "$cluster_home/sales.csv")
+equal "$(ask "SELECT count(*), count(DISTINCT id), to_char(sum(amount), 'FM999999999990.00') FROM sales")" \
+    "$rows|$rows|$total" 'after the second load'
+shards_load sales id <"$cluster_home/sales.csv" | expect 'shard1: 0 rows loaded now'
+
+# What is computed where the rows are.
+plan() { ask "EXPLAIN (VERBOSE, COSTS OFF) $1" | sed -n 's/^ *Remote SQL: //p'; }
+plan "SELECT count(*) FROM sales WHERE amount > number '5' AND day >= dv_date '2024-03-01'" |
+    expect "WHERE ((amount OPERATOR(public.>) '5')) AND ((day OPERATOR(public.>=) '2024-03-01 00:00:00'))"
+plan "SELECT id FROM sales WHERE dv_round(amount * number '1.19', 2) > number '100'" |
+    expect "WHERE ((public.dv_round((amount OPERATOR(public.*) '1.19'), 2::bigint) OPERATOR(public.>) '100'"
+plan 'SELECT id, amount FROM sales ORDER BY amount' | expect 'ORDER BY amount ASC NULLS LAST'
+plan 'SELECT id, amount FROM sales_2 ORDER BY day LIMIT 3' | expect 'LIMIT 3'
+states='SELECT section, dv_sum_merge(s) FROM
+    (SELECT section, dv_sum_state(amount) AS s FROM sales GROUP BY shard, section) AS p GROUP BY section'
+plan "$states" | expect 'public.dv_sum_state(amount), shard FROM public.sales GROUP BY'
+plan "$(ask "SELECT dv_sharded_sql('sales', 'amount', 'section')")" |
+    expect 'public.dv_sum_state(amount) FROM public.sales GROUP BY'
+equal "$(ask "SELECT key, count, sum, avg FROM dv_sharded_sum('sales', 'amount', 'section') ORDER BY key")" \
+    "$(ask 'SELECT section, count(*), sum(amount), avg(amount) FROM sales GROUP BY section ORDER BY section')" \
+    'sums in two levels'
+equal "$(ask "SELECT count, sum, avg FROM dv_sharded_sum('sales', 'amount')")" \
+    "$(ask 'SELECT count(*), sum(amount), avg(amount) FROM sales')" 'a sum in two levels'
+
+# A shard that dies in the middle of a query is named, in time, and the next query after its restart works.
+shards_sql shard3 'CREATE VIEW slow AS SELECT shard, amount + length(pg_sleep(0.001)::text) AS amount FROM sales'
+shards_sql coordinator "CREATE TABLE slow (shard integer NOT NULL, amount number) PARTITION BY LIST (shard);
+    CREATE FOREIGN TABLE slow_3 PARTITION OF slow FOR VALUES IN (3) SERVER shard3 OPTIONS (table_name 'slow')"
+(sleep 1; kill_shard 3) &
+begin=$SECONDS
+ask "SELECT * FROM dv_sharded_sum('slow', 'amount')" | expect 'shard3'
+[ $((SECONDS - begin)) -lt 15 ] || fail 'a dead shard is noticed too late'
+wait
+ask "SELECT sum FROM dv_sharded_sum('sales', 'amount')" | expect 'shard shard3: could not establish connection'
+ask 'SELECT count(*) FROM sales' | expect 'could not connect to server "shard3"'
+equal "$(ask 'SELECT shard FROM dv_shards() WHERE problem IS NOT NULL')" shard3 'shards with a problem'
+restart_shard 3
+equal "$(ask "SELECT count FROM dv_sharded_sum('sales', 'amount')")" "$rows" 'after the restart'
+
+# A shard with another version of the extension, or without it, is refused.
+shards_sql shard1 "UPDATE pg_extension SET extversion = '0.1' WHERE extname = 'dvtypes'"
+ask "SELECT * FROM dv_sharded_sum('sales', 'amount')" | expect 'shard shard1 has version 0.1 of dvtypes, this server has '
+shards_sql shard1 "DELETE FROM pg_extension WHERE extname = 'dvtypes'"
+ask 'SELECT dv_check_shards()' | expect 'shard shard1: the extension dvtypes is missing'
+
+# A state that is none is refused, whatever it claims to be.
+shards_sql shard2 'CREATE TABLE lies (shard integer DEFAULT 2, s text)'
+shards_sql coordinator "CREATE FOREIGN TABLE lies (shard integer, s dv_number_state) SERVER shard2"
+merged='SELECT dv_sum_merge(s) FROM (SELECT s FROM lies OFFSET 0) AS l'  # here, not on the shard
+honest=$(ask 'SELECT dv_sum_state(amount) FROM sales WHERE shard = 2 AND id < 100')
+for lie in '' x 0 00 01 "02${honest#??}" "0101${honest#????}" "${honest:0:20}" "${honest:0:24}00${honest:24}" \
+    "$(printf '01%.0sff' {1..300})"; do
+    shards_sql shard2 "DELETE FROM lies; INSERT INTO lies (s) VALUES ('$lie')"
+    ask "$merged" | grep -q 'ERROR:  .*\(not those of a total\|invalid input syntax\|invalid bytes\)' || fail "the state '$lie' is taken"
+done
+shards_sql shard2 "DELETE FROM lies; INSERT INTO lies (s) VALUES ('$honest')"
+equal "$(ask "$merged")" "$(ask 'SELECT sum(amount) FROM sales WHERE shard = 2 AND id < 100')" \
+    'an honest state'
