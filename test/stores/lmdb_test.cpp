@@ -121,12 +121,6 @@ struct table {
     }
 };
 
-bool is_related_(const dv_key_part_t &part, const row_t &found, int relation, const row_t &value) {
-    if (!value) return found.has_value() == (relation == DV_COLUMN_NE);
-    const int order = found ? key_types()[static_cast<size_t>(part.type)].order(*found, *value) : 0;
-    return found && (relation >> (order + 1) & 1) != 0;
-}
-
 // column = ..., NULL, <, >= and so on, behind the first columns of some row.
 void check_ranges_(const table &t, const rows_t &given, size_t column) {
     const std::string prefix =
@@ -139,7 +133,7 @@ void check_ranges_(const table &t, const rows_t &given, size_t column) {
         if (value ? relation == DV_COLUMN_NE : relation != DV_COLUMN_EQ && relation != DV_COLUMN_NE) continue;
         row_numbers wanted;
         std::copy_if(beginning.begin(), beginning.end(), std::back_inserter(wanted),
-                     [&](int64_t x) { return is_related_(part, t.row(x)[column], relation, value); });
+                     [&](int64_t x) { return is_related(part, t.row(x)[column], relation, value); });
         const auto range = key_range(part, relation, value, prefix);
         const row_numbers found = range ? t.keys.scan(*range) : row_numbers();
         ASSERT_EQ(found, wanted) << "relation " << relation << " of part " << column << " of "

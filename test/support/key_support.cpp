@@ -212,6 +212,11 @@ int key_order(const key_parts &parts, const rows_t &x, const rows_t &y) {
     return 0;
 }
 
+bool is_related(const dv_key_part_t &part, const row_t &found, int relation, const row_t &value) {
+    if (!value) return found.has_value() == (relation == DV_COLUMN_NE);
+    return found && (relation >> (_types[part.type].order(*found, *value) + 1) & 1) != 0;
+}
+
 key_parts any_key_parts(number_source &source, size_t count) {
     key_parts parts(count);
     for (dv_key_part_t &part : parts)

@@ -30,6 +30,9 @@ int key_order(const key_type &type, int order, int nulls, const row_t &x, const 
 using key_parts = std::vector<dv_key_part_t>;
 int key_order(const key_parts &parts, const rows_t &x, const rows_t &y);
 
+// Whether a row's value stands so to another one, as dv_key_range has it.
+bool is_related(const dv_key_part_t &part, const row_t &found, int relation, const row_t &value);
+
 // Parts of any types, orders and places of NULL.
 key_parts any_key_parts(number_source &source, size_t count);
 row_t any_key_value(const dv_key_part_t &part, number_source &source);  // now and then NULL, where it may be
