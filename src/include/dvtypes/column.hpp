@@ -166,7 +166,9 @@ class texts {
     // Those of a range of strings.
     template <std::ranges::input_range Range>
     requires(std::convertible_to<std::ranges::range_reference_t<Range>, std::string_view> &&
-             !std::same_as<std::remove_cvref_t<Range>, texts>) explicit texts(Range &&rows) {
+             !std::same_as<std::remove_cvref_t<Range>, texts>)
+        // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the requirement leaves the others alone
+        explicit texts(Range &&rows) {
         for (const std::string_view row : rows) push_back(row);
     }
     // Room for the result of an operation: `rows` texts of `bytes` bytes in all.
@@ -399,6 +401,7 @@ class total {
         grow_until([&] { return number_total_merge(&record_, &other.record_); });
     }
 
+    // The same as add.
     total &operator+=(const number &x) {
         add(x);
         return *this;

@@ -158,6 +158,9 @@ DV_EXPORT void dv_decimal_sum_merge(dv_decimal_sum_t *sum, const dv_decimal_sum_
 // Raises  -5068, -5069  the result is beyond the range of NUMBER
 DV_EXPORT void dv_decimal_sum_quotient(const dv_decimal_sum_t *sum, int scale, int64_t divisor, number_t *x);
 
+// Bytes of a packed sum, at most.
+enum { DV_DECIMAL_SUM_PACKED_MAX = 11 + 24 };
+
 // The bytes of a sum for a disk or another machine: the same on all machines, and the same for all equal sums
 // of equal count and scale.
 //
@@ -171,7 +174,6 @@ DV_EXPORT void dv_decimal_sum_quotient(const dv_decimal_sum_t *sum, int scale, i
 //   size   of `bytes`; DV_DECIMAL_SUM_PACKED_MAX bytes hold any sum
 //
 // Returns how many bytes there are; where `size` is less, nothing is written.
-enum { DV_DECIMAL_SUM_PACKED_MAX = 11 + 24 };
 DV_EXPORT int64_t dv_decimal_sum_pack(const dv_decimal_sum_t *sum, int scale, int64_t size, uint8_t *bytes);
 
 // The sum that was packed, and its scale.

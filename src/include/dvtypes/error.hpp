@@ -16,6 +16,7 @@
 #ifndef DVTYPES_ERROR_HPP
 #define DVTYPES_ERROR_HPP
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <string_view>
@@ -36,7 +37,7 @@ class error : public std::exception {
         record_.code = code;
         const char *text = dv_error_text(code);
         if (text != nullptr) std::strncpy(record_.message, text, sizeof record_.message - 1);
-        for (char *at = record_.message; (at = std::strchr(at, '{')) != nullptr;) std::memcpy(at, "...", 3);
+        for (char *at = record_.message; (at = std::strchr(at, '{')) != nullptr;) std::fill_n(at, 3, '.');
     }
 
     // Negative; docs/error-codes.md lists all of them.

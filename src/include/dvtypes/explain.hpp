@@ -183,7 +183,7 @@ inline zoned_text divide(std::string_view text) {
 
 // Of -5110: where the gap is, or that there is none but an offset that contradicts the region.
 inline std::string zoned_sentence(const error &told, std::string_view text) {
-    const std::string plain = sentence_of(told, text, text.npos);
+    std::string plain = sentence_of(told, text, text.npos);
     if (told.code() != -5110) return plain;
     const zoned_text parts = divide(text);
     const size_t end = parts.local.find_last_not_of(' ');

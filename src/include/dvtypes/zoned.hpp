@@ -97,8 +97,8 @@ class local_times {
     timestamp begin() const noexcept { return timestamp(dv::date(times_.begin)); }
     timestamp end() const noexcept { return timestamp(dv::date(times_.end)); }
     // By how much clocks were ahead of those of +00:00 before the change and after it.
-    interval_ds offset_before() const noexcept { return offset_of(times_.before); }
-    interval_ds offset_after() const noexcept { return offset_of(times_.after); }
+    interval_ds offset_before() const { return offset_of(times_.before); }
+    interval_ds offset_after() const { return offset_of(times_.after); }
 
     // The two instants, the same one where it was shown once. Of a time in a gap, which lies n minutes behind
     // its begin and m in front of its end, the one m minutes before the change, and the one n minutes after
@@ -107,7 +107,7 @@ class local_times {
     timestamp_tz later() const;
 
   private:
-    static interval_ds offset_of(const timezone_t &tz) noexcept {
+    static interval_ds offset_of(const timezone_t &tz) {
         const int hour = tz.utc_hour - 100;
         return interval_ds(0, hour, hour > 0 ? tz.utc_min : -tz.utc_min);
     }
