@@ -55,7 +55,7 @@ Datum dv::impl::postgres_state_in(const postgres_state_type &type, FunctionCallI
 Datum dv::impl::postgres_state_out(const postgres_state_type &type, FunctionCallInfo fcinfo) {
     uint8_t bytes[POSTGRES_STATE_BYTES_MAX];
     const int size = type.write(PG_GETARG_DATUM(0), bytes);
-    auto *digits = static_cast<char *>(palloc(static_cast<size_t>(2 * size + 1)));
+    auto *digits = static_cast<char *>(palloc(2 * static_cast<size_t>(size) + 1));
     for (int i = 0; i < size; ++i) {
         digits[2 * i] = "0123456789abcdef"[bytes[i] >> 4];
         digits[2 * i + 1] = "0123456789abcdef"[bytes[i] & 0xF];

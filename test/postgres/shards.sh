@@ -88,6 +88,20 @@ equal "$(ask "SELECT key, count, sum, avg FROM dv_sharded_sum('sales', 'amount',
 equal "$(ask "SELECT count, sum, avg FROM dv_sharded_sum('sales', 'amount')")" \
     "$(ask 'SELECT count(*), sum(amount), avg(amount) FROM sales')" 'a sum in two levels'
 
+# The same by PL/Proxy.
+shards_sql coordinator "CREATE EXTENSION plproxy;
+    CREATE SERVER shards FOREIGN DATA WRAPPER plproxy OPTIONS (modular_mapping '1',
+        p0 'dbname=postgres host=$cluster_home/shard1/socket', p1 'dbname=postgres host=$cluster_home/shard2/socket',
+        p2 'dbname=postgres host=$cluster_home/shard3/socket');
+    CREATE USER MAPPING FOR CURRENT_USER SERVER shards OPTIONS (user 'postgres');
+    CREATE FUNCTION section_states(OUT section text, OUT s dv_number_state) RETURNS SETOF record LANGUAGE plproxy AS \$\$
+        CLUSTER 'shards';
+        RUN ON ALL;
+        SELECT section, dv_sum_state(amount) AS s FROM sales GROUP BY section;
+    \$\$"
+equal "$(ask 'SELECT section, dv_sum_merge(s) FROM section_states() GROUP BY section ORDER BY section')" \
+    "$(ask 'SELECT section, sum(amount) FROM sales GROUP BY section ORDER BY section')" 'sums by PL/Proxy'
+
 # A shard that dies in the middle of a query is named, in time, and the next query after its restart works.
 shards_sql shard3 'CREATE VIEW slow AS SELECT shard, amount + length(pg_sleep(0.001)::text) AS amount FROM sales'
 shards_sql coordinator "CREATE TABLE slow (shard integer NOT NULL, amount number) PARTITION BY LIST (shard);
