@@ -8,6 +8,8 @@
 extern "C" {
 #include <funcapi.h>
 #include <miscadmin.h>
+#include <nodes/supportnodes.h>
+#include <optimizer/optimizer.h>
 }
 
 using namespace dv::impl;
@@ -77,7 +79,51 @@ FuncCallContext *first_call_(const sql_table &table, FunctionCallInfo fcinfo) {
     return context;
 }
 
+// ---------------------------------------------------------------------------------------------------------
+// Counting rows before there are any
+// ---------------------------------------------------------------------------------------------------------
+
+struct begun {
+    const sql_table &table;
+    sql_call call;
+    sql_rows rows;
+};
+
+void begin_once_(void *arg) {
+    auto &of = *static_cast<begun *>(arg);
+    of.table.begin(of.call, of.rows);
+}
+
+// The arguments into a call; false when one is not known while planning, or NULL.
+bool take_constants_(const SupportRequestRows &request, const sql_table &table, sql_call &call) {
+    if (!IsA(request.node, FuncExpr)) return false;
+    ListCell *each;
+    foreach (each, reinterpret_cast<FuncExpr *>(request.node)->args) {
+        Node *arg = estimate_expression_value(request.root, static_cast<Node *>(lfirst(each)));
+        if (!IsA(arg, Const) || reinterpret_cast<Const *>(arg)->constisnull) return false;
+        postgres_take(call.args[call.argc], reinterpret_cast<Const *>(arg)->constvalue,
+                      table.signature.params[call.argc]);
+        ++call.argc;
+    }
+    return true;
+}
+
 }  // namespace
+
+// What a table would complain of is complained of when it is read.
+Datum dv::impl::postgres_count_rows(int table, FunctionCallInfo fcinfo) {
+    auto *node = reinterpret_cast<Node *>(PG_GETARG_POINTER(0));
+    if (!IsA(node, SupportRequestRows)) PG_RETURN_POINTER(nullptr);
+    auto *request = reinterpret_cast<SupportRequestRows *>(node);
+    begun of = {*catalogue.tables[static_cast<size_t>(table)], {}, {}};
+    sql_begin(of.call, &postgres_memory);
+    if (!take_constants_(*request, of.table, of.call)) PG_RETURN_POINTER(nullptr);
+    dv_error_t error;
+    const int code = dv_protect(begin_once_, &of, &error);
+    if (code != 0 || of.call.outcome != SQL_GIVEN) PG_RETURN_POINTER(nullptr);
+    request->rows = static_cast<double>(of.rows.rows);
+    PG_RETURN_POINTER(request);
+}
 
 Datum dv::impl::postgres_next_row(int table, FunctionCallInfo fcinfo) {
     const sql_table &of = *catalogue.tables[static_cast<size_t>(table)];

@@ -125,6 +125,20 @@ TEST_F(Dvimport, AddsToATableAndKeepsItsConstraints) {
     EXPECT_EQ(rows_("SELECT count(*) FROM t"), "3\n");
 }
 
+TEST_F(Dvimport, RefusesWhatRefersToNothing) {
+    write_("1,,a\n2,1,b\n3,4,a\n4,2,a\n");
+    {
+        sqlite_session session(path_("in.db").c_str());
+        session.rows("CREATE TABLE p(c TEXT PRIMARY KEY)");
+        session.rows("INSERT INTO p VALUES ('a')");
+        session.rows("CREATE TABLE k(id INTEGER PRIMARY KEY, up INTEGER REFERENCES k, c TEXT REFERENCES p)");
+    }
+    EXPECT_EQ(import_(path_("in.csv") + " k --columns 'id INTEGER, up INTEGER, c TEXT'"),
+              "in.csv:2: FOREIGN KEY constraint failed\nin.csv:3: FOREIGN KEY constraint failed\n"
+              "in.csv:4: FOREIGN KEY constraint failed\nk: 1 rows loaded, 3 refused\n1");
+    EXPECT_EQ(rows_("SELECT id FROM k"), "1\n");
+}
+
 // Many records go in one statement; a table that would keep or undo more than its own record does not.
 TEST_F(Dvimport, LoadsEachRecordOnceWhateverTheTableDoesToOneOfThem) {
     std::string lines;

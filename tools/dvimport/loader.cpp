@@ -51,6 +51,7 @@ void append_(std::string &list, const std::string &item) { list += (list.empty()
 
 loader::loader(const options &what) : what_(what), waiting_(_records_at_once) {
     open_();
+    run_("PRAGMA foreign_keys = ON");
     run_("BEGIN IMMEDIATE");
     make_tables_();
     prepare_statements_();
@@ -139,10 +140,20 @@ loader::insertion loader::prepare_insertion_(bool is_of_values) {
                                ") SELECT " + values + " FROM (VALUES ";
     insertion made = {is_of_values, prepare_(insert + rows + ")"), nullptr};
     for (size_t i = 1; i < waiting_.size(); ++i) rows += ", (" + row + ")";
-    if (parameters * waiting_.size() <=
-        static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1)))
+    const auto parameters_max =
+        static_cast<size_t>(sqlite3_limit(db_.get(), SQLITE_LIMIT_VARIABLE_NUMBER, -1));
+    if (parameters * waiting_.size() <= parameters_max && !refers_to_itself_())
         made.many = prepare_(insert + rows + ")");
     return made;
+}
+
+// Has the table a foreign key to its own rows? Then one row goes in at a time: a statement of many would take
+// a row in front of the one that it refers to.
+bool loader::refers_to_itself_() {
+    const statement_t keys =
+        prepare_("SELECT 1 FROM pragma_foreign_key_list(?1) WHERE \"table\" = ?1 COLLATE NOCASE");
+    sqlite3_bind_text(keys.get(), 1, what_.table.c_str(), -1, SQLITE_STATIC);
+    return sqlite3_step(keys.get()) == SQLITE_ROW;
 }
 
 // A model that is none would have every record refused.

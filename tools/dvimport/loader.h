@@ -79,6 +79,7 @@ class loader {
     void make_tables_();
     void prepare_statements_();
     insertion prepare_insertion_(bool is_of_values);
+    bool refers_to_itself_();
     void check_model_(const column &of, sqlite3_stmt *value);
     statement_t prepare_(const std::string &sql);
     void run_(const std::string &sql);

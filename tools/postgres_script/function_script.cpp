@@ -190,10 +190,17 @@ void add_table_(script &to, const sql_table &table, int place) {
         columns.append("\"").append(column.name).append("\" ").append(postgres_type_of(column.kind).name);
     }
     const std::string name = table.signature.name;
-    to.add(made_function{name, params_of_(table.signature, params), "TABLE (" + columns + ")",
-                         "t_" + symbol_of_(name, params, sql_param_count(table.signature)),
-                         "return postgres_next_row(" + std::to_string(place) + ", fcinfo);",
-                         "IMMUTABLE STRICT ROWS 500"});
+    const std::string symbol = "t_" + symbol_of_(name, params, sql_param_count(table.signature));
+    std::string options = "IMMUTABLE STRICT ROWS 500";
+    if (sql_param_count(table.signature) > 0) {  // of which the number of rows depends on
+        const std::string support = "dv_" + symbol + "_rows";
+        to.add(made_function{support, "internal", "internal", symbol + "_rows",
+                             "return postgres_count_rows(" + std::to_string(place) + ", fcinfo);",
+                             "IMMUTABLE STRICT"});
+        options += " SUPPORT " + support;
+    }
+    to.add(made_function{name, params_of_(table.signature, params), "TABLE (" + columns + ")", symbol,
+                         "return postgres_next_row(" + std::to_string(place) + ", fcinfo);", options});
 }
 
 }  // namespace

@@ -42,3 +42,10 @@ BEGIN
     END LOOP;
     RAISE NOTICE '%', sum;
 END $$;
+
+-- The planner knows how many rows a call with constants has; what it cannot know or must not complain of stays a guess.
+EXPLAIN SELECT * FROM dv_series(number '1', '10000', '0.5');
+EXPLAIN SELECT * FROM dv_series(dv_date '2024-01-01', '2024-12-31', dv_interval_ym '0-1');
+EXPLAIN SELECT * FROM dv_zone_transitions('Asia/Seoul');
+EXPLAIN SELECT * FROM dv_series(number '1', '10', '0');
+EXPLAIN SELECT s.* FROM (VALUES (number '7')) AS v(n), LATERAL dv_series(number '1', n + random()::text::number, '1') AS s;
