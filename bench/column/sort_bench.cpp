@@ -52,7 +52,7 @@ void sort_by_keys_(std::vector<T> &values, dv_key_type_e type, memory_t<T> &memo
     memory.sorted.resize(count);
     dv_column_write_keys(&part, memory.keys.data(), width, nullptr);
     dv_sort_keys(memory.keys.data(), width, column.count, memory.rows.data(), memory.scratch.data());
-    dv::take<T>(values, memory.rows, memory.sorted);
+    dv::take(values, memory.rows, memory.sorted);
 }
 
 template <typename T>

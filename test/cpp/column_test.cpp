@@ -227,8 +227,19 @@ TEST(CppColumn, ValuesAreTakenInTheOrderOfRows) {
     std::iota(values.begin(), values.end(), 0);
     std::vector<int64_t> rows(values.size());
     for (size_t i = 0; i < rows.size(); ++i) rows[i] = static_cast<int64_t>(i * 37 % rows.size());
-    dv::take<int>(values, rows, taken);
+    dv::take(values, rows, taken);
     EXPECT_EQ(std::vector<int64_t>(taken.begin(), taken.end()), rows);
+    EXPECT_THROW(dv::take(values, rows, std::span(taken).first(99)), std::invalid_argument);
+    for (const int64_t row : {-1, 100}) {
+        rows[50] = row;
+        EXPECT_THROW(dv::take(values, rows, taken), std::invalid_argument) << row;
+    }
+}
+
+TEST(CppColumn, NothingIsNoTotal) {
+    EXPECT_EQ(dv::total().sum(), 0);
+    EXPECT_THROW(dv::total().average(), dv::error);
+    EXPECT_THROW(dv::total::unpack({}), dv::error);
 }
 
 }  // namespace

@@ -409,11 +409,13 @@ class total {
 
     // How many values were added.
     int64_t count() const noexcept { return record_.count; }
-    // The sum; their average, rounded once, which takes one value at least. Throw dv::error beyond the range.
-    number sum() const { return rounded(number_total_sum); }
+    // The sum, 0 of no values; their average, rounded once, which takes one value at least (-5070). Throw
+    // dv::error beyond the range.
+    number sum() const { return count() == 0 ? number(0) : rounded(number_total_sum); }
     number average() const { return rounded(number_total_average); }
 
-    // The bytes of the total for other machines, and the total of such bytes. Throws dv::error (-5121).
+    // The bytes of the total for other machines, and the total of such bytes. Throws dv::error (-5121) where
+    // they are those of none; bytes that were cut or changed may be those of another.
     std::vector<uint8_t> pack() const {
         std::vector<uint8_t> bytes(DV_TOTAL_PACKED_MAX);
         bytes.resize(static_cast<size_t>(number_total_pack(&record_, DV_TOTAL_PACKED_MAX, bytes.data())));
@@ -421,9 +423,10 @@ class total {
     }
     static total unpack(std::span<const uint8_t> bytes) {
         total result;
-        result.grow_until([&] {
-            return number_total_unpack(&result.record_, static_cast<int64_t>(bytes.size()), bytes.data());
-        });
+        const uint8_t none = 0;  // an empty span may have no address
+        const uint8_t *const from = bytes.empty() ? &none : bytes.data();
+        result.grow_until(
+            [&] { return number_total_unpack(&result.record_, static_cast<int64_t>(bytes.size()), from); });
         return result;
     }
 
@@ -512,19 +515,26 @@ inline std::vector<int64_t> sorted_rows(std::initializer_list<dv_key_part_t> par
     return sorted_rows(std::span(parts.begin(), parts.size()));
 }
 
-// Values in the order of rows: result[i] becomes values[rows[i]]. Which they are no processor foresees, so
-// that the next ones are fetched ahead.
-template <typename T>
-void take(std::span<const T> values, std::span<const int64_t> rows, std::span<T> result) {
+// Values in the order of rows: result[i] becomes values[rows[i]]. All are in arrays, vectors or spans; the
+// result is another one than the values. Which values come is no processor foresees, so that the next ones
+// are fetched ahead. Throws std::invalid_argument where there is not a result a row, or a row is none of the
+// values.
+template <std::ranges::contiguous_range Values, std::ranges::contiguous_range Result>
+void take(const Values &values, std::span<const int64_t> rows, Result &&result) {
     constexpr size_t ahead = 24;
+    const auto *const from = std::ranges::data(values);
+    const size_t count = std::ranges::size(values);
+    bool is_sound = std::ranges::size(result) == rows.size();
+    for (const int64_t row : rows) is_sound &= static_cast<size_t>(row) < count;
+    if (!is_sound) throw std::invalid_argument("dv::take: not a result a row, or a row that is no value's");
+    auto *to = std::ranges::data(result);
     for (size_t i = 0; i < rows.size(); ++i) {
         if (i + ahead < rows.size()) {
-            const auto *const next =
-                reinterpret_cast<const char *>(&values[static_cast<size_t>(rows[i + ahead])]);
+            const auto *const next = reinterpret_cast<const char *>(from + rows[i + ahead]);
             __builtin_prefetch(next);
-            __builtin_prefetch(next + sizeof(T) - 1);
+            __builtin_prefetch(next + sizeof *from - 1);
         }
-        result[i] = values[static_cast<size_t>(rows[i])];
+        *to++ = from[rows[i]];
     }
 }
 

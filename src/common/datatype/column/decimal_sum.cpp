@@ -164,8 +164,8 @@ bool read_(const uint8_t *bytes, int64_t size, packed_sum_t &packed) {
     packed.scale = static_cast<int8_t>(bytes[2]);
     packed.sum.count = static_cast<int64_t>(load_be64(bytes + 3));
     const exact_t integer = unpack_integer(bytes + _head_size, static_cast<int>(size) - _head_size);
-    for (int i = 0; i < 3; ++i)
-        packed.sum.words[i] = i < integer.size ? integer.limb[i] : extension_of(packed.sum.words[i - 1]);
+    const uint64_t extension = extension_of(integer.limb[integer.size - 1]);
+    for (int i = 0; i < 3; ++i) packed.sum.words[i] = i < integer.size ? integer.limb[i] : extension;
     if (!is_decimal_scale(packed.scale) || !can_be_(packed.sum)) return false;
     uint8_t again[DV_DECIMAL_SUM_PACKED_MAX];
     return pack_(packed, again) == size && memcmp(again, bytes, static_cast<size_t>(size)) == 0;
