@@ -46,7 +46,8 @@ extern "C" {
 // result = x + y, x - y, x * y, x / y, and the remainders of number_mod and number_rem, row by row; a
 // constant is a column of stride 0.
 //
-// Fails with -5068, -5069  the result is beyond the range of NUMBER    -5070  division by zero
+// Fails with -5068, -5069  the result is beyond the range of NUMBER    -5070  x / 0, and the remainder of
+// number_rem by 0; that of number_mod is x
 DV_EXPORT void number_column_add(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,
                                  dv_column_faults_t *faults);
 DV_EXPORT void number_column_sub(const dv_column_t *x, const dv_column_t *y, dv_column_t *result,

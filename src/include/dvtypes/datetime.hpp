@@ -62,7 +62,10 @@ class basic_datetime : public ordered_value<Derived, Record, KeySize> {
         }
     };
 
-    // Later or earlier by an interval. Months go to the same day of the target month.
+    // Later or earlier by an interval. Months go to the same day of the target month, and from the last day
+    // of a month to the last day of the other (28 February 2026 and a month is 31 March); a month that lacks
+    // the day throws -5005. A timestamp_tz is moved by its fields in UTC, whose day may be another than the
+    // local one.
     template <interval Interval>
     Derived &operator+=(const Interval &y) {
         return this->change([&](Record &x) { Derived::raising::add(x, y); });

@@ -163,7 +163,7 @@ class number : public parts::basic_value<number, number_t> {
     explicit number(const number_t &record) noexcept : number() { number_assign(&record_, &record); }
 
     // Results are rounded half up to 38 digits, unless number_set_roundmode says otherwise. Throw -5068,
-    // -5069; / and % throw -5070 where y is zero. A remainder has the sign of x.
+    // -5069; / throws -5070 where y is zero, and x % 0 is x. A remainder has the sign of x.
     number &operator+=(const number &y) { return apply(raising::add, y); }
     number &operator-=(const number &y) { return apply(raising::sub, y); }
     number &operator*=(const number &y) { return apply(raising::mul, y); }
