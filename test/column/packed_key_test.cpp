@@ -98,20 +98,29 @@ TEST(PackedKey, GivesItsValuesBack) {
     }
 }
 
+namespace {
+
+// A key with up to two bytes changed, and with an end that is not its own.
+std::string damaged_key_(std::string key, number_source &source) {
+    for (int changes = source.pick(0, 2); changes > 0 && !key.empty(); --changes) {
+        const auto place = static_cast<size_t>(source.pick(0, static_cast<int>(key.size()) - 1));
+        const auto byte = static_cast<unsigned char>(key[place]);
+        key[place] =
+            static_cast<char>(source.pick(0, 1) == 0 ? byte + source.pick(-2, 2) : source.pick(0, 1) * 255);
+    }
+    key.resize(static_cast<size_t>(source.pick(0, static_cast<int>(key.size()) + 2)), '\xFF');
+    return key;
+}
+
+}  // namespace
+
 // What is taken is what dv_key_append writes; nothing is read behind the last byte (AddressSanitizer).
 TEST(PackedKey, TakesNoBytesThatAreNoKey) {
     number_source source(20261203);
     long taken = 0, refused = 0;
     for (long round = 0; round < scaled(60'000); ++round) {
         const key_parts parts = any_key_parts(source, 1);
-        std::string key = packed_key(parts, any_key_row(parts, source));
-        for (int changes = source.pick(0, 2); changes > 0 && !key.empty(); --changes) {
-            const auto place = static_cast<size_t>(source.pick(0, static_cast<int>(key.size()) - 1));
-            const auto byte = static_cast<unsigned char>(key[place]);
-            key[place] = static_cast<char>(source.pick(0, 1) == 0 ? byte + source.pick(-2, 2)
-                                                                  : source.pick(0, 1) * 255);
-        }
-        key.resize(static_cast<size_t>(source.pick(0, static_cast<int>(key.size()) + 2)), '\xFF');
+        const std::string key = damaged_key_(packed_key(parts, any_key_row(parts, source)), source);
         exact_bytes bytes(key);
         rows_t row(1);
         if (take_(bytes.rest, parts[0], row[0])) {

@@ -2,6 +2,8 @@
 // on, and minutes added by dv_date_add_field. zones_2011_test has these tests too, over older tables.
 
 #include <gtest/gtest.h>
+#include <algorithm>
+#include <ranges>
 
 #include <cstring>
 #include <map>
@@ -150,8 +152,8 @@ std::vector<const tz_info_t *> shown_at_(const tz_region_t &region, const dv_dat
         const tz_info_t &info = *zonetab_get_info(&region, &utc);
         if (seconds_of_(info) == offset) in_force[offset] = &info;
     }
-    std::vector<const tz_info_t *> shown;
-    for (const auto &[offset, info] : in_force) shown.push_back(info);
+    std::vector<const tz_info_t *> shown(in_force.size());
+    std::ranges::copy(in_force | std::views::values, shown.begin());
     return shown;
 }
 
@@ -168,6 +170,18 @@ tz_local_times_t local_times_(int id, const dv_date_t &local) {
     return times;
 }
 
+// The ends of what was skipped or repeated around a time: clocks showed all that lies between as often, and
+// what lies outside otherwise.
+void expect_ends_(const tz_region_t &region, const tz_local_times_t &times, const dv_date_t &local) {
+    const auto count = [&](const dv_date_t &at) { return static_cast<int>(shown_at_(region, at).size()); };
+    EXPECT_LE(dv_date_compare(&times.begin, &local), 0);
+    EXPECT_LT(dv_date_compare(&local, &times.end), 0);
+    EXPECT_NE(count(moved_(times.begin, -1)), times.count);
+    EXPECT_EQ(count(times.begin), times.count);
+    EXPECT_EQ(count(moved_(times.end, -1)), times.count);
+    EXPECT_NE(count(times.end), times.count);
+}
+
 void expect_local_times_(int id, const dv_date_t &local) {
     const tz_region_t &region = region_tab_[id];
     SCOPED_TRACE(region.canon_name + (' ' + describe(local)));
@@ -178,17 +192,9 @@ void expect_local_times_(int id, const dv_date_t &local) {
         EXPECT_TRUE(has_offset_of_(times.before, *shown.front()));
         EXPECT_TRUE(has_offset_of_(times.after, *shown.back()));
     }
-    if (times.count == 1) {
-        EXPECT_EQ(times.begin, local);
-        EXPECT_EQ(times.end, local);
-        return;
-    }
-    EXPECT_LE(dv_date_compare(&times.begin, &local), 0);
-    EXPECT_LT(dv_date_compare(&local, &times.end), 0);
-    EXPECT_NE(shown_at_(region, moved_(times.begin, -1)).size(), shown.size());
-    EXPECT_EQ(shown_at_(region, times.begin).size(), shown.size());
-    EXPECT_EQ(shown_at_(region, moved_(times.end, -1)).size(), shown.size());
-    EXPECT_NE(shown_at_(region, times.end).size(), shown.size());
+    if (times.count != 1) return expect_ends_(region, times, local);
+    EXPECT_EQ(times.begin, local);
+    EXPECT_EQ(times.end, local);
 }
 
 }  // namespace

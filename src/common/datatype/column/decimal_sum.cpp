@@ -161,7 +161,7 @@ bool can_be_(const dv_decimal_sum_t &sum) {
 // Whether bytes are those that pack_ writes.
 bool read_(const uint8_t *bytes, int64_t size, packed_sum_t &packed) {
     if (size < _head_size || size > DV_DECIMAL_SUM_PACKED_MAX) return false;
-    packed.scale = static_cast<int8_t>(bytes[2]);
+    packed.scale = bytes[2] - (bytes[2] > INT8_MAX ? UINT8_MAX + 1 : 0);
     packed.sum.count = static_cast<int64_t>(load_be64(bytes + 3));
     const exact_t integer = unpack_integer(bytes + _head_size, static_cast<int>(size) - _head_size);
     const uint64_t extension = extension_of(integer.limb[integer.size - 1]);

@@ -103,23 +103,27 @@ struct text_places_t {
     characters_t digits, others;
 };
 constexpr size_t place_number(int point, int from, int is_negative) {
-    return static_cast<size_t>((2 * point + from) * 2 + is_negative);
+    return (2 * static_cast<size_t>(point) + static_cast<size_t>(from)) * 2 +
+           static_cast<size_t>(is_negative);
+}
+constexpr text_places_t places_of(int point, int from, int is_negative) {
+    text_places_t row{};
+    for (int i = 0; i < SHORT_TEXT_SIZE; ++i) {
+        const int place = i - is_negative;
+        const bool is_digit = place >= 0 && place != point;
+        const int digit = place + from - (place > point ? 1 : 0);
+        const bool is_inside = is_digit && digit < SHORT_TEXT_SIZE;
+        row.digits.at[i] = is_inside ? static_cast<uint8_t>(digit) : _no_character;
+        row.others.at[i] = place < 0 ? '-' : place == point ? '.' : 0;
+    }
+    return row;
 }
 constexpr auto _text_places = [] {
     std::array<text_places_t, place_number(2 * _written_digits_max, 1, 1) + 1> rows{};
     for (int point = 0; point <= 2 * _written_digits_max; ++point) {
         for (const int from : {0, 1}) {
-            for (const int is_negative : {0, 1}) {
-                text_places_t &row = rows[place_number(point, from, is_negative)];
-                for (int i = 0; i < SHORT_TEXT_SIZE; ++i) {
-                    const int place = i - is_negative;
-                    const bool is_digit = place >= 0 && place != point;
-                    const int digit = place + from - (place > point ? 1 : 0);
-                    const bool is_inside = is_digit && digit < SHORT_TEXT_SIZE;
-                    row.digits.at[i] = is_inside ? static_cast<uint8_t>(digit) : _no_character;
-                    row.others.at[i] = place < 0 ? '-' : place == point ? '.' : 0;
-                }
-            }
+            for (const int is_negative : {0, 1})
+                rows[place_number(point, from, is_negative)] = places_of(point, from, is_negative);
         }
     }
     return rows;
