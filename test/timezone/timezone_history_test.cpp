@@ -2,8 +2,6 @@
 // on, and minutes added by dv_date_add_field. zones_2011_test has these tests too, over older tables.
 
 #include <gtest/gtest.h>
-#include <algorithm>
-#include <ranges>
 
 #include <cstring>
 #include <map>
@@ -152,8 +150,9 @@ std::vector<const tz_info_t *> shown_at_(const tz_region_t &region, const dv_dat
         const tz_info_t &info = *zonetab_get_info(&region, &utc);
         if (seconds_of_(info) == offset) in_force[offset] = &info;
     }
-    std::vector<const tz_info_t *> shown(in_force.size());
-    std::ranges::copy(in_force | std::views::values, shown.begin());
+    std::vector<const tz_info_t *> shown;
+    shown.reserve(in_force.size());
+    for (const auto &[offset, info] : in_force) shown.push_back(info);
     return shown;
 }
 
