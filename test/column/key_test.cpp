@@ -140,7 +140,10 @@ TEST(ColumnSort, GivesTheOrderOfAStableSortByMemcmp) {
             const auto wanted = sorted_by_memcmp_(keys, c.width, static_cast<size_t>(count));
             for (each_level levels; levels.next();) {
                 std::vector<int64_t> rows(wanted.size() + 1, -9);
-                const guarded scratch(dv_sort_scratch_size(count, c.width));
+                const size_t size = dv_sort_scratch_size(count, c.width);
+                ASSERT_GE(size, static_cast<size_t>(count) * sizeof(int64_t));  // a number a row
+                ASSERT_LE(size, static_cast<size_t>(count) * sizeof(int64_t) + (size_t{1} << 20));
+                const guarded scratch(size);
                 dv_sort_keys(keys.data(), c.width, count, rows.data(), scratch.text());
                 EXPECT_EQ(rows.back(), -9);
                 rows.pop_back();
