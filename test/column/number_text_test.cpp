@@ -160,9 +160,21 @@ constexpr const char *_models[] = {"999,999,990.00",
                                    "FM99C",
                                    "9,9,9,9,9.9"};
 
+// Records with every byte as their last digit, most of which is none.
+rows_t numbers_with_any_last_byte_() {
+    rows_t rows;
+    for (int byte = 0; byte < 256; ++byte) {
+        const char last = static_cast<char>(byte);
+        for (const char *begin : {"\xC0", "\xC1", "\xC1\x81"})
+            rows.emplace_back(begin + std::string(1, last));
+    }
+    return rows;
+}
+
 TEST(NumberColumn, WritesUnderModelsAsTheFunctionForOneText) {
     rows_t numbers = random_numbers_(4);
     numbers.resize(numbers.size() / 30);
+    for (const row_t &row : numbers_with_any_last_byte_()) numbers.push_back(row);
     for (const char *model : _models) {
         const auto length = static_cast<int>(strlen(model));
         const auto columns = [&](const dv_column_t *x, dv_column_t *result, dv_column_faults_t *faults) {

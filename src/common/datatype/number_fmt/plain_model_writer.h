@@ -46,6 +46,7 @@ class plain_template {
     static bool is_plain_(const number_model_t &model);
     void place_elements_(const char *elements);
     void place_digit_(int element, int position, bool is_forced);
+    static bool is_outer_digit_(uint8_t digit) { return static_cast<uint8_t>(digit - 1) < 99; }
     bool measure_(const number_t &x, const number_head_t &head, shown_t &shown) const;
     static void lay_out_(const number_t &x, const number_head_t &head, char *places);
     span_t written_(const shown_t &shown) const;
@@ -109,13 +110,12 @@ inline void plain_template::place_digit_(int element, int position, bool is_forc
 
 // What a value shows on either side of the point; false: it is one that write() leaves.
 inline bool plain_template::measure_(const number_t &x, const number_head_t &head, shown_t &shown) const {
-    if (x.size > sizeof x || head.count < 1 || head.count > NUMBER_DIGITS_MAX ||
-        x.coef[0] == NUMBER_DIGIT_EXCESS)
-        return false;
+    if (x.size > sizeof x || head.count < 1 || head.count > NUMBER_DIGITS_MAX) return false;
     if (head.exponent < 0 || head.exponent > _exponent_max) return false;
-    const int first = x.coef[0] - NUMBER_DIGIT_EXCESS, last = x.coef[head.count - 1] - NUMBER_DIGIT_EXCESS;
-    const bool skips_tens = head.exponent != 0 && first > -10 && first < 10;
-    shown.digits = 2 * head.exponent - (skips_tens ? 1 : 0);
+    const auto first = static_cast<uint8_t>(x.coef[0] - NUMBER_DIGIT_EXCESS);
+    const auto last = static_cast<uint8_t>(x.coef[head.count - 1] - NUMBER_DIGIT_EXCESS);
+    if (!is_outer_digit_(first) || !is_outer_digit_(last)) return false;
+    shown.digits = 2 * head.exponent - (head.exponent != 0 && first < 10 ? 1 : 0);
     shown.decimals = 2 * (head.count - head.exponent) - (last % 10 == 0 ? 1 : 0);
     return shown.digits <= integer_positions_ && shown.decimals <= positions_ - integer_positions_;
 }
