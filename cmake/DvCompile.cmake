@@ -12,7 +12,7 @@ add_compile_options(-ffp-contract=off)
 
 if(DV_SANITIZE)
     # The libraries link without the C++ runtime, which the vptr check would need.
-    add_compile_options(-fsanitize=${DV_SANITIZE} -fno-omit-frame-pointer -g)
+    add_compile_options(-fsanitize=${DV_SANITIZE} -fno-omit-frame-pointer -g1)
     add_link_options(-fsanitize=${DV_SANITIZE})
     if(DV_SANITIZE MATCHES "undefined")
         add_compile_options(-fno-sanitize=vptr -fno-sanitize-recover=undefined)
