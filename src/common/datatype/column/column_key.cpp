@@ -117,26 +117,11 @@ struct key_type_t {
     void (*write)(const part_t &part, dv_column_faults_t *faults);
 };
 
-template <typename Writer>
-constexpr key_type_t fixed_ = {Writer::key_bytes, write_part_<fixed_part_t<Writer>>};
-
-constexpr key_type_t _key_types[DV_KEY_TYPES] = {
-    // by dv_key_type_e
-    {_number_bytes, write_part_<number_part_t>},
-    fixed_<date_key_t>,
-    fixed_<time_key_t>,
-    fixed_<timestamp_key_t>,
-    fixed_<ts_tz_key_t>,
-    fixed_<ts_ltz_key_t>,
-    fixed_<itv_ytm_key_t>,
-    fixed_<itv_dts_key_t>,
-    fixed_<rowid_key_t>,
-    fixed_<integer_key_t<uint32_t>>,
-    fixed_<integer_key_t<uint64_t>>,
-    fixed_<int128_key_t>,
-    fixed_<double_key_t>,
-    {0, write_part_<bytes_part_t>},
-};
+constexpr std::array _key_types =
+    key_types<key_type_t>({_number_bytes, write_part_<number_part_t>}, {0, write_part_<bytes_part_t>},
+                          []<typename Writer>(Writer) -> key_type_t {
+                              return {Writer::key_bytes, write_part_<fixed_part_t<Writer>>};
+                          });
 
 bool is_key_part(const dv_key_part_t *part) {
     if (!has_key_type(part) || !are_columns(part->column)) return false;

@@ -15,6 +15,7 @@
 #ifndef DV_COLUMN_KEY_VALUES_H
 #define DV_COLUMN_KEY_VALUES_H
 
+#include <array>
 #include <bit>
 
 #include "../bytes.h"
@@ -138,6 +139,26 @@ struct double_key_t {
         return value != value && bits != ~sign ? "a NaN has one form in a key" : nullptr;
     }
 };
+
+// A row for each type of key, by dv_key_type_e: those of NUMBER and of bytes are given, `fixed` makes that of
+// a value of fixed length from its struct.
+template <typename Row, typename Fixed>
+constexpr std::array<Row, DV_KEY_TYPES> key_types(Row number, Row bytes, Fixed fixed) {
+    return {number,
+            fixed(date_key_t{}),
+            fixed(time_key_t{}),
+            fixed(timestamp_key_t{}),
+            fixed(ts_tz_key_t{}),
+            fixed(ts_ltz_key_t{}),
+            fixed(itv_ytm_key_t{}),
+            fixed(itv_dts_key_t{}),
+            fixed(rowid_key_t{}),
+            fixed(integer_key_t<uint32_t>{}),
+            fixed(integer_key_t<uint64_t>{}),
+            fixed(int128_key_t{}),
+            fixed(double_key_t{}),
+            bytes};
+}
 
 }  // namespace dv::impl
 

@@ -161,26 +161,9 @@ struct packed_type_t {
 
 template <typename Kind>
 constexpr packed_type_t kind_ = {Kind::key_size, Kind::write, Kind::take};
-template <typename Value>
-constexpr packed_type_t fixed_ = kind_<fixed_t<Value>>;
-
-constexpr packed_type_t _types[DV_KEY_TYPES] = {
-    // by dv_key_type_e
-    kind_<packed_number_t>,
-    fixed_<date_key_t>,
-    fixed_<time_key_t>,
-    fixed_<timestamp_key_t>,
-    fixed_<ts_tz_key_t>,
-    fixed_<ts_ltz_key_t>,
-    fixed_<itv_ytm_key_t>,
-    fixed_<itv_dts_key_t>,
-    fixed_<rowid_key_t>,
-    fixed_<integer_key_t<uint32_t>>,
-    fixed_<integer_key_t<uint64_t>>,
-    fixed_<int128_key_t>,
-    fixed_<double_key_t>,
-    kind_<packed_bytes_t>,
-};
+constexpr std::array _types =
+    key_types<packed_type_t>(kind_<packed_number_t>, kind_<packed_bytes_t>,
+                             []<typename Value>(Value) -> packed_type_t { return kind_<fixed_t<Value>>; });
 
 bool may_be_null(const dv_key_part_t &part) { return part.nulls != DV_KEY_NOT_NULL; }
 uint8_t null_byte_(const dv_key_part_t &part) { return part.nulls == DV_KEY_NULLS_LAST; }
