@@ -14,9 +14,10 @@ need_postgres() {
         "postgresql-server-dev-$postgres_version" util-linux
 }
 
-# as_server COMMAND...: runs it as the user that servers run as: Debian's postgres when this is root.
+# as_server COMMAND...: runs it as the user that servers run as: Debian's postgres when this is root, in a folder that it
+# may enter.
 as_server() {
-    if [ "$(id -u)" = 0 ]; then runuser -u postgres -- "$@"; else "$@"; fi
+    if [ "$(id -u)" = 0 ]; then (cd / && exec runuser -u postgres -- "$@"); else "$@"; fi
 }
 
 # cluster_open BUILD: makes the tree for the extension of a build folder, in a folder that servers may enter.
@@ -82,6 +83,7 @@ cluster_psql() {
 build_postgres() {
     local build=$1
     mkdir -p "$build"
+    [ -e "$build/postgres/dvtypes.so" ] || say "The first build of the extension takes some minutes" >&2
     { cmake -S "$ROOT" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DDV_BUILD_TESTS=OFF -DDV_BUILD_BENCH=OFF \
             -DDV_BUILD_SQLITE=OFF -DDV_BUILD_IMPORT=OFF &&
         cmake --build "$build" --target dvpostgres dvpostgres_script; } >"$build/build.log" 2>&1 ||

@@ -8,7 +8,8 @@ shards_open() {
     local i
     shards_count=$1
     cluster_start coordinator -c enable_partitionwise_aggregate=on -c enable_partitionwise_join=on -c jit=off
-    shards_sql coordinator 'CREATE EXTENSION dvtypes; CREATE EXTENSION postgres_fdw; CREATE EXTENSION dblink'
+    shards_sql coordinator 'CREATE EXTENSION dvtypes; CREATE EXTENSION postgres_fdw; CREATE EXTENSION dblink;
+        CREATE FOREIGN DATA WRAPPER shard_fdw HANDLER dv_shard_handler VALIDATOR postgres_fdw_validator'
     for ((i = 1; i <= shards_count; i++)); do
         shards_start "$i"
         shards_sql "shard$i" 'CREATE EXTENSION dvtypes'
@@ -26,7 +27,7 @@ shards_sql() { cluster_psql "$1" -q -v ON_ERROR_STOP=1 -c "$2"; }
 # shards_add I: makes a shard known to the coordinator. A shard that does not answer is given up after five seconds.
 shards_add() {
     shards_sql coordinator "
-        CREATE SERVER shard$1 FOREIGN DATA WRAPPER postgres_fdw OPTIONS (
+        CREATE SERVER shard$1 FOREIGN DATA WRAPPER shard_fdw OPTIONS (
             host '$cluster_home/shard$1/socket', dbname 'postgres', extensions 'dvtypes', async_capable 'true',
             fetch_size '10000', batch_size '1000', connect_timeout '5');
         CREATE USER MAPPING FOR CURRENT_USER SERVER shard$1 OPTIONS (user 'postgres')"

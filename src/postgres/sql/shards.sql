@@ -4,6 +4,10 @@
 -- The queries are in two levels: each shard sums its own rows to states, which are merged here. Names of functions of the
 -- extension are written with its schema, so that no search_path changes what is meant.
 
+-- The handler of a foreign data wrapper that does what postgres_fdw does, and whose errors name the server.
+CREATE FUNCTION dv_shard_handler() RETURNS fdw_handler
+    AS 'MODULE_PATHNAME', 'dvpg_shard_handler' LANGUAGE C STRICT;
+
 -- The foreign servers that the extension's functions are shipped to, with the version of the extension there, or why there
 -- is none. Needs the extension dblink.
 CREATE FUNCTION dv_shards() RETURNS TABLE (shard name, version text, problem text)
@@ -76,7 +80,7 @@ BEGIN
                   CASE WHEN key IS NULL THEN '' ELSE E'\nGROUP BY key\nORDER BY key' END);
 END $$;
 
--- Runs it. A shard that fails is named.
+-- Runs it. A shard that fails is named: by the context of the error, or by asking all of them.
 CREATE FUNCTION dv_sharded_sum("table" regclass, value name, by name DEFAULT NULL)
     RETURNS TABLE (key text, count bigint, sum number, avg number) LANGUAGE plpgsql STABLE AS $$
 DECLARE
@@ -84,15 +88,23 @@ DECLARE
     statement text;
     reason text;
     state text;
+    context text;
+    shard text;
 BEGIN
     SELECT n.nspname INTO home FROM pg_catalog.pg_extension e
         JOIN pg_catalog.pg_namespace n ON n.oid = e.extnamespace WHERE e.extname = 'dvtypes';
     EXECUTE format('SELECT %I.dv_check_shards()', home);
     EXECUTE format('SELECT %I.dv_sharded_sql($1, $2, $3)', home) INTO statement USING "table", value, by;
-    RETURN QUERY EXECUTE statement;
-EXCEPTION WHEN connection_exception OR connection_failure OR connection_does_not_exist
-        OR sqlclient_unable_to_establish_sqlconnection OR admin_shutdown OR crash_shutdown OR fdw_error THEN
-    GET STACKED DIAGNOSTICS reason = MESSAGE_TEXT, state = RETURNED_SQLSTATE;
-    EXECUTE format('SELECT %I.dv_check_shards()', home);  -- names it, if it is still away
-    RAISE EXCEPTION 'a shard failed: %', reason USING ERRCODE = state;
+    BEGIN
+        RETURN QUERY EXECUTE statement;
+    EXCEPTION WHEN connection_exception OR connection_failure OR connection_does_not_exist
+            OR sqlclient_unable_to_establish_sqlconnection OR admin_shutdown OR crash_shutdown OR fdw_error THEN
+        GET STACKED DIAGNOSTICS reason = MESSAGE_TEXT, state = RETURNED_SQLSTATE, context = PG_EXCEPTION_CONTEXT;
+        shard := pg_catalog.substring(context, '(?n)^on shard "(.*)"$');
+        IF shard IS NOT NULL THEN
+            RAISE EXCEPTION 'shard %: %', shard, reason USING ERRCODE = state;
+        END IF;
+        EXECUTE format('SELECT %I.dv_check_shards()', home);  -- names it, if it is still away
+        RAISE EXCEPTION 'a shard failed: %', reason USING ERRCODE = state;
+    END;
 END $$;
