@@ -161,6 +161,18 @@ DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_recv) { return postgres_state_receiv
 DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_recv) { return postgres_state_receive(_type<ds>, fcinfo); }
 DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_send) { return postgres_state_send(_type<ym>, fcinfo); }
 DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_send) { return postgres_state_send(_type<ds>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_eq) { return postgres_state_eq(_type<ym>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_eq) { return postgres_state_eq(_type<ds>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_ne) { return postgres_state_ne(_type<ym>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_ne) { return postgres_state_ne(_type<ds>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_hash) { return postgres_state_hash(_type<ym>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_hash) { return postgres_state_hash(_type<ds>, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_hash_extended) {
+    return postgres_state_hash_extended(_type<ym>, fcinfo);
+}
+DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_hash_extended) {
+    return postgres_state_hash_extended(_type<ds>, fcinfo);
+}
 
 DV_POSTGRES_FUNCTION(dvpg_interval_ym_state_add) { return add_<ym, 1>(fcinfo); }
 DV_POSTGRES_FUNCTION(dvpg_interval_ds_state_add) { return add_<ds, 1>(fcinfo); }

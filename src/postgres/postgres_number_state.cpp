@@ -50,6 +50,10 @@ DV_POSTGRES_FUNCTION(dvpg_number_state_in) { return postgres_state_in(_type, fci
 DV_POSTGRES_FUNCTION(dvpg_number_state_out) { return postgres_state_out(_type, fcinfo); }
 DV_POSTGRES_FUNCTION(dvpg_number_state_recv) { return postgres_state_receive(_type, fcinfo); }
 DV_POSTGRES_FUNCTION(dvpg_number_state_send) { return postgres_state_send(_type, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_number_state_eq) { return postgres_state_eq(_type, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_number_state_ne) { return postgres_state_ne(_type, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_number_state_hash) { return postgres_state_hash(_type, fcinfo); }
+DV_POSTGRES_FUNCTION(dvpg_number_state_hash_extended) { return postgres_state_hash_extended(_type, fcinfo); }
 
 DV_POSTGRES_FUNCTION(dvpg_number_state_add) { return changed_<number_total_add>(fcinfo); }
 DV_POSTGRES_FUNCTION(dvpg_number_state_sub) { return changed_<number_total_sub>(fcinfo); }

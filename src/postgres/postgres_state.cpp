@@ -1,8 +1,9 @@
-// Text and bytes of states.
+// Text and bytes of states, and equality, which is that of their bytes.
 
 #include "postgres_state.h"
 
 extern "C" {
+#include <common/hashfn.h>
 #include <libpq/pqformat.h>
 }
 
@@ -37,6 +38,12 @@ Datum read_(const postgres_state_type &type, const uint8_t *bytes, int size) {
                         errmsg("invalid bytes for type %s", type.name)));
     }
     return PointerGetDatum(state);
+}
+
+bool are_equal_(const postgres_state_type &type, FunctionCallInfo fcinfo) {
+    uint8_t a[POSTGRES_STATE_BYTES_MAX], b[POSTGRES_STATE_BYTES_MAX];
+    const int size = type.write(PG_GETARG_DATUM(0), a);
+    return size == type.write(PG_GETARG_DATUM(1), b) && memcmp(a, b, static_cast<size_t>(size)) == 0;
 }
 
 }  // namespace
@@ -76,4 +83,23 @@ Datum dv::impl::postgres_state_send(const postgres_state_type &type, FunctionCal
     varlena *sent = postgres_new_state(static_cast<size_t>(size));
     memcpy(VARDATA(sent), bytes, static_cast<size_t>(size));
     PG_RETURN_POINTER(sent);
+}
+
+Datum dv::impl::postgres_state_eq(const postgres_state_type &type, FunctionCallInfo fcinfo) {
+    PG_RETURN_BOOL(are_equal_(type, fcinfo));
+}
+
+Datum dv::impl::postgres_state_ne(const postgres_state_type &type, FunctionCallInfo fcinfo) {
+    PG_RETURN_BOOL(!are_equal_(type, fcinfo));
+}
+
+Datum dv::impl::postgres_state_hash(const postgres_state_type &type, FunctionCallInfo fcinfo) {
+    uint8_t bytes[POSTGRES_STATE_BYTES_MAX];
+    return hash_any(bytes, type.write(PG_GETARG_DATUM(0), bytes));
+}
+
+Datum dv::impl::postgres_state_hash_extended(const postgres_state_type &type, FunctionCallInfo fcinfo) {
+    uint8_t bytes[POSTGRES_STATE_BYTES_MAX];
+    const int size = type.write(PG_GETARG_DATUM(0), bytes);
+    return hash_any_extended(bytes, size, static_cast<uint64>(PG_GETARG_INT64(1)));
 }

@@ -19,7 +19,7 @@ struct postgres_state_type {
     int bytes_max;
     // The state that bytes are; NULL, or an error by itself, where they are none.
     varlena *(*read)(const uint8_t *bytes, int size);
-    // Writes the bytes of a state; returns how many.
+    // Writes the bytes of a state, one sequence for each sum and count; returns how many.
     int (*write)(Datum state, uint8_t *bytes);
 };
 
@@ -30,6 +30,11 @@ Datum postgres_state_in(const postgres_state_type &type, FunctionCallInfo fcinfo
 Datum postgres_state_out(const postgres_state_type &type, FunctionCallInfo fcinfo);      // state
 Datum postgres_state_receive(const postgres_state_type &type, FunctionCallInfo fcinfo);  // internal
 Datum postgres_state_send(const postgres_state_type &type, FunctionCallInfo fcinfo);     // state
+Datum postgres_state_eq(const postgres_state_type &type, FunctionCallInfo fcinfo);       // state, state
+Datum postgres_state_ne(const postgres_state_type &type, FunctionCallInfo fcinfo);       // state, state
+Datum postgres_state_hash(const postgres_state_type &type, FunctionCallInfo fcinfo);     // state
+Datum postgres_state_hash_extended(const postgres_state_type &type,
+                                   FunctionCallInfo fcinfo);  // state, bigint
 
 // Is the function called as part of an aggregate, whose state it may change where it is? As
 // AggCheckCallContext tells, without a call.

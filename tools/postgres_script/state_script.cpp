@@ -2,7 +2,9 @@
 // functions that they are made of stand in the module.
 
 #include <string>
+#include <string_view>
 
+#include "comparison.h"
 #include "script.h"
 
 using namespace dv::impl;
@@ -82,6 +84,21 @@ void add_type_(script &to, const state_type &type) {
            "_recv, SEND = " + name + "_send,\n    INTERNALLENGTH = VARIABLE, STORAGE = main)");
 }
 
+// Equality and hashing; states have no order.
+void add_equality_(script &to, const state_type &type) {
+    const std::string name = type.name, both = name + ", " + name;
+    for (const comparison &each : COMPARISONS) {
+        if (const std::string_view word = each.word; word != "eq" && word != "ne") continue;
+        add_function_(to, type, name + "_" + each.word, both, "boolean", each.word, _strict);
+        to.add(operator_statement(each, name, name, name + "_" + each.word, ", HASHES"));
+    }
+    add_function_(to, type, name + "_hash", name, "integer", "hash", _strict);
+    add_function_(to, type, name + "_hash_extended", name + ", bigint", "bigint", "hash_extended", _strict);
+    to.add("CREATE OPERATOR CLASS " + name + "_hash_ops DEFAULT FOR TYPE " + name +
+           " USING hash AS OPERATOR 1 =,\n    FUNCTION 1 " + name + "_hash(" + name + "), FUNCTION 2 " +
+           name + "_hash_extended(" + name + ", bigint)");
+}
+
 // A state of NULL is that of no rows, and a row of NULL changes nothing.
 void add_functions_(script &to, const state_type &type) {
     const std::string name = type.name;
@@ -135,6 +152,7 @@ void add_aggregates_(script &to, const state_type &type) {
 void dv::impl::add_states(script &to) {
     for (const state_type &type : _types) {
         add_type_(to, type);
+        add_equality_(to, type);
         add_functions_(to, type);
         add_aggregates_(to, type);
     }

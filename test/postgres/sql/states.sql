@@ -34,6 +34,17 @@ SELECT count(*) AS parts, count(*) FILTER (WHERE w.s::text = s.s::text AND dv_nu
     count(*) FILTER (WHERE w.v::text = s.v::text) AS v, count(*) FILTER (WHERE dv_sum_of(w.s) = dv_sum_of(s.s)) AS sums,
     dv_state_merge(w.s)::text = dv_state_merge(s.s)::text AS merged FROM worked AS w JOIN state AS s USING (part);
 
+-- States are equal when they are the same sum of as many rows, in either form, and have one hash then.
+SELECT count(*) FILTER (WHERE w.s = s.s AND w.v = s.v) AS equal, count(*) FILTER (WHERE w.s <> dv_state_add(s.s, '0')) AS of_more_rows,
+    count(*) FILTER (WHERE dv_state_sub(dv_state_add(w.v, '1e-60'), '1e-60') = s.v) AS through_others,
+    count(*) FILTER (WHERE s.y = dv_state_merge(s.y, dv_state_add(NULL::dv_interval_ym_state, NULL)) AND s.y <> dv_state_add(s.y, '0-0')) AS y,
+    count(*) FILTER (WHERE s.d = dv_state_sub(dv_state_add(s.d, '1 0:0:0'), '1 0:0:0') AND s.d <> dv_state_add(s.d, '0 0:0:0')) AS d
+FROM worked AS w JOIN state AS s USING (part);
+SELECT count(*) AS otherwise FROM (SELECT part, s, v FROM worked EXCEPT SELECT part, s, v FROM state) AS _;
+SELECT count(*) AS states FROM (SELECT s, NULL::dv_interval_ym_state AS y FROM worked UNION SELECT s, NULL FROM state UNION SELECT NULL, y FROM state) AS _;
+SELECT count(*) AS otherwise FROM worked AS w JOIN state AS s USING (part)
+    WHERE dv_number_state_hash_extended(w.s, 7) <> dv_number_state_hash_extended(s.s, 7) OR dv_number_variance_state_hash_extended(w.v, 7) <> dv_number_variance_state_hash_extended(s.v, 7);
+
 -- About 20 bytes for money.
 SELECT max(pg_column_size(s)) <= 20 AS small FROM (SELECT dv_sum_state((i / 100.0)::text::number) AS s FROM generate_series(1, 1000) AS i GROUP BY i % 7) AS _;
 
