@@ -12,6 +12,49 @@ SELECT count(DISTINCT to_char(dv_date '2024-01-01', 'YYYY' || i)) FROM generate_
 RESET statement_timeout;
 SELECT clock_timestamp() - :'begun' < '10 s' AS soon, pg_backend_pid() = :pid AS same, number '1' + number '2' AS works;
 
+-- Cancelled from another session in the middle: within a second the same backend goes on with its next statement. A machine
+-- that is busy with other work gets three tries.
+CREATE EXTENSION dblink;
+SELECT dblink_connect('worker', format('host=%s user=postgres dbname=%s', current_setting('unix_socket_directories'), current_database()));
+SELECT dblink_exec('worker', 'CREATE TABLE many AS SELECT (i::bigint * 7919 % 1000003)::text::number AS v FROM generate_series(1, 300000) AS i');
+CREATE FUNCTION cancelled(long text) RETURNS text LANGUAGE plpgsql AS $$
+DECLARE
+    backend int; next_backend int; begun timestamptz; took interval; message text; next text;
+BEGIN
+    SELECT pid INTO backend FROM dblink('worker', 'SELECT pg_backend_pid()') AS _ (pid int);
+    FOR attempt IN 1..3 LOOP
+        PERFORM dblink_send_query('worker', long);
+        PERFORM pg_sleep(0.2);
+        begun := clock_timestamp();
+        PERFORM pg_cancel_backend(backend);
+        PERFORM FROM dblink_get_result('worker', false) AS _ (v text);
+        message := dblink_error_message('worker');
+        PERFORM FROM dblink_get_result('worker', false) AS _ (v text);
+        SELECT v, pid INTO next, next_backend
+            FROM dblink('worker', 'SELECT number ''1'' + number ''2'', pg_backend_pid()') AS _ (v text, pid int);
+        took := clock_timestamp() - begun;
+        EXIT WHEN took < '1 s';
+    END LOOP;
+    RETURN concat_ws(', ', CASE WHEN took < '1 s' THEN 'soon' ELSE 'late: ' || long END, next,
+        substring(message, 'canceling statement due to user request'), CASE WHEN backend = next_backend THEN 'same backend' END);
+END $$;
+SET client_min_messages = error;
+SELECT cancelled(long), count(*) FROM unnest(ARRAY[
+    'SELECT sum(v) FROM (SELECT dv_series(number ''1'', ''1e15'', ''1'') AS v OFFSET 0) AS _',
+    'SELECT sum(i::number), variance(i::number) FROM generate_series(1, 1000000000) AS i',
+    'SELECT dv_state_merge(s) FROM (SELECT dv_sum_state(i::number) AS s FROM generate_series(1, 1000000000) AS i GROUP BY i) AS _',
+    'SELECT v FROM many AS x, generate_series(1, 100) ORDER BY v OFFSET 20000000',
+    'CREATE INDEX ON many (dv_power(dv_power(v, ''1.37''), ''0.73''))',
+    'SELECT count(to_char(i::number, ''FM999G999G990D00'')) FROM generate_series(1, 1000000000) AS i',
+    'SELECT count(to_char(dv_date ''2024-02-29'' + i % 1000, ''DAY, DD MONTH YYYY'', ''KOREAN'')) FROM generate_series(1, 1000000000) AS i',
+    'SELECT count(try_to_timestamp(i::text, ''YYYY-MM-DD'')) FROM generate_series(1, 1000000000) AS i',
+    'SELECT count(*) FROM many AS x, many AS y WHERE x.v + y.v = number ''-1''',
+    'SELECT sum(v) OVER (ORDER BY v RANGE BETWEEN 500000 PRECEDING AND CURRENT ROW EXCLUDE TIES) FROM many',
+    'COPY (SELECT v, v * v FROM many AS x, generate_series(1, 1000)) TO PROGRAM ''cat >/dev/null'' (FORMAT binary)',
+    'DO ''DECLARE v number; BEGIN LOOP BEGIN v := ''''x''''::number; EXCEPTION WHEN data_exception THEN v := 1; END; END LOOP; END''']) AS long GROUP BY 1;
+RESET client_min_messages;
+SELECT dblink_disconnect('worker');
+
 -- A million failing rows, caught and tried, leave the memory of the process as it was.
 CREATE FUNCTION fails(rows int) RETURNS bigint LANGUAGE plpgsql AS $$
 DECLARE
