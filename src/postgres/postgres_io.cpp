@@ -10,6 +10,8 @@
 
 extern "C" {
 #include <libpq/pqformat.h>
+#include <nodes/nodeFuncs.h>
+#include <nodes/supportnodes.h>
 #include <utils/array.h>
 }
 
@@ -152,6 +154,36 @@ const char *decode_(sql_value &value, sql_kind kind, const uint8_t *bytes, int l
     return fault;
 }
 
+// Does what one modifier lets through stay as it is under another? Fractions and leading digits.
+bool keeps_digits_(int32 from, int32 to) {
+    for (int position = 0; position < 2; ++position) {
+        const auto digits = [position](int32 of) {
+            return has_number_(of, position) ? number_at_(of, position) : _digits.most;
+        };
+        if (digits(to) < digits(from)) return false;
+    }
+    return true;
+}
+
+// Precision and scale.
+bool keeps_number_(int32 from, int32 to) {
+    const auto integers = [](int32 of) { return number_at_(of, 0) - number_at_(of, 1); };
+    return number_at_(to, 1) >= number_at_(from, 1) && integers(to) >= integers(from);
+}
+
+// For the planner: a call of postgres_apply_modifier is its argument where that has a modifier which lets
+// through no more. So columns get wider without a new table.
+Datum without_cast_(FunctionCallInfo fcinfo, bool (*keeps)(int32 from, int32 to)) {
+    auto *request = reinterpret_cast<SupportRequestSimplify *>(PG_GETARG_POINTER(0));
+    if (!IsA(request, SupportRequestSimplify)) PG_RETURN_POINTER(nullptr);
+    auto *value = static_cast<Node *>(linitial(request->fcall->args));
+    auto *modifier = static_cast<Const *>(lsecond(request->fcall->args));
+    if (!IsA(modifier, Const) || modifier->constisnull) PG_RETURN_POINTER(nullptr);
+    const int32 from = exprTypmod(value), to = DatumGetInt32(modifier->constvalue);
+    const bool is_kept = to < 0 || (from >= 0 && keeps(from, to));
+    PG_RETURN_POINTER(is_kept ? relabel_to_typmod(value, to) : nullptr);
+}
+
 }  // namespace
 
 Datum dv::impl::postgres_in(sql_kind kind, FunctionCallInfo fcinfo) {
@@ -237,3 +269,6 @@ Datum dv::impl::postgres_apply_modifier(sql_kind kind, FunctionCallInfo fcinfo) 
     apply_(value, kind, PG_GETARG_INT32(1));
     return give_(value, kind);
 }
+
+DV_POSTGRES_FUNCTION(dvpg_number_modifier_support) { return without_cast_(fcinfo, keeps_number_); }
+DV_POSTGRES_FUNCTION(dvpg_digits_modifier_support) { return without_cast_(fcinfo, keeps_digits_); }

@@ -63,3 +63,26 @@ SELECT v FROM altered;
 ALTER TABLE altered ALTER v TYPE number(2, 1);
 CREATE TABLE alike AS SELECT v, v + number '0.05' AS sum FROM altered;
 \d alike
+
+-- A column whose modifier gets wider keeps its table; one whose values may change or not fit gets a new one.
+CREATE TABLE wider (v number);
+CREATE FUNCTION new_table(before text, after text) RETURNS boolean LANGUAGE plpgsql AS $$
+DECLARE
+    file oid;
+BEGIN
+    EXECUTE 'DROP TABLE wider; CREATE TABLE wider (v ' || before || ')';
+    file := pg_relation_filenode('wider');
+    EXECUTE 'ALTER TABLE wider ALTER v TYPE ' || after;
+    RETURN file <> pg_relation_filenode('wider');
+END $$;
+SELECT before, after, new_table(before, after) AS wider, new_table(after, before) AS back FROM (VALUES
+    ('number(12, 2)', 'number(14, 2)'), ('number(12, 2)', 'number(14, 4)'), ('number(12, 2)', 'number(14, 5)'), ('number(12, 2)', 'number(12, 3)'),
+    ('number(5)', 'number(5, 0)'), ('number(3, -2)', 'number(5, 0)'), ('number(3, -2)', 'number(4, 0)'), ('number(2, 4)', 'number(4, 4)'), ('number(2, 4)', 'number'),
+    ('dv_time(0)', 'dv_time(3)'), ('dv_timestamp(3)', 'dv_timestamp'), ('dv_timestamp(9)', 'dv_timestamp'), ('dv_timestamptz(3)', 'dv_timestamptz(4)'), ('dv_timestampltz(3)', 'dv_timestampltz(4)'),
+    ('dv_interval_ym(2)', 'dv_interval_ym(4)'), ('dv_interval_ds(2, 3)', 'dv_interval_ds(3, 3)'), ('dv_interval_ds(2, 3)', 'dv_interval_ds(2)'),
+    ('dv_interval_ds(2, 3)', 'dv_interval_ds(1, 6)'), ('dv_interval_ds(4)', 'dv_interval_ds(4, 9)')) AS _ (before, after);
+
+-- What is cast is the same with and without the planner's help.
+SELECT count(*) AS pairs, count(*) FILTER (WHERE narrow::text <> wide::text) AS otherwise FROM (
+    SELECT v::number(6, 2) AS narrow, v::number(6, 2)::number(8, 3) AS wide FROM (SELECT (i * 7919 % 1000003 / 1000.0)::number AS v FROM generate_series(1, 1000) AS i OFFSET 0) AS _) AS _;
+SELECT v::number(6, 2)::number(6, 1) AS narrower, v::number(3)::number(4, 2) AS other FROM (SELECT number '12.345' AS v OFFSET 0) AS _;
