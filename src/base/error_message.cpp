@@ -25,85 +25,85 @@ struct message_t {
 
 // A code without a line here does not compile (-Wswitch), nor one with two.
 // clang-format off
-constexpr message_t message_of_(error_code code) {  // NOLINT(readability-function-size): a table
+constexpr message_t message_of_(dv_error_code_e code) {  // NOLINT(readability-function-size): a table
     switch (code) {
-        case ERR_NO_MEMORY: return {"", "There is not enough memory."};
-        case ERR_CHARSET_UNUSABLE: return {"t", "The C library cannot convert texts of the character set {1}: the modules of its iconv are not installed."};
-        case ERR_TEXT_BUFFER_SIZE: return {"", "The output buffer is too short for the text."};
-        case ERR_NUMBER_MODEL: return {"", "The number format model has the element B, or asks for roman numerals to be read."};
-        case ERR_MONTH_LACKS_DAY: return {"", "The target month does not have this day."};
-        case ERR_FIELD_UNSUPPORTED: return {"", "The value's type does not have this field."};
-        case ERR_TEXT_LENGTH: return {"", "The length of the text or of the output buffer must be at least 1."};
-        case ERR_ITV_TRIM_PRECISION: return {"", "The fractional precision of an interval must be from 0 to 9."};
-        case ERR_ITV_TEXT_ENDED: return {"", "The interval's text ends before all its fields are given."};
-        case ERR_TRAILING_TEXT: return {"", "Characters are left over after the value."};
-        case ERR_MODEL_FOR_DATE: return {"", "The format model has an element that this type does not have: DATE takes no fractional seconds or time zone, TIME no date or time zone, TIMESTAMP no time zone."};
-        case ERR_MODEL_FOR_TIME: return {"", "The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone."};
-        case ERR_ELEMENT_NOT_READABLE: return {"", "The format model has an element that can be written but not read."};
-        case ERR_MODEL_ELEMENT: return {"", "Unknown format element, or no unit of truncation and rounding."};
-        case ERR_DAY_OF_YEAR_AND_MONTH: return {"", "The day of the year (DDD) contradicts the month."};
-        case ERR_DAY_OF_YEAR_AND_DAY: return {"", "The day of the year (DDD) contradicts the day of the month."};
-        case ERR_SSSSS_AND_HOUR: return {"", "The format element SSSSS must not be combined with an element for hours."};
-        case ERR_SSSSS_AND_MINUTE: return {"", "The format element SSSSS must not be combined with an element for minutes."};
-        case ERR_SSSSS_AND_SECOND: return {"", "The format element SSSSS must not be combined with an element for seconds."};
-        case ERR_SYYYY_AND_ERA: return {"", "The format element SYYYY must not be combined with AD or BC."};
-        case ERR_HH24_AND_MERIDIEM: return {"", "The format element HH24 must not be combined with AM or PM."};
-        case ERR_FRACTION_PRECISION: return {"", "Invalid precision of fractional seconds: FF1 to FF9 are accepted in a format model, 0 to 9 for a type."};
-        case ERR_RADIX: return {"", "A decimal point is missing before the fractional seconds."};
-        case ERR_TEXT_ENDED: return {"", "The text ended while the format model still asks for date fields."};
-        case ERR_UNIT_LEFT_OVER: return {"", "The format model for TRUNC or ROUND must be one unit: other text follows it."};
-        case ERR_MODEL_LEFT_OVER: return {"", "The text ended before the format model: no more elements may follow the last value."};
-        case ERR_J_NOT_WRITABLE: return {"", "The format element J cannot be used to write a date."};
-        case ERR_ITV_TEXT: return {"", "Invalid interval: the text is empty, or lacks a digit or a separator."};
-        case ERR_ITV_TO_TEXT_PRECISION: return {"", "The interval's leading precision must be from 0 to 9 and its fractional precision from 1 to 9."};
-        case ERR_ITV_QUALIFIER: return {"", "The text has a field that the interval's qualifier does not allow."};
-        case ERR_ITV_MONTH: return {"", "The months of the interval must be from 0 to 11."};
-        case ERR_ITV_HOUR: return {"", "The hours of the interval must be from 0 to 23."};
-        case ERR_ITV_MINUTE: return {"", "The minutes of the interval must be from 0 to 59."};
-        case ERR_ITV_SECOND: return {"", "The seconds of the interval must be below 60, with at most 9 digits after the point."};
-        case ERR_ITV_LEADING_PRECISION: return {"", "The leading field of the interval has more digits than its precision allows."};
-        case ERR_ITV_DIVISION_BY_ZERO: return {"", "An interval is divided by zero."};
-        case ERR_NUMBER_TEXT_SHORTENED: return {"", "The number did not fit the output buffer and was written rounded, in scientific form."};
-        case ERR_NUMBER_OVERFLOW: return {"", "Numeric overflow: the result is too large for a NUMBER."};
-        case ERR_NUMBER_UNDERFLOW: return {"", "Numeric underflow: the result is too close to zero for a NUMBER."};
-        case ERR_NUMBER_DIVISION_BY_ZERO: return {"", "A number is divided by zero."};
-        case ERR_NUMBER_TARGET_RANGE: return {"", "The number is outside the range of the target type."};
-        case ERR_NUMBER_DOMAIN: return {"", "The argument is outside the domain of the function."};
-        case ERR_NUMBER_TEXT: return {"", "Invalid number: the text does not have the form of a number."};
-        case ERR_NUMBER_FORMAT: return {"", "Invalid number format model."};
-        case ERR_ROWID_TEXT: return {"", "Invalid rowid: only the letters A to Z and a to z, digits, \"+\" and \"/\" are accepted, up to the largest rowid."};
-        case ERR_ROWID_SGMT: return {"", "The segment part of the rowid, or its block part, is too large: at most 4294967295 is accepted."};
-        case ERR_ROWID_FILE: return {"", "The file number in the rowid is too large: at most 65535 is accepted."};
-        case ERR_ROWID_BLOCK: return {"", "The block number in the rowid is too large: at most 4294967295 is accepted."};
-        case ERR_ROWID_ROW: return {"", "The row number in the rowid is too large: at most 65535 is accepted."};
-        case ERR_ITV_TOTAL_SECONDS: return {"", "The total of seconds is too large for an interval: its whole days must fit a 32-bit integer."};
-        case ERR_EXACT_WIDTH: return {"", "A number has not as many digits as its format element, and the format model asks for an exact match (FX)."};
-        case ERR_EXACT_TEXT: return {"", "The punctuation or quoted text differs from the format model, which asks for an exact match (FX)."};
-        case ERR_ZONE_ELEMENT: return {"", "Unknown time zone element: TZH, TZM, TZR and TZD are accepted."};
-        case ERR_ZONE_NAME_CONFLICT: return {"t", "The time zone element \"{1}\" contradicts another one: it must agree with the region, and TZR or TZD must not be combined with TZH or TZM."};
-        case ERR_ZONE_OFFSET_CONFLICT: return {"t", "The time zone element \"{1}\" must not be combined with TZR or TZD."};
-        case ERR_ZONE_HOUR: return {"", "The hours of a time zone offset must be from -12 to 14."};
-        case ERR_ZONE_MINUTE: return {"", "A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00."};
-        case ERR_ZONE_SECOND: return {"", "The seconds of a time zone offset must be from 0 to 59."};
-        case ERR_ZONE_OFFSET: return {"", "Invalid time zone offset: hours and, after a colon, minutes are expected, such as +09:00."};
-        case ERR_ZONE_TEXT: return {"", "Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected."};
-        case ERR_ZONE_ABBREVIATION_TIME: return {"", "The time zone abbreviation is not in force in the time zone at this local time."};
-        case ERR_ZONE_GAP: return {"", "The local time does not exist in its time zone: the clocks are set forward over it."};
-        case ERR_NUMBER_PRECISION: return {"tii", "The value {1} has more integer digits than NUMBER({2},{3}) holds."};
-        case ERR_FIELD_TWICE: return {"t", "The field \"{1}\" is given twice in the format model."};
-        case ERR_FIELD_TEXT: return {"ttt", "Invalid {1}: \"{2}\" ({3})."};
-        case ERR_FIELD_RANGE: return {"tiii", "The value {2} of the field \"{1}\" is out of range: {3} to {4} is accepted."};
-        case ERR_COLUMN_OFFSETS: return {"", "The offsets of a row run backwards, leave the bytes of the column, or give a value more bytes than it can have."};
-        case ERR_TOTAL_BYTES: return {"", "The bytes are not those of a total."};
-        case ERR_TOTAL_MEMORY: return {"", "The total needs more memory than it has."};
-        case ERR_ARROW: return {"t", "The Arrow array cannot be exchanged: {1}."};
-        case ERR_NLS_SETTING: return {"", "Invalid language setting: one assignment NAME=VALUE with a known name and value is expected."};
+        case DV_ERR_NO_MEMORY: return {"", "There is not enough memory."};
+        case DV_ERR_CHARSET_UNUSABLE: return {"t", "The C library cannot convert texts of the character set {1}: the modules of its iconv are not installed."};
+        case DV_ERR_TEXT_BUFFER_SIZE: return {"", "The output buffer is too short for the text."};
+        case DV_ERR_NUMBER_MODEL: return {"", "The number format model has the element B, or asks for roman numerals to be read."};
+        case DV_ERR_MONTH_LACKS_DAY: return {"", "The target month does not have this day."};
+        case DV_ERR_FIELD_UNSUPPORTED: return {"", "The value's type does not have this field."};
+        case DV_ERR_TEXT_LENGTH: return {"", "The length of the text or of the output buffer must be at least 1."};
+        case DV_ERR_ITV_TRIM_PRECISION: return {"", "The fractional precision of an interval must be from 0 to 9."};
+        case DV_ERR_ITV_TEXT_ENDED: return {"", "The interval's text ends before all its fields are given."};
+        case DV_ERR_TRAILING_TEXT: return {"", "Characters are left over after the value."};
+        case DV_ERR_MODEL_FOR_DATE: return {"", "The format model has an element that this type does not have: DATE takes no fractional seconds or time zone, TIME no date or time zone, TIMESTAMP no time zone."};
+        case DV_ERR_MODEL_FOR_TIME: return {"", "The format model has an element that this type does not have: TIME takes no date or time zone, TIMESTAMP no time zone."};
+        case DV_ERR_ELEMENT_NOT_READABLE: return {"", "The format model has an element that can be written but not read."};
+        case DV_ERR_MODEL_ELEMENT: return {"", "Unknown format element, or no unit of truncation and rounding."};
+        case DV_ERR_DAY_OF_YEAR_AND_MONTH: return {"", "The day of the year (DDD) contradicts the month."};
+        case DV_ERR_DAY_OF_YEAR_AND_DAY: return {"", "The day of the year (DDD) contradicts the day of the month."};
+        case DV_ERR_SSSSS_AND_HOUR: return {"", "The format element SSSSS must not be combined with an element for hours."};
+        case DV_ERR_SSSSS_AND_MINUTE: return {"", "The format element SSSSS must not be combined with an element for minutes."};
+        case DV_ERR_SSSSS_AND_SECOND: return {"", "The format element SSSSS must not be combined with an element for seconds."};
+        case DV_ERR_SYYYY_AND_ERA: return {"", "The format element SYYYY must not be combined with AD or BC."};
+        case DV_ERR_HH24_AND_MERIDIEM: return {"", "The format element HH24 must not be combined with AM or PM."};
+        case DV_ERR_FRACTION_PRECISION: return {"", "Invalid precision of fractional seconds: FF1 to FF9 are accepted in a format model, 0 to 9 for a type."};
+        case DV_ERR_RADIX: return {"", "A decimal point is missing before the fractional seconds."};
+        case DV_ERR_TEXT_ENDED: return {"", "The text ended while the format model still asks for date fields."};
+        case DV_ERR_UNIT_LEFT_OVER: return {"", "The format model for TRUNC or ROUND must be one unit: other text follows it."};
+        case DV_ERR_MODEL_LEFT_OVER: return {"", "The text ended before the format model: no more elements may follow the last value."};
+        case DV_ERR_J_NOT_WRITABLE: return {"", "The format element J cannot be used to write a date."};
+        case DV_ERR_ITV_TEXT: return {"", "Invalid interval: the text is empty, or lacks a digit or a separator."};
+        case DV_ERR_ITV_TO_TEXT_PRECISION: return {"", "The interval's leading precision must be from 0 to 9 and its fractional precision from 1 to 9."};
+        case DV_ERR_ITV_QUALIFIER: return {"", "The text has a field that the interval's qualifier does not allow."};
+        case DV_ERR_ITV_MONTH: return {"", "The months of the interval must be from 0 to 11."};
+        case DV_ERR_ITV_HOUR: return {"", "The hours of the interval must be from 0 to 23."};
+        case DV_ERR_ITV_MINUTE: return {"", "The minutes of the interval must be from 0 to 59."};
+        case DV_ERR_ITV_SECOND: return {"", "The seconds of the interval must be below 60, with at most 9 digits after the point."};
+        case DV_ERR_ITV_LEADING_PRECISION: return {"", "The leading field of the interval has more digits than its precision allows."};
+        case DV_ERR_ITV_DIVISION_BY_ZERO: return {"", "An interval is divided by zero."};
+        case DV_ERR_NUMBER_TEXT_SHORTENED: return {"", "The number did not fit the output buffer and was written rounded, in scientific form."};
+        case DV_ERR_NUMBER_OVERFLOW: return {"", "Numeric overflow: the result is too large for a NUMBER."};
+        case DV_ERR_NUMBER_UNDERFLOW: return {"", "Numeric underflow: the result is too close to zero for a NUMBER."};
+        case DV_ERR_NUMBER_DIVISION_BY_ZERO: return {"", "A number is divided by zero."};
+        case DV_ERR_NUMBER_TARGET_RANGE: return {"", "The number is outside the range of the target type."};
+        case DV_ERR_NUMBER_DOMAIN: return {"", "The argument is outside the domain of the function."};
+        case DV_ERR_NUMBER_TEXT: return {"", "Invalid number: the text does not have the form of a number."};
+        case DV_ERR_NUMBER_FORMAT: return {"", "Invalid number format model."};
+        case DV_ERR_ROWID_TEXT: return {"", "Invalid rowid: only the letters A to Z and a to z, digits, \"+\" and \"/\" are accepted, up to the largest rowid."};
+        case DV_ERR_ROWID_SGMT: return {"", "The segment part of the rowid, or its block part, is too large: at most 4294967295 is accepted."};
+        case DV_ERR_ROWID_FILE: return {"", "The file number in the rowid is too large: at most 65535 is accepted."};
+        case DV_ERR_ROWID_BLOCK: return {"", "The block number in the rowid is too large: at most 4294967295 is accepted."};
+        case DV_ERR_ROWID_ROW: return {"", "The row number in the rowid is too large: at most 65535 is accepted."};
+        case DV_ERR_ITV_TOTAL_SECONDS: return {"", "The total of seconds is too large for an interval: its whole days must fit a 32-bit integer."};
+        case DV_ERR_EXACT_WIDTH: return {"", "A number has not as many digits as its format element, and the format model asks for an exact match (FX)."};
+        case DV_ERR_EXACT_TEXT: return {"", "The punctuation or quoted text differs from the format model, which asks for an exact match (FX)."};
+        case DV_ERR_ZONE_ELEMENT: return {"", "Unknown time zone element: TZH, TZM, TZR and TZD are accepted."};
+        case DV_ERR_ZONE_NAME_CONFLICT: return {"t", "The time zone element \"{1}\" contradicts another one: it must agree with the region, and TZR or TZD must not be combined with TZH or TZM."};
+        case DV_ERR_ZONE_OFFSET_CONFLICT: return {"t", "The time zone element \"{1}\" must not be combined with TZR or TZD."};
+        case DV_ERR_ZONE_HOUR: return {"", "The hours of a time zone offset must be from -12 to 14."};
+        case DV_ERR_ZONE_MINUTE: return {"", "A time zone offset must have minutes from 0 to 59 and lie between -12:59:59 and +14:00:00."};
+        case DV_ERR_ZONE_SECOND: return {"", "The seconds of a time zone offset must be from 0 to 59."};
+        case DV_ERR_ZONE_OFFSET: return {"", "Invalid time zone offset: hours and, after a colon, minutes are expected, such as +09:00."};
+        case DV_ERR_ZONE_TEXT: return {"", "Invalid time zone: a region name of at most 64 characters or an offset such as +09:00 is expected."};
+        case DV_ERR_ZONE_ABBREVIATION_TIME: return {"", "The time zone abbreviation is not in force in the time zone at this local time."};
+        case DV_ERR_ZONE_GAP: return {"", "The local time does not exist in its time zone: the clocks are set forward over it."};
+        case DV_ERR_NUMBER_PRECISION: return {"tii", "The value {1} has more integer digits than NUMBER({2},{3}) holds."};
+        case DV_ERR_FIELD_TWICE: return {"t", "The field \"{1}\" is given twice in the format model."};
+        case DV_ERR_FIELD_TEXT: return {"ttt", "Invalid {1}: \"{2}\" ({3})."};
+        case DV_ERR_FIELD_RANGE: return {"tiii", "The value {2} of the field \"{1}\" is out of range: {3} to {4} is accepted."};
+        case DV_ERR_COLUMN_OFFSETS: return {"", "The offsets of a row run backwards, leave the bytes of the column, or give a value more bytes than it can have."};
+        case DV_ERR_TOTAL_BYTES: return {"", "The bytes are not those of a total."};
+        case DV_ERR_TOTAL_MEMORY: return {"", "The total needs more memory than it has."};
+        case DV_ERR_ARROW: return {"t", "The Arrow array cannot be exchanged: {1}."};
+        case DV_ERR_NLS_SETTING: return {"", "Invalid language setting: one assignment NAME=VALUE with a known name and value is expected."};
     }
     return {"", nullptr};
 }
 // clang-format on
 
-constexpr message_t message_of_(int code) { return message_of_(static_cast<error_code>(code)); }
+constexpr message_t message_of_(int code) { return message_of_(static_cast<dv_error_code_e>(code)); }
 
 // Every argument has its placeholder, and no placeholder is without an argument.
 constexpr bool fits_its_arguments_(const message_t &message) {

@@ -1,5 +1,5 @@
-// docs/error-codes.md against the catalogue of messages: a row for each code and no other. What its examples
-// say that they raise, they raise in dvsqlite_test and examples_cpp.
+// docs/error-codes.md against the catalogue of messages and the header with the names: a row for each code
+// and no other. What its examples say that they raise, they raise in dvsqlite_test and examples_cpp.
 
 #include <gtest/gtest.h>
 
@@ -18,11 +18,12 @@ namespace {
 // A chapter of the page.
 struct area_t {
     std::map<int, std::string> messages{};  // by code
-    std::set<int> raised{};                 // by its examples: "(dv-5074)", "dvtypes:-5072"
+    std::map<int, std::string> names{};
+    std::set<int> raised{};  // by its examples: "(dv-5074)", "dvtypes:-5072"
 };
 
 std::map<std::string, area_t> manual_() {
-    const std::regex row(R"(\| (-\d+) \| ([^|]+) \| [^|]+\. \| [^|]+\. \|)"),
+    const std::regex row(R"(\| (-\d+) \| `(\w+)` \| ([^|]+) \| [^|]+\. \| [^|]+\. \|)"),
         raised(R"(\bdv(?:types:)?(-\d+))");
     std::map<std::string, area_t> areas;
     std::ifstream file(project_file("docs/error-codes.md"));
@@ -32,7 +33,8 @@ std::map<std::string, area_t> manual_() {
         if (area.empty()) continue;
         std::smatch found;
         if (std::regex_match(line, found, row)) {
-            const bool is_new = areas[area].messages.emplace(std::stoi(found[1]), found[2]).second;
+            const bool is_new = areas[area].messages.emplace(std::stoi(found[1]), found[3]).second;
+            areas[area].names.emplace(std::stoi(found[1]), found[2]);
             EXPECT_TRUE(is_new) << line;
         } else if (std::regex_search(line, found, raised)) {
             areas[area].raised.insert(std::stoi(found[1]));
@@ -51,6 +53,18 @@ TEST(ErrorManual, HasTheCodesOfTheCatalogueWithTheirMessages) {
         if (const char *text = dv_error_text(code); text != nullptr) catalogue[code] = text;
     }
     EXPECT_EQ(manual, catalogue);
+}
+
+TEST(ErrorManual, NamesTheCodesAsTheHeaderDoes) {
+    std::map<int, std::string> manual, header;
+    for (const auto &[area, table] : manual_()) manual.insert(table.names.begin(), table.names.end());
+    const std::regex enumerator(R"( *(DV_ERR_\w+) = (-\d+),.*)");
+    std::ifstream file(project_file("src/include/dvtypes/error_code.h"));
+    for (std::string line; std::getline(file, line);) {
+        std::smatch found;
+        if (std::regex_match(line, found, enumerator)) header.emplace(std::stoi(found[2]), found[1]);
+    }
+    EXPECT_EQ(manual, header);
 }
 
 TEST(ErrorManual, ShowsEachCodeOfAnAreaRaised) {

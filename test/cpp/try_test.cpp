@@ -74,6 +74,7 @@ TEST(CppTry, CodesAreOfTheLibrarysCategory) {
     EXPECT_EQ(dv::make_error_code(-5114).message(),
               "The value ... of the field \"...\" is out of range: ... to ... is accepted.");
     EXPECT_EQ(dv::make_error_code(DV_ERR_NO_MEMORY), std::errc::not_enough_memory);
+    EXPECT_EQ(error, DV_ERR_NUMBER_TEXT);
     EXPECT_EQ(error, std::errc::invalid_argument);
     EXPECT_EQ(dv::try_parse<date>("yesterday").error(), std::errc::invalid_argument);
     EXPECT_EQ(dv::try_parse<dv::zone>("Berlin").error(), std::errc::invalid_argument);

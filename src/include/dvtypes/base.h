@@ -17,6 +17,8 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include "dvtypes/error_code.h"
+
 // Calls of an exported function read its address where the loader put it, instead of jumping through a stub
 // that does so: two cycles less, of the ten or so that the smallest take.
 #define DV_EXPORT_DATA __attribute__((visibility("default")))
@@ -46,7 +48,7 @@ typedef unsigned char uchar;
 //   line       line in that file
 //   func_name  function that found the fault
 //   reserved1, reserved2  always 0
-//   code       negative; one of those listed with each function
+//   code       negative; one of those listed with each function, which error_code.h names
 //   ...        the values that fill the message of that code, in its order: texts as const char *, NUL ended,
 //              numbers as int. Always as many as the message takes.
 //
@@ -101,12 +103,6 @@ struct allocator_s {
 
 // Default base library: libc's heap; throw_ raises DV_ERR_NO_MEMORY.
 extern DV_EXPORT_DATA allocator_t *_system_allocator;
-
-// Codes that the default base library raises of its own accord. They are permanent.
-enum {
-    DV_ERR_NO_MEMORY = -1,        // an allocation failed
-    DV_ERR_CHARSET_UNUSABLE = -2  // (set) libc has no converter for the character set
-};
 
 // ---------------------------------------------------------------------------------------------------------
 // Character sets

@@ -41,20 +41,20 @@ class __attribute__((visibility("default"))) error_category_type final : public 
     // its own.
     std::error_condition default_error_condition(int code) const noexcept override {
         switch (code) {
-            case -5074:
-            case -5104:
-            case -5113:
+            case DV_ERR_NUMBER_TEXT:
+            case DV_ERR_ZONE_TEXT:
+            case DV_ERR_FIELD_TEXT:
                 return std::make_error_condition(std::errc::invalid_argument);
-            case -5064:
-            case -5068:
-            case -5069:
-            case -5072:
-            case -5111:
-            case -5114:
+            case DV_ERR_ITV_LEADING_PRECISION:
+            case DV_ERR_NUMBER_OVERFLOW:
+            case DV_ERR_NUMBER_UNDERFLOW:
+            case DV_ERR_NUMBER_TARGET_RANGE:
+            case DV_ERR_NUMBER_PRECISION:
+            case DV_ERR_FIELD_RANGE:
                 return std::make_error_condition(std::errc::result_out_of_range);
-            case -5065:
-            case -5070:
-            case -5073:
+            case DV_ERR_ITV_DIVISION_BY_ZERO:
+            case DV_ERR_NUMBER_DIVISION_BY_ZERO:
+            case DV_ERR_NUMBER_DOMAIN:
                 return std::make_error_condition(std::errc::argument_out_of_domain);
             case DV_ERR_NO_MEMORY:
                 return std::make_error_condition(std::errc::not_enough_memory);
@@ -78,6 +78,18 @@ inline std::error_code make_error_code(int code) noexcept {
 inline std::error_code make_error_code(const error &caught) noexcept {
     return make_error_code(caught.code());
 }
+
+}  // namespace dv
+
+// The names of codes are values of std::error_code: `if (amount.error() == DV_ERR_NUMBER_TEXT)`.
+template <>
+struct std::is_error_code_enum<dv_error_code_e> : std::true_type {};
+
+inline std::error_code make_error_code(dv_error_code_e code) noexcept {
+    return dv::make_error_code(static_cast<int>(code));
+}
+
+namespace dv {
 
 // A value or a code; below.
 template <typename Value>

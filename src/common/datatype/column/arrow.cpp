@@ -11,16 +11,17 @@ namespace {
 
 // What an array of any type of columns is.
 void check_array_(const ArrowSchema &schema, const ArrowArray &array, bool is_by_offsets) {
-    if (schema.release == nullptr || array.release == nullptr) raise(ERR_ARROW, "it was released");
-    if (schema.n_children != 0 || array.n_children != 0) raise(ERR_ARROW, "it has children");
-    if (schema.dictionary != nullptr || array.dictionary != nullptr) raise(ERR_ARROW, "it has a dictionary");
+    if (schema.release == nullptr || array.release == nullptr) raise(DV_ERR_ARROW, "it was released");
+    if (schema.n_children != 0 || array.n_children != 0) raise(DV_ERR_ARROW, "it has children");
+    if (schema.dictionary != nullptr || array.dictionary != nullptr)
+        raise(DV_ERR_ARROW, "it has a dictionary");
     if (array.n_buffers != (is_by_offsets ? 3 : 2) || array.buffers == nullptr)
-        raise(ERR_ARROW, "it has another count of buffers");
+        raise(DV_ERR_ARROW, "it has another count of buffers");
     if (array.length < 0 || array.offset < 0 || array.length > INT64_MAX - array.offset)
-        raise(ERR_ARROW, "the length or offset is out of range");
+        raise(DV_ERR_ARROW, "the length or offset is out of range");
     if (array.null_count < -1 || array.null_count > array.length)
-        raise(ERR_ARROW, "the count of nulls is out of range");
-    if (array.null_count > 0 && array.buffers[0] == nullptr) raise(ERR_ARROW, "the bitmap is missing");
+        raise(DV_ERR_ARROW, "the count of nulls is out of range");
+    if (array.null_count > 0 && array.buffers[0] == nullptr) raise(DV_ERR_ARROW, "the bitmap is missing");
 }
 
 // Operands are read only.
@@ -30,9 +31,9 @@ void take_fixed_(const ArrowArray &array, int32_t bytes, dv_column_t &column) {
     column.stride = bytes;
     column.size = bytes;
     if (array.length == 0) return;
-    if (array.buffers[1] == nullptr) raise(ERR_ARROW, "the values are missing");
+    if (array.buffers[1] == nullptr) raise(DV_ERR_ARROW, "the values are missing");
     if (array.offset + array.length > INT64_MAX / bytes)
-        raise(ERR_ARROW, "the length or offset is out of range");
+        raise(DV_ERR_ARROW, "the length or offset is out of range");
     column.values = static_cast<char *>(bytes_of_(array.buffers[1])) + array.offset * bytes;
 }
 
@@ -43,15 +44,15 @@ void take_by_offsets_(const ArrowArray &array, dv_column_t &column) {
         column.offsets = const_cast<int32_t *>(no_rows);
         return;
     }
-    if (array.buffers[1] == nullptr) raise(ERR_ARROW, "the offsets are missing");
+    if (array.buffers[1] == nullptr) raise(DV_ERR_ARROW, "the offsets are missing");
     if (reinterpret_cast<uintptr_t>(array.buffers[1]) % alignof(int32_t) != 0)
-        raise(ERR_ARROW, "the offsets are not aligned");
+        raise(DV_ERR_ARROW, "the offsets are not aligned");
     if (array.offset + array.length >= INT64_MAX / int64_t{sizeof(int32_t)})
-        raise(ERR_ARROW, "the length or offset is out of range");
+        raise(DV_ERR_ARROW, "the length or offset is out of range");
     column.offsets = static_cast<int32_t *>(bytes_of_(array.buffers[1])) + array.offset;
     column.size = column.offsets[array.length];
-    if (column.size < 0) raise(ERR_ARROW, "the offsets are out of range");
-    if (column.size > 0 && array.buffers[2] == nullptr) raise(ERR_ARROW, "the values are missing");
+    if (column.size < 0) raise(DV_ERR_ARROW, "the offsets are out of range");
+    if (column.size > 0 && array.buffers[2] == nullptr) raise(DV_ERR_ARROW, "the values are missing");
     column.values = bytes_of_(array.buffers[2]);
 }
 
@@ -66,9 +67,9 @@ void check_layout_(const dv_column_t &column, const dv_arrow_type_t &type) {
     const int32_t bytes = arrow_value_bytes(type);
     const bool may_lie_by_offsets = bytes == 0 || type.kind == DV_ARROW_RECORD;  // of records NUMBER alone
     if (is_by_offsets ? !may_lie_by_offsets : bytes == 0 || column.stride != bytes)
-        raise(ERR_ARROW, "the values do not lie side by side");
+        raise(DV_ERR_ARROW, "the values do not lie side by side");
     if (column.validity != nullptr && column.first_bit % 8 != 0)
-        raise(ERR_ARROW, "the bitmap does not begin with a byte");
+        raise(DV_ERR_ARROW, "the bitmap does not begin with a byte");
 }
 
 void export_array_(const dv_column_t &column, dv_arrow_export_t &lent, ArrowArray &array) {
@@ -90,7 +91,7 @@ void export_array_(const dv_column_t &column, dv_arrow_export_t &lent, ArrowArra
 extern "C" void dv_arrow_import(const ArrowSchema *schema, const ArrowArray *array, dv_arrow_type_t *type,
                                 dv_column_t *column) {
     if (!DV_ASSERT(given(schema, array, type, column))) return;
-    if (schema->release == nullptr) raise(ERR_ARROW, "it was released");
+    if (schema->release == nullptr) raise(DV_ERR_ARROW, "it was released");
     dv_arrow_type_t read;
     read_arrow_type(*schema, read);
     check_array_(*schema, *array, read.bytes == 0);

@@ -160,7 +160,7 @@ struct writer_t {
     size_t length = 0;
 
     void put(std::string_view part) {
-        if (part.size() > room - length) raise(ERR_ARROW, "the name of the zone is too long");
+        if (part.size() > room - length) raise(DV_ERR_ARROW, "the name of the zone is too long");
         memcpy(text + length, part.data(), part.size());
         length += part.size();
     }
@@ -183,7 +183,7 @@ struct writer_t {
 };
 
 void write_decimal_(const dv_arrow_type_t &type, writer_t &out) {
-    if (!is_decimal_type(type.bytes, type.precision, type.scale)) raise(ERR_ARROW, "no such decimal type");
+    if (!is_decimal_type(type.bytes, type.precision, type.scale)) raise(DV_ERR_ARROW, "no such decimal type");
     out.put("d:");
     out.put(type.precision);
     out.put(",");
@@ -192,7 +192,7 @@ void write_decimal_(const dv_arrow_type_t &type, writer_t &out) {
 }
 
 void write_timestamp_(const dv_arrow_type_t &type, writer_t &out) {
-    if (type.unit < 0 || type.unit >= DV_EPOCH_UNITS) raise(ERR_ARROW, "no such unit");
+    if (type.unit < 0 || type.unit >= DV_EPOCH_UNITS) raise(DV_ERR_ARROW, "no such unit");
     out.put("ts");
     out.put({&_units[static_cast<size_t>(type.unit)], 1});
     out.put(":");
@@ -219,14 +219,14 @@ void write_format_(const dv_arrow_type_t &type, writer_t &out) {
             if (type.bytes > 0) return write_bytes_(type.bytes, out);
             [[fallthrough]];
         default:
-            raise(ERR_ARROW, "no such type");
+            raise(DV_ERR_ARROW, "no such type");
     }
 }
 
 void write_record_(const dv_arrow_type_t &type, bool is_by_offsets, writer_t &format, writer_t &metadata) {
     const record_name_t *const row = record_of_(type.record);
     if (row == nullptr || (is_by_offsets && type.record != DV_TYPE_NUMBER))
-        raise(ERR_ARROW, "no such record");
+        raise(DV_ERR_ARROW, "no such record");
     write_bytes_(is_by_offsets ? 0 : row->bytes, format);
     constexpr int32_t pairs = 1;
     metadata.put({reinterpret_cast<const char *>(&pairs), sizeof pairs});
@@ -239,12 +239,12 @@ void write_record_(const dv_arrow_type_t &type, bool is_by_offsets, writer_t &fo
 void dv::impl::read_arrow_type(const ArrowSchema &schema, dv_arrow_type_t &type) {
     type = {};
     if (schema.format == nullptr || !read_format_(schema.format, type))
-        raise(ERR_ARROW, "the format is not supported");
+        raise(DV_ERR_ARROW, "the format is not supported");
     std::string_view name;
-    if (!find_extension_(schema.metadata, name)) raise(ERR_ARROW, "the metadata is damaged");
+    if (!find_extension_(schema.metadata, name)) raise(DV_ERR_ARROW, "the metadata is damaged");
     for (const record_name_t &row : _record_names) {
         if (row.name != name) continue;
-        if (!can_hold_(type, row)) raise(ERR_ARROW, "the format does not hold such records");
+        if (!can_hold_(type, row)) raise(DV_ERR_ARROW, "the format does not hold such records");
         type.kind = DV_ARROW_RECORD;
         type.record = row.record;
     }

@@ -51,7 +51,7 @@ inline bool find_bytes(const dv_column_t &column, int64_t row, row_bytes_t &byte
 // The same; raises.
 inline row_bytes_t bytes_by_offsets(const dv_column_t &column, int64_t row) {
     row_bytes_t bytes;
-    if (!find_bytes(column, row, bytes)) raise(ERR_COLUMN_OFFSETS);
+    if (!find_bytes(column, row, bytes)) raise(DV_ERR_COLUMN_OFFSETS);
     return bytes;
 }
 
@@ -66,7 +66,7 @@ inline bool find_text(const dv_column_t &column, int64_t row, row_bytes_t &text)
 
 inline row_bytes_t text_at(const dv_column_t &column, int64_t row) {
     row_bytes_t text;
-    if (!find_text(column, row, text)) raise(ERR_COLUMN_OFFSETS);
+    if (!find_text(column, row, text)) raise(DV_ERR_COLUMN_OFFSETS);
     return text;
 }
 
@@ -83,7 +83,7 @@ struct appended_rows_t {
     // Room for a row of `size` bytes; raises when there is none.
     char *append(int64_t row, int64_t size) {
         const int64_t next = end + size;
-        if (!has_room(size)) raise(ERR_TEXT_BUFFER_SIZE);
+        if (!has_room(size)) raise(DV_ERR_TEXT_BUFFER_SIZE);
         char *const place = next_place();
         end = next;
         column->offsets[row + 1] = static_cast<int32_t>(next);

@@ -146,7 +146,7 @@ struct sum_by_group_t {
     bool row(int64_t row) const {
         int code = 0;
         const bool has_value = try_row(row, code);
-        if (code != 0) raise(ERR_TOTAL_MEMORY);
+        if (code != 0) raise(DV_ERR_TOTAL_MEMORY);
         return has_value;
     }
 
@@ -154,7 +154,7 @@ struct sum_by_group_t {
         number_t buffer;
         const number_t *const x = number_at(*operand[0], row, buffer);
         if (x == nullptr) return false;
-        if (add_record(*total_of(row), *x, /*subtracts=*/false) != 0) code = ERR_TOTAL_MEMORY;
+        if (add_record(*total_of(row), *x, /*subtracts=*/false) != 0) code = DV_ERR_TOTAL_MEMORY;
         return code == 0;
     }
     void no_value(int64_t /*row*/) const {}

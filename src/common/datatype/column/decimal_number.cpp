@@ -128,7 +128,7 @@ struct to_number_t {
     bool row(int64_t row) {
         number_t buffer;
         number_t &value = values.place_of(row, buffer);
-        if (!take_decimal_(load_decimal(*x, row), x->scale, value)) raise(ERR_NUMBER_TARGET_RANGE);
+        if (!take_decimal_(load_decimal(*x, row), x->scale, value)) raise(DV_ERR_NUMBER_TARGET_RANGE);
         values.keep(row, value);
         return true;
     }
@@ -150,7 +150,7 @@ void dv::impl::store_number(const dv_decimal_column_t &result, int64_t row, cons
     const int64_t scale = 2 * (int64_t{NUMBER_DIGITS_MAX} - head.exponent);  // of all digits
     if (scale <= result.scale) return store_rounded(result, row, {negative, digits}, scale);
     const cut_wide_t cut = cut_digits(digits, scale - result.scale);
-    if (!cut.is_exact && cut.kept < wide_t{0, ten_to(result.precision)}) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!cut.is_exact && cut.kept < wide_t{0, ten_to(result.precision)}) raise(DV_ERR_NUMBER_TARGET_RANGE);
     store_rounded(result, row, {negative, cut.kept}, result.scale);
 }
 

@@ -16,7 +16,7 @@ namespace {
     cut_to_number(number, value, scale);
     char text[DV_ERROR_TEXT_MAX];
     number_to_str(&number, sizeof text, text, nullptr);
-    raise(ERR_NUMBER_PRECISION, static_cast<const char *>(text), result.precision, result.scale);
+    raise(DV_ERR_NUMBER_PRECISION, static_cast<const char *>(text), result.precision, result.scale);
 }
 
 }  // namespace

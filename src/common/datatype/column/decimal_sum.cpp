@@ -205,7 +205,7 @@ extern "C" int64_t dv_decimal_sum_pack(const dv_decimal_sum_t *sum, int scale, i
 extern "C" void dv_decimal_sum_unpack(dv_decimal_sum_t *sum, int *scale, int64_t size, const uint8_t *bytes) {
     if (!DV_ASSERT(sum != NULL && scale != NULL && bytes != NULL)) return;
     packed_sum_t packed;
-    if (!read_(bytes, size, packed)) raise(ERR_TOTAL_BYTES);
+    if (!read_(bytes, size, packed)) raise(DV_ERR_TOTAL_BYTES);
     *sum = packed.sum;
     *scale = packed.scale;
 }

@@ -170,8 +170,8 @@ struct from_text_t {
     bool try_row(int64_t row, int &code) const {
         const row_bytes_t text = text_at(*operand[0], row);
         number_t number;
-        code =
-            text.size != 0 ? number_try_from_str(&number, size_of_(text), text.begin) : int{ERR_NUMBER_TEXT};
+        code = text.size != 0 ? number_try_from_str(&number, size_of_(text), text.begin)
+                              : int{DV_ERR_NUMBER_TEXT};
         if (code != 0) return false;
         round_and_store_(row, number);
         return true;
@@ -336,7 +336,7 @@ struct to_text_t {
             memcpy(appended.append(row, length), text, static_cast<size_t>(length));
             return true;
         }
-        if (length > result->size) raise(ERR_TEXT_BUFFER_SIZE);
+        if (length > result->size) raise(DV_ERR_TEXT_BUFFER_SIZE);
         char *const place = static_cast<char *>(value_at(*result, row));
         memcpy(place, text, static_cast<size_t>(length));
         if (length < result->size) place[length] = '\0';

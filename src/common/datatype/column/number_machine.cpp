@@ -61,7 +61,8 @@ bool is_within_range_(Machine value) {
 // The code of a machine number that is refused whatever its magnitude.
 template <typename Machine>
 int fault_of_(Machine value) {
-    if constexpr (std::is_floating_point_v<Machine>) return std::isfinite(value) ? 0 : int{ERR_NUMBER_TEXT};
+    if constexpr (std::is_floating_point_v<Machine>)
+        return std::isfinite(value) ? 0 : int{DV_ERR_NUMBER_TEXT};
     return 0;
 }
 
@@ -137,7 +138,7 @@ struct to_machine_t {
         const number_t *const x = number_at(*operand[0], row, buffer);
         if (x == nullptr) return false;
         const bool fits = std::is_floating_point_v<Machine> || number_range_check(x, type) != 0;
-        code = fits ? 0 : int{ERR_NUMBER_TARGET_RANGE};
+        code = fits ? 0 : int{DV_ERR_NUMBER_TARGET_RANGE};
         if (fits) convert_(*x, row);
         return fits;
     }

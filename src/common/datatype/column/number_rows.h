@@ -16,7 +16,7 @@ inline const number_t *number_at(const dv_column_t &column, int64_t row, number_
         return x.size == 0 ? nullptr : &x;
     }
     const row_bytes_t bytes = bytes_by_offsets(column, row);
-    if (bytes.size > NUMBER_SIZE_MAX) raise(ERR_COLUMN_OFFSETS);
+    if (bytes.size > NUMBER_SIZE_MAX) raise(DV_ERR_COLUMN_OFFSETS);
     if (bytes.size == 0) return nullptr;
     buffer = number_t{};
     buffer.size = static_cast<uint8_t>(bytes.size);

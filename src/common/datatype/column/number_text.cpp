@@ -54,7 +54,7 @@ struct plain_reader_t {
     }
     int try_to_read(number_t &x, const char *text, int size) const {
         if (read_long_plain_text(x, text, static_cast<size_t>(size))) return 0;
-        return size != 0 ? number_try_from_str(&x, size, text) : int{ERR_NUMBER_TEXT};
+        return size != 0 ? number_try_from_str(&x, size, text) : int{DV_ERR_NUMBER_TEXT};
     }
 };
 

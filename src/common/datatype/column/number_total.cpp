@@ -83,8 +83,8 @@ void quotient_(exact_t sum, uint64_t divisor, number_t &x) {
     for (int i = 0; i < _quotient_limbs; ++i) word[i] = digits_from_limb(quotient.limb[i]);
     const int zeros = leading_zero_bytes(word[0]);
     const int exponent = quotient.weight + COEF_WORD_DIGITS - zeros;
-    if (exponent > NUMBER_EXPONENT_MAX) raise(ERR_NUMBER_OVERFLOW);
-    if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
+    if (exponent > NUMBER_EXPONENT_MAX) raise(DV_ERR_NUMBER_OVERFLOW);
+    if (exponent < NUMBER_EXPONENT_MIN) raise(DV_ERR_NUMBER_UNDERFLOW);
     long_coef coef;
     for (int i = 0; i < 3; ++i) coef.word[i] = word[i] << 8 * zeros | word[i + 1] >> 1 >> (63 - 8 * zeros);
     coef_keep(coef, NUMBER_DIGITS_MAX);  // with them 38 decimal digits and the next, at which half up looks
@@ -160,12 +160,12 @@ void dv::impl::round_to_number(const exact_t &from, number_t &x) { quotient_(fro
 
 int64_t dv::impl::add_to_total(number_total_t &total, exact_t &x, int64_t terms) {
     int64_t count;
-    if (__builtin_add_overflow(total.count, terms, &count)) raise(ERR_NUMBER_OVERFLOW);
+    if (__builtin_add_overflow(total.count, terms, &count)) raise(DV_ERR_NUMBER_OVERFLOW);
     exact_t sum = exact_of(total);
     add(sum, x);
     trim(sum);
     if (memory_for_(total, sum) != 0) raise_weight(sum);
-    if (!is_within_totals(sum)) raise(ERR_NUMBER_OVERFLOW);
+    if (!is_within_totals(sum)) raise(DV_ERR_NUMBER_OVERFLOW);
     const int64_t memory = memory_for_(total, sum);
     if (memory != 0) return memory;
     store_(total, sum);
@@ -233,7 +233,7 @@ extern "C" int64_t number_total_pack(const number_total_t *total, int64_t size, 
 extern "C" int64_t number_total_unpack(number_total_t *total, int64_t size, const uint8_t *bytes) {
     if (!DV_ASSERT(total != NULL) || !DV_ASSERT(bytes != NULL)) return 0;
     packed_total_t packed;
-    if (!read_(bytes, size, packed)) raise(ERR_TOTAL_BYTES);
+    if (!read_(bytes, size, packed)) raise(DV_ERR_TOTAL_BYTES);
     const int64_t memory = memory_for_(*total, packed.sum);
     if (memory != 0) return memory;
     store_(*total, packed.sum);

@@ -282,7 +282,7 @@ struct pack_t {
             is_full = is_full || !has_room_(key, parts[i], size);
             if (!is_full) append_(key, parts[i], value, size);
         }
-        if (is_full) raise(ERR_TEXT_BUFFER_SIZE);
+        if (is_full) raise(DV_ERR_TEXT_BUFFER_SIZE);
         keys.append(row, static_cast<int64_t>(key.size));
         return true;
     }
@@ -316,7 +316,7 @@ extern "C" void dv_key_append(dv_key_t *key, const dv_key_part_t *part, const vo
     const size_t value_size = value_size_(*part, given_value);
     const bool is_null = value_size == _no_value;
     if (!DV_ASSERT(may_be_null(*part) || !is_null)) return;
-    if (!has_room_(*key, *part, value_size)) raise(ERR_TEXT_BUFFER_SIZE);
+    if (!has_room_(*key, *part, value_size)) raise(DV_ERR_TEXT_BUFFER_SIZE);
     append_(*key, *part, given_value, value_size);
 }
 
@@ -343,7 +343,7 @@ extern "C" int dv_key_range(const dv_key_part_t *part, int relation, const void 
     const bool is_null = value_size == _no_value;
     if (!DV_ASSERT(is_key_range(*part, relation, is_null))) return 0;
     if (!has_room_(*from, *part, value_size) || !has_room_(*to, *part, value_size))
-        raise(ERR_TEXT_BUFFER_SIZE);
+        raise(DV_ERR_TEXT_BUFFER_SIZE);
 
     const int keys = relation_of_keys_(*part, relation, is_null);
     append_(*from, *part, given_value, value_size);

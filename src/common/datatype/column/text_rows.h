@@ -34,12 +34,12 @@ struct text_result_t {
         if (column().offsets != nullptr) {
             appended.append(row, length);
         } else if (length > column().size) {
-            raise(ERR_TEXT_BUFFER_SIZE);
+            raise(DV_ERR_TEXT_BUFFER_SIZE);
         }
     }
 
     void store(int64_t row, const char *text, int64_t length) {
-        if (length > room()) raise(ERR_TEXT_BUFFER_SIZE);
+        if (length > room()) raise(DV_ERR_TEXT_BUFFER_SIZE);
         char *const to = begin(row);
         memcpy(to, text, static_cast<size_t>(length));
         if (column().offsets == nullptr && length < column().size) to[length] = '\0';
@@ -52,7 +52,7 @@ struct text_result_t {
         char no_room[1];
         const int size = std::max(room(), 1);
         char *const to = room() > 0 ? begin(row) : no_room;
-        if (write(to, size) != CONV_STATUS_WHOLE) raise(ERR_TEXT_BUFFER_SIZE);
+        if (write(to, size) != CONV_STATUS_WHOLE) raise(DV_ERR_TEXT_BUFFER_SIZE);
         keep(row, static_cast<int64_t>(strnlen(to, static_cast<size_t>(size))));
     }
 

@@ -155,7 +155,7 @@ extern "C" void number_total_variance(const number_total_t *sum, const number_to
     if (!DV_ASSERT(sum != NULL) || !DV_ASSERT(squares != NULL) || !DV_ASSERT(number_is_nonnull_ptr(x)))
         return;
     const exact_t numerator = numerator_(*sum, *squares);
-    if (is_negative(numerator)) raise(ERR_TOTAL_BYTES);
+    if (is_negative(numerator)) raise(DV_ERR_TOTAL_BYTES);
     if (sum->count <= (is_sample != 0 ? 1 : 0)) return number_assign(x, _number_null);
     if (is_zero(numerator)) return store_zero(*x);
     round_to_number(quotient_of_(numerator, sum->count, is_sample != 0), *x);
@@ -166,7 +166,7 @@ extern "C" void number_total_deviation(const number_total_t *sum, const number_t
     if (!DV_ASSERT(sum != NULL) || !DV_ASSERT(squares != NULL) || !DV_ASSERT(number_is_nonnull_ptr(x)))
         return;
     const exact_t numerator = numerator_(*sum, *squares);
-    if (is_negative(numerator)) raise(ERR_TOTAL_BYTES);
+    if (is_negative(numerator)) raise(DV_ERR_TOTAL_BYTES);
     if (sum->count <= (is_sample != 0 ? 1 : 0)) return number_assign(x, _number_null);
     if (is_zero(numerator)) return store_zero(*x);
     round_to_number(root_of_(quotient_of_(numerator, sum->count, is_sample != 0)), *x);

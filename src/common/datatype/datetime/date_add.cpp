@@ -109,7 +109,7 @@ void add_months_(dv_date_t &date, int64_t n, bool is_strict) {
     const int last_day = month_length(year, month);
     if (!was_last_day && old.day <= last_day) return;
     if (is_strict && old.day > last_day) {
-        raise(error_at(ERR_MONTH_LACKS_DAY, __FILE__, __LINE__, "dv_date_add_month"));
+        raise(error_at(DV_ERR_MONTH_LACKS_DAY, __FILE__, __LINE__, "dv_date_add_month"));
     }
     date.day = static_cast<uint8_t>(last_day);
 }
@@ -131,7 +131,7 @@ void dv_date_add_day(dv_date_t *date, double days) {
     const uint64_t number = day_number_after_(*date, whole);
     if (!is_day_number(number)) {
         const unit_range_t &range = range_of(DT_FMT_UNIT_YEAR);
-        raise(ERR_FIELD_RANGE, range.word, date_year(*date), range.shown_lowest, range.highest);
+        raise(DV_ERR_FIELD_RANGE, range.word, date_year(*date), range.shown_lowest, range.highest);
     }
     date_set_day_number(*date, static_cast<uint32_t>(number));
     if (fraction != 0) add_fraction_of_day_(*date, fraction);
@@ -149,7 +149,7 @@ void dv_date_add_field(dv_date_t *date, dt_fmt_unit_t unit_type, int64_t add_val
         case DT_FMT_UNIT_SECOND:
             return add_seconds_(*date, add_val);
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 

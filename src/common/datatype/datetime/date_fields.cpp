@@ -17,7 +17,7 @@ void dv_dt_check_validity_of_unit(dt_fmt_unit_t unit, int value) {
     }
     const unit_range_t &range = range_of(unit);
     if (!is_in_range(range, value)) {
-        raise(ERR_FIELD_RANGE, range.word, value, range.shown_lowest, range.highest);
+        raise(DV_ERR_FIELD_RANGE, range.word, value, range.shown_lowest, range.highest);
     }
 }
 
@@ -37,7 +37,7 @@ int dv_date_get_field(const dv_date_t *date, dt_fmt_unit_t unit) {
         case DT_FMT_UNIT_SECOND:
             return date->second;
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 
@@ -66,7 +66,7 @@ void dv_date_set_field(dv_date_t *date, dt_fmt_unit_t unit_type, int value, ucha
             date->second = byte;
             break;
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
     if (check_valid_result != 0) dv_date_is_valid(date);
 }
@@ -77,7 +77,7 @@ void dv_date_is_valid(dv_date_t *date) {
     check_unit(DT_FMT_UNIT_YEAR, d.year);
     check_unit(DT_FMT_UNIT_MONTH, d.month);
     const int last_day = month_length(d.year, d.month);
-    if (d.day < 1 || d.day > last_day) raise(ERR_FIELD_RANGE, "day", d.day, 1, last_day);
+    if (d.day < 1 || d.day > last_day) raise(DV_ERR_FIELD_RANGE, "day", d.day, 1, last_day);
     check_clock(date->hour, date->minute, date->second);
     if (is_in_calendar_gap(d)) date->day = GREGORIAN_DAY;
 }

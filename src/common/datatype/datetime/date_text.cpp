@@ -25,25 +25,25 @@ model_text_t writing_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_T
 extern "C" void dv_date_from_str(dv_date_t *date, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx) {
     if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
-    if (length < 1) raise(ERR_TEXT_LENGTH);
+    if (length < 1) raise(DV_ERR_TEXT_LENGTH);
     const readable_parts_t parts = {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0};
     if (read_iso_text(*fmt_ctx, parts, str, length)) return;
-    read_local_by_model(*fmt_ctx, parts, str, length, /*as_of=*/NULL, ERR_MODEL_FOR_DATE);
+    read_local_by_model(*fmt_ctx, parts, str, length, /*as_of=*/NULL, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_date_from_str_as_of(dv_date_t *date, const char *str, int str_len,
                                        const dt_fmt_ctx_t *fmt_ctx, const dv_date_t *as_of) {
     if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx) || !is_given_as_of(as_of)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
-    if (length < 1) raise(ERR_TEXT_LENGTH);
+    if (length < 1) raise(DV_ERR_TEXT_LENGTH);
     const readable_parts_t parts = {date, clock_of_(*date), /*has_fraction=*/false, /*skips_zone=*/true, 0};
     if (read_iso_text(*fmt_ctx, parts, str, length)) return;
-    read_local_by_model(*fmt_ctx, parts, str, length, as_of, ERR_MODEL_FOR_DATE);
+    read_local_by_model(*fmt_ctx, parts, str, length, as_of, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx) {
     if (!is_given(date) || !is_given_str(str) || !is_given(fmt_ctx)) return CONV_STATUS_WHOLE;
-    if (str_len < 1) raise(ERR_TEXT_LENGTH);
+    if (str_len < 1) raise(DV_ERR_TEXT_LENGTH);
     if (is_null_(*date)) {
         *str = '\0';
         return CONV_STATUS_WHOLE;
@@ -52,7 +52,7 @@ extern "C" long dv_date_to_str(const dv_date_t *date, char *str, int str_len, co
     if (write_iso_text(*fmt_ctx, parts, str, str_len)) return CONV_STATUS_WHOLE;
     dt_fmt_parse_ctx_t ctx;
     begin_writing(ctx, *fmt_ctx, str, str_len);
-    return write_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
+    return write_by_model(ctx, parts, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_date_from_str_DEPRECATED(dv_date_t *date, const char *str, int str_len, const char *fmt,
@@ -96,13 +96,13 @@ extern "C" void dv_date_check_format(const char *fmt, int fmt_len) {
 }
 
 extern "C" void dv_date_trunc(dv_date_t *date, const char *fmt, int fmt_len) {
-    if (fmt_len < 0) raise(ERR_MODEL_ELEMENT);
+    if (fmt_len < 0) raise(DV_ERR_MODEL_ELEMENT);
     const std::string_view unit = unit_text(fmt, fmt_len);
     dt_fmt_trunc_or_round(date, unit.data(), static_cast<int>(unit.size()), /*is_trunc=*/1);
 }
 
 extern "C" void dv_date_round(dv_date_t *date, const char *fmt, int fmt_len) {
-    if (fmt_len < 0) raise(ERR_MODEL_ELEMENT);
+    if (fmt_len < 0) raise(DV_ERR_MODEL_ELEMENT);
     const std::string_view unit = unit_text(fmt, fmt_len);
     dt_fmt_trunc_or_round(date, unit.data(), static_cast<int>(unit.size()), /*is_trunc=*/0);
 }

@@ -39,7 +39,7 @@ int dv_time_get_field(const dv_time_t *time, dt_fmt_unit_t unit_type) {
         case DT_FMT_UNIT_FSEC:
             return static_cast<int>(time_nanoseconds(*time));
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 
@@ -62,7 +62,7 @@ void dv_time_set_field(dv_time_t *time, dt_fmt_unit_t unit_type, int value, ucha
             time_set_nanoseconds(*time, static_cast<uint32_t>(value));
             break;
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
     if (check_valid_result != 0) dv_time_is_valid(time);
 }
@@ -128,8 +128,8 @@ double dv_time_to_double(const dv_time_t *time) {
 
 void dv_time_trim_fsec(dv_time_t *time, int fprec) {
     if (!is_given(time)) return;
-    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
-    time_trim_fraction(*time, fprec, ERR_FIELD_RANGE);
+    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
+    time_trim_fraction(*time, fprec, DV_ERR_FIELD_RANGE);
 }
 
 }  // extern "C"

@@ -16,14 +16,14 @@ model_text_t writing_(const char *fmt, int fmt_len) { return {fmt, fmt_len, DV_T
 extern "C" void dv_time_from_str(dv_time_t *time, const char *str, int str_len, const dt_fmt_ctx_t *fmt_ctx,
                                  int fprec) {
     if (!is_given(time) || !is_given_str(str) || !is_given(fmt_ctx)) return;
-    if (str_len < 1) raise(ERR_TEXT_LENGTH);  // a length of 0 too
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (str_len < 1) raise(DV_ERR_TEXT_LENGTH);  // a length of 0 too
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     const readable_parts_t parts = {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec};
     if (read_iso_text(*fmt_ctx, parts, str, str_len)) return;
     *time = {};
     dt_fmt_parse_ctx_t ctx;
     begin_reading(ctx, *fmt_ctx, str, str_len);
-    read_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
+    read_by_model(ctx, parts, DV_ERR_MODEL_FOR_DATE);
     dt_parse_check_input_trailing_space(&ctx);
     dv_time_is_valid(time);
 }
@@ -31,13 +31,13 @@ extern "C" void dv_time_from_str(dv_time_t *time, const char *str, int str_len, 
 extern "C" conv_status_t dv_time_to_str(const dv_time_t *time, char *str, int str_len,
                                         const dt_fmt_ctx_t *fmt_ctx, int fprec) {
     if (!is_given(time) || !is_given_str(str) || !is_given(fmt_ctx)) return CONV_STATUS_WHOLE;
-    if (str_len < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (str_len < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     const writable_parts_t parts = {nullptr, time, /*has_fraction=*/true, /*skips_zone=*/false, fprec};
     if (write_iso_text(*fmt_ctx, parts, str, str_len)) return CONV_STATUS_WHOLE;
     dt_fmt_parse_ctx_t ctx;
     begin_writing(ctx, *fmt_ctx, str, str_len);
-    return write_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
+    return write_by_model(ctx, parts, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_time_from_str_DEPRECATED(dv_time_t *time, const char *str, int str_len, const char *fmt,

@@ -32,7 +32,7 @@ int find_keyword(std::string_view text);
 struct fmt_conflict_t {
     dt_fmt_unit_t unit;   // bits: any of these ...
     dt_fmt_unit_t given;  // ... behind any of these
-    error_code error;
+    dv_error_code_e error;
     const char *field;  // argument of the error, or nullptr
 };
 

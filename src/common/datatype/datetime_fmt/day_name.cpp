@@ -100,6 +100,6 @@ extern "C" int dt_fmt_get_day_idx_of_week(const char *name, int name_len, dv_nls
     }
     char shown[DV_ERROR_TEXT_MAX + 1] = {};  // a byte more than a report holds, which cuts between characters
     std::copy_n(typed.data(), std::min(typed.size(), sizeof shown - 1), shown);
-    raise(ERR_FIELD_TEXT, "day_name", static_cast<const char *>(shown),
+    raise(DV_ERR_FIELD_TEXT, "day_name", static_cast<const char *>(shown),
           "Inconsistent with NLS_DATE_LANGUAGE");
 }

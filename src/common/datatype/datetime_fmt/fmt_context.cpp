@@ -45,11 +45,11 @@ int refusal_(dv_type_t type, const dt_fmt_token_info_t &info) {
     const bool is_zone = info.type == DT_FMT_TYPE_TZ;
     switch (type) {
         case DV_TYPE_DATE:
-            return is_zone || info.id == DT_FMT_TOKEN_FF ? ERR_MODEL_FOR_DATE : 0;
+            return is_zone || info.id == DT_FMT_TOKEN_FF ? DV_ERR_MODEL_FOR_DATE : 0;
         case DV_TYPE_TIME:
-            return is_zone || info.type == DT_FMT_TYPE_DATE ? ERR_MODEL_FOR_TIME : 0;
+            return is_zone || info.type == DT_FMT_TYPE_DATE ? DV_ERR_MODEL_FOR_TIME : 0;
         case DV_TYPE_TIMESTAMP:
-            return is_zone ? ERR_MODEL_FOR_TIME : 0;
+            return is_zone ? DV_ERR_MODEL_FOR_TIME : 0;
         default:
             return 0;
     }
@@ -173,7 +173,7 @@ void dt_fmt_ctx_set_user_nls(allocator_t * /*alloc*/, dt_fmt_ctx_t *fmt_ctx, con
             fmt_ctx->user_date_ctx.cal = setting.cal;
             break;
         default:
-            raise(ERR_NLS_SETTING);
+            raise(DV_ERR_NLS_SETTING);
     }
     fmt_ctx->nls_date_ctx = fmt_ctx->user_date_ctx;
 }

@@ -97,14 +97,14 @@ void dv::impl::raise_field_text(const dt_fmt_parse_ctx_t &ctx, const char *field
 void dv::impl::skip_and_check_punc_token_(dt_fmt_parse_ctx_t &ctx) {
     if (!is_exact(ctx)) skip_white_space(ctx);
     if (ctx.str_idx != 0 || ctx.cur_token_info->id == DT_FMT_TOKEN_SYYYY) return;
-    if (rest_of(ctx).starts_with('-')) raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, ERR_FIELD_TEXT);
+    if (rest_of(ctx).starts_with('-')) raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, DV_ERR_FIELD_TEXT);
 }
 
 int dv::impl::check_omitted_time_token_(const dt_fmt_parse_ctx_t &ctx, int token_idx) {
-    if (ctx.cur_token_info->type == DT_FMT_TYPE_DATE) raise(ERR_TEXT_ENDED);
+    if (ctx.cur_token_info->type == DT_FMT_TYPE_DATE) raise(DV_ERR_TEXT_ENDED);
     const dt_fmt_token_info_t *const elements = ctx.fmt_ctx->token_infos;
     for (int i = token_idx + 1; i < ctx.fmt_ctx->token_cnt; ++i) {
-        if (elements[i].type == DT_FMT_TYPE_DATE) raise(ERR_TEXT_ENDED);
+        if (elements[i].type == DT_FMT_TYPE_DATE) raise(DV_ERR_TEXT_ENDED);
     }
     return std::max(token_idx, ctx.fmt_ctx->token_cnt - 1);
 }

@@ -48,7 +48,7 @@ element_t parse_run_(std::string_view model) {
 element_t parse_dt_fmt_(std::string_view model) {
     if (begins_with_punc_(model)) return model[0] == '"' ? parse_literal_(model) : parse_run_(model);
     const int id = find_keyword(model);
-    if (id == FMT_TOKEN_NONE) raise(ERR_MODEL_ELEMENT);
+    if (id == FMT_TOKEN_NONE) raise(DV_ERR_MODEL_ELEMENT);
     const auto length = static_cast<size_t>(fmt_tokens_[static_cast<size_t>(id)].token_len);
     return {id, {model.data(), length}, length};
 }
@@ -75,7 +75,7 @@ dt_fmt_case_type_e get_format_case_(const element_t &element) {
 int8_t parse_fsec_prec_(dt_fmt_parse_ctx_t &parse_ctx) {
     const std::string_view rest = rest_(parse_ctx);
     if (rest.empty() || !is_digit(rest[0])) return 0;
-    if (rest[0] == '0') raise(ERR_FRACTION_PRECISION);
+    if (rest[0] == '0') raise(DV_ERR_FRACTION_PRECISION);
     ++parse_ctx.fmt_idx;
     return static_cast<int8_t>(digit_of(rest[0]));
 }
@@ -161,7 +161,7 @@ extern "C" void dt_fmt_parse_token(allocator_t *alloc, dt_fmt_parse_ctx_t *parse
         check_duplicated_token_(*parse_ctx, element.id);
     } else {
         info.sfx_type = get_suffix_type_(*parse_ctx);
-        if (info.sfx_type != DT_FMT_SUFFIX_NONE && !is_number_(element.id)) raise(ERR_MODEL_ELEMENT);
+        if (info.sfx_type != DT_FMT_SUFFIX_NONE && !is_number_(element.id)) raise(DV_ERR_MODEL_ELEMENT);
     }
     info.next_token_is_punc = begins_with_punc_(rest_(*parse_ctx)) ? 1 : 0;
 

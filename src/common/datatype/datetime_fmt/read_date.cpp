@@ -29,7 +29,7 @@ void parse_ad_bc_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
     const int ad = id == DT_FMT_TOKEN_AD_P || id == DT_FMT_TOKEN_BC_P ? 1 : 0;
     const int ad_length = match_name(ctx, std_adbc_tab_, ad);
     const int bc_length = match_name(ctx, std_adbc_tab_, ad + 2);
-    if (ad_length == 0 && bc_length == 0) raise_field_text(ctx, "ad/bc", ERR_FIELD_TEXT);
+    if (ad_length == 0 && bc_length == 0) raise_field_text(ctx, "ad/bc", DV_ERR_FIELD_TEXT);
     if (ad_length >= bc_length) {
         ctx.str_idx += ad_length;
         ctx.update_flag |= DT_FMT_UNIT_AD;
@@ -70,10 +70,10 @@ void parse_yyyy_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
     const dt_fmt_token_t &element = element_of_(id);
     number_field_t number = find_number(ctx, element.input_len);
     if (number.is_negative && id != DT_FMT_TOKEN_SYYYY) {
-        raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, ERR_FIELD_TEXT);
+        raise_field_text(ctx, "year", SIGNED_YEAR_NOTE, DV_ERR_FIELD_TEXT);
     }
-    if (number.digit_count == 0) raise_field_text(ctx, "year", ERR_FIELD_TEXT);
-    if (is_exact(ctx) && number.digit_count != element.input_len) raise(ERR_EXACT_WIDTH);
+    if (number.digit_count == 0) raise_field_text(ctx, "year", DV_ERR_FIELD_TEXT);
+    if (is_exact(ctx) && number.digit_count != element.input_len) raise(DV_ERR_EXACT_WIDTH);
     int year;
     if (is_whole_year_(ctx, element)) {
         number = find_number(ctx, width_of_(element.alt_token1));
@@ -136,7 +136,7 @@ int find_month_name_(dt_fmt_parse_ctx_t &ctx, int32_t id) {
 
 void parse_month_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
     const int month = find_month_name_(ctx, id);
-    if (month == 0) raise_field_text(ctx, "month", ERR_FIELD_TEXT);
+    if (month == 0) raise_field_text(ctx, "month", DV_ERR_FIELD_TEXT);
     store_month_(ctx, date, month);
 }
 
@@ -146,13 +146,13 @@ void parse_mm_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
     if (number.digit_count == 0 || number.is_negative) {
         return parse_month_(ctx, date, is_exact(ctx) ? element_of_(id).alt_token1 : id);
     }
-    if (is_exact(ctx) && number.digit_count != width_of_(id)) raise(ERR_EXACT_WIDTH);
+    if (is_exact(ctx) && number.digit_count != width_of_(id)) raise(DV_ERR_EXACT_WIDTH);
     ctx.str_idx = number.end;
     store_month_(ctx, date, number.value);
 }
 
 void parse_dd_(dt_fmt_parse_ctx_t &ctx, dv_date_t &date, int32_t id) {
-    const int day = take_number(ctx, "day", width_of_(id), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
+    const int day = take_number(ctx, "day", width_of_(id), DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
     check_unit(DT_FMT_UNIT_DAY, day);
     date.day = static_cast<uint8_t>(day);
     ctx.update_flag |= DT_FMT_UNIT_DAY;
@@ -164,10 +164,10 @@ constexpr int _days_of_leap_year = 366;
 void parse_ddd_(dt_fmt_parse_ctx_t &ctx, dv_date_t & /*date*/, int32_t id) {
     const int width = width_of_(id);
     const number_field_t number = find_number(ctx, width);
-    const int ddd = take_number(ctx, "day of year", width, ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
+    const int ddd = take_number(ctx, "day of year", width, DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
     if (ddd < 1 || ddd > _days_of_leap_year) {
         ctx.str_idx = number.end - number.digit_count;  // where the message begins
-        raise_field_text(ctx, "day of year", ERR_FIELD_TEXT);
+        raise_field_text(ctx, "day of year", DV_ERR_FIELD_TEXT);
     }
     ctx.ddd = ddd;
     ctx.update_flag |= DT_FMT_UNIT_DDD;
@@ -205,7 +205,7 @@ static_assert(all_elements(
 extern "C" void dt_fmt_parse_date(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date) {
     if (!has_element(parse_ctx) || !is_given(date)) return;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element != NULL && !element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
+    if (element != NULL && !element->is_input) raise(DV_ERR_ELEMENT_NOT_READABLE);
     skip_and_check_punc_token_(*parse_ctx);
     if (!has_rest(*parse_ctx)) {
         check_omitted_time_token_(*parse_ctx, /*token_idx=*/-1);
@@ -213,7 +213,7 @@ extern "C" void dt_fmt_parse_date(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date
     }
     const int32_t id = parse_ctx->cur_token_info->id;
     reader_t *const read = element != NULL ? _readers[static_cast<size_t>(id)] : nullptr;
-    if (read == nullptr) raise(ERR_MODEL_FOR_DATE);
+    if (read == nullptr) raise(DV_ERR_MODEL_FOR_DATE);
     read(*parse_ctx, *date, id);
 }
 
@@ -222,13 +222,13 @@ extern "C" void dt_fmt_check_ddd(dt_fmt_parse_ctx_t *parse_ctx, dv_date_t *date)
     DV_ASSERT(parse_ctx->ddd > 0);
     const int year = date_year(*date);
     if (parse_ctx->ddd == _days_of_leap_year && !is_leap_year(year)) {
-        raise(ERR_FIELD_TEXT, "day of year", "366", "366 for leap year");
+        raise(DV_ERR_FIELD_TEXT, "day of year", "366", "366 for leap year");
     }
     int month = 1, day = parse_ctx->ddd;
     for (; month < MONTHS_PER_YEAR && day > month_length(year, month); ++month)
         day -= month_length(year, month);
-    if (is_given_(*parse_ctx, DT_FMT_UNIT_MONTH) && date->month != month) raise(ERR_DAY_OF_YEAR_AND_MONTH);
-    if (is_given_(*parse_ctx, DT_FMT_UNIT_DAY) && date->day != day) raise(ERR_DAY_OF_YEAR_AND_DAY);
+    if (is_given_(*parse_ctx, DT_FMT_UNIT_MONTH) && date->month != month) raise(DV_ERR_DAY_OF_YEAR_AND_MONTH);
+    if (is_given_(*parse_ctx, DT_FMT_UNIT_DAY) && date->day != day) raise(DV_ERR_DAY_OF_YEAR_AND_DAY);
     date->month = static_cast<uint8_t>(month);
     date->day = static_cast<uint8_t>(day);
 }

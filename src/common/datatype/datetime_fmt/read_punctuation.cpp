@@ -74,7 +74,7 @@ void dv::impl::dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t &ctx, int &token_idx,
                                        next_element_t &next_element) {
     const std::string_view text = text_of(*ctx.cur_token_info);
     if (is_exact(ctx)) {
-        if (!take_text_(ctx, text)) raise(ERR_EXACT_TEXT);
+        if (!take_text_(ctx, text)) raise(DV_ERR_EXACT_TEXT);
         return;
     }
     if (!has_rest(ctx)) {
@@ -89,7 +89,7 @@ void dv::impl::dt_fmt_parse_punc_token(dt_fmt_parse_ctx_t &ctx, int &token_idx,
     const int next = next_element.behind(*ctx.fmt_ctx, token_idx);
     if (is_fraction_(*ctx.fmt_ctx, next)) {
         if (is_fraction_omitted_(ctx, text)) return skip_fraction(ctx, token_idx);
-        if (text == "." && !rest_of(ctx).starts_with('.')) raise(ERR_RADIX);
+        if (text == "." && !rest_of(ctx).starts_with('.')) raise(DV_ERR_RADIX);
     }
     take_punctuation_(ctx, text.size(), is_zone_(*ctx.fmt_ctx, next));
 }

@@ -30,7 +30,7 @@ void parse_am_pm_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
     const int am = id == DT_FMT_TOKEN_AM_P || id == DT_FMT_TOKEN_PM_P ? 1 : 0;
     const int am_length = match_name(ctx, std_ampm_tab_, am);
     const int pm_length = match_name(ctx, std_ampm_tab_, am + 2);
-    if (am_length == 0 && pm_length == 0) raise_field_text(ctx, "am/pm", ERR_FIELD_TEXT);
+    if (am_length == 0 && pm_length == 0) raise_field_text(ctx, "am/pm", DV_ERR_FIELD_TEXT);
     const bool is_am = am_length >= pm_length;
     ctx.str_idx += is_am ? am_length : pm_length;
     ctx.update_flag |= is_am ? DT_FMT_UNIT_AM : DT_FMT_UNIT_PM;
@@ -40,8 +40,8 @@ void parse_am_pm_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
 void parse_hour_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
     const bool is_of_12 = ctx.cur_token_info->id != DT_FMT_TOKEN_HH24;
     const int lowest = is_of_12 ? 1 : 0, highest = is_of_12 ? 12 : 23;
-    const int hour = take_number(ctx, "hour", width_of_(ctx), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
-    if (hour < lowest || hour > highest) raise(ERR_FIELD_RANGE, "hour", hour, lowest, highest);
+    const int hour = take_number(ctx, "hour", width_of_(ctx), DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
+    if (hour < lowest || hour > highest) raise(DV_ERR_FIELD_RANGE, "hour", hour, lowest, highest);
     time.hour = static_cast<uint8_t>(is_of_12 ? hour_of_day_(ctx, hour) : hour);
     ctx.update_flag |= is_of_12 ? DT_FMT_UNIT_HOUR : DT_FMT_UNIT_HH24;
 }
@@ -51,14 +51,14 @@ void parse_hour_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
 // ---------------------------------------------------------------------------------------------------------
 
 void parse_minute_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
-    const int minute = take_number(ctx, "minute", width_of_(ctx), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
+    const int minute = take_number(ctx, "minute", width_of_(ctx), DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
     check_unit(DT_FMT_UNIT_MINUTE, minute);
     time.minute = static_cast<uint8_t>(minute);
     ctx.update_flag |= DT_FMT_UNIT_MINUTE;
 }
 
 void parse_second_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
-    const int second = take_number(ctx, "second", width_of_(ctx), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
+    const int second = take_number(ctx, "second", width_of_(ctx), DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
     check_unit(DT_FMT_UNIT_SECOND, second);
     time.second = static_cast<uint8_t>(second);
     ctx.update_flag |= DT_FMT_UNIT_SECOND;
@@ -66,8 +66,8 @@ void parse_second_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
 
 void parse_second_of_day_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
     constexpr const char *field = "seconds past midnight";
-    const int second = take_number(ctx, field, width_of_(ctx), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
-    if (second >= SEC_PER_DAY) raise(ERR_FIELD_RANGE, field, second, 0, SEC_PER_DAY - 1);
+    const int second = take_number(ctx, field, width_of_(ctx), DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
+    if (second >= SEC_PER_DAY) raise(DV_ERR_FIELD_RANGE, field, second, 0, SEC_PER_DAY - 1);
     time.hour = static_cast<uint8_t>(second / SEC_PER_HOUR);
     time.minute = static_cast<uint8_t>(second % SEC_PER_HOUR / SEC_PER_MINUTE);
     time.second = static_cast<uint8_t>(second % SEC_PER_MINUTE);
@@ -80,7 +80,7 @@ void parse_second_of_day_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time) {
 
 // Up to nine digits, whatever the precision; no sign, no blanks.
 void parse_fsec_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, int fprec) {
-    if (fraction_precision(*ctx.cur_token_info, fprec) > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (fraction_precision(*ctx.cur_token_info, fprec) > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     uint32_t nanoseconds = 0;
     int digit_count = 0;
     for (const char c : rest_of(ctx)) {
@@ -88,8 +88,8 @@ void parse_fsec_(dt_fmt_parse_ctx_t &ctx, dv_time_t &time, int fprec) {
         nanoseconds = nanoseconds * 10 + static_cast<uint32_t>(c - '0');
         ++digit_count;
     }
-    if (digit_count == 0) raise_field_text(ctx, "fractional seconds", ERR_FIELD_TEXT);
-    if (is_exact(ctx) && digit_count != FRACTION_DIGITS) raise(ERR_EXACT_WIDTH);
+    if (digit_count == 0) raise_field_text(ctx, "fractional seconds", DV_ERR_FIELD_TEXT);
+    if (is_exact(ctx) && digit_count != FRACTION_DIGITS) raise(DV_ERR_EXACT_WIDTH);
     ctx.str_idx += digit_count;
     time_set_nanoseconds(time, nanoseconds * fraction_unit(digit_count));
     ctx.update_flag |= DT_FMT_UNIT_FSEC;
@@ -103,7 +103,7 @@ void parse_radix_(dt_fmt_parse_ctx_t &ctx, int &token_idx) {
     } else if (rest.empty() || may_be_zone(ctx)) {
         skip_fraction(ctx, token_idx);
     } else {
-        raise(ERR_RADIX);
+        raise(DV_ERR_RADIX);
     }
 }
 
@@ -133,7 +133,7 @@ static_assert(all_elements(
 extern "C" void dt_fmt_parse_time(dt_fmt_parse_ctx_t *parse_ctx, dv_time_t *time, int fprec, int *token_idx) {
     if (!has_element(parse_ctx) || !is_given(time) || !DV_ASSERT(token_idx != NULL)) return;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element != NULL && !element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
+    if (element != NULL && !element->is_input) raise(DV_ERR_ELEMENT_NOT_READABLE);
     skip_and_check_punc_token_(*parse_ctx);
     if (!has_rest(*parse_ctx)) {
         *token_idx = check_omitted_time_token_(*parse_ctx, *token_idx);
@@ -143,6 +143,6 @@ extern "C" void dt_fmt_parse_time(dt_fmt_parse_ctx_t *parse_ctx, dv_time_t *time
     if (id == DT_FMT_TOKEN_FF) return parse_fsec_(*parse_ctx, *time, fprec);
     if (id == DT_FMT_TOKEN_X) return parse_radix_(*parse_ctx, *token_idx);
     reader_t *const read = element != NULL ? _readers[static_cast<size_t>(id)] : nullptr;
-    if (read == nullptr) raise(ERR_MODEL_FOR_TIME);
+    if (read == nullptr) raise(DV_ERR_MODEL_FOR_TIME);
     read(*parse_ctx, *time);
 }

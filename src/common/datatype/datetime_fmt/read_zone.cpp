@@ -36,19 +36,19 @@ void store_offset_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz, int hour, int minute
 void parse_tz_hour_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
     constexpr const char *field = "timezone hour";
     const number_field_t number = find_number(ctx, width_of_(ctx));
-    if (number.digit_count == 0) raise_field_text(ctx, field, ERR_FIELD_TEXT);
-    if (is_exact(ctx) && number.digit_count != width_of_(ctx)) raise(ERR_EXACT_WIDTH);
+    if (number.digit_count == 0) raise_field_text(ctx, field, DV_ERR_FIELD_TEXT);
+    if (is_exact(ctx) && number.digit_count != width_of_(ctx)) raise(DV_ERR_EXACT_WIDTH);
     const int hour = number.is_negative ? -number.value : number.value;
     if (hour < TZ_HOUR_MIN || hour > TZ_HOUR_MAX)
-        raise(ERR_FIELD_RANGE, field, hour, TZ_HOUR_MIN, TZ_HOUR_MAX);
+        raise(DV_ERR_FIELD_RANGE, field, hour, TZ_HOUR_MIN, TZ_HOUR_MAX);
     ctx.str_idx = number.end;
     store_offset_(ctx, tz, hour, tz.utc_min);
 }
 
 void parse_tz_minute_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
     constexpr const char *field = "timezone minute";
-    const int minute = take_number(ctx, field, width_of_(ctx), ERR_FIELD_TEXT, ERR_EXACT_WIDTH);
-    if (minute >= MINUTES_PER_HOUR) raise(ERR_FIELD_RANGE, field, minute, 0, MINUTES_PER_HOUR - 1);
+    const int minute = take_number(ctx, field, width_of_(ctx), DV_ERR_FIELD_TEXT, DV_ERR_EXACT_WIDTH);
+    if (minute >= MINUTES_PER_HOUR) raise(DV_ERR_FIELD_RANGE, field, minute, 0, MINUTES_PER_HOUR - 1);
     store_offset_(ctx, tz, tz_hour(tz), minute);
 }
 
@@ -104,13 +104,14 @@ void fit_abbreviation_(dt_fmt_parse_ctx_t &ctx, const timezone_t &tz, const char
     const tz_region_t *const region = region_of(tz);
     if (region == NULL) return;
     const char *const abbreviation = abbreviation_of_(*region, ctx.tz_abbr);
-    if (abbreviation == NULL) raise({ERR_ZONE_NAME_CONFLICT, __FILE__, __LINE__, "parse_tz_abbr_"}, element);
+    if (abbreviation == NULL)
+        raise({DV_ERR_ZONE_NAME_CONFLICT, __FILE__, __LINE__, "parse_tz_abbr_"}, element);
     memcpy(ctx.tz_abbr, abbreviation, TZ_ABBREV_TEXT_SIZE);
 }
 
 void parse_tz_abbr_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
     const std::string_view abbreviation = find_abbreviation_(rest_of(ctx));
-    if (abbreviation.empty()) raise_field_text(ctx, "timezone abbreviation", ERR_FIELD_TEXT);
+    if (abbreviation.empty()) raise_field_text(ctx, "timezone abbreviation", DV_ERR_FIELD_TEXT);
     memcpy(ctx.tz_abbr, abbreviation.data(), TZ_ABBREV_TEXT_SIZE);
     ctx.str_idx += static_cast<int32_t>(abbreviation.size());
     ctx.update_flag |= DT_FMT_UNIT_TZD;
@@ -121,8 +122,8 @@ void parse_tz_abbr_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
 // that reads offsets everywhere else.
 void parse_tz_region_(dt_fmt_parse_ctx_t &ctx, timezone_t &tz) {
     const std::string_view text = leading_(rest_of(ctx), [](char c) { return !is_white_space(c); });
-    const int error = text.empty() ? ERR_ZONE_TEXT : read_zone(tz, text);
-    if (error == ERR_ZONE_TEXT) raise_field_text(ctx, "timezone region", ERR_FIELD_TEXT);
+    const int error = text.empty() ? DV_ERR_ZONE_TEXT : read_zone(tz, text);
+    if (error == DV_ERR_ZONE_TEXT) raise_field_text(ctx, "timezone region", DV_ERR_FIELD_TEXT);
     if (error != 0) raise({error, __FILE__, __LINE__, "timezone_parse"});
     ctx.str_idx += static_cast<int32_t>(text.size());
     ctx.update_flag |= DT_FMT_UNIT_TZR;
@@ -149,10 +150,10 @@ static_assert(all_elements(
 extern "C" void dt_fmt_parse_tz(dt_fmt_parse_ctx_t *parse_ctx, timezone_t *tz) {
     if (!has_element(parse_ctx) || !is_given_tz(tz)) return;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element != NULL && !element->is_input) raise(ERR_ELEMENT_NOT_READABLE);
+    if (element != NULL && !element->is_input) raise(DV_ERR_ELEMENT_NOT_READABLE);
     if (!is_exact(*parse_ctx)) skip_white_space(*parse_ctx);
     const auto id = static_cast<size_t>(parse_ctx->cur_token_info->id);
     reader_t *const read = element != NULL ? _readers[id] : nullptr;
-    if (read == nullptr) raise(ERR_ZONE_ELEMENT);
+    if (read == nullptr) raise(DV_ERR_ZONE_ELEMENT);
     read(*parse_ctx, *tz);
 }

@@ -196,6 +196,6 @@ truncation_t *dv::impl::find_truncation(std::string_view text) {
 extern "C" void dt_fmt_trunc_or_round(dv_date_t *date, const char *fmt, int fmt_len, uchar is_trunc) {
     if (!is_given(date) || !DV_ASSERT(fmt != NULL)) return;
     truncation_t *const rule = find_truncation({fmt, static_cast<size_t>(std::max(fmt_len, 0))});
-    if (rule == nullptr) raise(ERR_MODEL_ELEMENT);
+    if (rule == nullptr) raise(DV_ERR_MODEL_ELEMENT);
     rule(*date, is_trunc == 0);
 }

@@ -112,7 +112,7 @@ conv_status_t dv_date_write_str_val_(dt_fmt_parse_ctx_t &ctx, const calendar_day
         return put_spelled_year_(ctx, d.year, id == DT_FMT_TOKEN_SYEAR);
     }
     const name_element_t &element = _name_elements[static_cast<size_t>(id)];
-    if (element.get == nullptr) raise(ERR_MODEL_FOR_DATE);
+    if (element.get == nullptr) raise(DV_ERR_MODEL_FOR_DATE);
     const int idx = element.index(d), width = width_of_(element, id, ctx.fmt_ctx->nls_date_ctx.lang);
     const nls_date_lang_val_t *name = name_of_(ctx, element, idx);
     if (name != nullptr && put_name_in_place_(ctx, *name, width)) return CONV_STATUS_WHOLE;
@@ -181,9 +181,9 @@ constexpr auto _numbers = [] {
 }();
 
 int dv_date_write_num_val_(size_t id, const calendar_day_t &d) {
-    if (id == DT_FMT_TOKEN_J) raise(ERR_J_NOT_WRITABLE);
+    if (id == DT_FMT_TOKEN_J) raise(DV_ERR_J_NOT_WRITABLE);
     const number_element_t &number = _numbers[id];
-    if (!number.is_given) raise(ERR_MODEL_FOR_DATE);
+    if (!number.is_given) raise(DV_ERR_MODEL_FOR_DATE);
     return number.count(d);
 }
 
@@ -202,7 +202,7 @@ extern "C" conv_status_t dt_fmt_write_date(dt_fmt_parse_ctx_t *parse_ctx, const 
     if (!has_element(parse_ctx) || !is_given(date)) return CONV_STATUS_WHOLE;
     if (room_of(*parse_ctx) < 1) return CONV_STATUS_CUT;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element == NULL || element->type != DT_FMT_TYPE_DATE) raise(ERR_MODEL_FOR_DATE);
+    if (element == NULL || element->type != DT_FMT_TYPE_DATE) raise(DV_ERR_MODEL_FOR_DATE);
     const calendar_day_t d = date_calendar_day(*date);
     if (element->is_str_fmt) return dv_date_write_str_val_(*parse_ctx, d);
     const auto id = static_cast<size_t>(parse_ctx->cur_token_info->id);

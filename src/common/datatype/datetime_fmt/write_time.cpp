@@ -34,7 +34,7 @@ constexpr auto _word_writers = [] {
 
 conv_status_t dv_time_write_str_val_(dt_fmt_parse_ctx_t &ctx, const dv_time_t &time, int fprec) {
     word_writer_t *const write = _word_writers[static_cast<size_t>(ctx.cur_token_info->id)];
-    if (write == nullptr) raise(ERR_MODEL_FOR_TIME);
+    if (write == nullptr) raise(DV_ERR_MODEL_FOR_TIME);
     return write(ctx, time, fprec);
 }
 
@@ -73,10 +73,10 @@ conv_status_t dv_time_write_num_val_(dt_fmt_parse_ctx_t &ctx, const dv_time_t &t
     const auto id = static_cast<size_t>(ctx.cur_token_info->id);
     if (id == DT_FMT_TOKEN_FF) {
         const int precision = fraction_precision(*ctx.cur_token_info, fprec);
-        if (precision > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+        if (precision > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
         return put_fraction_(ctx, time, precision);
     }
-    if (_numbers[id] == nullptr) raise(ERR_MODEL_FOR_TIME);
+    if (_numbers[id] == nullptr) raise(DV_ERR_MODEL_FOR_TIME);
     return put_number(ctx, _numbers[id](time), MIN_DIGITS[id]);
 }
 
@@ -93,7 +93,7 @@ extern "C" conv_status_t dt_fmt_write_time(dt_fmt_parse_ctx_t *parse_ctx, const 
     if (!has_element(parse_ctx) || !is_given(time)) return CONV_STATUS_WHOLE;
     if (room_of(*parse_ctx) < 1) return CONV_STATUS_CUT;
     const dt_fmt_token_t *element = current_keyword(*parse_ctx);
-    if (element == NULL || element->type != DT_FMT_TYPE_TIME) raise(ERR_MODEL_FOR_TIME);
+    if (element == NULL || element->type != DT_FMT_TYPE_TIME) raise(DV_ERR_MODEL_FOR_TIME);
     if (element->is_str_fmt) return dv_time_write_str_val_(*parse_ctx, *time, fprec);
     return dv_time_write_num_val_(*parse_ctx, *time, fprec);
 }

@@ -31,7 +31,7 @@ conv_status_t dv_tz_write_num_val_(dt_fmt_parse_ctx_t &ctx, const timezone_t &tz
         case DT_FMT_TOKEN_TZM:
             return put_number(ctx, tz.utc_min, MIN_DIGITS[DT_FMT_TOKEN_TZM]);
         default:
-            raise(ERR_ZONE_ELEMENT);
+            raise(DV_ERR_ZONE_ELEMENT);
     }
 }
 
@@ -42,7 +42,7 @@ conv_status_t dv_tz_write_str_val_(dt_fmt_parse_ctx_t &ctx, const timezone_t &tz
         case DT_FMT_TOKEN_TZD:
             return CONV_STATUS_WHOLE;
         default:
-            raise(ERR_ZONE_ELEMENT);
+            raise(DV_ERR_ZONE_ELEMENT);
     }
 }
 

@@ -44,10 +44,10 @@ constexpr std::array<token_t, DV_ITV_TOKEN_MAX> _tokens = {{
     {kind_t::seconds,   '\0',     true,    false,   _unbounded, SEC_PER_HOUR,    0},               // HHT
     {kind_t::seconds,   '\0',     true,    false,   _unbounded, SEC_PER_MINUTE,  0},               // MIT
     {kind_t::seconds,   '\0',     false,   false,   _unbounded, 1,                   0},               // SST
-    {kind_t::months,    '\0',     false,   false,   11,         1,                   ERR_ITV_MONTH},   // MM
-    {kind_t::seconds,   '\0',     false,   false,   23,         SEC_PER_HOUR,    ERR_ITV_HOUR},    // HH
-    {kind_t::seconds,   '\0',     false,   false,   59,         SEC_PER_MINUTE,  ERR_ITV_MINUTE},  // MI
-    {kind_t::seconds,   '\0',     false,   false,   59,         1,                   ERR_ITV_SECOND},  // SS
+    {kind_t::months,    '\0',     false,   false,   11,         1,                   DV_ERR_ITV_MONTH},   // MM
+    {kind_t::seconds,   '\0',     false,   false,   23,         SEC_PER_HOUR,    DV_ERR_ITV_HOUR},    // HH
+    {kind_t::seconds,   '\0',     false,   false,   59,         SEC_PER_MINUTE,  DV_ERR_ITV_MINUTE},  // MI
+    {kind_t::seconds,   '\0',     false,   false,   59,         1,                   DV_ERR_ITV_SECOND},  // SS
     {kind_t::fraction,  '\0',     false,   true,    _unbounded, 0,                   0},               // FF
     {kind_t::separator, ' ',      false,   false,   0,          0,                   0},
     {kind_t::separator, ':',      false,   false,   0,          0,                   0},
@@ -105,32 +105,32 @@ digits_t take_fraction_digits_(reading_t &in) {
 
 int read_field_(reading_t &in, const token_t &token) {
     const digits_t digits = take_digits_(in);
-    if (digits.count == 0) return ERR_ITV_TEXT;
+    if (digits.count == 0) return DV_ERR_ITV_TEXT;
     if (digits.value > token.value_max) return token.error;
     const int32_t value = digits.value * in.sign;
     in.total += token.is_wrapping ? wrapped_product(value, token.unit) : int64_t{value} * token.unit;
-    return in.total >= in.leading_limit ? ERR_ITV_LEADING_PRECISION : 0;
+    return in.total >= in.leading_limit ? DV_ERR_ITV_LEADING_PRECISION : 0;
 }
 
 int read_fraction_(reading_t &in) {
     const digits_t digits = take_fraction_digits_(in);
-    if (digits.count == 0) return ERR_ITV_TEXT;
+    if (digits.count == 0) return DV_ERR_ITV_TEXT;
     const int64_t unit = DECIMAL_POWERS[static_cast<size_t>(FRACTION_DIGITS - digits.count)];
     in.nsec = static_cast<int32_t>(digits.value * unit);
     return 0;
 }
 
 int read_separator_(reading_t &in, const token_t &token) {
-    return *in.at++ == token.character ? 0 : ERR_ITV_TEXT;
+    return *in.at++ == token.character ? 0 : DV_ERR_ITV_TEXT;
 }
 
 int read_token_(reading_t &in, const token_t &token, kind_t field_kind) {
     if (token.character != ' ') skip_blanks_(in);
-    if (in.at == in.end) return token.is_optional ? 0 : ERR_ITV_TEXT_ENDED;
+    if (in.at == in.end) return token.is_optional ? 0 : DV_ERR_ITV_TEXT_ENDED;
     if (token.kind == kind_t::separator) return read_separator_(in, token);
     if (token.kind == field_kind) return read_field_(in, token);
     if (token.kind == kind_t::fraction) return read_fraction_(in);
-    return ERR_ITV_QUALIFIER;
+    return DV_ERR_ITV_QUALIFIER;
 }
 
 bool has_row_(int type) { return type >= 0 && type < DV_ITV_QUALIFIER_MAX; }
@@ -141,7 +141,7 @@ int read_tokens_(reading_t &in, const dv_itv_fmt_t &row, kind_t field_kind) {
         if (error != 0) return error;
     }
     skip_blanks_(in);
-    return in.at == in.end ? 0 : ERR_TRAILING_TEXT;
+    return in.at == in.end ? 0 : DV_ERR_TRAILING_TEXT;
 }
 
 // ---- whole texts ----
@@ -173,11 +173,11 @@ constexpr step_names_t _dts_steps = {"dv_itv_dts_from_str", "_dv_itv_dts_parse_v
 
 const char *step_of_(int error, const step_names_t &steps) {
     switch (error) {
-        case ERR_TRAILING_TEXT:
+        case DV_ERR_TRAILING_TEXT:
             return steps.whole_text;
-        case ERR_ITV_LEADING_PRECISION:
+        case DV_ERR_ITV_LEADING_PRECISION:
             return steps.leading_precision;
-        case ERR_ITV_QUALIFIER:
+        case DV_ERR_ITV_QUALIFIER:
             return steps.qualifier;
         default:
             return steps.field;
@@ -218,8 +218,8 @@ void store_(dv_itv_dts_t &itv, int64_t total, int32_t signed_nsec) {
     if (!are_given_(itv, str)) return;
     store_(*itv, 0, 0);
     reading_t in = start_(str, str_len, prec, SEC_PER_DAY);
-    if (in.at == in.end) raise(error_at(ERR_ITV_TEXT, __FILE__, __LINE__, reader));
-    if (!has_row_(type)) raise(error_at(ERR_ITV_QUALIFIER, __FILE__, __LINE__, reader));
+    if (in.at == in.end) raise(error_at(DV_ERR_ITV_TEXT, __FILE__, __LINE__, reader));
+    if (!has_row_(type)) raise(error_at(DV_ERR_ITV_QUALIFIER, __FILE__, __LINE__, reader));
     take_sign_(in);
     const int error = read_tokens_(in, _itv_fmt[type], kind_t::seconds);
     store_(*itv, in.total, rounded_(in.nsec, fprec) * in.sign);
@@ -248,8 +248,8 @@ void dv_itv_ytm_from_str(dv_itv_ytm_t *itv, const char *str, int str_len, int ty
     if (!are_given_(itv, str)) return;
     itv_set_total_months(*itv, 0);
     reading_t in = start_(str, str_len, prec, MONTHS_PER_YEAR);
-    if (in.at == in.end) raise(ERR_ITV_TEXT);
-    if (!has_row_(type)) raise(ERR_ITV_QUALIFIER);
+    if (in.at == in.end) raise(DV_ERR_ITV_TEXT);
+    if (!has_row_(type)) raise(DV_ERR_ITV_QUALIFIER);
     take_sign_(in);
     const int error = read_tokens_(in, _itv_fmt[type], kind_t::months);
     itv_set_total_months(*itv, in.total);

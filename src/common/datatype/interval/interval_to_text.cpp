@@ -112,7 +112,7 @@ conv_status_t dv_itv_ytm_to_str(const dv_itv_ytm_t *itv, char *str, int prec, in
 
 conv_status_t dv_itv_dts_to_str(const dv_itv_dts_t *itv, char *str, int prec, int fprec, int buf_len) {
     if (!is_itv_given(itv) || !DV_ASSERT(str != NULL)) return CONV_STATUS_WHOLE;
-    if (prec < 0 || prec > 9 || fprec < 1 || fprec > FRACTION_DIGITS) raise(ERR_ITV_TO_TEXT_PRECISION);
+    if (prec < 0 || prec > 9 || fprec < 1 || fprec > FRACTION_DIGITS) raise(DV_ERR_ITV_TO_TEXT_PRECISION);
     if (buf_len >= DV_ITV_DTS_TEXT_SIZE) return end_text_(put_dts_(str, *itv, prec, fprec));
     char text[DV_ITV_DTS_TEXT_SIZE];
     return copy_text_(text, put_dts_(text, *itv, prec, fprec), str, buf_len);

@@ -86,7 +86,7 @@ bool is_valid_dts_val_(double days) { return days >= INT32_MIN && days <= INT32_
 void set_total_(dv_itv_dts_t &dts, double total_secs) {
     const double days = std::trunc(total_secs / SEC_PER_DAY);
     if (!is_valid_dts_val_(days))
-        raise(error_at(ERR_ITV_TOTAL_SECONDS, __FILE__, __LINE__, "dv_itv_dts_set_total_sec"));
+        raise(error_at(DV_ERR_ITV_TOTAL_SECONDS, __FILE__, __LINE__, "dv_itv_dts_set_total_sec"));
     itv_set_days(dts, static_cast<int32_t>(days));
     itv_set_seconds(dts, static_cast<int32_t>(total_secs - days * SEC_PER_DAY));
 }
@@ -203,7 +203,7 @@ void dv_itv_dts_mul(dv_itv_dts_t *dts, const number_t *dd) {
 
 void dv_itv_dts_div(dv_itv_dts_t *dts, const number_t *dd) {
     if (!is_factor_given_(dts, dd)) return;
-    if (number_is_zero(*dd)) raise(ERR_ITV_DIVISION_BY_ZERO);
+    if (number_is_zero(*dd)) raise(DV_ERR_ITV_DIVISION_BY_ZERO);
     number_t total;
     total_to_number_(*dts, total);
     number_div(&total, dd);
@@ -214,12 +214,12 @@ int dv_itv_dts_compare(const dv_itv_dts_t *itv1, const dv_itv_dts_t *itv2) { ret
 
 void dv_itv_dts_check_leading_prec(const dv_itv_dts_t *itv, int prec) {
     if (!is_itv_given(itv)) return;
-    if (itv_days(*itv) >= itv_leading_limit(prec)) raise(ERR_ITV_LEADING_PRECISION);
+    if (itv_days(*itv) >= itv_leading_limit(prec)) raise(DV_ERR_ITV_LEADING_PRECISION);
 }
 
 void dv_itv_dts_trim_fsec(dv_itv_dts_t *itv, int fprec) {
     if (!is_itv_given(itv)) return;
-    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_ITV_TRIM_PRECISION);
+    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(DV_ERR_ITV_TRIM_PRECISION);
     itv_set_nanoseconds(*itv, trimmed_fraction(itv_nanoseconds(*itv), fprec));
 }
 

@@ -94,7 +94,7 @@ void dv_itv_ytm_mul(dv_itv_ytm_t *ytm, double dd) {
 
 void dv_itv_ytm_div(dv_itv_ytm_t *ytm, double dd) {
     if (!is_ytm_given_(ytm)) return;
-    if (dd == 0) raise(ERR_ITV_DIVISION_BY_ZERO);
+    if (dd == 0) raise(DV_ERR_ITV_DIVISION_BY_ZERO);
     set_months_(*ytm, itv_total_months(*ytm) / dd);
 }
 
@@ -102,7 +102,7 @@ int dv_itv_ytm_compare(const dv_itv_ytm_t *itv1, const dv_itv_ytm_t *itv2) { ret
 
 void dv_itv_ytm_check_leading_prec(const dv_itv_ytm_t *itv, int prec) {
     if (!is_itv_given(itv)) return;
-    if (itv_years(*itv) >= itv_leading_limit(prec)) raise(ERR_ITV_LEADING_PRECISION);
+    if (itv_years(*itv) >= itv_leading_limit(prec)) raise(DV_ERR_ITV_LEADING_PRECISION);
 }
 
 }  // extern "C"

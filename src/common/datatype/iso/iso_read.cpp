@@ -136,7 +136,7 @@ timezone_t take_offset_(reader_t &text, int sign, const error_at &refused) {
     const bool has_minute = text.take(':') || text.starts_with_digit();
     const int minute = has_minute ? text.number<2>("time zone") : 0;
     int error = offset_error(sign * hour, minute, sign);
-    if (error == 0 && hour == 0 && minute != 0 && sign > 0) error = ERR_ZONE_MINUTE;
+    if (error == 0 && hour == 0 && minute != 0 && sign > 0) error = DV_ERR_ZONE_MINUTE;
     if (error != 0) raise(with_code_(refused, error));
     timezone_t zone{};
     tz_set_offset(zone, sign * hour, minute);
@@ -162,7 +162,7 @@ told_zone_t take_region_(reader_t &text, const error_at &refused) {
     const std::string_view name = text.word();
     if (name.empty()) at_name.refuse("time zone");
     const tz_region_t *const region = find_region(name);
-    if (region == nullptr) raise(with_code_(refused, ERR_ZONE_TEXT));
+    if (region == nullptr) raise(with_code_(refused, DV_ERR_ZONE_TEXT));
     told_zone_t told{};
     if (text.take(' ')) {
         reader_t at_word = text;
@@ -202,14 +202,14 @@ void normalize_(dv_ts_tz_t &ts_tz, const told_zone_t &told, const error_at &refu
     timezone_shift_to_west(&told.zone, &date);
     timezone_adjust(&ts_tz.tz, &date);
     const bool is_in_force = ts_tz.tz.utc_hour == told.zone.utc_hour && ts_tz.tz.utc_min == told.zone.utc_min;
-    if (!is_in_force) raise(with_code_(refused, ERR_ZONE_GAP));
+    if (!is_in_force) raise(with_code_(refused, DV_ERR_ZONE_GAP));
 }
 
 }  // namespace
 
 extern "C" void dv_date_from_iso(dv_date_t *date, const char *str, int str_len) {
     if (!DV_ASSERT(date != NULL) || !DV_ASSERT(str != NULL)) return;
-    const error_at refused = ERR_FIELD_TEXT;
+    const error_at refused = DV_ERR_FIELD_TEXT;
     reader_t text(str, str_len, refused);
     dv_date_t read{};
     take_date_and_time_(text, read, /*nanoseconds=*/NULL);
@@ -220,7 +220,7 @@ extern "C" void dv_date_from_iso(dv_date_t *date, const char *str, int str_len) 
 
 extern "C" void dv_time_from_iso(dv_time_t *time, const char *str, int str_len) {
     if (!DV_ASSERT(time != NULL) || !DV_ASSERT(str != NULL)) return;
-    const error_at refused = ERR_FIELD_TEXT;
+    const error_at refused = DV_ERR_FIELD_TEXT;
     reader_t text(str, str_len, refused);
     dv_date_t clock{};
     uint32_t nanoseconds = 0;
@@ -233,7 +233,7 @@ extern "C" void dv_time_from_iso(dv_time_t *time, const char *str, int str_len) 
 
 extern "C" void dv_timestamp_from_iso(dv_timestamp_t *ts, const char *str, int str_len) {
     if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL)) return;
-    const error_at refused = ERR_FIELD_TEXT;
+    const error_at refused = DV_ERR_FIELD_TEXT;
     reader_t text(str, str_len, refused);
     dv_timestamp_t read{};
     uint32_t nanoseconds = 0;
@@ -246,7 +246,7 @@ extern "C" void dv_timestamp_from_iso(dv_timestamp_t *ts, const char *str, int s
 
 extern "C" void dv_ts_tz_from_iso(dv_ts_tz_t *ts_tz, const char *str, int str_len) {
     if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL)) return;
-    const error_at refused = ERR_FIELD_TEXT;
+    const error_at refused = DV_ERR_FIELD_TEXT;
     reader_t text(str, str_len, refused);
     dv_ts_tz_t read{};
     uint32_t nanoseconds = 0;

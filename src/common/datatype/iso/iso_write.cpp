@@ -120,7 +120,7 @@ extern "C" int dv_date_to_iso(const dv_date_t *date, char *buf, int buf_size) {
     if (!DV_ASSERT(date != NULL) || !DV_ASSERT(buf != NULL)) return 0;
     writer_t text;
     if (!is_null_(*date)) put_date_(text, *date);
-    return text.finish(buf, buf_size, ERR_TEXT_BUFFER_SIZE);
+    return text.finish(buf, buf_size, DV_ERR_TEXT_BUFFER_SIZE);
 }
 
 extern "C" int dv_time_to_iso(const dv_time_t *time, char *buf, int buf_size) {
@@ -129,14 +129,14 @@ extern "C" int dv_time_to_iso(const dv_time_t *time, char *buf, int buf_size) {
     writer_t text;
     text.put_three(time->hour, time->minute, time->second, ':');
     put_fraction_(text, *time);
-    return text.finish(buf, buf_size, ERR_TEXT_BUFFER_SIZE);
+    return text.finish(buf, buf_size, DV_ERR_TEXT_BUFFER_SIZE);
 }
 
 extern "C" int dv_timestamp_to_iso(const dv_timestamp_t *ts, char *buf, int buf_size) {
     if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(buf != NULL)) return 0;
     writer_t text;
     if (!is_null_(*ts)) put_timestamp_(text, *ts);
-    return text.finish(buf, buf_size, ERR_TEXT_BUFFER_SIZE);
+    return text.finish(buf, buf_size, DV_ERR_TEXT_BUFFER_SIZE);
 }
 
 extern "C" int dv_ts_tz_to_iso(const dv_ts_tz_t *ts_tz, char *buf, int buf_size) {
@@ -146,7 +146,7 @@ extern "C" int dv_ts_tz_to_iso(const dv_ts_tz_t *ts_tz, char *buf, int buf_size)
         dv_timestamp_t local{};
         dv_timestamp_from_ts_tz(&local, ts_tz);
         put_timestamp_(text, local);
-        put_zone_(text, *ts_tz, date_part(local), ERR_ZONE_TEXT);
+        put_zone_(text, *ts_tz, date_part(local), DV_ERR_ZONE_TEXT);
     }
-    return text.finish(buf, buf_size, ERR_TEXT_BUFFER_SIZE);
+    return text.finish(buf, buf_size, DV_ERR_TEXT_BUFFER_SIZE);
 }

@@ -81,13 +81,13 @@ void dv_nls_parse(const char *str, dv_nls_param_t *param, void *val) {
     if (!are_given_(str, val) || !DV_ASSERT(param != NULL)) return;
     const std::string_view text = bounded_text(str, DV_NLS_TEXT_MAX + 1);
     if (text.size() > DV_NLS_TEXT_MAX || std::count(text.begin(), text.end(), '=') > 1) {
-        raise(ERR_NLS_SETTING);
+        raise(DV_ERR_NLS_SETTING);
     }
     const two_pieces_t pieces = split(text, '=');
     const setting_t *const setting = find_setting_(pieces.first);
-    if (setting == nullptr) raise(ERR_NLS_SETTING);
+    if (setting == nullptr) raise(DV_ERR_NLS_SETTING);
     *param = setting->param;
-    if (!setting->parse_value(pieces.second, val)) raise(ERR_NLS_SETTING);
+    if (!setting->parse_value(pieces.second, val)) raise(DV_ERR_NLS_SETTING);
 }
 
 }  // extern "C"

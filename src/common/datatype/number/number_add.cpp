@@ -23,7 +23,7 @@ constexpr int _exponent_gap_max = 19;  // beyond it the operand with the smaller
 // Drops the leading zero digits of a coefficient that is not zero; the exponent falls by one for each.
 void number_remove_head_zero(long_coef &coef, int &exponent) {
     exponent -= coef_normalize(coef);
-    if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
+    if (exponent < NUMBER_EXPONENT_MIN) raise(DV_ERR_NUMBER_UNDERFLOW);
 }
 
 // a += b, or a -= b where `subtracts` is all ones. Returns the carry out of the first digit, or when
@@ -68,7 +68,7 @@ void combine_(number_t &x, const operand_t &leading, const operand_t &other, int
             coef_push_carry(a, 1);
             coef_keep(a, NUMBER_DIGITS_MAX);
             if (++exponent > NUMBER_EXPONENT_MAX)
-                raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_add"));
+                raise(error_at(DV_ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_add"));
         }
     }
     if (a.word[0] >> 56 == 0) [[unlikely]] {

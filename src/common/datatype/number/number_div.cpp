@@ -142,7 +142,7 @@ extern "C" void number_div(number_t *x, const number_t *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
     const number_head_t y_head = read_head(*y);
     const operand_t divisor = read_operand_(*y, y_head);
-    if (number_is_zero(*y) || divisor.fraction.limb[0] == 0) raise(ERR_NUMBER_DIVISION_BY_ZERO);
+    if (number_is_zero(*y) || divisor.fraction.limb[0] == 0) raise(DV_ERR_NUMBER_DIVISION_BY_ZERO);
     if (number_is_zero(*x)) return;
 
     const number_head_t x_head = read_head(*x);
@@ -157,6 +157,6 @@ extern "C" void number_div(number_t *x, const number_t *y) {
         divide_limbs_(dividend.fraction, divisor.fraction, result);
     }
     if (result.exponent < NUMBER_EXPONENT_MIN || result.exponent > NUMBER_EXPONENT_MAX)
-        raise(result.exponent > 0 ? ERR_NUMBER_OVERFLOW : ERR_NUMBER_UNDERFLOW);
+        raise(result.exponent > 0 ? DV_ERR_NUMBER_OVERFLOW : DV_ERR_NUMBER_UNDERFLOW);
     store_result(*x, result);
 }

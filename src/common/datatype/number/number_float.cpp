@@ -57,7 +57,7 @@ binary_float_t take_apart_(long double v) {
 }
 
 // Raises as the text reader would on what printf prints.
-[[noreturn]] void raise_as_text_(error_code code) {
+[[noreturn]] void raise_as_text_(dv_error_code_e code) {
     raise(error_at(code, __FILE__, __LINE__, "number_from_str"));
 }
 
@@ -65,14 +65,14 @@ binary_float_t take_apart_(long double v) {
 decimal_float_t digits_of_(binary_float_t value, const reading_t &reading) {
     // Far outside, by powers of two: 10^-132 > 2^-440, 10^127 < 2^424.
     const int power = bit_length(value.significand) - 1 + value.exponent;
-    if (power >= 424) raise_as_text_(ERR_NUMBER_OVERFLOW);
-    if (power < -440) raise_as_text_(ERR_NUMBER_UNDERFLOW);
+    if (power >= 424) raise_as_text_(DV_ERR_NUMBER_OVERFLOW);
+    if (power < -440) raise_as_text_(DV_ERR_NUMBER_UNDERFLOW);
     const decimal_float_t decimal = reading.rounding == rounding_t::to_shortest
                                         ? round_to_shortest(value)
                                         : round_to_decimal(value, reading.digits);
     const int decimal_exponent = decimal.exponent + reading.digits - 1;
-    if (decimal_exponent > _decimal_exponent_max) raise_as_text_(ERR_NUMBER_OVERFLOW);
-    if (decimal_exponent < _decimal_exponent_min) raise_as_text_(ERR_NUMBER_UNDERFLOW);
+    if (decimal_exponent > _decimal_exponent_max) raise_as_text_(DV_ERR_NUMBER_OVERFLOW);
+    if (decimal_exponent < _decimal_exponent_min) raise_as_text_(DV_ERR_NUMBER_UNDERFLOW);
     return decimal;
 }
 
@@ -80,7 +80,7 @@ template <typename Float>  // double or long double
 void from_floating_(number_t *x, Float v, const reading_t &reading) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x))) return;
     if (v == 0) return store_zero(*x);
-    if (!std::isfinite(v)) raise_as_text_(ERR_NUMBER_TEXT);
+    if (!std::isfinite(v)) raise_as_text_(DV_ERR_NUMBER_TEXT);
     decimal_float_t decimal = digits_of_(take_apart_(std::fabs(v)), reading);
     if (reading.rounding == rounding_t::then_half_down_by_one_digit) {
         const bool away = decimal.significand % 10 > 5;
@@ -223,7 +223,7 @@ void number_from_long_double(number_t *x, long double v) { from_floating_(x, v, 
 
 void number_to_float(const number_t *x, float *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(y)) && !given(x, y)) return;
-    if (exceeds_float_(*x)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (exceeds_float_(*x)) raise(DV_ERR_NUMBER_TARGET_RANGE);
     *y = static_cast<float>(to_long_double_(*x));
 }
 

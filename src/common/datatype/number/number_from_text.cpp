@@ -126,12 +126,12 @@ constexpr uint64_t coef_word_(const uint8_t *text) { return pair_up_(text) << 32
 // over it, so that the one that raises has nothing to carry: its name is part of the type.
 template <const auto &Reader>
 struct raise_as_t {
-    void operator()(error_code code) const { raise(error_at(code, __FILE__, __LINE__, Reader)); }
+    void operator()(dv_error_code_e code) const { raise(error_at(code, __FILE__, __LINE__, Reader)); }
 };
 constexpr char _from_str[] = "number_from_str", _from_str_nt[] = "number_from_str_nt";
 struct store_code_t {
     int *stored;
-    void operator()(error_code code) const { *stored = code; }
+    void operator()(dv_error_code_e code) const { *stored = code; }
 };
 
 // Stores 0.kkkk x 10^point. An odd point puts its first digit alone into a pair, behind a '0'.
@@ -141,8 +141,8 @@ void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, Failure 
     const uint8_t *const text = kept.text + ((kept.point & 1) != 0 ? 0 : 1);
     const long_coef coef = {{coef_word_(text), coef_word_(text + 16), pair_up_(text + 32) << 32}};
     if (coef.word[0] == 0) return store_zero(x);
-    if (exponent > NUMBER_EXPONENT_MAX) return failure(ERR_NUMBER_OVERFLOW);
-    if (exponent < NUMBER_EXPONENT_MIN) return failure(ERR_NUMBER_UNDERFLOW);
+    if (exponent > NUMBER_EXPONENT_MAX) return failure(DV_ERR_NUMBER_OVERFLOW);
+    if (exponent < NUMBER_EXPONENT_MIN) return failure(DV_ERR_NUMBER_UNDERFLOW);
     store_coef(x, negative, static_cast<int>(exponent), coef);
 }
 
@@ -150,18 +150,18 @@ void store_kept_(number_t &x, bool negative, const kept_digits_t &kept, Failure 
 template <typename Failure>
 [[gnu::noinline]] void read_general_(number_t &x, const char *str, size_t length, Failure failure) {
     if (read_long_plain_text(x, str, length)) return;
-    if (has_foreign_character(str, length)) return failure(ERR_NUMBER_TEXT);
+    if (has_foreign_character(str, length)) return failure(DV_ERR_NUMBER_TEXT);
     text_cursor_t cursor = {str, str + length};
     const bool negative = cursor.skip_to_number();
     kept_digits_t kept;
-    if (!read_digits_(cursor, kept)) return failure(ERR_NUMBER_TEXT);
+    if (!read_digits_(cursor, kept)) return failure(DV_ERR_NUMBER_TEXT);
     int64_t exponent = 0;
     if (cursor.at('E') || cursor.at('e')) {
         ++cursor.pos;
-        if (!read_exponent_(cursor, exponent)) return failure(ERR_NUMBER_TEXT);
+        if (!read_exponent_(cursor, exponent)) return failure(DV_ERR_NUMBER_TEXT);
     }
     cursor.skip(' ');
-    if (cursor.pos != cursor.end) return failure(ERR_NUMBER_TEXT);
+    if (cursor.pos != cursor.end) return failure(DV_ERR_NUMBER_TEXT);
     kept.point += exponent;
     store_kept_(x, negative, kept, failure);
 }

@@ -267,28 +267,28 @@ void number_from_uint32(number_t *x, uint32_t v) { store_integer_(x, v); }
 void number_from_uint64(number_t *x, uint64_t v) { store_integer_(x, v); }
 
 void number_to_int8(const number_t *x, int8_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_int16(const number_t *x, int16_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_int32(const number_t *x, int32_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_int64(const number_t *x, int64_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_uint8(const number_t *x, uint8_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_uint16(const number_t *x, uint16_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_uint32(const number_t *x, uint32_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 void number_to_uint64(const number_t *x, uint64_t *y) {
-    if (!to_integer_(x, y)) raise(ERR_NUMBER_TARGET_RANGE);
+    if (!to_integer_(x, y)) raise(DV_ERR_NUMBER_TARGET_RANGE);
 }
 
 }  // extern "C"

@@ -73,7 +73,7 @@ extern "C" void number_mod(number_t *x, const number_t *y) {
 
 extern "C" void number_rem(number_t *x, const number_t *y) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_valid_ptr(y)) && !given(x, y)) return;
-    if (number_is_zero(*y)) raise(ERR_NUMBER_DIVISION_BY_ZERO);
+    if (number_is_zero(*y)) raise(DV_ERR_NUMBER_DIVISION_BY_ZERO);
     if (subtract_multiple_in_limb_(*x, *y, current_rmode())) return;
     subtract_multiple_(*x, *y, current_rmode());
 }

@@ -80,7 +80,7 @@ void check_product_range_(const result_t &product) {
 }  // namespace
 
 void dv::impl::raise_product_range(int exponent) {
-    const int code = exponent > NUMBER_EXPONENT_MAX ? ERR_NUMBER_OVERFLOW : ERR_NUMBER_UNDERFLOW;
+    const int code = exponent > NUMBER_EXPONENT_MAX ? DV_ERR_NUMBER_OVERFLOW : DV_ERR_NUMBER_UNDERFLOW;
     raise(error_at(code, __FILE__, __LINE__, "number_mul"));
 }
 

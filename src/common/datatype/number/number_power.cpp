@@ -162,11 +162,11 @@ extern "C" void number_pow(number_t *x, const number_t *y) {
     if (is_one(*y)) return;
     const bool has_negative_power = !number_is_zero(*y) && number_is_negative(*y);
     if (number_is_zero(*x)) {
-        if (has_negative_power) raise(ERR_NUMBER_DOMAIN);
+        if (has_negative_power) raise(DV_ERR_NUMBER_DOMAIN);
         return;
     }
     const exponent_t exponent = read_exponent_(*y);
-    if (number_is_negative(*x) && exponent.has_fraction) raise(ERR_NUMBER_DOMAIN);
+    if (number_is_negative(*x) && exponent.has_fraction) raise(DV_ERR_NUMBER_DOMAIN);
 
     number_t result;
     raise_(result, *x, exponent);

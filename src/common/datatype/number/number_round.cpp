@@ -29,7 +29,7 @@ void round_far_above_(number_t &x, int64_t pos, int rmode) {
 void dv::impl::report_unknown_rmode() { assert_failed("false"); }
 
 void dv::impl::raise_rounding_overflow() {
-    raise(error_at(ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_round_at_withmode"));
+    raise(error_at(DV_ERR_NUMBER_OVERFLOW, __FILE__, __LINE__, "number_round_at_withmode"));
 }
 
 void dv::impl::number_round_at(number_t &x, int64_t pos, int rmode) {
@@ -83,6 +83,6 @@ extern "C" void number_force_prec_scale(number_t *x, int prec, int scale) {
     if (integer_digits + scale > prec) {
         char text[DV_ERROR_TEXT_MAX];  // what an argument holds; a longer value is in scientific form
         number_to_str(x, sizeof text, text, nullptr);
-        raise(ERR_NUMBER_PRECISION, static_cast<const char *>(text), prec, scale);
+        raise(DV_ERR_NUMBER_PRECISION, static_cast<const char *>(text), prec, scale);
     }
 }

@@ -119,7 +119,7 @@ extern "C" void number_sqrt(number_t *x) {
     if (!DV_ASSERT(number_is_valid_ptr(x)) && !given(x)) return;
     if (number_is_zero(*x)) return;
     const number_head_t head = read_head(*x);
-    if (head.sign != 0) raise(ERR_NUMBER_DOMAIN);
+    if (head.sign != 0) raise(DV_ERR_NUMBER_DOMAIN);
     long_coef coef = load_coef<3>(*x, head);
     int exponent = head.exponent;
     if (coef_digit(coef, 0) == 0) [[unlikely]] {  // no record that this library writes

@@ -129,8 +129,8 @@ extern "C" void number_sum_quotient(const number_sum_t *sum, int64_t divisor, nu
     const int top = top_place_(m);
     if (top < 0) return store_zero(*x);
     const int exponent = top + 1 + _lowest_weight;
-    if (exponent > NUMBER_EXPONENT_MAX) raise(ERR_NUMBER_OVERFLOW);
-    if (exponent < NUMBER_EXPONENT_MIN) raise(ERR_NUMBER_UNDERFLOW);
+    if (exponent > NUMBER_EXPONENT_MAX) raise(DV_ERR_NUMBER_OVERFLOW);
+    if (exponent < NUMBER_EXPONENT_MIN) raise(DV_ERR_NUMBER_UNDERFLOW);
 
     // Twenty base-100 digits hold 38 decimal digits and the next one, which is all that half up looks at. The
     // smallest exponent has its twentieth digit at place 0, so none is missing.

@@ -178,7 +178,7 @@ form_t form_of_(const char *format) {
 
 void write_whole_(const char *text, int buf_size, char *str) {
     const int size = static_cast<int>(strlen(text)) + 1;
-    if (buf_size < size) fail_(ERR_TEXT_BUFFER_SIZE);
+    if (buf_size < size) fail_(DV_ERR_TEXT_BUFFER_SIZE);
     put_(str, text, size);
 }
 
@@ -186,7 +186,7 @@ void write_whole_(const char *text, int buf_size, char *str) {
 [[gnu::noinline]] void write_any_(const number_t *x, int buf_size, char *str, const char *format) {
     if (!DV_ASSERT(number_is_valid_ptr(x) && number_is_nonnull_ptr(str)) && !given(x, str)) return;
     const form_t form = form_of_(format);
-    if (form == form_t::unknown) fail_(ERR_NUMBER_FORMAT);
+    if (form == form_t::unknown) fail_(DV_ERR_NUMBER_FORMAT);
     if (number_is_zero(*x)) return write_whole_(form == form_t::scientific ? "0E+00" : "0", buf_size, str);
     const char *const marker = marker_text(*x);
     if (marker != nullptr) return write_whole_(marker, buf_size, str);
@@ -200,8 +200,8 @@ void write_whole_(const char *text, int buf_size, char *str) {
     if (may_be_scientific && try_scientific_(value, buf_size, str)) return;
     if (may_be_normal && try_shortened_normal_(*x, value, buf_size, str)) return;
     if (may_be_scientific && try_shortened_scientific_(*x, value, buf_size, str))
-        fail_(ERR_NUMBER_TEXT_SHORTENED);
-    fail_(ERR_TEXT_BUFFER_SIZE);
+        fail_(DV_ERR_NUMBER_TEXT_SHORTENED);
+    fail_(DV_ERR_TEXT_BUFFER_SIZE);
 }
 
 }  // namespace

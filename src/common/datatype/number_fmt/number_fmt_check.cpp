@@ -28,7 +28,7 @@ extern "C" void number_format_check(const char *fmt, int fmt_len) {
 extern "C" int number_get_length(const char *fmt, int fmt_len) {
     std::string_view rest = model_of(fmt, fmt_len);
     if (rest.size() > NUMBER_FMT_MAX)
-        raise(error_at(ERR_NUMBER_FORMAT, __FILE__, __LINE__, "number_fmt_parse"));
+        raise(error_at(DV_ERR_NUMBER_FORMAT, __FILE__, __LINE__, "number_fmt_parse"));
     char unfilled[NUMBER_FMT_MAX];
     int length = 0;
     while (!rest.empty()) {

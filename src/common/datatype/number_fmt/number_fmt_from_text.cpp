@@ -19,7 +19,7 @@ namespace {
 constexpr int _hex_base = 16;
 
 [[noreturn, gnu::cold]] void refuse_text_(int line = __builtin_LINE()) {
-    raise(error_at(ERR_NUMBER_TEXT, __FILE__, line, "number_from_str_fmt"));
+    raise(error_at(DV_ERR_NUMBER_TEXT, __FILE__, line, "number_from_str_fmt"));
 }
 
 std::string_view without_leading_blanks_(std::string_view text) {
@@ -165,7 +165,7 @@ void dv::impl::make_reading_model(std::string_view text, number_model_t &model) 
     model.text = text;
     model.whole = whole_model(text);
     if (model.whole == whole_model_e::ROMAN)
-        raise(error_at(ERR_NUMBER_MODEL, __FILE__, __LINE__, "number_from_str_fmt"));
+        raise(error_at(DV_ERR_NUMBER_MODEL, __FILE__, __LINE__, "number_from_str_fmt"));
     if (model.whole == whole_model_e::TM || model.whole == whole_model_e::TME) return;
     model.whole = whole_model_e::NONE;  // FMRN is none to read under: left to the compiler to refuse
     model.elements = compile_model(text, model.pr);
@@ -180,7 +180,7 @@ int dv::impl::number_try_from_text_under(number_t &x, std::string_view text, con
     const auto plain = [&code](number_t &to, int length, const char *str) {
         code = number_try_from_str(&to, length, str);
     };
-    return read_under_(x, text, model, plain) ? code : int{ERR_NUMBER_TEXT};
+    return read_under_(x, text, model, plain) ? code : int{DV_ERR_NUMBER_TEXT};
 }
 
 extern "C" void number_from_str_fmt(number_t *x, int str_len, const char *str, int fmt_len, const char *fmt) {

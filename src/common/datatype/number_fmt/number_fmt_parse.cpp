@@ -137,13 +137,13 @@ struct scan_t {
 // Takes one element: 0, or the code of what is wrong with it.
 int take_element_(scan_t &scan) {
     const element_t &row = _elements[_element_at[scan.phase][static_cast<uint8_t>(scan.rest[0])]];
-    if (row.phase == END || is_refused_(row, scan.seen)) return ERR_NUMBER_FORMAT;
+    if (row.phase == END || is_refused_(row, scan.seen)) return DV_ERR_NUMBER_FORMAT;
     size_t length = 1;
     if (row.text[1] != '\0') {
         length = strlen(row.text);
-        if (!begins_with_(scan.rest, {row.text, length})) return ERR_NUMBER_FORMAT;
+        if (!begins_with_(scan.rest, {row.text, length})) return DV_ERR_NUMBER_FORMAT;
     }
-    if (row.shows == BLANK_ZERO) return ERR_NUMBER_MODEL;
+    if (row.shows == BLANK_ZERO) return DV_ERR_NUMBER_MODEL;
 
     scan.fmt_dig[scan.copied] = row.text[0];
     scan.copied += row.is_copied;
@@ -163,7 +163,7 @@ int scan_model_(scan_t &scan) {
         const int error = take_element_(scan);
         if (error != 0) return error;
     }
-    return (scan.seen & RAISE) != 0 ? ERR_NUMBER_FORMAT : 0;
+    return (scan.seen & RAISE) != 0 ? DV_ERR_NUMBER_FORMAT : 0;
 }
 
 [[noreturn, gnu::cold]] void raise_in_parse_(int code) {
@@ -194,7 +194,7 @@ whole_model_e dv::impl::whole_model(std::string_view model) {
 int dv::impl::compile_model(std::string_view model, number_parse_result_t &pr) {
     const int plain_elements = compile_plain_model(model, pr);
     if (plain_elements != 0) return plain_elements;
-    if (model.size() > NUMBER_FMT_MAX) raise_in_parse_(ERR_NUMBER_FORMAT);
+    if (model.size() > NUMBER_FMT_MAX) raise_in_parse_(DV_ERR_NUMBER_FORMAT);
     scan_t scan;
     scan.rest = model;
     const int error = scan_model_(scan);

@@ -36,7 +36,7 @@ constexpr sign_marks_t _sign_marks[] = {{{' ', '-'}, {'\0', '\0'}},   // NONE
 static_assert(std::size(_sign_marks) == NUMBER_FMT_SIGN_MAX);
 
 [[noreturn, gnu::cold]] void refuse_buffer_(int line = __builtin_LINE()) {
-    raise(error_at(ERR_TEXT_BUFFER_SIZE, __FILE__, line, "number_to_str_fmt"));
+    raise(error_at(DV_ERR_TEXT_BUFFER_SIZE, __FILE__, line, "number_to_str_fmt"));
 }
 
 char *put_mark_(char *out, char mark) {

@@ -40,7 +40,7 @@ int32_t to_roman_range_(const number_t &x) {
 
 extern "C" void _number_to_str_fmt_rn(const number_t *x, int buf_size, char *str, int in_upper) {
     if (!DV_ASSERT(number_is_nonnull_ptr(x) && number_is_nonnull_ptr(str))) return;
-    if (buf_size < NUMBER_ROMAN_TEXT_SIZE) raise(ERR_TEXT_BUFFER_SIZE);
+    if (buf_size < NUMBER_ROMAN_TEXT_SIZE) raise(DV_ERR_TEXT_BUFFER_SIZE);
     const int32_t value = to_roman_range_(*x);
     char text[_width];
     char *out = text;

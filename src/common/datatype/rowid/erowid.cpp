@@ -39,17 +39,17 @@ struct field_t {
     int overflow;
 };
 
-constexpr field_t<uint32_t, 6> _sgmt{0, ERR_ROWID_SGMT};
-constexpr field_t<uint16_t, 3> _file{6, ERR_ROWID_FILE};
-constexpr field_t<uint32_t, 6> _block{9, ERR_ROWID_BLOCK};
-constexpr field_t<uint32_t, 6> _block_of_whole{9, ERR_ROWID_SGMT};
-constexpr field_t<uint16_t, 3> _row{15, ERR_ROWID_ROW};
+constexpr field_t<uint32_t, 6> _sgmt{0, DV_ERR_ROWID_SGMT};
+constexpr field_t<uint16_t, 3> _file{6, DV_ERR_ROWID_FILE};
+constexpr field_t<uint32_t, 6> _block{9, DV_ERR_ROWID_BLOCK};
+constexpr field_t<uint32_t, 6> _block_of_whole{9, DV_ERR_ROWID_SGMT};
+constexpr field_t<uint16_t, 3> _row{15, DV_ERR_ROWID_ROW};
 
 // Reads a field into *number; returns the code to raise, and then leaves *number alone.
 template <typename Number, size_t Digits>
 int read_(const erowid_t &erowid, const field_t<Number, Digits> &field, Number *number) {
     const base64_t read = read_base64<Digits>(erowid.text + field.first);
-    if (!read.is_valid) return ERR_ROWID_TEXT;
+    if (!read.is_valid) return DV_ERR_ROWID_TEXT;
     if (read.value > Number(-1)) return field.overflow;
     *number = static_cast<Number>(read.value);
     return _no_fault;
@@ -58,7 +58,7 @@ int read_(const erowid_t &erowid, const field_t<Number, Digits> &field, Number *
 // The fault of two fields whose digits are met in turn from the right: a character that is no digit, of
 // either of them, comes before a number that is too large.
 int first_fault_(int left, int right) {
-    if (left == ERR_ROWID_TEXT || right == ERR_ROWID_TEXT) return ERR_ROWID_TEXT;
+    if (left == DV_ERR_ROWID_TEXT || right == DV_ERR_ROWID_TEXT) return DV_ERR_ROWID_TEXT;
     return left != _no_fault ? left : right;
 }
 

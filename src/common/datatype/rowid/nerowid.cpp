@@ -26,6 +26,6 @@ extern "C" void nerowid_get_rowid(const nerowid_t *erowid, nrowid_t *rowid) {
     const base64_t read = read_base64<_digits>(erowid->text);
     const bool fits = base64_value[static_cast<uint8_t>(erowid->text[0])] <= _first_digit_max;
     nrowid_t sum = 0;
-    if (!read.is_valid || !fits || __builtin_add_overflow(*rowid, read.value, &sum)) raise(ERR_ROWID_TEXT);
+    if (!read.is_valid || !fits || __builtin_add_overflow(*rowid, read.value, &sum)) raise(DV_ERR_ROWID_TEXT);
     *rowid = sum;
 }

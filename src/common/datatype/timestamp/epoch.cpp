@@ -86,40 +86,40 @@ extern "C" {
 
 int64_t dv_date_to_epoch(const dv_date_t *date, dv_epoch_unit_t unit) {
     if (!is_given(date)) return 0;
-    check_unit_(unit, ERR_FIELD_UNSUPPORTED);
-    return count_of_(second_of_(*date, ERR_FIELD_RANGE), 0, unit, date_year(*date), ERR_FIELD_RANGE);
+    check_unit_(unit, DV_ERR_FIELD_UNSUPPORTED);
+    return count_of_(second_of_(*date, DV_ERR_FIELD_RANGE), 0, unit, date_year(*date), DV_ERR_FIELD_RANGE);
 }
 
 int64_t dv_timestamp_to_epoch(const dv_timestamp_t *ts, dv_epoch_unit_t unit) {
     if (!is_given(ts)) return 0;
-    check_unit_(unit, ERR_FIELD_UNSUPPORTED);
+    check_unit_(unit, DV_ERR_FIELD_UNSUPPORTED);
     const dv_date_t &date = date_part(*ts);
-    const int64_t second = second_of_(date, ERR_FIELD_RANGE);
+    const int64_t second = second_of_(date, DV_ERR_FIELD_RANGE);
     const uint32_t nanoseconds = time_nanoseconds(time_part(*ts));
     check_unit(DT_FMT_UNIT_FSEC, static_cast<int>(std::min<uint32_t>(nanoseconds, INT_MAX)));
-    return count_of_(second, nanoseconds, unit, date_year(date), ERR_FIELD_RANGE);
+    return count_of_(second, nanoseconds, unit, date_year(date), DV_ERR_FIELD_RANGE);
 }
 
 void dv_date_from_epoch(dv_date_t *date, int64_t count, dv_epoch_unit_t unit) {
     if (!is_given(date)) return;
-    check_unit_(unit, ERR_FIELD_UNSUPPORTED);
-    set_date_(*date, count, unit, ERR_FIELD_RANGE);
+    check_unit_(unit, DV_ERR_FIELD_UNSUPPORTED);
+    set_date_(*date, count, unit, DV_ERR_FIELD_RANGE);
 }
 
 void dv_timestamp_from_epoch(dv_timestamp_t *ts, int64_t count, dv_epoch_unit_t unit) {
     if (!is_given(ts)) return;
-    check_unit_(unit, ERR_FIELD_UNSUPPORTED);
-    const uint32_t nanoseconds = set_date_(date_part(*ts), count, unit, ERR_FIELD_RANGE);
+    check_unit_(unit, DV_ERR_FIELD_UNSUPPORTED);
+    const uint32_t nanoseconds = set_date_(date_part(*ts), count, unit, DV_ERR_FIELD_RANGE);
     time_set_nanoseconds(time_part(*ts), nanoseconds);
 }
 
 int32_t dv_date_to_epoch_day(const dv_date_t *date) {
-    return is_given(date) ? day_of_(*date, ERR_FIELD_RANGE) : 0;
+    return is_given(date) ? day_of_(*date, DV_ERR_FIELD_RANGE) : 0;
 }
 
 void dv_date_from_epoch_day(dv_date_t *date, int32_t days) {
     if (!is_given(date)) return;
-    set_day_(*date, days, ERR_FIELD_RANGE);
+    set_day_(*date, days, DV_ERR_FIELD_RANGE);
     date_set_clock(*date, 0, 0, 0);
 }
 

@@ -25,7 +25,7 @@ int dv_timestamp_get_field(const dv_timestamp_t *ts, dt_fmt_unit_t unit_type) {
         case DT_FMT_UNIT_FSEC:
             return dv_time_get_field(&time_part(*ts), unit_type);
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 
@@ -45,7 +45,7 @@ void dv_timestamp_set_field(dv_timestamp_t *ts, dt_fmt_unit_t unit_type, int val
             return dv_time_set_field(&time_part(*ts), unit_type, value, check_valid_input,
                                      check_valid_result);
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 
@@ -78,8 +78,8 @@ int dv_timestamp_compare(const dv_timestamp_t *ts1, const dv_timestamp_t *ts2) {
 
 void dv_timestamp_trim_fsec(dv_timestamp_t *ts, int fprec) {
     if (!DV_ASSERT(ts != NULL)) return;
-    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
-    time_trim_fraction(time_part(*ts), fprec, ERR_FIELD_RANGE);
+    if (fprec < 0 || fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
+    time_trim_fraction(time_part(*ts), fprec, DV_ERR_FIELD_RANGE);
 }
 
 }  // extern "C"

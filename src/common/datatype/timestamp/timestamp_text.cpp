@@ -39,12 +39,12 @@ extern "C" void dv_timestamp_from_str(dv_timestamp_t *ts, const char *str, int s
                                       const dt_fmt_ctx_t *fmt_ctx, int fprec) {
     if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL)) return;
     const int length = str_len != 0 ? str_len : text_length(str);
-    if (length < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (length < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     const readable_parts_t parts = {&date_part(*ts), &time_part(*ts), /*has_fraction=*/true,
                                     /*skips_zone=*/false, fprec};
     if (read_iso_text(*fmt_ctx, parts, str, length)) return;
-    read_local_by_model(*fmt_ctx, parts, str, length, /*as_of=*/NULL, ERR_MODEL_FOR_DATE);
+    read_local_by_model(*fmt_ctx, parts, str, length, /*as_of=*/NULL, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str, int str_len,
@@ -53,20 +53,20 @@ extern "C" void dv_timestamp_from_str_as_of(dv_timestamp_t *ts, const char *str,
         !DV_ASSERT(as_of != NULL))
         return;
     const int length = str_len != 0 ? str_len : text_length(str);
-    if (length < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (length < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     const readable_parts_t parts = {&date_part(*ts), &time_part(*ts), /*has_fraction=*/true,
                                     /*skips_zone=*/false, fprec};
     if (read_iso_text(*fmt_ctx, parts, str, length)) return;
-    read_local_by_model(*fmt_ctx, parts, str, length, as_of, ERR_MODEL_FOR_DATE);
+    read_local_by_model(*fmt_ctx, parts, str, length, as_of, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str, int str_len,
                                              const dt_fmt_ctx_t *fmt_ctx, int fprec) {
     if (!DV_ASSERT(ts != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL))
         return CONV_STATUS_WHOLE;
-    if (str_len < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (str_len < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     if (timestamp_is_null(*ts)) {
         *str = '\0';
         return CONV_STATUS_WHOLE;
@@ -76,7 +76,7 @@ extern "C" conv_status_t dv_timestamp_to_str(const dv_timestamp_t *ts, char *str
     if (write_iso_text(*fmt_ctx, parts, str, str_len)) return CONV_STATUS_WHOLE;
     dt_fmt_parse_ctx_t ctx;
     begin_writing(ctx, *fmt_ctx, str, str_len);
-    return write_by_model(ctx, parts, ERR_MODEL_FOR_DATE);
+    return write_by_model(ctx, parts, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_timestamp_from_str_DEPRECATED(dv_timestamp_t *ts, const char *str, int str_len,

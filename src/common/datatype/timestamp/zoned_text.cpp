@@ -49,9 +49,9 @@ extern "C" void dv_ts_tz_from_str(dv_ts_tz_t *ts_tz, const char *str, int str_le
         !DV_ASSERT(sess_tz != NULL))
         return;
     const int length = str_len != 0 ? str_len : text_length(str);
-    if (length < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
-    read_(*ts_tz, str, length, *fmt_ctx, fprec, *sess_tz, /*as_of=*/NULL, ERR_MODEL_FOR_DATE);
+    if (length < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
+    read_(*ts_tz, str, length, *fmt_ctx, fprec, *sess_tz, /*as_of=*/NULL, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int str_len,
@@ -61,17 +61,17 @@ extern "C" void dv_ts_tz_from_str_as_of(dv_ts_tz_t *ts_tz, const char *str, int 
         !DV_ASSERT(sess_tz != NULL) || !DV_ASSERT(as_of != NULL))
         return;
     const int length = str_len != 0 ? str_len : text_length(str);
-    if (length < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
-    read_(*ts_tz, str, length, *fmt_ctx, fprec, *sess_tz, as_of, ERR_MODEL_FOR_DATE);
+    if (length < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
+    read_(*ts_tz, str, length, *fmt_ctx, fprec, *sess_tz, as_of, DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" conv_status_t dv_ts_tz_to_str(const dv_ts_tz_t *ts_tz, char *str, int str_len,
                                          const dt_fmt_ctx_t *fmt_ctx, int fprec) {
     if (!DV_ASSERT(ts_tz != NULL) || !DV_ASSERT(str != NULL) || !DV_ASSERT(fmt_ctx != NULL))
         return CONV_STATUS_WHOLE;
-    if (str_len < 1) raise(ERR_TEXT_LENGTH);
-    if (fprec > FRACTION_DIGITS) raise(ERR_FRACTION_PRECISION);
+    if (str_len < 1) raise(DV_ERR_TEXT_LENGTH);
+    if (fprec > FRACTION_DIGITS) raise(DV_ERR_FRACTION_PRECISION);
     if (is_null_(*ts_tz)) {
         *str = '\0';
         return CONV_STATUS_WHOLE;
@@ -83,7 +83,7 @@ extern "C" conv_status_t dv_ts_tz_to_str(const dv_ts_tz_t *ts_tz, char *str, int
     return write_by_model(
         ctx,
         {&date_part(local), &time_part(local), /*has_fraction=*/true, /*skips_zone=*/false, fprec, ts_tz},
-        ERR_MODEL_FOR_DATE);
+        DV_ERR_MODEL_FOR_DATE);
 }
 
 extern "C" void dv_ts_tz_from_str_DEPRECATED(dv_ts_tz_t *ts_tz, const char *str, int str_len, const char *fmt,

@@ -82,21 +82,21 @@ void timezone_set_field(timezone_t *tz, tz_field_t field, int value) {
     if (!DV_ASSERT(tz != NULL)) return;
     switch (field) {
         case TZ_FLD_UTC_HOUR:
-            if (value < TZ_HOUR_MIN || value > TZ_HOUR_MAX) raise(ERR_ZONE_HOUR);
+            if (value < TZ_HOUR_MIN || value > TZ_HOUR_MAX) raise(DV_ERR_ZONE_HOUR);
             return tz_set_hour(*tz, value);
         case TZ_FLD_UTC_MIN:
-            if (value < 0 || value >= MINUTES_PER_HOUR) raise(ERR_ZONE_MINUTE);
+            if (value < 0 || value >= MINUTES_PER_HOUR) raise(DV_ERR_ZONE_MINUTE);
             tz->utc_min = static_cast<uint8_t>(value);
             return;
         case TZ_FLD_UTC_SEC:
-            if (value < 0 || value >= SEC_PER_MINUTE) raise(ERR_ZONE_SECOND);
+            if (value < 0 || value >= SEC_PER_MINUTE) raise(DV_ERR_ZONE_SECOND);
             tz->utc_sec = static_cast<uint8_t>(value);
             return;
         case TZ_FLD_ZONE_ID:
             DV_ASSERT(value >= 0 && value <= TZ_ID_OFFSET);
             return tz_set_zone(*tz, value);
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 
@@ -112,7 +112,7 @@ int timezone_get_field(const timezone_t *tz, tz_field_t field) {
         case TZ_FLD_ZONE_ID:
             return tz_zone(*tz);
         default:
-            raise(ERR_FIELD_UNSUPPORTED);
+            raise(DV_ERR_FIELD_UNSUPPORTED);
     }
 }
 

@@ -41,7 +41,7 @@ const tz_info_t *first_from_(const tz_region_t &region, int step, uint64_t utc_k
 // Of the two periods whose clocks showed a time.
 const tz_info_t &find_overlapped_zone_(const tz_info_t &later, const tz_info_t &earlier, const char *abbrev) {
     if (!is_named_(abbrev) || is_abbreviation_(later, abbrev)) return later;
-    if (!is_abbreviation_(earlier, abbrev)) raise(ERR_ZONE_ABBREVIATION_TIME);
+    if (!is_abbreviation_(earlier, abbrev)) raise(DV_ERR_ZONE_ABBREVIATION_TIME);
     return earlier;
 }
 
@@ -75,10 +75,10 @@ const tz_info_t &find_local_tzinfo_(const tz_region_t *tz_reg, const dv_date_t &
     DV_ASSERT(tz_reg->info_cnt > 0);
     if (tz_reg->info_cnt > 1 && tz_reg->info_cnt % 2 != 0) assert_failed("DV_IS_EVEN (tz_reg->info_cnt)");
     const local_periods_t periods = periods_at_(*tz_reg, local);
-    if (periods.later == NULL) raise(ERR_ZONE_GAP);
+    if (periods.later == NULL) raise(DV_ERR_ZONE_GAP);
     if (periods.earlier != NULL) return find_overlapped_zone_(*periods.later, *periods.earlier, abbrev);
     if (!periods.is_certain && is_named_(abbrev) && !is_abbreviation_(*periods.later, abbrev)) {
-        raise(ERR_ZONE_ABBREVIATION_TIME);
+        raise(DV_ERR_ZONE_ABBREVIATION_TIME);
     }
     return *periods.later;
 }

@@ -54,17 +54,17 @@ bool is_offset_(std::string_view text) {
 // -12:59:59 to +14:00:00 in whole minutes.
 int dv::impl::offset_error(int hour, int minute, int sign) {
     constexpr int lowest = TZ_HOUR_MIN * MINUTES_PER_HOUR - 59, highest = TZ_HOUR_MAX * MINUTES_PER_HOUR;
-    if (hour < TZ_HOUR_MIN || hour > TZ_HOUR_MAX) return ERR_ZONE_HOUR;
+    if (hour < TZ_HOUR_MIN || hour > TZ_HOUR_MAX) return DV_ERR_ZONE_HOUR;
     const int minutes = hour * MINUTES_PER_HOUR + sign * minute;
     const bool is_allowed = minute < MINUTES_PER_HOUR && minutes >= lowest && minutes <= highest;
-    return is_allowed ? 0 : ERR_ZONE_MINUTE;
+    return is_allowed ? 0 : DV_ERR_ZONE_MINUTE;
 }
 
 int dv::impl::read_zone(timezone_t &tz, std::string_view text) {
     if (is_offset_(text))
         return parse_offset_(&tz, text.data(), static_cast<int>(text.size()), /*for_parser=*/1);
     const tz_region_t *region = find_region(text);
-    if (region == NULL) return ERR_ZONE_TEXT;
+    if (region == NULL) return DV_ERR_ZONE_TEXT;
     tz_set_offset(tz, 0, 0);
     tz_set_zone(tz, region->id);
     return 0;
@@ -77,7 +77,7 @@ const tz_region_t *dv::impl::find_region(std::string_view name) {
 }
 
 extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar for_parser) {
-    if (!DV_ASSERT(tz != NULL)) return ERR_ZONE_OFFSET;
+    if (!DV_ASSERT(tz != NULL)) return DV_ERR_ZONE_OFFSET;
     std::string_view text(str, str != NULL && str_len > 0 ? static_cast<size_t>(str_len) : 0);
     skip_(text, is_letter);
     skip_(text, is_blank);
@@ -87,7 +87,7 @@ extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar
 
     const int hours = take_number_(text);
     const int minutes = take_(text, ':') ? take_number_(text) : 0;
-    if (hours < 0 || minutes < 0 || (for_parser != 0 && !text.empty())) return ERR_ZONE_OFFSET;
+    if (hours < 0 || minutes < 0 || (for_parser != 0 && !text.empty())) return DV_ERR_ZONE_OFFSET;
     const int error = offset_error(hours * sign, minutes, sign);
     if (error != 0) return error;
     tz_set_offset(*tz, hours * sign, minutes);
@@ -97,7 +97,7 @@ extern "C" int parse_offset_(timezone_t *tz, const char *str, int str_len, uchar
 
 extern "C" void timezone_parse(timezone_t *tz, const char *str, int str_len) {
     if (!DV_ASSERT(tz != NULL)) return;
-    if (str == NULL || str_len < 1 || *str == '\0') raise(ERR_ZONE_TEXT);
+    if (str == NULL || str_len < 1 || *str == '\0') raise(DV_ERR_ZONE_TEXT);
     std::string_view text(str, static_cast<size_t>(str_len));
     skip_(text, is_blank);
     const int error = read_zone(*tz, text);
