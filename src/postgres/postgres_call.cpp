@@ -1,7 +1,8 @@
 // Calls of rows of the catalogue by the server.
 //
-// What a row keeps (a compiled model) lies in a memory context of its own below that of the call site, and
-// serves as long as the text that it was made of is the same.
+// What a row keeps (a compiled model, a zone) lies in a memory context of its own below that of the call
+// site, and serves as long as the text that it was made of is the same. Where the query has constants in its
+// place, the text is not looked at again.
 
 #include "postgres_call.h"
 
@@ -9,6 +10,7 @@
 #include "sql_overload.h"
 
 extern "C" {
+#include <nodes/primnodes.h>
 #include <utils/memutils.h>
 }
 
@@ -24,11 +26,30 @@ namespace {
 struct alignas(8) kept {
     MemoryContext context;  // of this
     const sql_keeper *keeper;
-    int length;  // of the text
+    int length;        // of the text
+    bool is_constant;  // of what it was made the call site never has anything else
 
     void *object() { return this + 1; }
     char *made_of() { return static_cast<char *>(object()) + keeper->size; }
+    sql_text text() { return {length > 0 ? made_of() : "", length}; }
 };
+
+// What the call site keeps and will always keep; NULL: it has to be asked for.
+kept *constant_at_(const sql_function &row, const FmgrInfo &site) {
+    auto *of = row.keeper == nullptr ? nullptr : static_cast<kept *>(site.fn_extra);
+    return of != nullptr && of->is_constant ? of : nullptr;
+}
+
+// Does the query have constants for the arguments from one on? A parameter is none: a call site outlives its
+// value.
+bool are_constant_(const FmgrInfo &site, int from, int count) {
+    const auto *call = reinterpret_cast<const FuncExpr *>(site.fn_expr);
+    if (call == nullptr || !IsA(call, FuncExpr) || list_length(call->args) != count) return false;
+    for (int i = from; i < count; ++i) {
+        if (!IsA(list_nth(call->args, i), Const)) return false;
+    }
+    return true;
+}
 
 bool serves_(kept &of, const sql_call &call) {
     const sql_text &given = call.args[of.keeper->argument].text;
@@ -39,19 +60,19 @@ bool serves_(kept &of, const sql_call &call) {
 
 // In a context that is dropped with that of the caller, until it is whole: making may raise. NULL: the call
 // has failed.
-kept *make_(const sql_keeper &keeper, sql_call &call, MemoryContext site) {
+kept *make_(const sql_keeper &keeper, sql_call &call, const FmgrInfo &site) {
     const sql_text &given = call.args[keeper.argument].text;
     const auto length = static_cast<size_t>(given.length);
     MemoryContext context =
         AllocSetContextCreate(CurrentMemoryContext, "dvtypes model", ALLOCSET_SMALL_SIZES);
     MemoryContext outside = MemoryContextSwitchTo(context);
     auto *made = static_cast<kept *>(palloc0(sizeof(kept) + keeper.size + length));
-    *made = {context, &keeper, given.length};
+    *made = {context, &keeper, given.length, are_constant_(site, keeper.argument, call.argc)};
     memcpy(made->made_of(), given.bytes, length);
     keeper.make(call, made->object());
     MemoryContextSwitchTo(outside);
     if (call.outcome != SQL_GIVEN) return nullptr;
-    MemoryContextSetParent(context, site);
+    MemoryContextSetParent(context, site.fn_mcxt);
     return made;
 }
 
@@ -60,15 +81,16 @@ constexpr int _model_bytes_max = 65536;
 
 // False: the call has failed.
 bool keep_(const sql_function &row, sql_call &call, FmgrInfo &site) {
-    if (call.args[row.keeper->argument].text.length > _model_bytes_max) {
-        sql_fail(call, "argument %d is longer than %d bytes", row.keeper->argument + 1, _model_bytes_max);
+    const sql_keeper &keeper = *row.keeper;
+    if (keeper.is_of_model && call.args[keeper.argument].text.length > _model_bytes_max) {
+        sql_fail(call, "argument %d is longer than %d bytes", keeper.argument + 1, _model_bytes_max);
         return false;
     }
     auto *of = static_cast<kept *>(site.fn_extra);
     if (of == nullptr || !serves_(*of, call)) {
         site.fn_extra = nullptr;
         if (of != nullptr) MemoryContextDelete(of->context);
-        of = make_(*row.keeper, call, site.fn_mcxt);
+        of = make_(keeper, call, site);
         if (of == nullptr) return false;
         site.fn_extra = of;
     }
@@ -79,6 +101,24 @@ bool keep_(const sql_function &row, sql_call &call, FmgrInfo &site) {
 // Bodies that write a text under a model keep room for it beside the model.
 MemoryContext context_of_(const sql_call &call) {
     return call.kept == nullptr ? CurrentMemoryContext : (static_cast<kept *>(call.kept) - 1)->context;
+}
+
+// The arguments of the server's call; the text that a constant was made of is at hand.
+void take_args_(const postgres_function &of, sql_call &call, FunctionCallInfo fcinfo) {
+    kept *constant = constant_at_(of.function(), *fcinfo->flinfo);
+    const int known = constant == nullptr ? -1 : constant->keeper->argument;
+    for (; call.argc < fcinfo->nargs; ++call.argc) {
+        const NullableDatum &arg = fcinfo->args[call.argc];
+        sql_value &value = call.args[call.argc];
+        value.kind = SQL_KIND_NULL;
+        if (call.argc == known) {
+            value.kind = SQL_KIND_TEXT;
+            value.text = constant->text();
+        } else if (!arg.isnull) {
+            postgres_take(value, arg.value, of.params[call.argc]);
+        }
+    }
+    call.kept = constant == nullptr ? nullptr : constant->object();
 }
 
 // ---------------------------------------------------------------------------------------------------------
@@ -92,7 +132,7 @@ struct request {
 };
 
 void run_(request &of) {
-    if (of.row.keeper != nullptr && !keep_(of.row, of.call, of.site)) return;
+    if (of.row.keeper != nullptr && of.call.kept == nullptr && !keep_(of.row, of.call, of.site)) return;
     MemoryContext outside = MemoryContextSwitchTo(context_of_(of.call));
     sql_convert(of.call, of.row.signature);
     of.row.body(of.call);
@@ -192,12 +232,7 @@ Datum dv::impl::postgres_call(const postgres_function &of, FunctionCallInfo fcin
     const sql_function &row = of.function();
     sql_call call;
     sql_begin(call, &postgres_memory);
-    for (; call.argc < fcinfo->nargs; ++call.argc) {
-        const NullableDatum &arg = fcinfo->args[call.argc];
-        sql_value &value = call.args[call.argc];
-        value.kind = SQL_KIND_NULL;
-        if (!arg.isnull) postgres_take(value, arg.value, of.params[call.argc]);
-    }
+    take_args_(of, call, fcinfo);
     postgres_current = {&row, &call};
     request what = {row, call, *fcinfo->flinfo};
     if (row.is_try) {

@@ -110,7 +110,18 @@ void copy_digits_(uint8_t *to, const char *from, size_t size) {
     memcpy(to, &first, half);
 }
 
-bool is_utf8_() { return GetDatabaseEncoding() == PG_UTF8; }
+// Of the one database that a process of the server has.
+bool is_utf8_() {
+    static int encoding = -1;
+    if (encoding < 0) encoding = GetDatabaseEncoding();
+    return encoding == PG_UTF8;
+}
+
+// Not compressed and not elsewhere.
+const varlena *at_hand_(Datum datum) {
+    auto *bytes = reinterpret_cast<varlena *>(DatumGetPointer(datum));
+    return VARATT_IS_EXTENDED(bytes) && !VARATT_IS_SHORT(bytes) ? pg_detoast_datum_packed(bytes) : bytes;
+}
 
 }  // namespace
 
@@ -139,7 +150,7 @@ Datum dv::impl::postgres_give_number(const number_t &number) {
 }
 
 sql_text dv::impl::postgres_take_text(Datum datum) {
-    const varlena *given = PG_DETOAST_DATUM_PACKED(datum);
+    const varlena *given = at_hand_(datum);
     char *bytes = const_cast<char *>(VARDATA_ANY(given));
     const int length = static_cast<int>(VARSIZE_ANY_EXHDR(given));
     if (length == 0) return {"", 0};
@@ -185,6 +196,12 @@ void dv::impl::postgres_take(sql_value &value, Datum datum, sql_kind kind) {
         case SQL_KIND_TIME:
             value.time = postgres_take_word<dv_time_t>(datum);
             return;
+        case SQL_KIND_TIMESTAMP:
+            value.timestamp = postgres_take_record<dv_timestamp_t>(datum);
+            return;
+        case SQL_KIND_TS_TZ:
+            value.ts_tz = postgres_take_record<dv_ts_tz_t>(datum);
+            return;
         case SQL_KIND_INTEGER:
             value.integer = DatumGetInt64(datum);
             return;
@@ -217,6 +234,10 @@ Datum dv::impl::postgres_give(const sql_value &value) {
             return postgres_give_word(value.date);
         case SQL_KIND_TIME:
             return postgres_give_word(value.time);
+        case SQL_KIND_TIMESTAMP:
+            return postgres_give_record(value.timestamp);
+        case SQL_KIND_TS_TZ:
+            return postgres_give_record(value.ts_tz);
         case SQL_KIND_INTEGER:
             return Int64GetDatum(value.integer);
         case SQL_KIND_REAL:

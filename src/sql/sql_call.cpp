@@ -24,7 +24,7 @@ bool is_word_(const sql_text &text, const char *word) {
 }  // namespace
 
 void dv::impl::sql_return_text(sql_call &call, const char *text) {
-    call.result = sql_text_value(text, static_cast<int>(strlen(text)));
+    sql_return_text(call, text, static_cast<int>(strlen(text)));
 }
 
 void *dv::impl::sql_resize(allocator_t *memory, void *block, size_t size) {

@@ -55,9 +55,14 @@ inline void sql_begin(sql_call &call, allocator_t *memory) {
 
 inline void sql_return(sql_call &call, const sql_value &value) { call.result = value; }
 
+inline void sql_return_text(sql_call &call, const char *bytes, int length) {
+    call.result.kind = SQL_KIND_TEXT;
+    call.result.text = {length > 0 ? bytes : "", length};
+}
+
 // The text from the beginning of the call's room up to `end`.
 inline void sql_return_room(sql_call &call, const char *end) {
-    call.result = sql_text_value(call.room, static_cast<int>(end - call.room));
+    sql_return_text(call, call.room, static_cast<int>(end - call.room));
 }
 
 // A NUL-ended text that outlives the call, or lies in it.

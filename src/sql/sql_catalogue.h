@@ -40,15 +40,21 @@ enum sql_volatility : uint8_t {
 };
 const char *sql_volatility_name(sql_volatility volatility);
 
-// What a function makes once of arguments that are the same in many calls. One thread at a time uses it.
+// What a function makes once of arguments that are the same in many calls: of the texts from `argument` on,
+// and of the kinds of all. One thread at a time uses it.
 struct sql_keeper {
-    int argument;  // its position: the object is kept as long as that one is constant
+    int argument;  // the position of a text: the object is kept as long as that one is constant
     size_t size;   // of the object in bytes; it begins all 0, at a multiple of 8
     // Makes the object of a call's arguments. May fail and raise: release comes then, too.
     void (*make)(sql_call &call, void *object);
     bool (*serves)(const sql_call &call, const void *object);  // could it have been made of this call?
     void (*release)(allocator_t *memory, void *object);        // frees what the object owns, not the object
+    bool is_of_model;  // the text is a model: of a wrong one it is shown where it does not compile
 };
+
+// For what owns nothing, and for what the text alone is made of.
+inline void sql_release_nothing(allocator_t * /*memory*/, void * /*object*/) {}
+inline bool sql_always_serves(const sql_call & /*call*/, const void * /*object*/) { return true; }
 
 struct sql_function {
     sql_signature signature;

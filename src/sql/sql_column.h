@@ -33,19 +33,13 @@ Record *sql_record_at(const dv_column_t &column, int64_t row) {
     return reinterpret_cast<Record *>(static_cast<uint8_t *>(column.values) + row * column.stride);
 }
 
-// Leaves the rows that sql_return_datetime might refuse: in the years 2 to 9998, of UTC, every record that
-// the library makes is a day of the calendar, in every zone.
+// Leaves the rows that sql_return_datetime might refuse.
 template <typename Record>
 void sql_leave_datetimes_at_ends(const dv_column_t &result) {
-    constexpr uint8_t first[] = {100, 102}, last[] = {199, 198};  // century and year of it, with their excess
     for (int64_t row = 0; row < result.count; ++row) {
-        const auto *year = reinterpret_cast<const uint8_t *>(sql_record_at<Record>(result, row));
-        const bool is_within = memcmp(year, first, sizeof first) >= 0 && memcmp(year, last, sizeof last) <= 0;
-        if (!is_within) sql_leave_row(result, row);
+        if (!sql_is_inside_calendar(*sql_record_at<Record>(result, row))) sql_leave_row(result, row);
     }
 }
-static_assert(offsetof(dv_date_t, century) == 0 && offsetof(dv_date_t, year) == 1);
-static_assert(offsetof(dv_timestamp_t, century) == 0 && offsetof(dv_ts_tz_t, utc) == 0);
 
 }  // namespace dv::impl
 

@@ -97,16 +97,33 @@ inline dv_timestamp_t sql_utc_of(const dv_ts_tz_t &ts_tz) { return ts_tz.utc; }
 // text: 9999-12-31 20:00 UTC at +09:00.
 void sql_check_local_time(const dv_ts_tz_t &ts_tz);
 
-// Makes a value the result, as a day of the calendar. Raises -5114 for a day BC that day numbers know and the
+// Does a record that the library made lie in the years 1600 to 9899 of UTC, behind the days that October 1582
+// lacks, and so on a day of the calendar in every zone? A byte tells, which is read as it was written: two at
+// once would wait until both are in memory.
+template <typename Record>
+bool sql_is_inside_calendar(const Record &record) {
+    constexpr int first = 116, last = 198;  // centuries with their excess
+    const int century = sql_date_part(record).century;
+    return century >= first && century <= last;
+}
+
+// Makes the record that the library made in the place of the result the result, as a day of the calendar:
+// of the days that October 1582 lacks, the 15th. Raises -5114 for a day BC that day numbers know and the
 // calendar lacks, and as sql_check_local_time.
 template <typename Record>
+void sql_return_datetime_in_place(sql_call &call) {
+    auto &result = sql_record_of<Record>(call.result);
+    if (!sql_is_inside_calendar(result)) {
+        dv_date_is_valid(&sql_date_part(result));
+        if constexpr (sql_kind_of<Record> == SQL_KIND_TS_TZ) sql_check_local_time(result);
+    }
+    call.result.kind = sql_kind_of<Record>;
+}
+
+template <typename Record>
 void sql_return_datetime(sql_call &call, const Record &record) {
-    sql_value value{};
-    value.kind = sql_kind_of<Record>;
-    sql_record_of<Record>(value) = record;
-    dv_date_is_valid(&sql_date_part(sql_record_of<Record>(value)));
-    if constexpr (sql_kind_of<Record> == SQL_KIND_TS_TZ) sql_check_local_time(value.ts_tz);
-    sql_return(call, value);
+    sql_record_of<Record>(call.result) = record;
+    sql_return_datetime_in_place<Record>(call);
 }
 
 // ---------------------------------------------------------------------------------------------------------

@@ -8,13 +8,14 @@ using namespace dv::impl;
 namespace {
 
 // Room for a text, twice what there was. False when the text is too long for any engine: the call has failed.
-bool grow_text_(sql_call &call, compiled_model &model, int predicted) {
+bool grow_text_(sql_call &call, compiled_model &model) {
     constexpr int longest = 1 << 29;
     if (model.text_size > longest) {
         call.outcome = SQL_TOO_LONG;
         return false;
     }
-    const int size = model.text_size == 0 ? 64 + predicted % longest : 2 * model.text_size;
+    const int first = 64 + dt_fmt_get_predicted_str_len(&model.fmt_ctx, SQL_FRACTION_DIGITS) % longest;
+    const int size = model.text_size == 0 ? first : 2 * model.text_size;
     model.text = static_cast<char *>(sql_resize(call.memory, model.text, static_cast<size_t>(size)));
     model.text_size = size;
     return true;
@@ -38,12 +39,11 @@ long write_(const sql_call &call, const compiled_model &model) {
 
 void to_char_(sql_call &call) {
     compiled_model &model = sql_model_of(call);
-    const int predicted = dt_fmt_get_predicted_str_len(&model.fmt_ctx, SQL_FRACTION_DIGITS);
-    if (model.text == nullptr && !grow_text_(call, model, predicted)) return;
+    if (model.text == nullptr && !grow_text_(call, model)) return;
     model.text[model.text_size - 1] = '\0';
     // A text that fills the buffer has no NUL, so such a text is written again too.
     while (write_(call, model) != CONV_STATUS_WHOLE || model.text[model.text_size - 1] != '\0') {
-        if (!grow_text_(call, model, predicted)) return;
+        if (!grow_text_(call, model)) return;
         model.text[model.text_size - 1] = '\0';
     }
     sql_return_text(call, model.text);

@@ -77,9 +77,9 @@ struct ts_tz_reader {
 
 template <typename Reader>
 void read_iso_(sql_call &call) {
-    typename Reader::record value;
-    Reader::read_iso(value, call.args[0].text);
-    sql_return_datetime(call, value);
+    using record = typename Reader::record;
+    Reader::read_iso(sql_record_of<record>(call.result), call.args[0].text);
+    sql_return_datetime_in_place<record>(call);
 }
 
 template <typename Reader>
@@ -155,9 +155,9 @@ void check_is_closed_(sql_call &call, const compiled_model &model) {
 template <typename Reader>
 void read_(sql_call &call) {
     const compiled_model &model = sql_model_of(call);
-    typename Reader::record value;
-    Reader::read(value, call.args[0].text, model.fmt_ctx, as_of_(call));
-    sql_return_datetime(call, value);
+    using record = typename Reader::record;
+    Reader::read(sql_record_of<record>(call.result), call.args[0].text, model.fmt_ctx, as_of_(call));
+    sql_return_datetime_in_place<record>(call);
     check_is_closed_(call, model);
 }
 

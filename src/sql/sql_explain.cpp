@@ -49,6 +49,8 @@ bool is_whole_text_(const dv_error_t &error, const sql_text &text) {
     return whole == shown || (is_cut && whole.starts_with(shown));
 }
 
+bool has_model_(const sql_function &row) { return row.keeper != nullptr && row.keeper->is_of_model; }
+
 bool compiles_(const sql_function &row, sql_call &trial, int length) {
     dv_error_t error;
     trial.args[row.keeper->argument].text.length = length;
@@ -83,8 +85,8 @@ void append_given_(explanation &e, int position) {
     e.text.append(name == "v" ? "text" : name);
     e.text.append(text.length == 0 ? " is empty" : " is ");
     if (text.length > 0) e.text.append(sql_quote(text).text);
-    const bool is_model = e.row.keeper != nullptr && e.row.keeper->argument == position;
-    if (is_model && e.error.code != SQL_ERR_NLS_SETTING) append_fault_(e, text);
+    if (has_model_(e.row) && e.row.keeper->argument == position && e.error.code != SQL_ERR_NLS_SETTING)
+        append_fault_(e, text);
 }
 
 // " The text is "1", the model is "DD"."
@@ -117,7 +119,7 @@ void append_languages_(explanation &e) { append_words_(e, nls_date_lang_name_tab
 
 // Of a model, or units of truncation.
 void append_elements_(explanation &e) {
-    if (e.row.keeper == nullptr) return append_words_(e, SQL_UNITS);
+    if (!has_model_(e.row)) return append_words_(e, SQL_UNITS);
     append_words_(e, SQL_MODEL_ELEMENTS);
     e.text.append(" Other text stands in double quotes.");
 }

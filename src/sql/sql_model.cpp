@@ -93,13 +93,15 @@ void release_(allocator_t *memory, void *object) {
 }
 
 template <sql_kind Type>
-constexpr sql_keeper _reading_keeper = {_model_at, sizeof(compiled_model), make_for_reading_<Type>,
-                                        serves_language_, release_};
+constexpr sql_keeper _reading_keeper = {
+    _model_at, sizeof(compiled_model), make_for_reading_<Type>, serves_language_,
+    release_,  /*is_of_model=*/true};
 
 }  // namespace
 
-constinit const sql_keeper dv::impl::writing_model_keeper = {_model_at, sizeof(compiled_model),
-                                                             make_for_writing_, serves_writing_, release_};
+constinit const sql_keeper dv::impl::writing_model_keeper = {
+    _model_at,           sizeof(compiled_model), make_for_writing_, serves_writing_, release_,
+    /*is_of_model=*/true};
 constinit const sql_keeper dv::impl::date_model_keeper = _reading_keeper<SQL_KIND_DATE>;
 constinit const sql_keeper dv::impl::timestamp_model_keeper = _reading_keeper<SQL_KIND_TIMESTAMP>;
 constinit const sql_keeper dv::impl::ts_tz_model_keeper = _reading_keeper<SQL_KIND_TS_TZ>;

@@ -17,6 +17,7 @@ using namespace dv::impl;
 
 namespace {
 
+constexpr int _model_at = 1;
 constexpr int _punctuation_at = 2;
 
 struct punctuation {
@@ -85,32 +86,53 @@ std::string_view take_with_(sql_call &call, const punctuation &of, std::string_v
     return {call.room, end};
 }
 
+// ---------------------------------------------------------------------------------------------------------
+// Compiled models
+// ---------------------------------------------------------------------------------------------------------
+
+template <uchar ForReading>
+void make_(sql_call &call, void *object) {
+    const sql_text &model = call.args[_model_at].text;
+    number_fmt_ctx_set(static_cast<number_fmt_ctx_t *>(object), model.length, model.bytes, ForReading);
+}
+
+template <uchar ForReading>
+constexpr sql_keeper _keeper = {_model_at,         sizeof(number_fmt_ctx_t), make_<ForReading>,
+                                sql_always_serves, sql_release_nothing,      /*is_of_model=*/true};
+constexpr const sql_keeper *_for_writing = &_keeper<0>;
+constexpr const sql_keeper *_for_reading = &_keeper<1>;
+
+int write_(const sql_call &call, char *text) {
+    return number_to_str_ctx(&call.args[0].number, NUMBER_FMT_TEXT_SIZE, text,
+                             static_cast<number_fmt_ctx_t *>(call.kept));
+}
+
+// ---------------------------------------------------------------------------------------------------------
+// Functions
+// ---------------------------------------------------------------------------------------------------------
+
 void to_char_(sql_call &call) {
-    const sql_text &model = call.args[1].text;
     static_assert(NUMBER_FMT_TEXT_SIZE <= SQL_ROOM_SIZE);
-    number_to_str_fmt(&call.args[0].number, NUMBER_FMT_TEXT_SIZE, call.room, model.length, model.bytes);
-    sql_return_text(call, call.room);
+    sql_return_room(call, call.room + write_(call, call.room));
 }
 
 void to_char_with_(sql_call &call) {
     static_assert(NUMBER_FMT_TEXT_SIZE * 4 <= SQL_ROOM_SIZE);
-    const sql_text &model = call.args[1].text;
     punctuation of;
     if (!get_punctuation_(call, of)) return;
     char text[NUMBER_FMT_TEXT_SIZE];
-    number_to_str_fmt(&call.args[0].number, NUMBER_FMT_TEXT_SIZE, text, model.length, model.bytes);
+    const char *const text_end = text + write_(call, text);
     char *end = call.room;
-    for (const char *c = text; *c != '\0'; ++c)
+    for (const char *c = text; c != text_end; ++c)
         end = put_(end, *c == '.' ? of.point : *c == ',' ? of.separator : std::string_view(c, 1));
     sql_return_room(call, end);
 }
 
 void read_(sql_call &call, std::string_view text) {
-    const sql_text &model = call.args[1].text;
-    sql_value value{};
-    value.kind = SQL_KIND_NUMBER;
-    number_from_str_fmt(&value.number, static_cast<int>(text.size()), text.data(), model.length, model.bytes);
-    sql_return(call, value);
+    call.result.kind = SQL_KIND_NULL;
+    number_from_str_ctx(&call.result.number, static_cast<int>(text.size()), text.data(),
+                        static_cast<number_fmt_ctx_t *>(call.kept));
+    call.result.kind = SQL_KIND_NUMBER;
 }
 
 void to_number_(sql_call &call) {
@@ -119,7 +141,7 @@ void to_number_(sql_call &call) {
 }
 
 void to_numbers_(sql_call &call, const dv_column_t &texts, dv_column_t &result) {
-    const sql_text &model = call.args[1].text;
+    const sql_text &model = call.args[_model_at].text;
     dv_column_faults_t faults{};
     number_column_from_text_fmt(&texts, model.length, model.bytes, &result, &faults);
 }
@@ -165,15 +187,25 @@ constexpr sql_kind _text = SQL_KIND_TEXT;
 constexpr char _with[] = "the same with another decimal point and group separator, such as ',.'";
 
 constexpr sql_function _rows[] = {
-    {{"to_char", {_number, _text}, "v, model", _text, "as text under a number model"}, to_char_},
-    {{"to_char", {_number, _text, _text}, "v, model, punctuation", _text, _with}, to_char_with_},
+    {{"to_char", {_number, _text}, "v, model", _text, "as text under a number model"},
+     to_char_,
+     SQL_IMMUTABLE,
+     _for_writing},
+    {{"to_char", {_number, _text, _text}, "v, model, punctuation", _text, _with},
+     to_char_with_,
+     SQL_IMMUTABLE,
+     _for_writing},
     sql_with_columns(
         {{"to_number", {_text, _text}, "v, model", _number, "reads a number under a number model"},
-         to_number_},
+         to_number_,
+         SQL_IMMUTABLE,
+         _for_reading},
         to_numbers_),
-    sql_with_columns(
-        {{"to_number", {_text, _text, _text}, "v, model, punctuation", _number, _with}, to_number_with_},
-        to_numbers_with_),
+    sql_with_columns({{"to_number", {_text, _text, _text}, "v, model, punctuation", _number, _with},
+                      to_number_with_,
+                      SQL_IMMUTABLE,
+                      _for_reading},
+                     to_numbers_with_),
 };
 constexpr auto _functions = sql_with_tries<_rows>();
 

@@ -97,7 +97,8 @@ inline bool sql_must_convert(const sql_call &call, const sql_signature &signatur
 // number_from_double_shortest does. Runs under the engine's recovery point, the body behind it.
 inline void sql_convert(sql_call &call, const sql_signature &signature) {
     for (int i = 0; i < call.argc; ++i) {
-        if (signature.params[i] == SQL_KIND_NUMBER) sql_to_number(call.args[i]);
+        const bool is_number = call.args[i].kind == SQL_KIND_NUMBER;
+        if (signature.params[i] == SQL_KIND_NUMBER && !is_number) sql_to_number(call.args[i]);
     }
 }
 

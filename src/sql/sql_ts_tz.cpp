@@ -31,16 +31,27 @@ void to_text_(sql_call &call) {
 // Zones
 // ---------------------------------------------------------------------------------------------------------
 
+constexpr int _zone_at = 1;
+
+void make_zone_(sql_call &call, void *object) {
+    *static_cast<timezone_t *>(object) = sql_zone_of(call.args[_zone_at].text);
+}
+
+constexpr sql_keeper _zone_keeper = {_zone_at,          sizeof(timezone_t),  make_zone_,
+                                     sql_always_serves, sql_release_nothing, /*is_of_model=*/false};
+
+// The zone that the call names, as its text alone makes it.
+const timezone_t &zone_(const sql_call &call) { return *static_cast<timezone_t *>(call.kept); }
+
 void from_tz_(sql_call &call) {
-    const timezone_t zone = sql_zone_of(call.args[1].text);
     dv_ts_tz_t ts_tz;
-    dv_ts_tz_from_timestamp(&ts_tz, &call.args[0].timestamp, &zone);
+    dv_ts_tz_from_timestamp(&ts_tz, &call.args[0].timestamp, &zone_(call));
     sql_return_datetime(call, ts_tz);
 }
 
 void at_time_zone_(sql_call &call) {
     dv_ts_tz_t &ts_tz = call.args[0].ts_tz;
-    ts_tz.tz = sql_zone_of(call.args[1].text);
+    ts_tz.tz = zone_(call);
     timezone_adjust(&ts_tz.tz, &sql_date_part(ts_tz.utc));
     sql_return_datetime(call, ts_tz);
 }
@@ -48,15 +59,13 @@ void at_time_zone_(sql_call &call) {
 void to_utc_(sql_call &call) { sql_return_datetime(call, call.args[0].ts_tz.utc); }
 
 void to_local_timestamp_(sql_call &call) {
-    dv_timestamp_t local;
-    dv_timestamp_from_ts_tz(&local, &call.args[0].ts_tz);
-    sql_return_datetime(call, local);
+    dv_timestamp_from_ts_tz(&call.result.timestamp, &call.args[0].ts_tz);
+    sql_return_datetime_in_place<dv_timestamp_t>(call);
 }
 
 void to_local_date_(sql_call &call) {
-    dv_date_t local;
-    dv_date_from_ts_tz(&local, &call.args[0].ts_tz);
-    sql_return_datetime(call, local);
+    dv_date_from_ts_tz(&call.result.date, &call.args[0].ts_tz);
+    sql_return_datetime_in_place<dv_date_t>(call);
 }
 
 void return_offset_(sql_call &call, const dv_date_t &utc) {
@@ -90,8 +99,14 @@ constexpr sql_kind _timestamp = SQL_KIND_TIMESTAMP;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
 constexpr sql_function _rows[] = {
-    {{"from_tz", {_timestamp, _text}, "t, zone", _ts_tz, "the local time of a zone as an instant"}, from_tz_},
-    {{"at_time_zone", {_ts_tz, _text}, "v, zone", _ts_tz, "the same instant in another zone"}, at_time_zone_},
+    {{"from_tz", {_timestamp, _text}, "t, zone", _ts_tz, "the local time of a zone as an instant"},
+     from_tz_,
+     SQL_IMMUTABLE,
+     &_zone_keeper},
+    {{"at_time_zone", {_ts_tz, _text}, "v, zone", _ts_tz, "the same instant in another zone"},
+     at_time_zone_,
+     SQL_IMMUTABLE,
+     &_zone_keeper},
     {{"sys_extract_utc", {_ts_tz}, "v", _timestamp, "the instant in UTC"}, to_utc_},
     {{"tz_offset", {_text}, "zone", _text, "the UTC offset of a zone now"}, offset_now_, SQL_STABLE},
     {{"tz_offset", {_text, _ts_tz}, "zone, at", _text, "the UTC offset of a zone at an instant"}, offset_at_},

@@ -56,6 +56,9 @@ const null_group_t _groups[] = {
     {"sum != NULL; other != NULL", 0, null_cases<number_sum_merge>()},
     {"sum != NULL; number_is_nonnull_ptr(x)", 0, null_cases<number_sum_quotient>()},
     {"fmt != NULL && pr != NULL", 0, null_cases<number_fmt_parse>()},
+    {"ctx != NULL", 1 << 2, null_cases<number_fmt_ctx_set>()},
+    {"number_is_nonnull_ptr(x); number_is_nonnull_ptr(str); ctx != NULL", 0,
+     null_cases<number_to_str_ctx, number_from_str_ctx>()},
     {"number_is_nonnull_ptr(dump)", 0, null_cases<number_println_from_str>()},
     // DATE, TIME, intervals, rowids, languages
     {"date != NULL", 0,

@@ -12,17 +12,49 @@ namespace dv::test {
 inline int length(std::string_view text) { return static_cast<int>(text.size()); }
 inline std::string error_text(int code) { return "error " + std::to_string(code); }
 
+// By a copy of the model made ready, whose text is gone.
+inline std::string write_made_ready(const number_t &x, std::string_view model, int size) {
+    const guarded out(static_cast<size_t>(size));
+    int written = 0;
+    const int code = raise_of([&] {
+        number_fmt_ctx_t made, copy;
+        char text[NUMBER_FMT_MAX + 2] = {};
+        memcpy(text, model.data(), std::min(model.size(), sizeof text));
+        number_fmt_ctx_set(&made, std::min(length(model), NUMBER_FMT_MAX + 2), text, /*for_parser=*/0);
+        memset(text, '9', sizeof text);
+        copy = made;
+        memset(&made, 0, sizeof made);
+        written = number_to_str_ctx(&x, size, out.text(), &copy);
+    });
+    if (!out.intact()) return "buffer overrun";
+    if (code != 0) return error_text(code);
+    return std::strlen(out.text()) == static_cast<size_t>(written) ? out.text() : "another length";
+}
+
+inline outcome_t read_made_ready(std::string_view text, std::string_view model) {
+    const guarded fmt(model.size(), model.data()), in(text.size(), text.data());
+    return ours(*_number_zero, [&](number_t *x) {
+        number_fmt_ctx_t made;
+        number_fmt_ctx_set(&made, length(model), fmt.text(), /*for_parser=*/1);
+        number_from_str_ctx(x, length(text), in.text(), &made);
+    });
+}
+
+// Each way; what they differ in is no text and no number that anything expects.
 inline std::string write_under(const number_t &x, std::string_view model, int size = NUMBER_FMT_TEXT_SIZE) {
     const guarded fmt(model.size(), model.data()), out(static_cast<size_t>(size));
     const int code = raise_of([&] { number_to_str_fmt(&x, size, out.text(), length(model), fmt.text()); });
-    return !out.intact() ? "buffer overrun" : code != 0 ? error_text(code) : out.text();
+    const std::string text = !out.intact() ? "buffer overrun" : code != 0 ? error_text(code) : out.text();
+    const std::string other = write_made_ready(x, model, size);
+    return text == other ? text : text + ", made ready " + other;
 }
 
 inline outcome_t read_under(std::string_view text, std::string_view model) {
     const guarded fmt(model.size(), model.data()), in(text.size(), text.data());
-    return ours(*_number_zero, [&](number_t *x) {
+    const outcome_t read = ours(*_number_zero, [&](number_t *x) {
         number_from_str_fmt(x, length(text), in.text(), length(model), fmt.text());
     });
+    return read == read_made_ready(text, model) ? read : outcome_t{BROKEN_RECORD};
 }
 
 inline void expect_text(bool holds) {

@@ -151,6 +151,23 @@ TEST(NumberModel, WholeTextsKeepToEveryBufferSize) {
     }
 }
 
+TEST(NumberModel, MadeReadyServesItsPurposeAlone) {
+    number_fmt_ctx_t none = {}, writing, reading;
+    number_fmt_ctx_set(&writing, 3, "990", /*for_parser=*/0);
+    number_fmt_ctx_set(&reading, 3, "990", /*for_parser=*/1);
+    char text[NUMBER_FMT_TEXT_SIZE] = "?";
+    number_t x = num("7");
+    const assertion_watch watch;
+    for (const number_fmt_ctx_t *made : {&none, &reading})
+        EXPECT_EQ(number_to_str_ctx(&x, sizeof text, text, made), 0) << text;
+    for (const number_fmt_ctx_t *made : {&none, &writing}) number_from_str_ctx(&x, 1, "5", made);
+    EXPECT_EQ(watch.count(), 4);
+    EXPECT_EQ(text + normal_text(decode(x)), "?7");
+    EXPECT_EQ(raise_of([&] { number_fmt_ctx_set(&reading, 2, "RN", /*for_parser=*/1); }), -3006);
+    number_from_str_ctx(&x, 1, "5", &reading);  // as it was
+    EXPECT_EQ(normal_text(decode(x)), "5");
+}
+
 TEST(RomanNumerals, FollowTheSubtractiveRule) {
     constexpr int weights[] = {1000, 900, 500, 400, 100, 90, 50, 40, 10, 9, 5, 4, 1};
     constexpr const char *letters[] = {"M", "CM", "D", "CD", "C", "XC", "L", "XL", "X", "IX", "V", "IV", "I"};

@@ -1,4 +1,4 @@
-// The scalar functions of NUMBER in SQL: NULL, kinds of arguments, errors.
+// The scalar functions of NUMBER in SQL: NULL, kinds of arguments, errors; models, and zones, that are kept.
 
 #include "sqlite_session.h"
 
@@ -39,4 +39,37 @@ TEST(SqlNumberFunctions, EdgesGiveAValueOrSayWhatIsWrong) {
         EXPECT_TRUE(got == want || (got.starts_with("error: ") && got.ends_with(want)))
             << call << " gives " << got;
     }
+}
+
+// By a constant and by a column: two sites of a function, with zones beside the models.
+TEST(SqlKept, ServesTheTextThatItWasMadeOf) {
+    sqlite_session session;
+    const std::vector<row_t> got = session.rows(
+        "SELECT to_char(12.5, 'FM0000'), to_char(12.5, column1), dv_text(to_number('1,2', column1, ',.')), "
+        "dv_text(at_time_zone(to_timestamp_tz('2024-07-01T00:00:00Z'), column2)) "
+        "FROM (VALUES ('FM99.00', 'Asia/Seoul'), (NULL, NULL), ('FM99.00', '-03:30'), ('S9.9', 'UTC'))");
+    const std::vector<row_t> want = {
+        {"0013", "12.50", "1.2", "2024-07-01 09:00:00.000000000 Asia/Seoul KST"},
+        {"0013", "NULL", "NULL", "NULL"},
+        {"0013", "12.50", "1.2", "2024-06-30 20:30:00.000000000 -03:30"},
+        {"0013", "####", "1.2", "2024-07-01 00:00:00.000000000 UTC UTC"},
+    };
+    EXPECT_EQ(got, want);
+}
+
+TEST(SqlKept, OfAParameterIsMadeAnewWhenTheStatementIsExecutedAgain) {
+    sqlite_session session;
+    sqlite3_stmt *statement = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(session.db(), "SELECT to_char(12.5, ?1)", -1, &statement, nullptr),
+              SQLITE_OK);
+    constexpr const char *calls[][2] = {
+        {"FM99.0", "12.5"}, {"S99", "+13"}, {"9Z", nullptr}, {"FM99.0", "12.5"}};
+    for (const auto &[model, want] : calls) {
+        sqlite3_bind_text(statement, 1, model, -1, SQLITE_STATIC);
+        EXPECT_EQ(sqlite3_step(statement), want != nullptr ? SQLITE_ROW : SQLITE_ERROR) << model;
+        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, 0));
+        EXPECT_STREQ(text, want) << model;
+        sqlite3_reset(statement);
+    }
+    sqlite3_finalize(statement);
 }

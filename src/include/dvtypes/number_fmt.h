@@ -16,7 +16,8 @@
 // look for a NUL, as it is to number_from_str and to datetime models: pass strlen(fmt). A negative length
 // counts as 0, a NULL model as the empty one. A NUL inside a model ends it. Nothing is allocated and nothing
 // is kept between calls; every function may be called from any thread on records and buffers that no other
-// thread is writing.
+// thread is writing. Many values under one model take less time with the model made ready once:
+// number_fmt_ctx_t.
 //
 // Codes raised:  -3005  the text does not fit its buffer
 //                -3006  the model has the element B, or roman numerals are to be read
@@ -33,10 +34,11 @@ extern "C" {
 #endif
 
 enum {
-    NUMBER_FMT_MAX = 256,        // characters of a model
-    NUMBER_FMT_TEXT_SIZE = 261,  // longest text under a model, with its NUL: a sign, a character for each of
-                                 // the model, two more for "USD", one more for "E+100" in place of EEEE
-    NUMBER_ROMAN_TEXT_SIZE = 16  // MMMDCCCLXXXVIII with its NUL
+    NUMBER_FMT_MAX = 256,         // characters of a model
+    NUMBER_FMT_TEXT_SIZE = 261,   // longest text under a model, with its NUL: a sign, a character for each of
+                                  // the model, two more for "USD", one more for "E+100" in place of EEEE
+    NUMBER_ROMAN_TEXT_SIZE = 16,  // MMMDCCCLXXXVIII with its NUL
+    NUMBER_FMT_CTX_SIZE = 512     // bytes of a model made ready
 };
 
 typedef enum number_fmt_sign_e {
@@ -138,6 +140,39 @@ DV_EXPORT void _number_to_str_fmt_rn(const number_t *x, int buf_size, char *str,
 //                of digits makes no number; anything left over; no digit     -5075, -3006  no model, or RN
 //         -5068, -5069  beyond the range. x is then as number_from_str leaves it
 DV_EXPORT void number_from_str_fmt(number_t *x, int str_len, const char *str, int fmt_len, const char *fmt);
+
+// ---------------------------------------------------------------------------------------------------------
+// Models made ready for many values
+// ---------------------------------------------------------------------------------------------------------
+
+// A model made ready by number_fmt_ctx_set: plain memory that owns nothing, that may be copied, and that any
+// number of threads may use at once. Only the library that made it knows its bytes.
+typedef struct number_fmt_ctx_s {
+    uint64_t made[NUMBER_FMT_CTX_SIZE / 8];
+} number_fmt_ctx_t;
+
+// Makes a model ready.
+//
+//   ctx         written whole, and only on success
+//   for_parser  0: for number_to_str_ctx, otherwise for number_from_str_ctx
+//
+// Asserts "ctx != NULL"; then nothing is written.
+// Raises  -5075, -3006  no model, or one that the texts cannot be read under: what number_to_str_fmt and
+//                       number_from_str_fmt raise of it
+DV_EXPORT void number_fmt_ctx_set(number_fmt_ctx_t *ctx, int fmt_len, const char *fmt, uchar for_parser);
+
+// number_to_str_fmt with the model of ctx; returns the characters in front of the NUL. Raises in its name.
+//
+// Asserts "number_is_nonnull_ptr(x)", "number_is_nonnull_ptr(str)", "ctx != NULL" and "made.purpose ==
+// WRITING", which a model made for reading and memory of zeros are not; then nothing is written and 0
+// returned.
+DV_EXPORT int number_to_str_ctx(const number_t *x, int buf_size, char *str, const number_fmt_ctx_t *ctx);
+
+// number_from_str_fmt with the model of ctx. Raises in its name.
+//
+// Asserts "number_is_nonnull_ptr(x)", "number_is_nonnull_ptr(str)", "ctx != NULL" and "made.purpose ==
+// READING"; then nothing is read.
+DV_EXPORT void number_from_str_ctx(number_t *x, int str_len, const char *str, const number_fmt_ctx_t *ctx);
 
 #ifdef __cplusplus
 }  // extern "C"

@@ -75,3 +75,55 @@ SELECT * FROM texts;
 -- Set-returning and lateral calls, each with a site of its own.
 SELECT x.model, t FROM models AS x, LATERAL (SELECT to_char(d, x.model, x.language) AS t FROM days WHERE i IN (0, 5) ORDER BY i) AS y
     WHERE x.language IN ('RUSSIAN', 'BRAZILIAN PORTUGUESE');
+
+-- Models of numbers and zones the same: sites with their own beside each other, one that changes from row to row, SQL NULL between. The
+-- server's own numbers and instants tell what is right.
+CREATE TABLE amounts AS SELECT i, (i - 1500) * (i % 7) * 0.37 AS peer,
+        (ARRAY['FM999,990.00', 'FM000000.9', 'S999990.000', 'FM9990PR', NULL])[1 + i * i % 5] AS model,
+        timestamptz '2024-01-01 00:00+00' + i * interval '5 hours' AS peer_at,
+        (ARRAY['America/New_York', 'Asia/Kolkata', 'Europe/Lisbon', NULL])[1 + (i + i / 5) % 4] AS zone
+    FROM generate_series(1, 3000) AS i;
+ALTER TABLE amounts ADD n number, ADD at dv_timestamptz;
+UPDATE amounts SET n = to_number(peer::text), at = peer_at::dv_timestamptz;
+SELECT count(*) AS rows, count(to_char(n, model)) AS texts,
+    count(*) FILTER (WHERE to_char(n, 'FM999,990.00') <> to_char(peer, 'FM999,990.00') OR to_char(n, 'S000000.0') <> to_char(peer, 'S000000.0')) AS wrong,
+    count(*) FILTER (WHERE to_char(n, model) IS DISTINCT FROM to_char(peer, model)) AS wrong_changing,
+    count(*) FILTER (WHERE dv_to_number(to_char(n, 'FM999,990.00'), 'FM999,990.00') <> n OR dv_to_number(to_char(n, '999990.00'), '999990.00') <> n) AS unread
+    FROM amounts;
+SELECT count(at_time_zone(at, zone)) AS times,
+    count(*) FILTER (WHERE dv_to_timestamp(at_time_zone(at, 'America/New_York'))::timestamp <> peer_at AT TIME ZONE 'America/New_York'
+        OR dv_to_timestamp(at_time_zone(at, 'Asia/Kolkata'))::timestamp <> peer_at AT TIME ZONE 'Asia/Kolkata') AS wrong,
+    count(*) FILTER (WHERE dv_to_timestamp(at_time_zone(at, zone))::timestamp IS DISTINCT FROM peer_at AT TIME ZONE zone) AS wrong_changing,
+    count(*) FILTER (WHERE from_tz((peer_at AT TIME ZONE zone)::dv_timestamp, zone) <> at AND peer_at < '2024-03-01') AS wrong_from FROM amounts;
+
+-- An error has the text of its call, the constant one too, and what is kept goes on behind it. A million models take no memory.
+DO $$
+DECLARE
+    shown text; wrong int := 0; told text; v text;
+BEGIN
+    FOREACH v IN ARRAY ARRAY['1.50', 'x', '2.25', 'y', '99999.00', '3.75'] LOOP
+        BEGIN
+            RAISE NOTICE '%', dv_to_number(v, '999.99') + dv_to_number('1,0', '9,9');
+        EXCEPTION WHEN invalid_text_representation THEN
+            RAISE NOTICE '%', SQLERRM;
+        END;
+        BEGIN
+            RAISE NOTICE '%', at_time_zone(dv_timestamptz '2024-07-01 12:00 UTC', CASE v WHEN 'x' THEN 'Asia/Soul' WHEN 'y' THEN NULL ELSE 'Asia/Seoul' END);
+        EXCEPTION WHEN invalid_time_zone_displacement_value THEN
+            RAISE NOTICE '%', SQLERRM;
+        END;
+    END LOOP;
+    FOR i IN 1..1000000 LOOP
+        shown := to_char(number '12.5', CASE i % 3 WHEN 0 THEN 'FM99' WHEN 1 THEN 'FM099.0' ELSE 'FM9,9.00' END);
+        IF shown <> (ARRAY['13', '012.5', '1,2.50'])[1 + i % 3] THEN wrong := wrong + 1; END IF;
+    END LOOP;
+    SELECT format('%s wrong, contexts: %s', wrong, sum(total_bytes) < 100000) INTO told FROM pg_backend_memory_contexts WHERE name = 'dvtypes model';
+    RAISE NOTICE '%', told;
+END $$;
+PREPARE written(text, text) AS SELECT to_char(number '12.5', $1) AS n, at_time_zone(dv_timestamptz '2024-07-01 12:00 UTC', $2) AS at;
+SET plan_cache_mode = force_generic_plan;
+EXECUTE written('FM99.00', 'Asia/Seoul');
+EXECUTE written('9Z', 'Asia/Seoul');
+EXECUTE written('S99', 'Asia/Soul');
+EXECUTE written('S99', 'Europe/Lisbon');
+RESET plan_cache_mode;

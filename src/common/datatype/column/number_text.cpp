@@ -61,7 +61,7 @@ struct plain_reader_t {
 struct model_reader_t {
     static constexpr bool has_kernel = false;
     const number_model_t *model;
-    plain_model_t plain_model = plain_model_of(model->text);
+    plain_model_t plain_model;
 
     bool may_raise() const { return model->whole == whole_model_e::NONE && model->pr.in_hexadecimal != 0; }
 
@@ -289,9 +289,10 @@ extern "C" void number_column_to_text(const dv_column_t *x, dv_column_t *result,
 extern "C" void number_column_from_text_fmt(const dv_column_t *text, int fmt_len, const char *fmt,
                                             dv_column_t *result, dv_column_faults_t *faults) {
     if (!DV_ASSERT(are_columns(text, result))) return;
+    const std::string_view model_text = model_of(fmt, fmt_len);
     number_model_t model;
-    make_reading_model(model_of(fmt, fmt_len), model);
-    convert_<from_text_t>(text, result, faults, model_reader_t{&model});
+    make_reading_model(model_text, model);
+    convert_<from_text_t>(text, result, faults, model_reader_t{&model, plain_model_of(model_text)});
 }
 
 extern "C" void number_column_to_text_fmt(const dv_column_t *x, int fmt_len, const char *fmt,

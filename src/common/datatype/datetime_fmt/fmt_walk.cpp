@@ -41,18 +41,25 @@ bool needs_present_(const dt_fmt_ctx_t &model) {
 conv_status_t write_element_(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value) {
     switch (ctx.cur_token_info->type) {
         case DT_FMT_TYPE_DATE:
-            if (put_usual_field(ctx, *value.date)) return CONV_STATUS_WHOLE;
             return dt_fmt_write_date(&ctx, value.date);
         case DT_FMT_TYPE_TIME:
-            if (put_usual_field(ctx, *value.time)) return CONV_STATUS_WHOLE;
             return dt_fmt_write_time(&ctx, value.time, value.fprec);
         case DT_FMT_TYPE_PUNC:
-            return put_character(ctx) ? CONV_STATUS_WHOLE : dt_fmt_write_punc_token(&ctx);
+            return dt_fmt_write_punc_token(&ctx);
         case DT_FMT_TYPE_TZ:
             return value.zone != nullptr ? dt_fmt_write_tz(&ctx, value.zone) : CONV_STATUS_WHOLE;
         default:
             return CONV_STATUS_WHOLE;
     }
+}
+
+inline bool put_usual_element_(write_cursor_t &cursor, const writable_parts_t &value,
+                               const dt_fmt_token_info_t &element) {
+    if (element.type == DT_FMT_TYPE_PUNC) return put_character(cursor, element);
+    if (element.type == DT_FMT_TYPE_DATE)
+        return value.date != nullptr && put_usual_field(cursor, *value.date, element);
+    return element.type == DT_FMT_TYPE_TIME && value.time != nullptr &&
+           put_usual_field(cursor, *value.time, element);
 }
 
 inline bool take_usual_element_(read_cursor_t &cursor, const readable_parts_t &value,
@@ -152,13 +159,20 @@ void dv::impl::read_local_by_model(const dt_fmt_ctx_t &model, const readable_par
 
 conv_status_t dv::impl::write_by_model(dt_fmt_parse_ctx_t &ctx, const writable_parts_t &value,
                                        const error_at &refused) {
-    const dt_fmt_ctx_t &model = *ctx.fmt_ctx;
-    for (int i = 0; i < model.token_cnt; ++i) {
-        ctx.cur_token_info = &model.token_infos[i];
-        if (!has_element_(value, *ctx.cur_token_info)) raise(refused);
-        const conv_status_t status = write_element_(ctx, value);
+    const writable_parts_t parts = value;  // a copy, as above
+    dt_fmt_token_info_t *const first = ctx.fmt_ctx->token_infos;
+    const dt_fmt_token_info_t *const end = first + ctx.fmt_ctx->token_cnt;
+    write_cursor_t cursor = write_cursor_of(ctx);
+    for (dt_fmt_token_info_t *element = first; element < end; ++element) {
+        if (put_usual_element_(cursor, parts, *element)) continue;
+        keep_cursor(ctx, cursor);
+        if (!has_element_(parts, *element)) raise(refused);
+        ctx.cur_token_info = element;
+        const conv_status_t status = write_element_(ctx, parts);
         if (status != CONV_STATUS_WHOLE) return status;
+        cursor = write_cursor_of(ctx);
     }
+    keep_cursor(ctx, cursor);
     if (ctx.str_idx < ctx.str_len) ctx.str[ctx.str_idx] = '\0';
     return CONV_STATUS_WHOLE;
 }

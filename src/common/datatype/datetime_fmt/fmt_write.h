@@ -13,15 +13,32 @@ namespace dv::impl {
 
 inline int room_of(const dt_fmt_parse_ctx_t &ctx) { return ctx.str_len - ctx.str_idx; }
 
+// How far a walk has written. It keeps that in registers from element to element; in the context each would
+// wait for what the last has stored.
+struct write_cursor_t {
+    char *at, *end;
+};
+inline write_cursor_t write_cursor_of(const dt_fmt_parse_ctx_t &ctx) {
+    return {ctx.str + ctx.str_idx, ctx.str + ctx.str_len};
+}
+inline void keep_cursor(dt_fmt_parse_ctx_t &ctx, const write_cursor_t &cursor) {
+    ctx.str_idx = static_cast<int32_t>(cursor.at - ctx.str);
+}
+
 // Puts the two digits of each number at the cursor; nothing when one of them is above 99 or there is not room
 // for all. The numbers of most models go this way (bench/datetime_fmt, write).
 template <typename... Numbers>
-inline bool put_pairs(dt_fmt_parse_ctx_t &ctx, Numbers... number) {
-    if (((number > 99) || ...) || room_of(ctx) < int{2 * sizeof...(number)}) return false;
-    char *to = ctx.str + ctx.str_idx;
-    ((store_text<uint16_t>(to, digit_pair(number)), to += 2), ...);
-    ctx.str_idx += int32_t{2 * sizeof...(number)};
+inline bool put_pairs(write_cursor_t &cursor, Numbers... number) {
+    if (((number > 99) || ...) || cursor.end - cursor.at < int{2 * sizeof...(number)}) return false;
+    ((store_text<uint16_t>(cursor.at, digit_pair(number)), cursor.at += 2), ...);
     return true;
+}
+template <typename... Numbers>
+inline bool put_pairs(dt_fmt_parse_ctx_t &ctx, Numbers... number) {
+    write_cursor_t cursor = write_cursor_of(ctx);
+    const bool is_put = put_pairs(cursor, number...);
+    keep_cursor(ctx, cursor);
+    return is_put;
 }
 
 // Puts a text at the cursor, cut to the room that is left. room_of(ctx) is above 0.

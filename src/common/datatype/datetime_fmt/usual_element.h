@@ -18,49 +18,51 @@ inline bool is_plain_number(const dt_fmt_token_info_t &element) {
     return (element.sfx_type | element.is_fill_mode) == DT_FMT_SUFFIX_NONE;
 }
 
-inline bool put_year(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {  // BC both numbers are above 99
-    return put_pairs(ctx, date.century - uint32_t{DATE_YEAR_EXCESS}, date.year - uint32_t{DATE_YEAR_EXCESS});
+inline bool put_year(write_cursor_t &cursor, const dv_date_t &date) {  // BC both numbers are above 99
+    return put_pairs(cursor, date.century - uint32_t{DATE_YEAR_EXCESS},
+                     date.year - uint32_t{DATE_YEAR_EXCESS});
 }
 
-inline bool put_usual_field(dt_fmt_parse_ctx_t &ctx, const dv_date_t &date) {
-    if (!is_plain_number(*ctx.cur_token_info)) return false;
-    switch (ctx.cur_token_info->id) {
+inline bool put_usual_field(write_cursor_t &cursor, const dv_date_t &date,
+                            const dt_fmt_token_info_t &element) {
+    if (!is_plain_number(element)) return false;
+    switch (element.id) {
         case DT_FMT_TOKEN_YYYY:
-            return put_year(ctx, date);
+            return put_year(cursor, date);
         case DT_FMT_TOKEN_MM:
-            return put_pairs(ctx, date.month);
+            return put_pairs(cursor, date.month);
         case DT_FMT_TOKEN_DD:
-            return put_pairs(ctx, date.day);
+            return put_pairs(cursor, date.day);
         default:
             return false;
     }
 }
 
-inline bool put_usual_field(dt_fmt_parse_ctx_t &ctx, const dv_time_t &time) {
-    if (!is_plain_number(*ctx.cur_token_info)) return false;
-    switch (ctx.cur_token_info->id) {
+inline bool put_usual_field(write_cursor_t &cursor, const dv_time_t &time,
+                            const dt_fmt_token_info_t &element) {
+    if (!is_plain_number(element)) return false;
+    switch (element.id) {
         case DT_FMT_TOKEN_HH24:
-            return put_pairs(ctx, time.hour);
+            return put_pairs(cursor, time.hour);
         case DT_FMT_TOKEN_MI:
-            return put_pairs(ctx, time.minute);
+            return put_pairs(cursor, time.minute);
         case DT_FMT_TOKEN_SS:
-            return put_pairs(ctx, time.second);
+            return put_pairs(cursor, time.second);
         default:
             return false;
     }
 }
 
-inline bool put_character(dt_fmt_parse_ctx_t &ctx) {
-    const std::string_view text = text_of(*ctx.cur_token_info);
-    if (text.size() != 1 || room_of(ctx) < 1) return false;
-    ctx.str[ctx.str_idx++] = text.front();
+inline bool put_character(write_cursor_t &cursor, const dt_fmt_token_info_t &element) {
+    const std::string_view text = text_of(element);
+    if (text.size() != 1 || cursor.at >= cursor.end) return false;
+    *cursor.at++ = text.front();
     return true;
 }
 
 // ---- reading ----
 
-// How far a walk has read. It keeps that in registers from element to element; in the context each would wait
-// for what the last has stored.
+// As write_cursor_t.
 struct read_cursor_t {
     const char *text;
     int at, length;

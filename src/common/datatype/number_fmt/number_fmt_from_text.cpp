@@ -162,7 +162,6 @@ void read_or_raise_(number_t &x, std::string_view text, const number_model_t &mo
 }  // namespace
 
 void dv::impl::make_reading_model(std::string_view text, number_model_t &model) {
-    model.text = text;
     model.whole = whole_model(text);
     if (model.whole == whole_model_e::ROMAN)
         raise(error_at(DV_ERR_NUMBER_MODEL, __FILE__, __LINE__, "number_from_str_fmt"));

@@ -34,10 +34,10 @@ whole_model_e whole_model(std::string_view model);
 // fmt_dig.
 int compile_model(std::string_view model, number_parse_result_t &pr);
 
-// A model made ready once for many values. It refers to the text of the model.
+// A model made ready once for many values. It refers to nothing.
 struct number_model_t {
-    std::string_view text;
     whole_model_e whole;
+    bool in_upper;             // the letters of roman numerals
     int elements;              // characters of pr.fmt_dig
     number_parse_result_t pr;  // only of a model that does not stand for itself
 };

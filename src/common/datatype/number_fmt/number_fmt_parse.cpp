@@ -219,9 +219,13 @@ int dv::impl::compile_model(std::string_view model, number_parse_result_t &pr) {
 }
 
 void dv::impl::make_number_model(std::string_view text, number_model_t &model) {
-    model.text = text;
     model.whole = whole_model(text);
-    if (model.whole == whole_model_e::NONE) model.elements = compile_model(text, model.pr);
+    if (model.whole == whole_model_e::NONE) {
+        model.elements = compile_model(text, model.pr);
+    } else {
+        const char first = text[model.whole == whole_model_e::ROMAN_UNFILLED ? 2 : 0];
+        model.in_upper = first == to_upper(first);
+    }
 }
 
 extern "C" void number_fmt_parse(const char *fmt, number_parse_result_t *pr) {

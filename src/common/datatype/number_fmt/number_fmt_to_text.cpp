@@ -198,8 +198,6 @@ void write_text_minimum_(const number_t &x, int buf_size, char *str, const char 
     memcpy(str, text, size);
 }
 
-bool is_large_letter_(char c) { return c == to_upper(c); }
-
 // FMRN: what was written at the right moves to the front.
 void drop_fill_(char *str) {
     const size_t fill = strspn(str, " ");
@@ -215,9 +213,9 @@ void dv::impl::number_to_text_under(const number_t &x, int buf_size, char *str, 
         case whole_model_e::TME:
             return write_text_minimum_(x, buf_size, str, "S");
         case whole_model_e::ROMAN:
-            return _number_to_str_fmt_rn(&x, buf_size, str, is_large_letter_(model.text[0]) ? 1 : 0);
+            return _number_to_str_fmt_rn(&x, buf_size, str, model.in_upper ? 1 : 0);
         case whole_model_e::ROMAN_UNFILLED:
-            _number_to_str_fmt_rn(&x, buf_size, str, is_large_letter_(model.text[2]) ? 1 : 0);
+            _number_to_str_fmt_rn(&x, buf_size, str, model.in_upper ? 1 : 0);
             return drop_fill_(str);
         case whole_model_e::NONE:
             return write_under_model_(x, buf_size, str, {model.pr, model.elements});
