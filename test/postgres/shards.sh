@@ -88,6 +88,18 @@ equal "$(ask "SELECT key, count, sum, avg FROM dv_sharded_sum('sales', 'amount',
 equal "$(ask "SELECT count, sum, avg FROM dv_sharded_sum('sales', 'amount')")" \
     "$(ask 'SELECT count(*), sum(amount), avg(amount) FROM sales')" 'a sum in two levels'
 
+# In three levels: a server above the coordinator merges the states that a view there has.
+shards_sql coordinator "CREATE VIEW section_state AS SELECT section, dv_state_merge(s) AS s
+    FROM (SELECT section, dv_sum_state(amount) AS s FROM sales GROUP BY shard, section) AS shards GROUP BY section"
+shards_sql shard1 "CREATE EXTENSION postgres_fdw;
+    CREATE SERVER middle FOREIGN DATA WRAPPER postgres_fdw OPTIONS (
+        host '$cluster_home/coordinator/socket', dbname 'postgres', extensions 'dvtypes');
+    CREATE USER MAPPING FOR CURRENT_USER SERVER middle OPTIONS (user 'postgres');
+    CREATE FOREIGN TABLE section_state (section text, s dv_number_state) SERVER middle"
+equal "$(cluster_psql shard1 -q -A -t -c \
+    'SELECT section, dv_sum_merge(s) FROM section_state GROUP BY section ORDER BY section')" \
+    "$(ask 'SELECT section, sum(amount) FROM sales GROUP BY section ORDER BY section')" 'sums in three levels'
+
 # The same by PL/Proxy.
 shards_sql coordinator "CREATE EXTENSION plproxy;
     CREATE SERVER shards FOREIGN DATA WRAPPER plproxy OPTIONS (modular_mapping '1',
