@@ -114,6 +114,23 @@ shards_sql coordinator "CREATE EXTENSION plproxy;
 equal "$(ask 'SELECT section, dv_sum_merge(s) FROM section_states() GROUP BY section ORDER BY section')" \
     "$(ask 'SELECT section, sum(amount) FROM sales GROUP BY section ORDER BY section')" 'sums by PL/Proxy'
 
+# Rows move to a new shard, also when copying them is begun again; none is lost, none is there twice.
+before=$(ask 'SELECT count(*), count(DISTINCT id), sum(amount) FROM sales')
+shards_start 4
+shards_sql shard4 'CREATE EXTENSION dvtypes; CREATE TABLE sales (shard integer NOT NULL DEFAULT 4 CHECK (shard = 4),
+    id bigint PRIMARY KEY, section text NOT NULL, day dv_date NOT NULL, amount number(12,2))'
+shards_add 4
+shards_sql coordinator "BEGIN; CREATE FOREIGN TABLE sales_4 PARTITION OF sales FOR VALUES IN (4) SERVER shard4
+    OPTIONS (table_name 'sales'); ALTER TABLE sales DETACH PARTITION sales_4; COMMIT"
+copy='INSERT INTO sales_4 (shard, id, section, day, amount) SELECT 4, id, section, day, amount FROM sales_1'
+shards_sql coordinator "$copy WHERE id < 20000 ON CONFLICT DO NOTHING"
+shards_sql coordinator "$copy WHERE id < 30000 ON CONFLICT DO NOTHING"
+equal "$(ask 'SELECT count(*), count(DISTINCT id), sum(amount) FROM sales')" "$before" 'while rows are copied'
+shards_sql coordinator 'BEGIN; DELETE FROM sales_1 WHERE id < 30000;
+    ALTER TABLE sales ATTACH PARTITION sales_4 FOR VALUES IN (4); COMMIT'
+equal "$(ask 'SELECT count(*), count(DISTINCT id), sum(amount) FROM sales')" "$before" 'after the move'
+equal "$(ask 'SELECT count(*) > 1000 FROM sales WHERE shard = 4')" t 'rows that have moved'
+
 # A shard that dies in the middle of a query is named, in time, whether rows or sums of it are waited for, alone or beside
 # other shards, in their order or as they come; the next query after its restart works.
 shards_sql shard3 'CREATE VIEW slow AS SELECT shard, amount + length(pg_sleep(0.001)::text) AS amount FROM sales'
