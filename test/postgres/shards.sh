@@ -77,6 +77,8 @@ plan "SELECT id FROM sales WHERE dv_round(amount * number '1.19', 2) > number '1
     expect "WHERE ((public.dv_round((amount OPERATOR(public.*) '1.19'), 2::bigint) OPERATOR(public.>) '100'"
 plan 'SELECT id, amount FROM sales ORDER BY amount' | expect 'ORDER BY amount ASC NULLS LAST'
 plan 'SELECT id, amount FROM sales_2 ORDER BY day LIMIT 3' | expect 'LIMIT 3'
+plan 'SELECT section, sum(amount), max(day) FROM sales_2 GROUP BY section' |
+    expect 'SELECT section, public.sum(amount), public.max(day) FROM public.sales GROUP BY 1'
 states='SELECT section, dv_sum_merge(s) FROM
     (SELECT section, dv_sum_state(amount) AS s FROM sales GROUP BY shard, section) AS p GROUP BY section'
 plan "$states" | expect 'public.dv_sum_state(amount), shard FROM public.sales GROUP BY'
