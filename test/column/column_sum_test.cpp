@@ -104,6 +104,28 @@ TEST(NumberColumnSum, IsTheSumInLongHand) {
     }
 }
 
+// What number_total_add makes of each alone.
+TEST(NumberColumnSum, OfAnyBytesIsThatOfTheRowsAlone) {
+    number_source source(20261202);
+    const assertion_watch quiet;
+    const rows_t any = numbers_with_any_byte(source);
+    for (const shape_t shape : _shapes) {
+        const rows_t rows = shape.by_offsets ? no_longer_than_records(any) : any;
+        number_total_t total{};
+        std::unique_ptr<uint64_t[]> memory;
+        for (const row_t &row : rows) {
+            if (!row) continue;
+            const number_t x = number_of(*row);
+            with_memory(total, memory, [&] { return number_total_add(&total, &x); });
+        }
+        for (each_level levels; levels.next();) {
+            test_column column(rows, _numbers, shape);
+            ASSERT_EQ(packed_sum_(column.get(), nullptr, nullptr), packed(total))
+                << "level " << dv_vector_level() << (shape.by_offsets ? " by offsets" : " by stride");
+        }
+    }
+}
+
 // Up to the last place at either end of the range.
 TEST(NumberColumnSum, IsExactWhereverTheDigitsAre) {
     number_source source(20261129);

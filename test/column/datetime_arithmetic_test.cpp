@@ -8,11 +8,12 @@ namespace {
 
 using columns_t = dv_column_t *const *;
 
-constexpr size_t _rows = 4'000;  // few of these operations have a kernel
+constexpr size_t _rows = 6'200;  // few of these operations have a kernel
 
 template <typename Record>
 rows_t records_(number_source &source) {
-    return rows_made(static_cast<size_t>(scaled(_rows)), source, [&] { return any_record<Record>(source); });
+    return with_any_byte<Record>(
+        rows_made(static_cast<size_t>(scaled(_rows)), source, [&] { return any_record<Record>(source); }));
 }
 
 template <typename T>

@@ -49,7 +49,8 @@ void expect_same_(int unit) {
     const auto to_run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
         ToColumns(x[0], unit, result, faults);
     };
-    const rows_t records = rows_made(count_(), source, [&] { return any_counted_<Record>(source); });
+    const rows_t records =
+        with_any_byte<Record>(rows_made(count_(), source, [&] { return any_counted_<Record>(source); }));
     EXPECT_EQ(each_row_fault<Record>({records}, to_run, [&](const Record &x) { return To(&x, unit); }), "");
 
     const auto from_run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
@@ -79,7 +80,8 @@ TEST(EpochColumn, CountsDaysAsTheFunctionsForOneValue) {
     const auto to_run = [](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
         dv_date_column_to_epoch_day(x[0], result, faults);
     };
-    const rows_t dates = rows_made(count_(), source, [&] { return any_record<dv_date_t>(source); });
+    const rows_t dates =
+        with_any_byte<dv_date_t>(rows_made(count_(), source, [&] { return any_record<dv_date_t>(source); }));
     EXPECT_EQ(each_row_fault<dv_date_t>({dates}, to_run,
                                         [](const dv_date_t &date) { return dv_date_to_epoch_day(&date); }),
               "");

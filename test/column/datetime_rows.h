@@ -85,6 +85,23 @@ Record any_record(number_source &source) {
     return record;
 }
 
+// Makes every other row a date of our time but for one byte: in turn every byte in every place of it.
+template <typename Record>
+rows_t with_any_byte(rows_t rows) {
+    constexpr size_t bytes = std::min(sizeof(Record), sizeof(dv_timestamp_t));
+    dv_timestamp_t usual{};
+    const dv_date_t date = make_date(2024, 2, 29, 23, 59, 58);
+    std::memcpy(&usual, &date, sizeof date);
+    for (size_t i = 1; i < rows.size(); i += 2) {
+        if (!rows[i]) continue;
+        const size_t turn = i / 2 % (bytes * 256);
+        reinterpret_cast<uint8_t *>(&usual)[turn / 256] ^= static_cast<uint8_t>(turn);
+        rows[i]->replace(0, bytes, reinterpret_cast<const char *>(&usual), bytes);
+        reinterpret_cast<uint8_t *>(&usual)[turn / 256] ^= static_cast<uint8_t>(turn);
+    }
+    return rows;
+}
+
 // A zone by its number, which may be none; its offset is one that it may have.
 inline timezone_t any_zone(number_source &source) {
     const int id = source.pick(0, 5) == 0 ? TZ_ID_OFFSET : source.pick(0, TZ_ID_MAX - 1);

@@ -112,12 +112,12 @@ TEST(IsoColumn, ReadsAsTheFunctionsForOneValue) {
 // Records of zeros and of the year 0 among them.
 template <typename Record>
 rows_t records_(number_source &source, long count) {
-    return rows_made(static_cast<size_t>(scaled(count)), source, [&] {
+    return with_any_byte<Record>(rows_made(static_cast<size_t>(scaled(count)), source, [&] {
         auto record = any_record<Record>(source);
         if (source.pick(0, 30) == 0) record = Record{};
         if (source.pick(0, 30) == 0) std::memset(&record, 100, 2);
         return record;
-    });
+    }));
 }
 
 template <typename Record, auto Columns, auto Single>

@@ -63,7 +63,7 @@ std::string fault_in_zone_(zoned_e kind) {
         Single(&to, &from, &zone);
         return to;
     };
-    rows_t times = rows.times;
+    rows_t times = with_any_byte<dv_timestamp_t>(rows.times);
     for (row_t &row : times) row->resize(sizeof(From));
     return each_row_fault<From, timezone_t>({times, rows.zones}, run, single);
 }
@@ -78,8 +78,8 @@ template <typename To, typename From, auto Columns, auto Single>
 void expect_same_() {
     number_source source(20261123);
     const assertion_watch quiet;
-    const rows_t rows = rows_made(static_cast<size_t>(scaled(10'000)), source,
-                                  [&] { return any_record<dv_ts_tz_t>(source); });
+    const rows_t rows = with_any_byte<From>(rows_made(static_cast<size_t>(scaled(10'000)), source,
+                                                      [&] { return any_record<dv_ts_tz_t>(source); }));
     const auto run = [](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
         Columns(x[0], result, faults);
     };

@@ -54,6 +54,22 @@ TEST(NumberColumn, CalculatesAsTheFunctionsForOneValue) {
     for (const arithmetic_case &c : _arithmetic) EXPECT_EQ(fault_(c, operands), "") << c.name;
 }
 
+// Either operand is hostile, the other one of about its digits.
+TEST(NumberColumn, CalculatesWithAnyBytesAsTheFunctionsForOneValue) {
+    const assertion_watch quiet;
+    number_source source(20261201);
+    operands_t left, right;
+    left.x = numbers_with_any_byte(source, {1, 3, 7, 8, 20});
+    for (size_t i = 0; i < left.x.size(); ++i)
+        left.y.push_back(
+            row_of(source.with_digits(source.pick(1, i % 4 == 0 ? 38 : 14), source.pick(-3, 12))));
+    right = {left.y, left.x};
+    for (const arithmetic_case &c : _arithmetic) {
+        EXPECT_EQ(fault_(c, left), "") << c.name;
+        EXPECT_EQ(fault_(c, right), "") << c.name;
+    }
+}
+
 TEST(NumberColumn, RoundsResultsInTheModeInForce) {
     const operands_t operands = random_operands_(1, 5'000);
     for (int mode = NUMBER_RMODE_TRUNC; mode <= NUMBER_RMODE_FLOOR; ++mode) {

@@ -16,7 +16,8 @@
 
 namespace dv::test {
 
-// The values of a column. NUMBERs stand without their size byte, as they do by offsets; no value: NULL.
+// The values of a column. NUMBERs stand without their size byte, as they do by offsets; no value: NULL. One
+// whose size byte tells more than a record has is so long, with zeros behind the record.
 using row_t = std::optional<std::string>;
 using rows_t = std::vector<row_t>;
 
@@ -35,6 +36,15 @@ struct shape_t {
     int gap = 0;         // bytes between two values by stride
     int first_bit = -1;  // of the bitmap; -1: none
 };
+
+// Every byte in the places of a record that decide its way: beside NUMBERs of few and of many digits and of
+// either sign, those in which the size, the sign with the exponent, the first, second, middle or last digit
+// is any other byte. In random order, so that kernels find them among those that they know.
+rows_t numbers_with_any_byte(number_source &source,
+                             std::initializer_list<int> digit_counts = {1, 3, 4, 7, 8, 9, 16, 20});
+
+// NUMBERs without those that are longer than a record, which no row by offsets is.
+rows_t no_longer_than_records(rows_t numbers);
 
 class test_column {
   public:

@@ -24,6 +24,7 @@ eight_rows_t add_eight(const eight_numbers_t &x, const eight_numbers_t &y, char 
     const lanes_t lowest = _mm512_set1_epi64(NUMBER_EXPONENT_MIN - 1);
     rows = static_cast<eight_rows_t>(
         rows & have_digits(x, SHORT_SUM_DIGITS) & have_digits(y, SHORT_SUM_DIGITS) &
+        are_digits(digits_of(x)) & are_digits(digits_of(y)) &
         _mm512_cmple_epi64_mask(_mm512_sub_epi64(top, weight), in_each_lane(SHORT_SUM_DIGITS)) &
         _mm512_cmpge_epi64_mask(weight, lowest) &
         _mm512_cmplt_epi64_mask(top, in_each_lane(NUMBER_EXPONENT_MAX)));

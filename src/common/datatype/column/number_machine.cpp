@@ -137,10 +137,11 @@ struct to_machine_t {
         number_t buffer;
         const number_t *const x = number_at(*operand[0], row, buffer);
         if (x == nullptr) return false;
-        const bool fits = std::is_floating_point_v<Machine> || number_range_check(x, type) != 0;
-        code = fits ? 0 : int{DV_ERR_NUMBER_TARGET_RANGE};
-        if (fits) convert_(*x, row);
-        return fits;
+        const bool is_refused = std::is_integral_v<Machine> && number_range_check(x, type) == 0 &&
+                                number_get_fault(x) == nullptr;  // what is no value may be taken all the same
+        code = is_refused ? int{DV_ERR_NUMBER_TARGET_RANGE} : 0;
+        if (!is_refused) convert_(*x, row);
+        return !is_refused;
     }
 
     void no_value(int64_t /*row*/) const {}

@@ -75,16 +75,16 @@ struct abs_t {
     }
 };
 
-// Weight, as a power of ten, of the last decimal digit of a record that is not 0.
+// Weight, as a power of ten, of the last decimal digit that is not 0 of a record with sound outer digits.
 int lowest_position_(const number_t &x) {
-    const int count = number_digit_count(x);
-    const int digit = count == 0 ? 0 : x.coef[count - 1] - NUMBER_DIGIT_EXCESS;
-    return 2 * (number_exponent(x) - count) + (digit % 10 == 0 ? 1 : 0);
+    const number_head_t head = read_head(x);
+    const bool is_tens = outer_digits_of(x, head).last % 10 == 0;
+    return 2 * (head.exponent - head.count) + (is_tens ? 1 : 0);
 }
 
 int64_t integer_digits_(const number_t &x) {
-    const int first = x.coef[0] - NUMBER_DIGIT_EXCESS;
-    return decimal_exponent(number_exponent(x), first < 0 ? -first : first) + 1;
+    const number_head_t head = read_head(x);
+    return decimal_exponent(head.exponent, outer_digits_of(x, head).first) + 1;
 }
 
 // Rounding at a position, and what a carry adds, stay within the range of NUMBER.
@@ -105,7 +105,9 @@ struct round_t {
     void operator()(number_t &x) const { number_round_to_places(&x, places, rmode); }
     bool try_change(number_t &x) const {
         if (places < NUMBER_PLACES_MIN || places > NUMBER_PLACES_MAX) return false;
-        if (number_is_zero(x) || lowest_position_(x) >= -places) return true;
+        if (number_is_zero(x)) return true;
+        if (!has_sound_ends(x, read_head(x))) return false;
+        if (lowest_position_(x) >= -places) return true;
         if (!rounds_within_range_(x, -places)) return false;
         number_round_at(x, -places, rmode);
         return true;
@@ -124,6 +126,7 @@ struct force_t {
     bool try_change(number_t &x) const {
         if (number_is_zero(x)) return true;
         if (prec == NUMBER_NOT_GIVEN || scale == NUMBER_NOT_GIVEN) return false;
+        if (!has_sound_ends(x, read_head(x))) return false;
         const int64_t integer_digits_max = int64_t{prec} - scale;
         if (lowest_position_(x) >= -int64_t{scale}) return integer_digits_(x) <= integer_digits_max;
         if (!rounds_within_range_(x, -int64_t{scale})) return false;

@@ -72,6 +72,13 @@ inline lanes_t round_at(lanes_t digits, lanes_t place, const number_rounding_t &
     return _mm512_sub_epi64(sum, gaps);
 }
 
+// Positive values, and negative ones with a terminator behind their digits; not those of eight digits.
+inline eight_rows_t are_ended(const eight_numbers_t &x) {
+    const lanes_t behind = _mm512_srlv_epi64(x.digits, _mm512_slli_epi64(x.count, 3));
+    const lanes_t differing = _mm512_xor_si512(behind, in_each_lane(NUMBER_TOP));
+    return static_cast<eight_rows_t>(~x.negative | _mm512_testn_epi64_mask(differing, in_each_lane(0xFF)));
+}
+
 inline eight_rows_t round_eight(const eight_numbers_t &x, lanes_t in_memory, eight_rows_t rows, char *first,
                                 int64_t stride, const number_rounding_t &rounding) {
     const lanes_t digits = turned_around(in_memory), one = in_each_lane(1);
@@ -96,7 +103,7 @@ inline eight_rows_t round_eight(const eight_numbers_t &x, lanes_t in_memory, eig
     integer_digits = _mm512_mask_sub_epi64(integer_digits, is_one_digit, integer_digits, one);
     const eight_rows_t fits =
         _mm512_cmple_epi64_mask(integer_digits, _mm512_set1_epi64(rounding.integer_digits_max));
-    rows = static_cast<eight_rows_t>(rows & (stays | (is_inside & ~carries)) & fits);
+    rows = static_cast<eight_rows_t>(rows & (stays | (is_inside & ~carries)) & fits & are_ended(x));
     store_eight(first, stride, rows, x.sign, x.exponent, turned_around(result));
     return rows;
 }

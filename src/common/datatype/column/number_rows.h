@@ -63,9 +63,14 @@ struct number_result_t {
     number_t &place_of(int64_t row, number_t &buffer) const {
         return column().offsets == nullptr ? value_at<number_t>(column(), row) : buffer;
     }
+    // The bytes of a row by offsets: those of a record, whatever its size byte says.
+    static int size_of_row(const number_t &x) { return x.size < NUMBER_SIZE_MAX ? x.size : NUMBER_SIZE_MAX; }
+
     // Raises when a result by offsets has no room.
     void keep(int64_t row, const number_t &place) {
-        if (column().offsets != nullptr) memcpy(appended.append(row, place.size), &place.signexp, place.size);
+        if (column().offsets == nullptr) return;
+        const int size = size_of_row(place);
+        memcpy(appended.append(row, size), &place.signexp, static_cast<size_t>(size));
     }
 
     // Where a kernel is to make the records of a block, and their keeping: takes the rows that a kernel has
@@ -79,7 +84,7 @@ struct number_result_t {
         for (uint64_t rest = valid; rest != 0; rest &= rest - 1) {
             const int i = std::countr_zero(rest);
             const number_t &x = buffer.record[i];
-            if ((left >> i & 1) != 0 || !appended.has_room(x.size)) return rest;
+            if ((left >> i & 1) != 0 || !appended.has_room(size_of_row(x))) return rest;
             keep(row + i, x);
         }
         return 0;

@@ -94,6 +94,27 @@ constexpr int number_digit_count(const number_t &x) {
     return count < 0 ? 0 : count > NUMBER_DIGITS_MAX ? int{NUMBER_DIGITS_MAX} : count;
 }
 
+// The outermost digits of a record that has any; 100 and more where a byte is no digit.
+struct outer_digits_t {
+    uint8_t first, last;
+};
+constexpr outer_digits_t outer_digits_of(const number_t &x, const number_head_t &head) {
+    const auto sign = static_cast<uint8_t>(head.sign);
+    const auto digit = [sign](uint8_t byte) {
+        return static_cast<uint8_t>(((byte - NUMBER_DIGIT_EXCESS) ^ sign) - sign);
+    };
+    return {digit(x.coef[0]), digit(x.coef[head.count - 1])};
+}
+
+// Whether there are digits, the outermost are 1 to 99, and the terminator stands behind those of a negative
+// value, as in every record of the library's.
+constexpr bool has_sound_ends(const number_t &x, const number_head_t &head) {
+    if (head.count < 1 || head.count > NUMBER_DIGITS_MAX) return false;
+    const outer_digits_t outer = outer_digits_of(x, head);
+    return outer.first - 1u < 99 && outer.last - 1u < 99 &&
+           (head.sign == 0 || x.coef[head.count] == NUMBER_TOP);
+}
+
 // Loads the first 8 digits, or all of them; reads nothing outside the record.
 template <int Words>
 constexpr coef_t<Words> load_coef(const number_t &x, const number_head_t &head) {

@@ -46,7 +46,6 @@ class plain_template {
     static bool is_plain_(const number_model_t &model);
     void place_elements_(const char *elements);
     void place_digit_(int element, int position, bool is_forced);
-    static bool is_outer_digit_(uint8_t digit) { return static_cast<uint8_t>(digit - 1) < 99; }
     bool measure_(const number_t &x, const number_head_t &head, shown_t &shown) const;
     static void lay_out_(const number_t &x, const number_head_t &head, char *places);
     span_t written_(const shown_t &shown) const;
@@ -110,13 +109,11 @@ inline void plain_template::place_digit_(int element, int position, bool is_forc
 
 // What a value shows on either side of the point; false: it is one that write() leaves.
 inline bool plain_template::measure_(const number_t &x, const number_head_t &head, shown_t &shown) const {
-    if (x.size > sizeof x || head.count < 1 || head.count > NUMBER_DIGITS_MAX) return false;
+    if (!has_sound_ends(x, head)) return false;
     if (head.exponent < 0 || head.exponent > _exponent_max) return false;
-    const auto first = static_cast<uint8_t>(x.coef[0] - NUMBER_DIGIT_EXCESS);
-    const auto last = static_cast<uint8_t>(x.coef[head.count - 1] - NUMBER_DIGIT_EXCESS);
-    if (!is_outer_digit_(first) || !is_outer_digit_(last)) return false;
-    shown.digits = 2 * head.exponent - (head.exponent != 0 && first < 10 ? 1 : 0);
-    shown.decimals = 2 * (head.count - head.exponent) - (last % 10 == 0 ? 1 : 0);
+    const outer_digits_t outer = outer_digits_of(x, head);
+    shown.digits = 2 * head.exponent - (head.exponent != 0 && outer.first < 10 ? 1 : 0);
+    shown.decimals = 2 * (head.count - head.exponent) - (outer.last % 10 == 0 ? 1 : 0);
     return shown.digits <= integer_positions_ && shown.decimals <= positions_ - integer_positions_;
 }
 
@@ -147,7 +144,7 @@ inline plain_template::span_t plain_template::written_(const shown_t &shown) con
 
 inline size_t plain_template::write(const number_t &x, char *text) const {
     const number_head_t head = read_head(x);
-    const bool is_zero = x.size == 1;
+    const bool is_zero = x.size == 1 && head.sign == 0;
     shown_t shown = {};
     if (elements_ == 0 || (!is_zero && !measure_(x, head, shown))) return 0;
     char places[_places];
