@@ -5,6 +5,7 @@
 #include "column_run.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
+#include "record_places.h"
 
 namespace dv::impl {
 namespace {
@@ -39,6 +40,7 @@ constexpr number_arithmetic_kernels_t kernels = {
 }  // namespace plain
 }  // namespace dv::impl
 
+#define DV_AVX2_KERNELS "number_arithmetic_avx2_kernels.h"
 #define DV_AVX512_KERNELS "number_arithmetic_kernels.h"
 #include "kernels_by_level.h"
 

@@ -9,6 +9,7 @@
 #include "column_run.h"
 #include "dvtypes/column_number.h"
 #include "number_rows.h"
+#include "record_places.h"
 
 namespace dv::impl {
 namespace {
@@ -30,6 +31,7 @@ constexpr number_machine_kernels_t kernels = {};
 }  // namespace plain
 }  // namespace dv::impl
 
+#define DV_AVX2_KERNELS "number_machine_avx2_kernels.h"
 #define DV_AVX512_KERNELS "number_machine_kernels.h"
 #include "kernels_by_level.h"
 
