@@ -17,11 +17,35 @@ namespace {
 // Bytes
 // ---------------------------------------------------------------------------------------------------------
 
+constexpr size_t _short_digits = 8;  // bytes of digits that are copied as one word
+
+uint64_t big_endian_(const uint8_t *bytes) {
+    return uint64_t{bytes[0]} << 24 | uint64_t{bytes[1]} << 16 | uint64_t{bytes[2]} << 8 | bytes[3];
+}
+
+// Copies up to eight digit bytes and writes zeros behind them: one store, since they are read next as a word,
+// which would have to wait for several.
+void copy_short_digits_(uint8_t *coef, const uint8_t *bytes, size_t count) {
+    uint64_t word = 0;
+    if (count >= 4) {
+        word = big_endian_(bytes) << 32 | big_endian_(bytes + count - 4) << 8 * (_short_digits - count);
+    } else if (count != 0) {
+        for (const size_t at : {size_t{0}, count / 2, count - 1})
+            word |= uint64_t{bytes[at]} << (56 - 8 * at);
+    }
+    for (size_t i = 0; i < _short_digits; ++i) coef[i] = static_cast<uint8_t>(word >> (56 - 8 * i));
+}
+
 const char *decode_(sql_value &value, const uint8_t *bytes, int length) {
     if (length > SQL_VALUE_SIZE_MAX) return "it is too long for a NUMBER";
     number_t &x = value.number;
     x.size = static_cast<uint8_t>(length);
-    memcpy(&x.signexp, bytes, static_cast<size_t>(length));
+    if (length > 0 && static_cast<size_t>(length) <= 1 + _short_digits) {
+        x.signexp = bytes[0];
+        copy_short_digits_(x.coef, bytes + 1, static_cast<size_t>(length) - 1);
+    } else {
+        memcpy(&x.signexp, bytes, static_cast<size_t>(length));
+    }
     return number_get_fault(&x);
 }
 

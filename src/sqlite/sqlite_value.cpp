@@ -54,35 +54,6 @@ void decode_blob_(std::span<const uint8_t> blob, sql_value &value) {
     value.blob = {blob.data(), static_cast<int>(blob.size()), fault};
 }
 
-// What SQLite passed. A BLOB that is no value of the library becomes SQL_KIND_BLOB. Texts and BLOBs live as
-// long as raw. False: there is no memory for it.
-bool decode_(sqlite3_value *raw, sql_value &value) {
-    value.kind = SQL_KIND_NULL;
-    switch (sqlite3_value_type(raw)) {
-        case SQLITE_BLOB: {
-            const auto *bytes = static_cast<const uint8_t *>(sqlite3_value_blob(raw));
-            const auto length = static_cast<size_t>(sqlite3_value_bytes(raw));
-            if (bytes == nullptr && length > 0) return false;
-            decode_blob_({bytes, length}, value);
-            return true;
-        }
-        case SQLITE_TEXT: {
-            const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(raw));
-            if (bytes == nullptr) return false;
-            value = sql_text_value(bytes, sqlite3_value_bytes(raw));
-            return true;
-        }
-        case SQLITE_INTEGER:
-            value = sql_integer(sqlite3_value_int64(raw));
-            return true;
-        case SQLITE_FLOAT:
-            value = sql_real(sqlite3_value_double(raw));
-            return true;
-        default:
-            return true;
-    }
-}
-
 void give_stored_(sqlite3_context *context, const sql_value &value) {
     uint8_t stored[SQLITE_STORED_SIZE_MAX];
     sqlite3_result_blob(context, stored, sqlite_store(value, stored), SQLITE_TRANSIENT);
@@ -126,11 +97,38 @@ void release_block_(sql_call &call) {
 
 constinit allocator_t dv::impl::sqlite_memory = {malloc_, calloc_, realloc_, free_, throw_};
 
+bool dv::impl::sqlite_take_argument(sql_value &value, sqlite3_value *raw) {
+    value.kind = SQL_KIND_NULL;
+    switch (sqlite3_value_type(raw)) {
+        case SQLITE_BLOB: {
+            const auto *bytes = static_cast<const uint8_t *>(sqlite3_value_blob(raw));
+            const auto length = static_cast<size_t>(sqlite3_value_bytes(raw));
+            if (bytes == nullptr && length > 0) return false;
+            decode_blob_({bytes, length}, value);
+            return true;
+        }
+        case SQLITE_TEXT: {
+            const auto *bytes = reinterpret_cast<const char *>(sqlite3_value_text(raw));
+            if (bytes == nullptr) return false;
+            value = sql_text_value(bytes, sqlite3_value_bytes(raw));
+            return true;
+        }
+        case SQLITE_INTEGER:
+            value = sql_integer(sqlite3_value_int64(raw));
+            return true;
+        case SQLITE_FLOAT:
+            value = sql_real(sqlite3_value_double(raw));
+            return true;
+        default:
+            return true;
+    }
+}
+
 bool dv::impl::sqlite_take_arguments(sql_call &call, int argc, sqlite3_value **argv) {
     sql_begin(call, &sqlite_memory);
     call.argc = argc;
     for (int i = 0; i < argc; ++i) {
-        if (!decode_(argv[i], call.args[i])) return false;
+        if (!sqlite_take_argument(call.args[i], argv[i])) return false;
     }
     return true;
 }

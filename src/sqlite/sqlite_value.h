@@ -11,6 +11,10 @@ namespace dv::impl {
 // SQLite's memory, under its limits and in its accounts; throw_ raises DV_ERR_NO_MEMORY.
 extern allocator_t sqlite_memory;
 
+// What SQLite passed as one argument. A BLOB that is no value of the library becomes SQL_KIND_BLOB. Texts and
+// BLOBs live as long as raw. False: there is no memory for it.
+bool sqlite_take_argument(sql_value &value, sqlite3_value *raw);
+
 // Begins a call with what SQLite passed. False: there is no memory for it; sqlite_begin has then ended the
 // call in SQLite.
 bool sqlite_take_arguments(sql_call &call, int argc, sqlite3_value **argv);

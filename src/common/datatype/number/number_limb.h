@@ -17,11 +17,15 @@ __extension__ using uint128_t = unsigned __int128;
 inline constexpr uint64_t LIMB_BASE = 10'000'000'000'000'000;  // 10^16
 
 // Eight base-100 digits as a number below 10^16.
-constexpr uint64_t limb_from_digits(uint64_t digits) {
+constexpr uint64_t half_limbs_from_digits(uint64_t digits) {
     constexpr uint64_t even_bytes = 0x00FF00FF00FF00FF;
     constexpr uint64_t even_halves = 0x0000FFFF0000FFFF;
-    const uint64_t by_4 = (digits >> 8 & even_bytes) * 100 + (digits & even_bytes);    // below 10^4
-    const uint64_t by_8 = (by_4 >> 16 & even_halves) * 10'000 + (by_4 & even_halves);  // below 10^8
+    const uint64_t by_4 = (digits >> 8 & even_bytes) * 100 + (digits & even_bytes);  // below 10^4
+    return (by_4 >> 16 & even_halves) * 10'000 + (by_4 & even_halves);
+}
+
+constexpr uint64_t limb_from_digits(uint64_t digits) {
+    const uint64_t by_8 = half_limbs_from_digits(digits);
     return (by_8 >> 32) * 100'000'000 + (by_8 & 0xFFFFFFFF);
 }
 

@@ -13,6 +13,7 @@
 
 #include "../error.h"
 #include "number_internal.h"
+#include "number_limb.h"
 
 using namespace dv::impl;
 
@@ -27,7 +28,8 @@ constexpr int _lowest_weight = NUMBER_EXPONENT_MIN - NUMBER_DIGITS_MAX;  // -84,
 constexpr int _places = NUMBER_EXPONENT_MAX - _lowest_weight;            // 147
 static_assert(_places <= (NUMBER_SUM_LIMBS - 1) * _limb_digits);
 
-void take_carries_(int64_t *limbs) {
+// Not inline: most changes need none.
+[[gnu::noinline]] void take_carries_(int64_t *limbs) {
     for (int i = 0; i < NUMBER_SUM_LIMBS - 1; ++i) {
         const int64_t carry = limbs[i] / _limb_base;
         limbs[i] -= carry * _limb_base;
@@ -42,9 +44,32 @@ void count_changes_(number_sum_t &sum, int64_t count) {
     sum.changes = 0;
 }
 
-void change_(number_sum_t &sum, const number_t &x, int sign) {
+// Up to eight digits at once, the first of them at a place of the third limb or above: moved to the places of
+// the limb's digits, they are those of three limbs.
+[[gnu::always_inline]] inline void change_word_(int64_t *limbs, unsigned place, uint64_t digits,
+                                                int64_t sign) {
+    int64_t *const top = limbs + place / _limb_digits;
+    const unsigned behind = 8 * (_limb_digits - 1 - place % _limb_digits);
+    const uint64_t upper = half_limbs_from_digits(digits >> behind);
+    const uint64_t lower = half_limbs_from_digits(digits << 32 >> behind & UINT32_MAX);
+    const auto add = [sign](int64_t &limb, uint64_t value) {
+        limb += (static_cast<int64_t>(value) ^ sign) - sign;
+    };
+    add(top[0], upper >> 32);
+    add(top[-1], upper & UINT32_MAX);
+    add(top[-2], lower);
+}
+
+inline void change_(number_sum_t &sum, const number_t &x, int sign) {
+    const number_head_t head = read_head(x);
+    const int first = head.exponent - 1 - _lowest_weight;
+    if (head.count <= COEF_WORD_DIGITS && first >= 2 * _limb_digits && !number_is_zero(x)) [[likely]] {
+        const auto turned = static_cast<int64_t>(head.sign) ^ (sign < 0 ? -1 : 0);
+        change_word_(sum.limbs, static_cast<unsigned>(first), load_coef<1>(x, head).word[0], turned);
+        return count_changes_(sum, 1);
+    }
     const int count = number_digit_count(x);
-    int place = number_exponent(x) - 1 - _lowest_weight;
+    int place = first;
     for (int i = 0; i < count; ++i, --place) {
         const int64_t digit = x.coef[i] - NUMBER_DIGIT_EXCESS;  // with the sign of x
         sum.limbs[place / _limb_digits] += sign * digit * _digit_weight[place % _limb_digits];
