@@ -81,6 +81,7 @@ TEST(Arrow, FormatsNameTypesBothWays) {
         EXPECT_EQ(describe_(type), describe_(c.type));
         EXPECT_EQ(column.values, bytes);
         EXPECT_EQ(column.stride, c.type.bytes);
+        EXPECT_EQ(column.size, is_by_offsets ? offsets[2] : c.type.bytes);
         EXPECT_EQ(column.offsets, is_by_offsets ? offsets : nullptr);
 
         dv_arrow_export_t lent = {};

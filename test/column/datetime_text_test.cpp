@@ -295,13 +295,16 @@ TEST(TextColumn, WritesUnderModels) {
         SCOPED_TRACE(std::string(model));
         const compiled_model compiled(model, /*is_reading=*/false, DV_TYPE_TIMESTAMP);
         const rows_t records = records_<dv_timestamp_t>(source, model == _models[0] ? 30'000 : 4'000);
-        const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
-            dv_timestamp_column_to_str(x[0], &compiled.ctx, 4, result, faults);
-        };
-        const auto write = [&](const dv_timestamp_t &ts, char *text, int size) {
-            dv_timestamp_to_str(&ts, text, size, &compiled.ctx, 4);
-        };
-        EXPECT_EQ(writing_fault_<dv_timestamp_t>(records, run, write), "");
+        for (const int fprec :
+             {4, 10}) {  // the second is refused where the model has a fraction of the type's
+            const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {
+                dv_timestamp_column_to_str(x[0], &compiled.ctx, fprec, result, faults);
+            };
+            const auto write = [&](const dv_timestamp_t &ts, char *text, int size) {
+                dv_timestamp_to_str(&ts, text, size, &compiled.ctx, fprec);
+            };
+            EXPECT_EQ(writing_fault_<dv_timestamp_t>(records, run, write), "") << fprec;
+        }
     }
     const compiled_model date_model("YYYY-MM-DD", /*is_reading=*/false, DV_TYPE_DATE);
     const auto run = [&](columns_t x, dv_column_t *result, dv_column_faults_t *faults) {

@@ -14,9 +14,11 @@ namespace {
 rows_t rows_(const key_type &type, number_source &source, size_t count) {
     rows_t rows;
     std::string bytes(static_cast<size_t>(type.width), '\x64');
+    number_t number = source.with_digits(38, 5);
     for (size_t i = 0; i < count; ++i) {
         if (type.type == DV_KEY_NUMBER) {
-            rows.push_back(row_of(source.any()));
+            number.coef[source.pick(1, number.size - 3)] = static_cast<uint8_t>(source.pick(0x40, 0xC0));
+            rows.push_back(row_of(source.pick(0, 1) != 0 ? number : source.any()));
         } else {
             const int changed = source.pick(0, static_cast<int>(type.width));
             if (changed < type.width) bytes[static_cast<size_t>(changed)] = static_cast<char>(source.bits());

@@ -1,5 +1,4 @@
-// The kernels of decimals, at each level where they pay. Two words in a vector gain nothing over one in a
-// register: SSE2 has the plain ones.
+// The kernels of decimals, at every level.
 //
 // The plain kernels stand here, the others in decimal_vector_kernels.h.
 
@@ -87,6 +86,7 @@ constexpr decimal_kernels_t kernels = {within, less, equal, sum, sum_valid, add,
 }  // namespace
 }  // namespace dv::impl::plain
 
+#define DV_SSE2_KERNELS "decimal_vector_kernels.h"
 #define DV_AVX2_KERNELS "decimal_vector_kernels.h"
 #define DV_AVX512_KERNELS "decimal_vector_kernels.h"
 #include "kernels_by_level.h"

@@ -51,7 +51,8 @@ inline lanes_t bits_behind(lanes_t count) {
     return times_eight(subtract_lanes(in_each_lane(COEF_WORD_DIGITS), count));
 }
 
-// The first eight digits, whatever the sign, with zeros behind the last. What is no digit becomes a byte above 99.
+// The first eight digits, whatever the sign, with zeros behind the last. What is no digit becomes a byte
+// above 99.
 inline lanes_t digits_of(const four_numbers_t &x) {
     const lanes_t is_behind = shift_right(in_each_lane(~uint64_t{0}), times_eight(x.count));
     const lanes_t excess = in_each_lane(in_each_byte(NUMBER_DIGIT_EXCESS));

@@ -1,9 +1,46 @@
-// Vectors of integers of 64 bits, for the kernels of any source (kernels_by_level.h): 256 or 512 bits wide.
+// Vectors of integers of 64 bits, for the kernels of any source (kernels_by_level.h): 128, 256 or 512 bits
+// wide. Those of 128 bits have no shifts by lane and no comparison of their own.
 
 namespace dv::impl::DV_LEVEL {
 namespace {
 
-#if DV_LANES == 256
+#if DV_LANES == 128
+
+using lanes_t = __m128i;
+
+inline lanes_t load_lanes(const void *p) { return _mm_loadu_si128(static_cast<const lanes_t *>(p)); }
+inline lanes_t in_each_lane(uint64_t v) { return _mm_set1_epi64x(static_cast<long long>(v)); }
+inline lanes_t add_lanes(lanes_t x, lanes_t y) { return _mm_add_epi64(x, y); }
+inline lanes_t subtract_lanes(lanes_t x, lanes_t y) { return _mm_sub_epi64(x, y); }
+inline lanes_t both(lanes_t x, lanes_t y) { return _mm_and_si128(x, y); }
+inline lanes_t either(lanes_t x, lanes_t y) { return _mm_or_si128(x, y); }
+inline lanes_t exclusive_or(lanes_t x, lanes_t y) { return _mm_xor_si128(x, y); }
+inline lanes_t upper_halves(lanes_t x) { return _mm_srli_epi64(x, 32); }
+inline lanes_t second_alone(lanes_t x, lanes_t y) { return _mm_andnot_si128(x, y); }
+
+inline uint64_t top_bits_of(lanes_t x) { return static_cast<unsigned>(_mm_movemask_pd(_mm_castsi128_pd(x))); }
+// y - x is negative, where they have one sign; or y alone is.
+inline uint64_t are_greater(lanes_t x, lanes_t y) {
+    const lanes_t less = second_alone(exclusive_or(x, y), subtract_lanes(y, x));
+    return top_bits_of(either(less, second_alone(x, y)));
+}
+inline uint64_t are_equal(lanes_t x, lanes_t y) {
+    const lanes_t halves = _mm_cmpeq_epi32(x, y);
+    return top_bits_of(both(halves, _mm_shuffle_epi32(halves, 0xB1)));
+}
+
+inline lanes_t keep_lanes(lanes_t x, uint64_t bits) {
+    const auto mask = [bits](int lane) { return -static_cast<long long>(bits >> lane & 1); };
+    return both(x, _mm_set_epi64x(mask(1), mask(0)));
+}
+
+inline void store_lanes_unless(lanes_t where_not, void *p, lanes_t x) {
+    const lanes_t is_kept = _mm_shuffle_epi32(_mm_srai_epi32(where_not, 31), 0xF5);
+    const lanes_t mixed = either(both(is_kept, load_lanes(p)), second_alone(is_kept, x));
+    _mm_storeu_si128(static_cast<lanes_t *>(p), mixed);
+}
+
+#elif DV_LANES == 256
 
 using lanes_t = __m256i;
 

@@ -1,5 +1,6 @@
 // Kernels compiled once for each level of vector instructions, and the choice of those in use. Once a source:
 //
+//     #define DV_SSE2_KERNELS "NAME_kernels.h"
 //     #define DV_AVX2_KERNELS "NAME_kernels.h"
 //     #define DV_AVX512_KERNELS "NAME_kernels.h"
 //     #include "kernels_by_level.h"
@@ -27,6 +28,19 @@
 #define DV_END_TARGETS _Pragma("GCC diagnostic pop") _Pragma("GCC pop_options")
 #endif
 
+#if DV_HAS_VECTOR_BYTES && defined(DV_SSE2_KERNELS)
+#define DV_LEVEL sse2
+#define DV_LANES 128
+#include DV_SSE2_KERNELS
+#undef DV_LANES
+#undef DV_LEVEL
+#else
+namespace dv::impl {
+namespace sse2 = plain;
+}
+#endif
+#undef DV_SSE2_KERNELS
+
 #if DV_HAS_VECTOR_BYTES && defined(DV_AVX2_KERNELS)
 #define DV_LEVEL avx2
 #define DV_LANES 256
@@ -37,7 +51,7 @@ DV_END_TARGETS
 #undef DV_LEVEL
 #else
 namespace dv::impl {
-namespace avx2 = plain;
+namespace avx2 = sse2;
 }
 #endif
 #undef DV_AVX2_KERNELS
@@ -62,10 +76,9 @@ namespace avx512 = avx2;
 namespace dv::impl {
 namespace {
 
-// Two words in a vector gain nothing over one in a register: SSE2 has the plain kernels.
 inline const auto &kernels_in_use() {
     static constexpr const decltype(plain::kernels) *by_level[DV_VECTOR_LEVELS] = {
-        &plain::kernels, &plain::kernels, &avx2::kernels, &avx512::kernels};
+        &plain::kernels, &sse2::kernels, &avx2::kernels, &avx512::kernels};
     return *by_level[vector_level()];
 }
 
