@@ -216,6 +216,19 @@ void dv::impl::postgres_run(const sql_function &row, sql_call &call, int sqlstat
     if (call.outcome != SQL_GIVEN) postgres_fail(call, sqlstate);
 }
 
+Datum dv::impl::postgres_operation(const postgres_function &of, FunctionCallInfo fcinfo) {
+    const sql_function &row = of.function();
+    number_t x, y;
+    postgres_take_number(x, fcinfo->args[0].value);
+    postgres_take_number(y, fcinfo->args[1].value);
+    sql_call call;  // of which an error has its text
+    sql_begin(call, &postgres_memory);
+    postgres_current = {&row, &call};
+    row.operation(&x, &y);
+    postgres_current.row = nullptr;
+    return postgres_give_number(x);
+}
+
 Datum dv::impl::postgres_call_numbers(const postgres_function &of, FunctionCallInfo fcinfo) {
     const sql_function &row = of.function();
     sql_call call;

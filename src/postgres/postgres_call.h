@@ -33,6 +33,9 @@ Datum postgres_call(const postgres_function &of, FunctionCallInfo fcinfo);
 // The same of a row whose parameters and result are NUMBERs and which keeps nothing.
 Datum postgres_call_numbers(const postgres_function &of, FunctionCallInfo fcinfo);
 
+// The same of a row that is an operation.
+Datum postgres_operation(const postgres_function &of, FunctionCallInfo fcinfo);
+
 // Runs a row that keeps nothing, with the arguments of a call; the result is in it. A failure has the
 // SQLSTATE.
 void postgres_run(const sql_function &row, sql_call &call, int sqlstate = ERRCODE_INVALID_PARAMETER_VALUE);

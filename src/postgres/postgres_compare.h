@@ -1,6 +1,6 @@
 // Comparison, hashing and sorting of the types of fixed length: by their bytes, whose unsigned order is that
 // of the values. Values with a zone compare by the instant, which their first bytes are. NUMBER has the
-// server's functions for bytea.
+// server's functions for bytea, and postgres_number_sort.cpp.
 
 #ifndef DV_POSTGRES_COMPARE_H
 #define DV_POSTGRES_COMPARE_H

@@ -109,8 +109,8 @@ void apply_cast_(sql_value &value, const sql_function &row, int32 typmod, int po
 }
 
 void apply_(sql_value &value, sql_kind kind, int32 typmod) {
-    const modifier *of = modifier_of_(kind);
-    if (typmod < 0 || of == nullptr) return;
+    const modifier *of = typmod < 0 ? nullptr : modifier_of_(kind);
+    if (of == nullptr) return;
     int position = 0;
     for (int place = 0; place < 2; ++place) {
         const cast &by = of->casts[place];
@@ -184,6 +184,15 @@ Datum without_cast_(FunctionCallInfo fcinfo, bool (*keeps)(int32 from, int32 to)
     PG_RETURN_POINTER(is_kept ? relabel_to_typmod(value, to) : nullptr);
 }
 
+// A NUMBER's text, which is ASCII, is written where it stays: what the catalogue's writer gives.
+Datum number_out_(Datum datum) {
+    number_t number;
+    postgres_take_number(number, datum);
+    auto *text = static_cast<char *>(palloc(NUMBER_SCIENTIFIC_TEXT_SIZE));
+    number_to_str(&number, NUMBER_SCIENTIFIC_TEXT_SIZE, text, nullptr);
+    return CStringGetDatum(text);
+}
+
 }  // namespace
 
 Datum dv::impl::postgres_in(sql_kind kind, FunctionCallInfo fcinfo) {
@@ -198,6 +207,7 @@ Datum dv::impl::postgres_in(sql_kind kind, FunctionCallInfo fcinfo) {
 }
 
 Datum dv::impl::postgres_out(sql_kind kind, FunctionCallInfo fcinfo) {
+    if (kind == SQL_KIND_NUMBER) return number_out_(PG_GETARG_DATUM(0));
     sql_call call;
     sql_begin(call, &postgres_memory);
     postgres_take(call.args[0], PG_GETARG_DATUM(0), kind);

@@ -167,7 +167,10 @@ sql_text dv::impl::postgres_take_cstring(const char *given) {
 }
 
 char *dv::impl::postgres_give_cstring(const sql_text &from) {
-    char *copy = pnstrdup(from.bytes, static_cast<Size>(from.length));
+    const auto length = static_cast<size_t>(from.length);
+    auto *copy = static_cast<char *>(palloc(length + 1));
+    memcpy(copy, from.bytes, length);
+    copy[length] = '\0';
     return is_utf8_() ? copy : pg_any_to_server(copy, from.length, PG_UTF8);
 }
 

@@ -24,7 +24,8 @@ Datum postgres_give(const sql_value &value);
 // Records
 // ---------------------------------------------------------------------------------------------------------
 
-// The bytes of a NUMBER as a record. Raises ERRCODE_DATA_CORRUPTED where there are none or too many.
+// The bytes of a NUMBER as a record; behind fewer than eight digits are zeros. Raises ERRCODE_DATA_CORRUPTED
+// where there are none or too many bytes.
 void postgres_take_number(number_t &number, Datum datum);
 Datum postgres_give_number(const number_t &number);
 

@@ -73,6 +73,9 @@ struct sql_function {
     // the others are left to body, and all where it raises. What call holds of a failure means nothing.
     // NULL: there is none.
     void (*column_body)(sql_call &call, const dv_column_t &values, dv_column_t &result) = nullptr;
+
+    // What body does with two NUMBERs, in place on the first, for engines that have them at hand. NULL: more.
+    void (*operation)(number_t *x, const number_t *y) = nullptr;
 };
 
 inline constexpr size_t SQL_STATE_ALIGN_MAX = 8;

@@ -74,10 +74,8 @@ void binary_(sql_call &call) {
 
 void from_text_(sql_call &call) {
     const sql_text &text = call.args[0].text;
-    sql_value value;
-    value.kind = SQL_KIND_NUMBER;
-    number_from_str(&value.number, text.length, text.bytes, nullptr);  // length 0: up to the NUL
-    sql_return(call, value);
+    number_from_str(&call.result.number, text.length, text.bytes, nullptr);  // length 0: up to the NUL
+    call.result.kind = SQL_KIND_NUMBER;
 }
 
 void from_texts_(sql_call &, const dv_column_t &texts, dv_column_t &result) {
@@ -177,6 +175,13 @@ constexpr sql_kind _number = SQL_KIND_NUMBER;
 constexpr sql_kind _integer = SQL_KIND_INTEGER;
 constexpr sql_kind _text = SQL_KIND_TEXT;
 
+template <void (*Operation)(number_t *, const number_t *)>
+constexpr sql_function binary_row_(const char *name, const char *manual) {
+    sql_function row = {{name, {_number, _number}, "a, b", _number, manual}, binary_<Operation>};
+    row.operation = Operation;
+    return row;
+}
+
 constexpr sql_function _rows[] = {
     sql_with_columns(
         {{"to_number", {_text}, "v", _number, "reads a number; blanks around it, a point and an exponent"},
@@ -185,17 +190,15 @@ constexpr sql_function _rows[] = {
     {{"to_number", {_number}, "v", _number, "the number itself"}, sql_return_argument},
     {{"to_char", {_number}, "v", _text, "as text that to_number reads back, never rounded"}, to_text_},
     {{"dv_text", {_number}, "v", _text, "as text that to_number reads back, never rounded"}, to_text_},
-    {{"dv_add", {_number, _number}, "a, b", _number, "a + b"}, binary_<number_add>},
-    {{"dv_sub", {_number, _number}, "a, b", _number, "a - b"}, binary_<number_sub>},
-    {{"dv_mul", {_number, _number}, "a, b", _number, "a * b"}, binary_<number_mul>},
-    {{"dv_div", {_number, _number}, "a, b", _number, "a / b"}, binary_<number_div>},
-    {{"dv_mod", {_number, _number}, "a, b", _number, "remainder of the division cut toward zero"},
-     binary_<number_mod>},
-    {{"dv_rem", {_number, _number}, "a, b", _number, "remainder of the division rounded to nearest"},
-     binary_<number_rem>},
+    binary_row_<number_add>("dv_add", "a + b"),
+    binary_row_<number_sub>("dv_sub", "a - b"),
+    binary_row_<number_mul>("dv_mul", "a * b"),
+    binary_row_<number_div>("dv_div", "a / b"),
+    binary_row_<number_mod>("dv_mod", "remainder of the division cut toward zero"),
+    binary_row_<number_rem>("dv_rem", "remainder of the division rounded to nearest"),
     {{"dv_sqrt", {_number}, "v", _number, "the square root"}, unary_<number_sqrt>},
     {{"dv_exp", {_number}, "v", _number, "e to the power v"}, unary_<number_exp>},
-    {{"dv_power", {_number, _number}, "a, b", _number, "a to the power b"}, binary_<number_pow>},
+    binary_row_<number_pow>("dv_power", "a to the power b"),
     {{"dv_neg", {_number}, "v", _number, "-v"}, unary_<number_negate>},
     {{"dv_abs", {_number}, "v", _number, "the value without its sign"}, unary_<number_abs>},
     {{"dv_round", {_number}, "v", _number, "rounded to an integer, half away from zero"},

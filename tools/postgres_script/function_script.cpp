@@ -94,7 +94,9 @@ made_function function_(const sql_function &row, place at, const std::string &na
         body += "static_cast<sql_kind>(" + std::to_string(params[static_cast<size_t>(i)]) + "), ";
         takes_null = takes_null || row.signature.params[i] == SQL_KIND_ANY;
     }
-    const char *call = is_of_numbers_(row) ? "postgres_call_numbers" : "postgres_call";
+    const char *call = row.operation != nullptr ? "postgres_operation"
+                       : is_of_numbers_(row)    ? "postgres_call_numbers"
+                                                : "postgres_call";
     body += "}, static_cast<sql_kind>(" + std::to_string(result) + ")}; return " + call + "(of, fcinfo);";
     const char *strictness = takes_null ? " CALLED ON NULL INPUT" : " STRICT";
     return {name,

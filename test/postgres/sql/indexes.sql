@@ -156,3 +156,16 @@ SELECT count(DISTINCT tableoid) AS partitions, count(*) AS rows FROM hashed;
 -- An instant is in one partition under any zone.
 INSERT INTO hashed SELECT at_time_zone(v, 'Asia/Seoul') FROM hashed;
 SELECT count(*) AS in_two FROM (SELECT FROM hashed GROUP BY v HAVING count(DISTINCT tableoid) > 1) AS _;
+
+-- Numbers sort as the server's: those whose first bytes are the same, and whose exponents, signs and lengths differ.
+CREATE TABLE sorted AS SELECT i, to_number(n::text) AS ours, n AS peer FROM (
+    SELECT i, CASE i % 4 WHEN 0 THEN 1234567890123456::numeric + mod(i, 7) * power(10::numeric, -mod(i, 20)) WHEN 1 THEN mod(i * 7919, 1000) / 100.0
+        WHEN 2 THEN mod(i, 3) * power(10::numeric, mod(i, 60) - 30) ELSE mod(i * 104729, 1000003) END * (1 - 2 * (i / 4 % 2)) AS n
+    FROM generate_series(1, 20000) AS i) AS _;
+SELECT count(DISTINCT ours) = count(DISTINCT peer) AS as_many, count(*) FILTER (WHERE up <> peer_up OR down <> peer_down) AS wrong FROM (
+    SELECT ours, peer, row_number() OVER (ORDER BY ours, i) AS up, row_number() OVER (ORDER BY peer, i) AS peer_up,
+        row_number() OVER (ORDER BY ours DESC, i) AS down, row_number() OVER (ORDER BY peer DESC, i) AS peer_down FROM sorted) AS _;
+CREATE INDEX sorted_index ON sorted (ours);
+SET enable_seqscan = off;
+SELECT count(*) AS wrong FROM (SELECT ours, lag(peer) OVER () AS before, peer FROM (SELECT * FROM sorted ORDER BY ours) AS _) AS _ WHERE before > peer;
+RESET enable_seqscan;

@@ -120,7 +120,7 @@ inline bool plain_template::measure_(const number_t &x, const number_head_t &hea
 inline void plain_template::lay_out_(const number_t &x, const number_head_t &head, char *places) {
     const long_coef coef = load_coef<3>(x, head);
     auto *const begin = reinterpret_cast<uint8_t *>(places + _units + 1 - 2 * head.exponent);
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; 8 * i < head.count; ++i) {  // the other places have their zeros
         store_be64(begin + 16 * i, characters_of_pairs(static_cast<uint32_t>(coef.word[i] >> 32)));
         store_be64(begin + 16 * i + 8, characters_of_pairs(static_cast<uint32_t>(coef.word[i])));
     }
