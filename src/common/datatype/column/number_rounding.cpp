@@ -130,6 +130,10 @@ struct force_t {
         const int64_t integer_digits_max = int64_t{prec} - scale;
         if (lowest_position_(x) >= -int64_t{scale}) return integer_digits_(x) <= integer_digits_max;
         if (!rounds_within_range_(x, -int64_t{scale})) return false;
+        if (integer_digits_(x) < integer_digits_max) {  // a carry fits, too
+            number_round_at(x, -int64_t{scale}, NUMBER_RMODE_HALF_UP);
+            return true;
+        }
         number_t rounded = x;
         number_round_at(rounded, -int64_t{scale}, NUMBER_RMODE_HALF_UP);
         const bool fits = number_is_zero(rounded) || integer_digits_(rounded) <= integer_digits_max;
