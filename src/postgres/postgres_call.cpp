@@ -26,7 +26,8 @@ namespace {
 struct alignas(8) kept {
     MemoryContext context;  // of this
     const sql_keeper *keeper;
-    int length;        // of the text
+    int length;        // of the text; -1: there is no object
+    int room;          // for the text
     bool is_constant;  // of what it was made the call site never has anything else
 
     void *object() { return this + 1; }
@@ -58,6 +59,8 @@ bool serves_(kept &of, const sql_call &call) {
            of.keeper->serves(call, of.object());
 }
 
+constexpr int _least_room = 64;  // for texts; longer than most models and names of zones
+
 // In a context that is dropped with that of the caller, until it is whole: making may raise. NULL: the call
 // has failed.
 kept *make_(const sql_keeper &keeper, sql_call &call, const FmgrInfo &site) {
@@ -66,14 +69,33 @@ kept *make_(const sql_keeper &keeper, sql_call &call, const FmgrInfo &site) {
     MemoryContext context =
         AllocSetContextCreate(CurrentMemoryContext, "dvtypes model", ALLOCSET_SMALL_SIZES);
     MemoryContext outside = MemoryContextSwitchTo(context);
-    auto *made = static_cast<kept *>(palloc0(sizeof(kept) + keeper.size + length));
-    *made = {context, &keeper, given.length, are_constant_(site, keeper.argument, call.argc)};
+    const int room = given.length < _least_room ? _least_room : given.length;
+    const size_t size = sizeof(kept) + keeper.size + static_cast<size_t>(room);
+    auto *made = static_cast<kept *>(palloc0(size));
+    *made = {context, &keeper, given.length, room, are_constant_(site, keeper.argument, call.argc)};
     memcpy(made->made_of(), given.bytes, length);
     keeper.make(call, made->object());
     MemoryContextSwitchTo(outside);
     if (call.outcome != SQL_GIVEN) return nullptr;
     MemoryContextSetParent(context, site.fn_mcxt);
     return made;
+}
+
+// Where a text changes from row to row, an object that owns nothing is made anew in its place.
+bool may_be_made_again_(const kept &of, const sql_call &call) {
+    return of.keeper->release == sql_release_nothing && call.args[of.keeper->argument].text.length <= of.room;
+}
+
+// False: the call has failed.
+bool make_again_(kept &of, sql_call &call) {
+    const sql_text &given = call.args[of.keeper->argument].text;
+    of.length = -1;
+    memset(of.object(), 0, of.keeper->size);
+    of.keeper->make(call, of.object());
+    if (call.outcome != SQL_GIVEN) return false;
+    memcpy(of.made_of(), given.bytes, static_cast<size_t>(given.length));
+    of.length = given.length;
+    return true;
 }
 
 // What is done at once with a model cannot be cancelled, and grows with the square of its length.
@@ -87,7 +109,10 @@ bool keep_(const sql_function &row, sql_call &call, FmgrInfo &site) {
         return false;
     }
     auto *of = static_cast<kept *>(site.fn_extra);
-    if (of == nullptr || !serves_(*of, call)) {
+    const bool serves = of != nullptr && serves_(*of, call);
+    if (of != nullptr && !serves && may_be_made_again_(*of, call)) {
+        if (!make_again_(*of, call)) return false;
+    } else if (!serves) {
         site.fn_extra = nullptr;
         if (of != nullptr) MemoryContextDelete(of->context);
         of = make_(keeper, call, site);
