@@ -43,7 +43,7 @@ inline records_t records_at(const dv_column_t &column, int64_t row, int count, n
     if (column.offsets == nullptr) return {static_cast<char *>(value_at(column, row)), column.stride};
     for (int i = 0; i < count; ++i) {
         number_t &x = buffer.record[i];
-        x.size = 0;
+        x.size = x.signexp = 0;
         row_bytes_t bytes;
         if (!find_bytes(column, row + i, bytes) || bytes.size == 0 || bytes.size > NUMBER_SIZE_MAX) continue;
         x.size = static_cast<uint8_t>(bytes.size);
