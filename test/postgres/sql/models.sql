@@ -120,6 +120,8 @@ BEGIN
     SELECT format('%s wrong, contexts: %s', wrong, sum(total_bytes) < 100000) INTO told FROM pg_backend_memory_contexts WHERE name = 'dvtypes model';
     RAISE NOTICE '%', told;
 END $$;
+SELECT model, try_to_number(i || '.5', model) AS number FROM unnest(ARRAY['9.9', 'no model', '9.9', NULL, '9.9', '9Z', '0.0', '9Z', '0.0'])
+    WITH ORDINALITY AS _(model, i);
 PREPARE written(text, text) AS SELECT to_char(number '12.5', $1) AS n, at_time_zone(dv_timestamptz '2024-07-01 12:00 UTC', $2) AS at;
 SET plan_cache_mode = force_generic_plan;
 EXECUTE written('FM99.00', 'Asia/Seoul');
