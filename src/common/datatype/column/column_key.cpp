@@ -123,6 +123,8 @@ constexpr std::array _key_types =
                               return {Writer::key_bytes, write_part_<fixed_part_t<Writer>>};
                           });
 
+const key_type_t &type_of_(const dv_key_part_t &part) { return _key_types[static_cast<size_t>(part.type)]; }
+
 bool is_key_part(const dv_key_part_t *part) {
     if (!has_key_type(part) || !are_columns(part->column)) return false;
     if (part->type == DV_KEY_BYTES && part->column->size < 0) return false;
@@ -130,7 +132,7 @@ bool is_key_part(const dv_key_part_t *part) {
 }
 
 int value_bytes_(const dv_key_part_t &part) {
-    const int bytes = _key_types[part.type].bytes;
+    const int bytes = type_of_(part).bytes;
     return bytes != 0 ? bytes : static_cast<int>(part.column->size);
 }
 
@@ -152,5 +154,5 @@ extern "C" void dv_column_write_keys(const dv_key_part_t *part, void *keys, size
                             value_bytes_(*part),
                             part->order == DV_KEY_DESCENDING,
                             null_byte};
-    _key_types[part->type].write(written, faults);
+    type_of_(*part).write(written, faults);
 }

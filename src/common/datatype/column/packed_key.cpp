@@ -165,13 +165,15 @@ constexpr std::array _types =
     key_types<packed_type_t>(kind_<packed_number_t>, kind_<packed_bytes_t>,
                              []<typename Value>(Value) -> packed_type_t { return kind_<fixed_t<Value>>; });
 
+const packed_type_t &type_of_(const dv_key_part_t &part) { return _types[static_cast<size_t>(part.type)]; }
+
 bool may_be_null(const dv_key_part_t &part) { return part.nulls != DV_KEY_NOT_NULL; }
 uint8_t null_byte_(const dv_key_part_t &part) { return part.nulls == DV_KEY_NULLS_LAST; }
 uint8_t turned_(const dv_key_part_t &part) { return part.order == DV_KEY_DESCENDING ? 0xFF : 0; }
 
 // Bytes of a value in the key; _no_value: it is NULL.
 size_t value_size_(const dv_key_part_t &part, const given_value_t &value) {
-    return value.bytes == nullptr ? _no_value : _types[part.type].key_size(value);
+    return value.bytes == nullptr ? _no_value : type_of_(part).key_size(value);
 }
 
 // Writes a part whose value has `size` bytes in the key, and returns the bytes of the part.
@@ -179,7 +181,7 @@ size_t write_part_(const dv_key_part_t &part, const given_value_t &value, size_t
     const size_t front = may_be_null(part) ? 1 : 0;
     if (front != 0) key[0] = size == _no_value ? null_byte_(part) : null_byte_(part) ^ 1;
     if (size == _no_value) return front;
-    _types[part.type].write(key + front, value);
+    type_of_(part).write(key + front, value);
     if (const uint8_t turned = turned_(part); turned != 0) {
         for (size_t i = front; i < front + size; ++i) key[i] ^= turned;
     }
@@ -203,7 +205,7 @@ const char *take_part_(dv_key_rest_t &rest, const dv_key_part_t &part, void *val
     taken_t taken;
     if (!is_null) {
         const key_bytes_t key = {rest.bytes + front, rest.size - front, turned_(part)};
-        taken = _types[part.type].take(key, value, room);
+        taken = type_of_(part).take(key, value, room);
         if (taken.fault != nullptr) return taken.fault;
         size = static_cast<int64_t>(taken.size);
         if (value != nullptr && room < taken.size) return "there is no room for the value";
