@@ -21,7 +21,11 @@
 #define DVTYPES_ERROR_CODE_H
 
 // clang-format off
-typedef enum dv_error_code_e {
+typedef enum dv_error_code_e
+#ifdef __cplusplus
+    : int  // so that any code of a host is a value of it, too
+#endif
+{
     // What the default base library raises of its own accord.
     DV_ERR_NO_MEMORY = -1,                  // an allocation failed
     DV_ERR_CHARSET_UNUSABLE = -2,           // (set) libc has no converter for the character set
